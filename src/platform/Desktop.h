@@ -1,0 +1,39 @@
+// Whoever runs the program: a window, a terminal, or a test that records.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace walrim {
+
+/// What file dialogs return when the user cancels them, and whenever they fail.
+inline constexpr std::string_view DialogCancelled = "cancel";
+
+/// Texts are UTF-8. Message boxes are modal: they return when they have been answered.
+class Desktop {
+ public:
+  virtual ~Desktop() = default;
+
+  /// A message box with an OK button alone.
+  virtual void ShowMessage(std::string_view text) = 0;
+  /// A question with Yes and No; true for Yes.
+  [[nodiscard]] virtual bool AskYesNo(std::string_view text) = 0;
+  /// A question with OK and Cancel; true for OK.
+  [[nodiscard]] virtual bool AskOkCancel(std::string_view text) = 0;
+
+  /// File dialogs with a filter such as "すべてのファイル (*.*)|*.*|": a path, or DialogCancelled.
+  [[nodiscard]] virtual std::string OpenFileDialog(std::string_view filter) = 0;
+  [[nodiscard]] virtual std::string SaveFileDialog(std::string_view filter) = 0;
+
+  virtual void SetClipboardText(std::string_view text) = 0;
+  [[nodiscard]] virtual std::string ClipboardText() = 0;
+
+  /// The status line's text (its Caption); empty clears it.
+  virtual void SetStatusCaption(std::string_view text) = 0;
+  [[nodiscard]] virtual std::string StatusCaption() const = 0;
+
+  /// A control's value, background or enabled state was changed by the program.
+  virtual void ControlsChanged() = 0;
+};
+
+}  // namespace walrim
