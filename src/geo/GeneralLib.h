@@ -1,6 +1,7 @@
 // The angle notations and the splitters of the readers.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -28,6 +29,8 @@ inline constexpr std::size_t MaxColumns = 256;
 /// An empty line has one empty column. No quoting is known. The views point into line.
 /// Throws std::out_of_range when there are more than MaxColumns.
 void SplitColumns(std::string_view line, std::vector<std::string_view>& columns);
+/// The same into a place of its own, with the number of columns as the result.
+[[nodiscard]] std::size_t SplitColumns(std::string_view line, std::array<std::string_view, MaxColumns>& columns);
 [[nodiscard]] std::vector<std::string_view> SplitColumns(std::string_view line);
 
 /// The result of GetListPair. The count is half the number of items, with a fraction when that is odd.

@@ -26,5 +26,7 @@ void AppendCharacter(std::string& text, char32_t character);
 /// Text of a file's or the clipboard's bytes: bytes that begin with the UTF-8 mark (dropped) or are valid UTF-8 are
 /// taken as UTF-8, all others as code page 932.
 [[nodiscard]] std::string DecodeText(std::string_view bytes);
+/// The same for bytes that are not needed any more; what is UTF-8 already is not copied.
+[[nodiscard]] std::string DecodeOwnedText(std::string bytes);
 
 }  // namespace walrim
