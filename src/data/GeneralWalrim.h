@@ -17,8 +17,12 @@
 
 #include "data/InternalData.h"
 #include "data/Records.h"
+#include "geo/GeneralLib.h"
 
 namespace walrim {
+
+struct Section;
+struct WaypointValues;
 
 /// A code and its name.
 struct NamedCode {
@@ -69,6 +73,15 @@ class StandardWriter {
   void AppendKind(std::string& out, DataKind kind, bool with_header, const Progress& progress = {});
 
  private:
+  [[nodiscard]] const NameTables& NamesOfSlot(int slot) const;
+  void AppendWaypoint(std::string& out, int slot);
+  void AppendRoutePoint(std::string& out, int route, int point);
+  void AppendTrackPoint(std::string& out, int log, int point);
+  void AppendLine(std::string& out, std::string_view tag, int record, int point = 0);
+  void AppendWaypoints(std::string& out, bool with_header, const Progress& progress);
+  void AppendRoutes(std::string& out, bool with_header, const Progress& progress);
+  void AppendTracks(std::string& out, bool with_header, const Progress& progress);
+
   InternalData& data_;
   const NameTablesByType& names_;
   TextSettings settings_;
@@ -106,13 +119,54 @@ class StandardReader {
   void ReadText(std::string_view text);
 
   [[nodiscard]] const ImportSummary& Summary() const { return summary_; }
+  /// Number of the line that StoreLine is given next, from 1, where ReadLine does not count the lines.
+  void SetLineNumber(int number) { line_number_ = number; }
 
  private:
+  /// A column's text and what it means; most lines repeat the text of the line before.
+  struct Remembered {
+    std::string text;
+    std::string meaning;
+  };
+
+  [[nodiscard]] static const Section* SectionOf(std::string_view tag);
+  [[nodiscard]] static bool IsHeaderLine(const Section& section, std::span<const std::string_view> columns);
+  /// A column of the line without quotes and equals signs; empty where the line has ended before it.
+  [[nodiscard]] std::string_view Value(std::size_t column);
+  [[nodiscard]] std::string_view StrippedValue(std::size_t column);
+  /// The 18 columns from first on. Empty ones read as the bytes of when_empty, missing ones as no subclass.
+  [[nodiscard]] Subclass ReadSubclass(std::size_t first, const Subclass& when_empty);
+  void Skip(std::string_view why);
+
+  // These return why the line cannot be stored; empty where it can.
+  [[nodiscard]] std::string_view ReadNotation();
+  [[nodiscard]] std::string_view ReadAngle(std::size_t column, double& degrees);
+  [[nodiscard]] std::string_view ReadPosition(std::size_t lat_column, double& lat_deg, double& lon_deg);
+  [[nodiscard]] std::string_view ReadWaypoint(WaypointValues& values);
+
+  void ReadLink(D210Entry& link);
+  void StoreWaypoint();
+  void StoreRouteHeader();
+  void StoreRoutePoint();
+  void StoreTrackHeader();
+  void StoreTrackPoint();
+  void CloseRoute();
+  void CloseTrack();
+
   InternalData& data_;
   int utc_offset_hours_;
   ImportSummary summary_;
   int line_number_ = 0;
-  std::vector<std::string_view> columns_;
+  bool route_open_ = false;  ///< this input brought the cursor's route its header or a point
+  bool track_open_ = false;
+  Remembered degree_type_;
+  Remembered datum_;
+  std::array<std::string_view, MaxColumns> columns_;
+  std::span<const std::string_view> line_;  ///< the columns of the line that is being stored
+  std::vector<std::string> stripped_;       ///< texts of columns that had to be copied to be stripped
+  RouteHeader route_header_;
+  TrackHeader track_header_;
+  D210Entry link_;
 };
 
 }  // namespace walrim

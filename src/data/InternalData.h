@@ -12,6 +12,8 @@
 
 namespace walrim {
 
+struct WaypointValues;
+
 inline constexpr int MaxWaypoints = 1999;      ///< user waypoints, slots 1..1999
 inline constexpr int RoutePointBase = 2000;    ///< point p of route r lies in slot 2000 + 100 r + p
 inline constexpr int WaypointSlots = 10000;
@@ -59,15 +61,18 @@ class InternalData {
   /// slot above RoutePointBase is a route point's. Refused: slots not above 0, 2000 itself, above 9999, and the user
   /// area when it is full.
   int AddWaypoint(const WaypointRecord& record, std::optional<int> slot = std::nullopt);
+  int AddWaypoint(const WaypointValues& values, std::optional<int> slot = std::nullopt);
   /// Stores a route header; without a number: the one after RouteCount. rte_wpt_num becomes the point count (kept
   /// within 0..100), the first point's number 0.
   int AddRouteHeader(const RouteHeader& record, std::optional<int> number = std::nullopt);
   /// Stores point 0..99 of route 0..79 with its link. Returns the point.
   int AddRoutePoint(const RoutePoint& record, int route, int point);
+  int AddRoutePoint(const WaypointValues& values, const D210Entry& link, int route, int point);
   /// Stores a track header; without a number: the one after TrackCount. The log starts where the one before it ends.
   int AddTrackHeader(const TrackHeader& record, std::optional<int> number = std::nullopt);
   /// Stores point number 0.. of track log 1..1536. Returns the point.
   int AddTrackPoint(const TrackPoint& record, int log, int point);
+  int AddTrackPoint(const TrackPointEntry& entry, int log, int point);
 
   // ---- Clearing
 
@@ -75,10 +80,11 @@ class InternalData {
   void ClearWaypoints(std::string_view type_name = {});
   /// ClearWaypoints for all four layouts.
   void ClearAllWaypoints();
-  /// Resets all routes: counters, headers, links and the route points in every waypoint layout.
+  /// Resets all routes: counters, headers, links, the route points in every waypoint layout, and the import cursor's
+  /// part, as ClearTracks does for the track logs.
   void ClearRoutes();
   void ClearTracks();
-  /// Clears one kind wholly, with the import cursor's part.
+  /// Clears one kind wholly.
   void Clear(DataKind kind);
 
   // ---- Text form
@@ -92,6 +98,8 @@ class InternalData {
   [[nodiscard]] TrackHeader GetTrackHeader(int log) const;
   /// leg_dist is left to the writer, which knows the datum of what it writes.
   void GetTrackPoint(int log, int point, TrackPoint& record) const;
+  /// Point number 0.. of a log, counted from the log's start.
+  [[nodiscard]] const TrackPointEntry& TrackPointAt(int log, int point) const;
 
   // ---- After a receiver's record was decoded into one layout
 
@@ -132,6 +140,11 @@ class InternalData {
   std::vector<D210Entry> d210;
   std::vector<D310Entry> d310;
   std::vector<TrackPointEntry> track_points;
+
+ private:
+  /// Puts a waypoint into all four layouts. slot must be one.
+  void StoreWaypoint(const WaypointValues& values, int slot);
+  void ResetWaypoints(WaypointType type, std::size_t from, std::size_t to);
 };
 
 /// Slot of a link in InternalData::d210; throws std::out_of_range for a route outside 0..79 or a point outside 0..99.
