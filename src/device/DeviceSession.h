@@ -1,0 +1,44 @@
+// What the device module keeps for a run.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "device/DeviceProtocols.h"
+#include "device/LinkTables.h"
+
+namespace walrim {
+
+/// What identification brought. All empty when the port could not be used or the answer was none.
+struct ProductInfo {
+  int ProductId = 0;          ///< signed 16-bit; -1 a silent receiver
+  float SoftwareVersion = 0;  ///< the receiver's number divided by 100
+  std::string Description;
+};
+
+/// What a transfer has to tell beyond its result code. Emptied when a transfer begins.
+struct TransferReport {
+  int damaged_records = 0;        ///< frames taken as records whose checksum or length was wrong
+  int refused_records = 0;        ///< sent records that were not acknowledged
+  bool data_loss = false;         ///< the data-loss warning was shown
+  bool no_answer = false;         ///< result 0 because the receiver was silent at the first packet
+  bool not_acknowledged = false;  ///< result 0 because it answered the first packet without an ACK
+  bool bad_answer = false;        ///< given up because an announcement made no sense
+  std::string unsendable;         ///< why an upload did not begin: a record that cannot be encoded; empty otherwise
+  std::vector<std::string> cut_records;  ///< sent records that were too long and lost the end of their texts
+};
+
+/// One run's state of the device module; owned by Garmin.
+struct DeviceSession {
+  LinkPids link_pids;
+  DeviceCommands device_commands;
+  DeviceProtocols protocols = ProtocolsBeforeIdentification();
+  bool TransferAborted = false;  ///< the cancel and failure flag of all transfers
+  std::int32_t RecordsAnnounced = 0;
+  float pacing_factor = 1.0F;  ///< stretches the settle time of received bursts; 0 is taken as 1
+  TransferReport report;
+  std::int64_t frames_received = 0;  ///< over the whole run; tells whoever waits that there is progress
+};
+
+}  // namespace walrim

@@ -1,0 +1,293 @@
+#include "device/PacketLink.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace walrim {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+constexpr milliseconds PollTime{2};
+/// How often the event loop runs while an answer is waited for.
+constexpr milliseconds YieldInterval{10};
+/// A line without a byte for this long is quiet.
+constexpr milliseconds QuietTime{100};
+/// How long an output buffer may stand still before it is taken for stuck.
+constexpr milliseconds OutputStallTime{3000};
+
+/// Makes the sum of id, size, data and checksum 0 modulo 256.
+std::uint8_t Checksum(std::span<const std::uint8_t> id_size_data) {
+  unsigned sum = DLE;
+  for (const std::uint8_t byte : id_size_data)
+    sum += byte;
+  return static_cast<std::uint8_t>(((~sum & 255U) + 1 + DLE) & 255U);
+}
+
+std::vector<std::uint8_t> BuildFrame(int packet_id, const ByteBuffer& data) {
+  std::vector<std::uint8_t> plain{DLE, static_cast<std::uint8_t>(packet_id), static_cast<std::uint8_t>(data.Size)};
+  const auto view = data.View();
+  plain.insert(plain.end(), view.begin(), view.end());
+  plain.push_back(Checksum(std::span(plain).subspan(1)));
+
+  std::vector<std::uint8_t> wire;
+  wire.reserve(2 * plain.size() + 2);
+  for (std::size_t offset = 0; offset < plain.size(); ++offset) {
+    wire.push_back(plain[offset]);
+    if (offset >= 2 && plain[offset] == DLE) wire.push_back(DLE);
+  }
+  wire.push_back(DLE);
+  wire.push_back(ETX);
+  return wire;
+}
+
+}  // namespace
+
+ByteBuffer PacketData(const Frame& frame) {
+  ByteBuffer data;
+  const std::size_t size = frame.bytes[2];
+  std::copy_n(frame.bytes.begin() + 3, size, data.bytes.begin());
+  data.Size = static_cast<std::int16_t>(size);
+  return data;
+}
+
+int FindAckSlot(const PacketReply& reply) {
+  for (int k = 1; k <= reply.Count; ++k) {
+    if (reply.Slot(k).Id() == Pid_Ack_Byte) return k;
+  }
+  return -1;
+}
+
+/// Puts the bytes of one frame together.
+class PacketLink::FrameBuilder {
+ public:
+  /// Takes the next byte; true when it ended the frame.
+  bool Take(std::uint8_t byte) {
+    raw_.push_back(byte);
+    if (byte == DLE && after_dle_) {  // the second half of a doubled byte
+      after_dle_ = false;
+      return false;
+    }
+    if (length_ >= CapacityNow()) throw std::out_of_range("received frame too long");
+    frame_.bytes[length_] = byte;
+    after_dle_ = byte == DLE;
+    // Only the stored bytes are looked at: a data byte 10h followed by 03h ends the frame too.
+    const bool ended = length_ > 0 && frame_.bytes[length_ - 1] == DLE && byte == ETX;
+    ++length_;
+    return ended;
+  }
+
+  /// The frame, with Size and damage noted; call once Take has told the end.
+  Frame Finish() {
+    frame_.Size = static_cast<std::int16_t>(frame_.bytes[2] + 6);
+    frame_.damaged = !Mark().empty();
+    return frame_;
+  }
+
+  [[nodiscard]] std::string_view Mark() const {
+    const std::size_t size = frame_.bytes[2];
+    if (length_ != size + 6) return "length";
+    const auto sum = Checksum(std::span(frame_.bytes).subspan(1, 2 + size));
+    return sum == frame_.bytes[3 + size] ? std::string_view{} : "checksum";
+  }
+
+  [[nodiscard]] const std::vector<std::uint8_t>& Raw() const { return raw_; }
+
+ private:
+  [[nodiscard]] std::size_t CapacityNow() const {
+    return length_ > 2 ? std::max<std::size_t>(Frame::Capacity, frame_.bytes[2] + 6U) : Frame::Capacity;
+  }
+
+  Frame frame_;
+  std::size_t length_ = 0;
+  bool after_dle_ = false;
+  std::vector<std::uint8_t> raw_;
+};
+
+PacketLink::PacketLink(SerialPort& port, const Clock& clock, EventLoop& event_loop, DeviceSession& session)
+    : port_(port), clock_(clock), event_loop_(event_loop), session_(session) {}
+
+void PacketLink::SetTrace(FrameTrace* trace) {
+  trace_ = trace;
+  trace_start_ = clock_.Monotonic();
+}
+
+void PacketLink::Note(std::string_view text) {
+  if (trace_ != nullptr) trace_->Note(TraceTime(), text);
+}
+
+bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
+  if (settings.empty()) settings = DefaultPortSettings;
+  last_port_result_ = port_.Open(port_name, settings);
+  if (!last_port_result_.Ok()) {
+    Note("port " + std::string(port_name) + " cannot be opened");
+    return false;
+  }
+  port_.ClearOutBuffer();
+  port_.ClearInBuffer();
+  Note("port " + std::string(port_name) + " open, " + settings);
+  return true;
+}
+
+bool PacketLink::ProbePort(std::string_view port_name) {
+  last_port_result_ = port_.Open(port_name, DefaultPortSettings);
+  if (!last_port_result_.Ok()) {
+    Note("port " + std::string(port_name) + " cannot be opened");
+    return false;
+  }
+  port_.Close();
+  return true;
+}
+
+void PacketLink::ClosePort() {
+  if (!port_.PortOpen()) return;
+  port_.Close();
+  Note("port closed");
+}
+
+void PacketLink::SendPacket(int packet_id, const ByteBuffer& data) {
+  const std::vector<std::uint8_t> wire = BuildFrame(packet_id, data);
+  for (const std::uint8_t byte : wire)
+    port_.Output(byte);
+  if (trace_ != nullptr) trace_->Frame({FrameDirection::Sent, TraceTime(), wire, {}});
+  WaitForOutput();
+}
+
+void PacketLink::WaitForOutput() {
+  auto last_progress = clock_.Monotonic();
+  std::size_t last_count = port_.OutBufferCount();
+  while (last_count > 0) {
+    event_loop_.Yield();
+    port_.Wait(PollTime);
+    const std::size_t count = port_.OutBufferCount();
+    if (count < last_count) last_progress = clock_.Monotonic();
+    last_count = count;
+    // A line that takes nothing any more shows as a time-out of the answer.
+    if (clock_.Monotonic() - last_progress > OutputStallTime) {
+      Note("output stuck");
+      port_.ClearOutBuffer();
+      return;
+    }
+  }
+}
+
+Frame PacketLink::ReceivePacket() {
+  FrameBuilder builder;
+  bool timed_out = false;
+  auto last_progress = clock_.Monotonic();
+  if (session_.pacing_factor == 0.0F) session_.pacing_factor = 1.0F;
+  while (!timed_out) {
+    const auto byte = port_.InBufferCount() > 0 ? port_.Input() : std::nullopt;
+    if (!byte) {
+      WaitForBurst(last_progress, timed_out);
+      continue;
+    }
+    bool ended = false;
+    try {
+      ended = builder.Take(*byte);
+    } catch (const std::out_of_range&) {
+      if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "too long"});
+      throw;
+    }
+    if (!ended) continue;
+    const Frame frame = builder.Finish();
+    ++session_.frames_received;
+    if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), builder.Mark()});
+    return frame;
+  }
+  if (trace_ != nullptr && !builder.Raw().empty()) {
+    trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "cut short"});
+  }
+  Note(port_.LineLost() ? "line lost" : "time-out");
+  Frame none;
+  none.Size = ReceiveTimeout;
+  return none;
+}
+
+/// Returns when a burst has come and settled, or sets timed_out.
+void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
+  const auto shortest =
+      std::chrono::duration_cast<nanoseconds>(ShortestSettleTime * static_cast<double>(session_.pacing_factor));
+  std::size_t last_count = 0;
+  nanoseconds settle_time{};
+  while (true) {
+    const std::size_t count = port_.InBufferCount();
+    const nanoseconds now = clock_.Monotonic();
+    if (count == 0) {
+      if (port_.LineLost() || now - last_progress > ReceiveTimeoutTime) {
+        timed_out = true;
+        return;
+      }
+    } else if (last_count == 0) {  // the first bytes have just arrived
+      settle_time = std::max(now - last_progress, shortest);
+      last_count = count;
+      last_progress = now;
+    } else {
+      if (count > last_count) {
+        last_count = count;
+        last_progress = now;
+      }
+      if (now - last_progress > settle_time) return;
+    }
+    YieldNowAndThen();
+    auto rest = PollTime;
+    if (last_count > 0) {
+      const auto left = std::chrono::ceil<milliseconds>(last_progress + settle_time - clock_.Monotonic());
+      rest = std::clamp(left, milliseconds{1}, PollTime);
+    }
+    port_.Wait(rest);
+  }
+}
+
+void PacketLink::YieldNowAndThen() {
+  const auto now = clock_.Monotonic();
+  if (now - last_yield_ < YieldInterval) return;
+  event_loop_.Yield();
+  last_yield_ = clock_.Monotonic();
+}
+
+PacketReply PacketLink::ReceivePackets() {
+  PacketReply reply;
+  ReceiveMore(reply);
+  return reply;
+}
+
+void PacketLink::ReceiveMore(PacketReply& reply) {
+  do {
+    const Frame frame = ReceivePacket();
+    if (frame.Size < 0) {
+      reply.Count = frame.Size;
+      return;
+    }
+    if (reply.Count >= PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
+    ++reply.Count;
+    reply.slots[static_cast<std::size_t>(reply.Count)] = frame;
+  } while (port_.InBufferCount() > 0);
+}
+
+PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data) {
+  port_.ClearInBuffer();
+  SendPacket(packet_id, data);
+  return ReceivePackets();
+}
+
+void PacketLink::DrainInput() {
+  const auto start = clock_.Monotonic();
+  auto last_input = start;
+  while (!port_.LineLost() && clock_.Monotonic() - last_input < QuietTime &&
+         clock_.Monotonic() - start < ReceiveTimeoutTime) {
+    if (port_.InBufferCount() > 0) last_input = clock_.Monotonic();
+    port_.ClearInBuffer();
+    port_.Wait(PollTime);
+  }
+}
+
+void PacketLink::Idle() {
+  event_loop_.Yield();
+  port_.Wait(milliseconds{10});
+}
+
+}  // namespace walrim

@@ -1,0 +1,43 @@
+#include <algorithm>
+
+#include "device/Garmin.h"
+#include "text/Utf8.h"
+
+namespace walrim {
+
+std::int32_t Garmin::DownloadWaypoints(std::string_view port_name, TransferMode mode) {
+  const std::string type_name = session.protocols.WaypointType;
+  const auto type = WaypointTypeOfName(type_name).value_or(WaypointType::D108);
+  int index = 0;
+
+  DownloadPlan plan;
+  plan.command = session.device_commands.Cmnd_Transfer_Wpt;
+  plan.most = MaxWaypoints;
+  plan.clear = [&] { data_.Clear(DataKind::Waypoint); };
+  plan.is_record = [&](int id) { return id == session.link_pids.Pid_Wpt_Data; };
+  plan.take = [&](const Frame& frame) {
+    DecodeWaypoint(data_, frame, ++index, type_name);
+    data_.SpreadWaypoint(index, type);
+  };
+  plan.complete = [&] {
+    data_.WaypointCount = session.RecordsAnnounced;
+    data_.WaypointHighWater = session.RecordsAnnounced;
+    // Records that never came are the type's cleared defaults.
+    for (int slot = index + 1; slot <= session.RecordsAnnounced; ++slot)
+      data_.SpreadWaypoint(slot, type);
+    return true;
+  };
+  return RunDownload(port_name, mode, plan);
+}
+
+std::int32_t Garmin::UploadWaypoints(std::string_view port_name) {
+  std::vector<UploadStep> steps;
+  const std::string total = std::to_string(data_.WaypointCount);
+  for (int i = 1; i <= data_.WaypointCount; ++i) {
+    const std::string number = std::to_string(i);
+    steps.push_back({session.link_pids.Pid_Wpt_Data, i, 0, "[" + number + "/" + total + "]", 0, "Waypoint " + number});
+  }
+  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Wpt, steps, data_.WaypointCount);
+}
+
+}  // namespace walrim

@@ -1,0 +1,295 @@
+#include "device/PacketLink.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+#include "support/Fakes.h"
+
+namespace walrim {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+// An ACK of packet 254, and of packet 10, by hand: 10 06 02 FE 00 FA 10 03 has 06+02+FE+00+FA = 200h.
+const Bytes AckOfProductRequest{0x10, 0x06, 0x02, 0xFE, 0x00, 0xFA, 0x10, 0x03};
+// Two data bytes 41 42: 23+02+41+42 = A8, checksum 58.
+const Bytes ShortWaypoint{0x10, 0x23, 0x02, 0x41, 0x42, 0x58, 0x10, 0x03};
+
+class RecordingTrace : public FrameTrace {
+ public:
+  void Frame(const TracedFrame& frame) override { lines.push_back(TraceLine(frame)); }
+  void Note(nanoseconds time, std::string_view text) override { lines.push_back(TraceNoteLine(time, text)); }
+  std::vector<std::string> lines;
+};
+
+class PacketLinkTest : public ::testing::Test {
+ protected:
+  PacketLinkTest() {
+    std::string settings;
+    EXPECT_TRUE(link.OpenPort("1", settings));
+  }
+
+  static ByteBuffer Data(std::initializer_list<int> bytes) {
+    ByteBuffer buffer;
+    for (const int byte : bytes)
+      buffer[static_cast<std::size_t>(buffer.Size++)] = static_cast<std::uint8_t>(byte);
+    return buffer;
+  }
+  Bytes Sent(int packet_id, const ByteBuffer& data) {
+    port.sent.clear();
+    link.SendPacket(packet_id, data);
+    return port.sent.empty() ? Bytes{} : port.sent.back();
+  }
+  static Bytes Joined(std::initializer_list<Bytes> parts) {
+    Bytes all;
+    for (const Bytes& part : parts)
+      all.insert(all.end(), part.begin(), part.end());
+    return all;
+  }
+
+  FakeClock clock;
+  ScriptedPort port{clock};
+  FakeEventLoop loop;
+  DeviceSession session;
+  PacketLink link{port, clock, loop, session};
+};
+
+TEST_F(PacketLinkTest, EmptySettingsBecomeTheReceiversOwn) {
+  std::string settings;
+  EXPECT_TRUE(link.OpenPort("2", settings));
+  EXPECT_EQ(settings, "9600,N,8,1");
+  EXPECT_EQ(port.last_settings, "9600,N,8,1");
+  EXPECT_EQ(port.last_name, "2");
+}
+
+TEST_F(PacketLinkTest, OpeningDropsWhatCameBefore) {
+  port.Queue(nanoseconds{0}, {1, 2, 3});
+  std::string settings;
+  EXPECT_TRUE(link.OpenPort("1", settings));
+  EXPECT_EQ(port.InBufferCount(), 0U);
+}
+
+TEST_F(PacketLinkTest, ProbeOpensAndClosesOrTellsThatItCannot) {
+  link.ClosePort();
+  EXPECT_TRUE(link.ProbePort("1"));
+  EXPECT_FALSE(port.PortOpen());
+  port.open_result.problem = PortProblem::InUse;
+  EXPECT_FALSE(link.ProbePort("1"));
+  EXPECT_EQ(link.LastPortResult().problem, PortProblem::InUse);
+}
+
+TEST_F(PacketLinkTest, EmptyDataMakesASixByteFrame) {
+  EXPECT_EQ(Sent(10, {}), (Bytes{0x10, 0x0A, 0x00, 0xF6, 0x10, 0x03}));
+}
+
+TEST_F(PacketLinkTest, ProductRequestByHand) {
+  EXPECT_EQ(Sent(254, Data({0, 0})), (Bytes{0x10, 0xFE, 0x02, 0x00, 0x00, 0x00, 0x10, 0x03}));
+}
+
+TEST_F(PacketLinkTest, DataBytesOf10hAreDoubled) {
+  // 0A+02+10+01 = 1D, checksum E3
+  EXPECT_EQ(Sent(10, Data({0x10, 0x01})), (Bytes{0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE3, 0x10, 0x03}));
+}
+
+TEST_F(PacketLinkTest, ChecksumOf10hIsDoubled) {
+  // 0A+01+E5 = F0, checksum 10
+  EXPECT_EQ(Sent(10, Data({0xE5})), (Bytes{0x10, 0x0A, 0x01, 0xE5, 0x10, 0x10, 0x10, 0x03}));
+}
+
+TEST_F(PacketLinkTest, SizeOf10hIsDoubledAndThePacketIdIsNot) {
+  ByteBuffer sixteen;
+  sixteen.Size = 16;
+  const Bytes frame = Sent(16, sixteen);
+  ASSERT_EQ(frame.size(), 3U + 1 + 16 + 1 + 2);
+  EXPECT_EQ(Bytes(frame.begin(), frame.begin() + 5), (Bytes{0x10, 0x10, 0x10, 0x10, 0x00}));
+  // 10+10 = 20, checksum E0
+  EXPECT_EQ(Bytes(frame.end() - 3, frame.end()), (Bytes{0xE0, 0x10, 0x03}));
+}
+
+TEST_F(PacketLinkTest, AckAndDataArrivingTogetherAreTwoFrames) {
+  port.Queue(milliseconds{5}, Joined({AckOfProductRequest, ShortWaypoint}));
+  const PacketReply reply = link.ReceivePackets();
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(FindAckSlot(reply), 1);
+  EXPECT_EQ(reply.Slot(2).Id(), 0x23);
+  EXPECT_EQ(reply.Slot(2).Size, 2 + 6);
+  const ByteBuffer data = PacketData(reply.Slot(2));
+  EXPECT_EQ(Bytes(data.View().begin(), data.View().end()), (Bytes{0x41, 0x42}));
+}
+
+TEST_F(PacketLinkTest, ASilentDeviceTimesOutAfterOneAndAHalfSeconds) {
+  const PacketReply reply = link.ReceivePackets();
+  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  EXPECT_GE(clock.now, milliseconds{1500});
+  EXPECT_LE(clock.now, milliseconds{1510});
+  EXPECT_EQ(FindAckSlot(reply), -1);
+}
+
+TEST_F(PacketLinkTest, HalfAFrameTimesOutOneAndAHalfSecondsAfterItsLastByte) {
+  port.Queue(milliseconds{1000}, {0x10, 0x23, 0x02});
+  EXPECT_EQ(link.ReceivePacket().Size, ReceiveTimeout);
+  EXPECT_GE(clock.now, milliseconds{2500});
+  EXPECT_LE(clock.now, milliseconds{2520});
+}
+
+TEST_F(PacketLinkTest, ALostLineIsNotWaitedFor) {
+  port.line_lost = true;
+  EXPECT_EQ(link.ReceivePacket().Size, ReceiveTimeout);
+  EXPECT_LT(clock.now, milliseconds{10});
+}
+
+TEST_F(PacketLinkTest, ABurstIsTakenWhenItHasSettled) {
+  port.Queue(milliseconds{4}, {0x10, 0x23, 0x02, 0x41});
+  port.Queue(milliseconds{20}, {0x42, 0x58, 0x10, 0x03});
+  const Frame frame = link.ReceivePacket();
+  EXPECT_EQ(frame.Size, 8);
+  EXPECT_FALSE(frame.damaged);
+  // The last byte came at 20 ms; 20 ms without another one follow.
+  EXPECT_GE(clock.now, milliseconds{40});
+  EXPECT_LE(clock.now, milliseconds{43});
+}
+
+TEST_F(PacketLinkTest, TheSettleTimeIsAsLongAsTheBurstTookToBegin) {
+  port.Queue(milliseconds{100}, ShortWaypoint);
+  static_cast<void>(link.ReceivePacket());
+  EXPECT_GE(clock.now, milliseconds{200});
+  EXPECT_LE(clock.now, milliseconds{204});
+}
+
+TEST_F(PacketLinkTest, ThePacingFactorStretchesTheSettleTimeAndZeroCountsAsOne) {
+  session.pacing_factor = 3.0F;
+  port.Queue(milliseconds{1}, ShortWaypoint);
+  static_cast<void>(link.ReceivePacket());
+  EXPECT_GE(clock.now, milliseconds{60});
+  session.pacing_factor = 0.0F;
+  const auto before = clock.now;
+  port.Queue(milliseconds{1}, ShortWaypoint);
+  static_cast<void>(link.ReceivePacket());
+  EXPECT_EQ(session.pacing_factor, 1.0F);
+  EXPECT_LE(clock.now - before, milliseconds{24});
+}
+
+TEST_F(PacketLinkTest, DoubledBytesAreReadOnce) {
+  // Data 10 01, checksum of 0A+02+10+01 = E3
+  port.Queue(milliseconds{1}, {0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE3, 0x10, 0x03});
+  const Frame frame = link.ReceivePacket();
+  EXPECT_FALSE(frame.damaged);
+  const ByteBuffer data = PacketData(frame);
+  EXPECT_EQ(Bytes(data.View().begin(), data.View().end()), (Bytes{0x10, 0x01}));
+}
+
+TEST_F(PacketLinkTest, DataOf10hThen03hCutsTheFrameAndIsNotedAsDamage) {
+  // Data 10 03 07, sent as 10 10 03 07: the de-stuffed 10 03 ends the frame. 23+03+10+03+07 = 40, checksum C0.
+  port.Queue(milliseconds{1}, {0x10, 0x23, 0x03, 0x10, 0x10, 0x03, 0x07, 0xC0, 0x10, 0x03});
+  const Frame frame = link.ReceivePacket();
+  EXPECT_EQ(frame.Size, 3 + 6);  // the size byte's word, although less came
+  EXPECT_TRUE(frame.damaged);
+  const ByteBuffer data = PacketData(frame);
+  EXPECT_EQ(Bytes(data.View().begin(), data.View().end()), (Bytes{0x10, 0x03, 0x00}));
+}
+
+TEST_F(PacketLinkTest, AWrongChecksumIsTakenButNoted) {
+  port.Queue(milliseconds{1}, {0x10, 0x23, 0x02, 0x41, 0x42, 0x59, 0x10, 0x03});
+  const Frame frame = link.ReceivePacket();
+  EXPECT_EQ(frame.Size, 8);
+  EXPECT_TRUE(frame.damaged);
+}
+
+TEST_F(PacketLinkTest, AFrameOf255DataBytesIsReceivedWhole) {
+  Bytes frame{0x10, 0x23, 0xFF};
+  unsigned sum = 0x23 + 0xFF;
+  for (unsigned i = 0; i < 255; ++i) {
+    frame.push_back(static_cast<std::uint8_t>(0x41 + i % 20));
+    sum += frame.back();
+  }
+  frame.push_back(static_cast<std::uint8_t>(0x100 - (sum & 0xFF)));
+  ASSERT_NE(frame.back(), 0x10);
+  frame.insert(frame.end(), {0x10, 0x03});
+  port.Queue(milliseconds{1}, frame);
+  const Frame received = link.ReceivePacket();
+  EXPECT_EQ(received.Size, 255 + 6);
+  EXPECT_FALSE(received.damaged);
+  EXPECT_EQ(PacketData(received)[254], 0x41 + 254 % 20);
+}
+
+TEST_F(PacketLinkTest, AFrameBeyondItsBufferIsAnError) {
+  Bytes frame{0x10, 0x23, 200};
+  frame.insert(frame.end(), 300, 0x55);
+  frame.insert(frame.end(), {0x10, 0x03});
+  port.Queue(milliseconds{1}, frame);
+  EXPECT_THROW(static_cast<void>(link.ReceivePacket()), std::out_of_range);
+}
+
+TEST_F(PacketLinkTest, FiveFramesInABurstFitAndASixthIsAnError) {
+  const Bytes five = Joined({ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint});
+  port.Queue(milliseconds{1}, five);
+  EXPECT_EQ(link.ReceivePackets().Count, 5);
+  port.Queue(milliseconds{1}, Joined({five, ShortWaypoint}));
+  EXPECT_THROW(static_cast<void>(link.ReceivePackets()), std::out_of_range);
+}
+
+TEST_F(PacketLinkTest, ASlotBeyondTheReplyIsAnError) {
+  const PacketReply reply;
+  EXPECT_THROW(static_cast<void>(reply.Slot(6)), std::out_of_range);
+}
+
+TEST_F(PacketLinkTest, AnExchangeDropsLateBytesOfAnEarlierBurst) {
+  port.Queue(nanoseconds{0}, ShortWaypoint);
+  port.script = [](const Bytes&) { return std::vector<ScriptedPort::Answer>{{milliseconds{3}, AckOfProductRequest}}; };
+  const PacketReply reply = link.ExchangeData(254, Data({0, 0}));
+  ASSERT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.Slot(1).Id(), Pid_Ack_Byte);
+}
+
+TEST_F(PacketLinkTest, ReceivingOnceMoreTakesTheLateFrameBehindTheAck) {
+  port.Queue(milliseconds{2}, AckOfProductRequest);
+  port.Queue(milliseconds{400}, ShortWaypoint);
+  PacketReply reply = link.ReceivePackets();
+  ASSERT_EQ(reply.Count, 1);
+  link.ReceiveMore(reply);
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(reply.Slot(2).Id(), 0x23);
+}
+
+TEST_F(PacketLinkTest, WaitingLetsTheEventLoopRun) {
+  static_cast<void>(link.ReceivePacket());
+  EXPECT_GE(loop.yields, 100);  // 1.5 s of silence
+}
+
+TEST_F(PacketLinkTest, DrainingDropsWhatStillComesAndEnds) {
+  port.Queue(milliseconds{30}, ShortWaypoint);
+  port.Queue(milliseconds{90}, ShortWaypoint);
+  link.DrainInput();
+  EXPECT_EQ(port.InBufferCount(), 0U);
+  EXPECT_GE(clock.now, milliseconds{190});
+  EXPECT_LE(clock.now, milliseconds{200});
+}
+
+TEST_F(PacketLinkTest, NoiseBeforeAFrameShiftsIt) {
+  Bytes noisy{0x55, 0x66};
+  noisy.insert(noisy.end(), AckOfProductRequest.begin(), AckOfProductRequest.end());
+  port.Queue(milliseconds{1}, noisy);
+  const PacketReply reply = link.ReceivePackets();
+  EXPECT_EQ(FindAckSlot(reply), -1);
+  EXPECT_TRUE(reply.Slot(1).damaged);
+}
+
+TEST_F(PacketLinkTest, TheTraceShowsFramesAsTheyWent) {
+  RecordingTrace trace;
+  link.SetTrace(&trace);
+  link.SendPacket(10, Data({0x10, 0x01}));
+  port.Queue(milliseconds{1}, {0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE4, 0x10, 0x03});
+  static_cast<void>(link.ReceivePacket());
+  port.Queue(milliseconds{1}, {0x10, 0x23, 0x02});
+  static_cast<void>(link.ReceivePacket());
+  ASSERT_EQ(trace.lines.size(), 4U);
+  EXPECT_EQ(trace.lines[0], "0.000000\tTX\t10\t2\t10 0A 02 10 10 01 E3 10 03");
+  EXPECT_EQ(trace.lines[1].substr(8), "\tRX\t10\t2\t10 0A 02 10 10 01 E4 10 03\t! checksum");
+  EXPECT_EQ(trace.lines[2].substr(8), "\tRX\t35\t2\t10 23 02\t! cut short");
+  EXPECT_EQ(trace.lines[3].substr(8), "\t--\ttime-out");
+}
+
+}  // namespace
+}  // namespace walrim

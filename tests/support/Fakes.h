@@ -1,0 +1,189 @@
+// The platform as tests hold it in their hands: a clock that they move, a line that they script, a desktop that
+// records.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+#include "platform/EventLoop.h"
+#include "platform/SerialPort.h"
+
+namespace walrim {
+
+using Bytes = std::vector<std::uint8_t>;
+
+class FakeClock : public Clock {
+ public:
+  [[nodiscard]] std::chrono::nanoseconds Monotonic() const override { return now; }
+  [[nodiscard]] CivilTime LocalTime() const override { return local_time; }
+  void Advance(std::chrono::nanoseconds time) { now += time; }
+
+  std::chrono::nanoseconds now{};
+  CivilTime local_time{2002, 11, 15, 14, 25, 30};
+};
+
+class FakeEventLoop : public EventLoop {
+ public:
+  void Yield() override {
+    ++yields;
+    if (on_yield) on_yield();
+  }
+
+  int yields = 0;
+  std::function<void()> on_yield;
+};
+
+/// Records what it is asked; answers come from its fields.
+class RecordingDesktop : public Desktop {
+ public:
+  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
+  [[nodiscard]] bool AskYesNo(std::string_view text) override {
+    questions.emplace_back(text);
+    return yes;
+  }
+  [[nodiscard]] bool AskOkCancel(std::string_view text) override {
+    questions.emplace_back(text);
+    return ok;
+  }
+  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override {
+    filters.emplace_back(filter);
+    return open_path;
+  }
+  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override {
+    filters.emplace_back(filter);
+    return save_path;
+  }
+  void SetClipboardText(std::string_view text) override { clipboard = text; }
+  [[nodiscard]] std::string ClipboardText() override { return clipboard; }
+  void SetStatusCaption(std::string_view text) override {
+    caption = text;
+    captions.emplace_back(text);
+  }
+  [[nodiscard]] std::string StatusCaption() const override { return caption; }
+  void ControlsChanged() override { ++changes; }
+
+  [[nodiscard]] bool Showed(std::string_view text) const {
+    return std::find(captions.begin(), captions.end(), text) != captions.end();
+  }
+
+  bool yes = true;
+  bool ok = true;
+  std::string open_path{DialogCancelled};
+  std::string save_path{DialogCancelled};
+  std::string clipboard;
+  std::string caption;
+  std::vector<std::string> messages;
+  std::vector<std::string> questions;
+  std::vector<std::string> filters;
+  std::vector<std::string> captions;
+  int changes = 0;
+};
+
+/// A line whose other end is a function: it gets every frame that was sent, as its bytes on the wire, and says what
+/// comes back after how long. Time passes in Wait alone.
+class ScriptedPort : public SerialPort {
+ public:
+  struct Answer {
+    std::chrono::nanoseconds delay{};
+    Bytes bytes;
+  };
+  using Script = std::function<std::vector<Answer>(const Bytes& frame)>;
+
+  explicit ScriptedPort(FakeClock& clock) : clock_(clock) {}
+
+  [[nodiscard]] PortResult Open(std::string_view comm_port, std::string_view settings) override {
+    ++opened;
+    last_name = comm_port;
+    last_settings = settings;
+    if (open_result.Ok()) open_ = true;
+    return open_result;
+  }
+  [[nodiscard]] bool PortOpen() const override { return open_; }
+  void Close() override {
+    open_ = false;
+    ++closed;
+  }
+  [[nodiscard]] std::size_t InBufferCount() override {
+    Deliver();
+    return in_.size();
+  }
+  void ClearInBuffer() override {
+    Deliver();
+    in_.clear();
+  }
+  [[nodiscard]] std::optional<std::uint8_t> Input() override {
+    Deliver();
+    if (in_.empty()) return std::nullopt;
+    const std::uint8_t byte = in_.front();
+    in_.pop_front();
+    return byte;
+  }
+  void Output(std::uint8_t byte) override {
+    sending_.push_back(byte);
+    if (!FrameEnded()) return;
+    sent.push_back(std::exchange(sending_, {}));
+    if (!script) return;
+    for (Answer& answer : script(sent.back()))
+      Queue(answer.delay, std::move(answer.bytes));
+  }
+  [[nodiscard]] std::size_t OutBufferCount() override { return 0; }
+  void ClearOutBuffer() override {}
+  void Wait(std::chrono::milliseconds at_most) override {
+    auto step = std::chrono::nanoseconds(at_most);
+    for (const auto& [due, byte] : coming_) {
+      if (due > clock_.now) step = std::min(step, due - clock_.now);
+    }
+    clock_.Advance(step);
+  }
+  [[nodiscard]] bool LineLost() const override { return line_lost; }
+
+  /// Bytes that arrive this long from now.
+  void Queue(std::chrono::nanoseconds delay, Bytes bytes) {
+    for (const std::uint8_t byte : bytes)
+      coming_.emplace_back(clock_.now + delay, byte);
+  }
+
+  Script script;
+  PortResult open_result;
+  bool line_lost = false;
+  std::vector<Bytes> sent;
+  int opened = 0;
+  int closed = 0;
+  std::string last_name;
+  std::string last_settings;
+
+ private:
+  [[nodiscard]] bool FrameEnded() const {
+    if (sending_.size() < 6 || sending_.back() != 3) return false;
+    // DLE before ETX ends a frame only when it is not the second half of a doubled byte.
+    std::size_t run = 0;
+    for (std::size_t i = sending_.size() - 1; i-- > 2 && sending_[i] == 16;)
+      ++run;
+    return run % 2 == 1;
+  }
+  void Deliver() {
+    while (!coming_.empty() && coming_.front().first <= clock_.now) {
+      in_.push_back(coming_.front().second);
+      coming_.pop_front();
+    }
+  }
+
+  FakeClock& clock_;
+  bool open_ = false;
+  Bytes sending_;
+  std::deque<std::uint8_t> in_;
+  std::deque<std::pair<std::chrono::nanoseconds, std::uint8_t>> coming_;
+};
+
+}  // namespace walrim

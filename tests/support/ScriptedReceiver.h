@@ -1,0 +1,141 @@
+// A receiver of a few lines for transfer tests: what it holds is a list of packets.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/Fakes.h"
+
+namespace walrim {
+
+/// The bytes of a frame on the wire.
+inline Bytes WireFrame(int id, const Bytes& data) {
+  Bytes wire{0x10, static_cast<std::uint8_t>(id)};
+  unsigned sum = static_cast<unsigned>(id) + static_cast<unsigned>(data.size());
+  const auto put = [&](std::uint8_t byte) {
+    wire.push_back(byte);
+    if (byte == 0x10) wire.push_back(byte);
+  };
+  put(static_cast<std::uint8_t>(data.size()));
+  for (const std::uint8_t byte : data) {
+    put(byte);
+    sum += byte;
+  }
+  put(static_cast<std::uint8_t>(0x100 - (sum & 0xFF)));
+  wire.push_back(0x10);
+  wire.push_back(0x03);
+  return wire;
+}
+
+inline Bytes Int16(int value) {
+  return {static_cast<std::uint8_t>(value & 0xFF), static_cast<std::uint8_t>((value >> 8) & 0xFF)};
+}
+
+/// A frame taken apart: id and data, without doubled bytes.
+struct PlainPacket {
+  int id = 0;
+  Bytes data;
+  friend bool operator==(const PlainPacket&, const PlainPacket&) = default;
+};
+
+inline PlainPacket Unwrapped(const Bytes& wire) {
+  PlainPacket packet{wire.at(1), {}};
+  Bytes plain;
+  for (std::size_t i = 2; i + 2 < wire.size(); ++i) {
+    plain.push_back(wire[i]);
+    if (wire[i] == 0x10) ++i;
+  }
+  packet.data.assign(plain.begin() + 1, plain.end() - 1);  // without size and checksum
+  return packet;
+}
+
+class ScriptedReceiver {
+ public:
+  explicit ScriptedReceiver(ScriptedPort& port) {
+    port.script = [this](const Bytes& wire) { return Answer(Unwrapped(wire)); };
+  }
+
+  std::string_view description = "eTrex Software Version 2.14";
+  int product_id = 130;
+  std::vector<PlainPacket> packets;                    ///< what a download sends
+  std::map<int, std::vector<PlainPacket>> packets_of;  ///< the same for one transfer command
+  std::optional<int> announced;                        ///< instead of the number of packets
+  std::optional<std::size_t> silent_after;             ///< answers no further after this many received frames
+  bool acknowledges = true;
+  std::chrono::nanoseconds delay{std::chrono::milliseconds{2}};
+  std::chrono::nanoseconds gap{};     ///< between an ACK and the packet behind it
+  std::vector<PlainPacket> received;  ///< everything the host sent
+
+  [[nodiscard]] std::size_t CountReceived(const PlainPacket& packet) const {
+    std::size_t count = 0;
+    for (const PlainPacket& one : received)
+      count += one == packet ? 1U : 0U;
+    return count;
+  }
+  /// Ids of the received packets that are not ACKs, in order.
+  [[nodiscard]] std::vector<int> ReceivedIds() const {
+    std::vector<int> ids;
+    for (const PlainPacket& one : received) {
+      if (one.id != 6) ids.push_back(one.id);
+    }
+    return ids;
+  }
+
+ private:
+  using Answers = std::vector<ScriptedPort::Answer>;
+
+  Answers Answer(const PlainPacket& packet) {
+    received.push_back(packet);
+    if (silent_after && received.size() > *silent_after) return {};
+    switch (packet.id) {
+      case 254:
+        return AckAnd(254, {255, ProductData()});
+      case 10:
+        return OnCommand(packet.data.at(0));
+      case 6:
+        return OnAck(packet.data.at(0));
+      default:
+        return {{delay, Ack(packet.id)}};
+    }
+  }
+  Bytes Ack(int id) const { return acknowledges ? WireFrame(6, Int16(id)) : WireFrame(21, Int16(id)); }
+  Answers AckAnd(int id, const PlainPacket& packet) const {
+    const Bytes frame = WireFrame(packet.id, packet.data);
+    if (!acknowledges) return {{delay, Ack(id)}};
+    return {{delay, Ack(id)}, {delay + gap, frame}};
+  }
+  Bytes ProductData() const {
+    Bytes data = Int16(product_id);
+    const Bytes version = Int16(214);
+    data.insert(data.end(), version.begin(), version.end());
+    data.insert(data.end(), description.begin(), description.end());
+    data.push_back(0);
+    return data;
+  }
+  const std::vector<PlainPacket>& Packets() const {
+    const auto found = packets_of.find(command_);
+    return found == packets_of.end() ? packets : found->second;
+  }
+  Answers OnCommand(int command) {
+    if (command == 0) return {{delay, Ack(10)}};
+    command_ = command;
+    next_ = 0;
+    return AckAnd(10, {27, Int16(announced.value_or(static_cast<int>(Packets().size())))});
+  }
+  Answers OnAck(int) {
+    if (next_ > Packets().size()) return {};
+    const PlainPacket packet = next_ < Packets().size() ? Packets()[next_] : PlainPacket{12, Int16(command_)};
+    ++next_;
+    return {{delay, WireFrame(packet.id, packet.data)}};
+  }
+
+  int command_ = 0;
+  std::size_t next_ = 0;
+};
+
+}  // namespace walrim
