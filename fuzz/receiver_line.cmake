@@ -1,0 +1,1 @@
+walrim_fuzz(receiver_line LINK walrim_receiver)

@@ -1,0 +1,58 @@
+// What a host of any kind sends to the receiver made of software. The first byte chooses the model, the second a
+// fault; the rest is on the line. Whatever comes back must be made of whole frames, and the memory must stay sendable.
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "receiver/DemoContents.h"
+#include "receiver/SoftReceiver.h"
+
+using namespace walrim;
+
+namespace {
+
+ReceiverFaults ChosenFault(std::uint8_t choice) {
+  const std::vector<std::string> forms = FaultForms();
+  ReceiverFaults faults;
+  if (choice >= forms.size()) return faults;
+  const std::string& form = forms[choice];
+  const std::string kind = form.substr(0, form.find_first_of("[="));
+  if (!AddFault(faults, form == kind ? kind : kind + "=2").empty()) std::abort();
+  return faults;
+}
+
+void CheckSendable(const std::vector<LinePacket>& records) {
+  for (const LinePacket& record : records) {
+    if (record.data.size() > MaxLinePacketData) std::abort();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::span<const std::uint8_t> input(data, size);
+  if (input.size() < 2) return 0;
+  const ReceiverModel& model = ReceiverModels()[input[0] % ReceiverModels().size()];
+  const ReceiverFaults faults = ChosenFault(input[1]);
+  SoftReceiver receiver(model, EncodeMemory(DemoContents(model), model), 9600, faults);
+  LineFrameReader reader;
+  std::chrono::nanoseconds now{0};
+  receiver.Receive(input.subspan(2), now);
+  bool last_ended = true;
+  while (const auto due = receiver.NextDue()) {
+    if (*due < now) std::abort();
+    now = *due;
+    for (const std::uint8_t byte : receiver.Send(now)) {
+      const auto frame = reader.Take(byte);
+      last_ended = frame.has_value();
+      if (frame && !frame->intact && !faults.overlong && !faults.bad_checksum) std::abort();
+    }
+  }
+  if (!last_ended) std::abort();
+  CheckSendable(receiver.Memory().waypoints);
+  CheckSendable(receiver.Memory().routes);
+  CheckSendable(receiver.Memory().tracks);
+  return 0;
+}

@@ -1,0 +1,1 @@
+walrim_fuzz(receiver_memory LINK walrim_receiver)

@@ -1,0 +1,258 @@
+#include "receiver/SoftReceiver.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace walrim {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+constexpr std::uint8_t AckByte = 6;
+constexpr std::uint8_t CommandData = 10;
+constexpr std::uint8_t TransferComplete = 12;
+constexpr std::uint8_t NakByte = 21;
+constexpr std::uint8_t Records = 27;
+constexpr std::uint8_t ProductRequest = 254;
+
+constexpr std::uint16_t AbortTransfer = 0;
+constexpr std::uint16_t TransferRoutes = 4;
+constexpr std::uint16_t TransferTracks = 6;
+constexpr std::uint16_t TransferWaypoints = 7;
+
+constexpr std::uint8_t MeaninglessId = 200;
+constexpr std::uint8_t ChecksumError = 0x55;
+constexpr std::uint8_t Noise[] = {0x00, 0xFF, 0x5A, 0xA5, 0x7E};
+
+constexpr std::int64_t BitsPerByte = 10;
+// A host that asks on and on without reading is not answered for ever.
+constexpr std::size_t MaxOutgoing = 1U << 20;
+
+LinePacket WordPacket(std::uint8_t id, std::size_t word) {
+  return {id, {static_cast<std::uint8_t>(word & 0xFF), static_cast<std::uint8_t>((word >> 8) & 0xFF)}};
+}
+
+// Bytes that did not come count as 0.
+std::uint16_t WordOf(const LinePacket& packet) {
+  const unsigned low = packet.data.empty() ? 0U : packet.data[0];
+  const unsigned high = packet.data.size() < 2 ? 0U : packet.data[1];
+  return static_cast<std::uint16_t>(low + 256 * high);
+}
+
+bool IsRecordOf(std::uint16_t command, std::uint8_t id) {
+  switch (command) {
+    case TransferWaypoints:
+      return id == record_id::Waypoint;
+    case TransferRoutes:
+      return id == record_id::RouteHeader || id == record_id::RouteWaypoint || id == record_id::RouteLink;
+    case TransferTracks:
+      return id == record_id::TrackHeader || id == record_id::TrackPoint;
+    default:
+      return false;
+  }
+}
+
+// Longer than any frame can be, although its size byte tells an ordinary size. Its bytes hold neither DLE nor ETX.
+std::vector<std::uint8_t> OverlongFrame(std::uint8_t id) {
+  constexpr std::uint8_t told_size = 200;
+  constexpr std::size_t data_size = 400;
+  std::vector<std::uint8_t> bytes{16, id, told_size};
+  for (std::size_t i = 0; i < data_size; ++i)
+    bytes.push_back(static_cast<std::uint8_t>(0x20 + i % 64));
+  bytes.insert(bytes.end(), {0x7F, 16, 3});
+  return bytes;
+}
+
+}  // namespace
+
+SoftReceiver::SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults)
+    : model_(model),
+      memory_(std::move(memory)),
+      faults_(faults),
+      byte_time_(baud > 0 ? nanoseconds(std::chrono::seconds(1)) * BitsPerByte / baud : nanoseconds(0)) {}
+
+void SoftReceiver::Receive(std::span<const std::uint8_t> bytes, nanoseconds now) {
+  for (const std::uint8_t byte : bytes) {
+    if (LineClosed()) return;
+    input_free_at_ = std::max(now, input_free_at_) + byte_time_;
+    if (const auto frame = reader_.Take(byte)) TakeFrame(*frame);
+  }
+}
+
+std::optional<nanoseconds> SoftReceiver::NextDue() const {
+  if (outgoing_.empty()) return std::nullopt;
+  return outgoing_.front().due;
+}
+
+std::vector<std::uint8_t> SoftReceiver::Send(nanoseconds now) {
+  std::vector<std::uint8_t> bytes;
+  while (!outgoing_.empty() && outgoing_.front().due <= now) {
+    bytes.push_back(outgoing_.front().byte);
+    outgoing_.pop_front();
+  }
+  return bytes;
+}
+
+bool SoftReceiver::LineClosed() const {
+  return faults_.unplug_after && frames_sent_ >= *faults_.unplug_after && outgoing_.empty();
+}
+
+void SoftReceiver::TakeFrame(const ReceivedFrame& frame) {
+  const LinePacket& packet = frame.packet;
+  const bool answers_ours = packet.id == AckByte || packet.id == NakByte;
+  if (!frame.intact || (!answers_ours && RefusesPacket())) {
+    SendFrame(LineFrameBytes(WordPacket(NakByte, packet.id)));
+  } else if (packet.id == AckByte) {
+    TakeAck(packet);
+  } else if (packet.id == NakByte) {
+    if (awaiting_ack_) SendFrame(LineFrameBytes(*awaiting_ack_));
+  } else {
+    SendFrame(LineFrameBytes(WordPacket(AckByte, packet.id)));
+    TakePacket(packet);
+  }
+}
+
+bool SoftReceiver::RefusesPacket() {
+  ++packets_taken_;
+  return faults_.nak && (*faults_.nak == 0 || *faults_.nak == packets_taken_);
+}
+
+void SoftReceiver::TakePacket(const LinePacket& packet) {
+  switch (packet.id) {
+    case ProductRequest:
+      SendAnswer(ProductDataPacket(model_));
+      break;
+    case CommandData:
+      TakeCommand(WordOf(packet));
+      break;
+    case Records:
+      StartUpload(WordOf(packet));
+      break;
+    case TransferComplete:
+      FinishUpload(WordOf(packet));
+      break;
+    default:
+      TakeRecord(packet);
+      break;
+  }
+}
+
+void SoftReceiver::TakeCommand(std::uint16_t command) {
+  const std::vector<LinePacket>* records = MemoryOf(command);
+  if (command != AbortTransfer && records == nullptr) return;
+  upload_.reset();
+  download_.reset();
+  awaiting_ack_.reset();
+  if (records == nullptr) return;
+  download_ = Download{command, records, 0};
+  const auto fewer = static_cast<std::size_t>(faults_.short_count.value_or(0));
+  SendAnswer(WordPacket(Records, records->size() - std::min(records->size(), fewer)));
+}
+
+// An ACK that names another packet than the last one sent is not for it.
+void SoftReceiver::TakeAck(const LinePacket& ack) {
+  if (!awaiting_ack_ || ack.data.empty() || WordOf(ack) != awaiting_ack_->id) return;
+  awaiting_ack_.reset();
+  if (download_) SendNextRecord();
+}
+
+void SoftReceiver::StartUpload(std::uint16_t count) {
+  download_.reset();
+  awaiting_ack_.reset();
+  upload_ = Upload{count, {}};
+}
+
+void SoftReceiver::TakeRecord(const LinePacket& packet) {
+  if (upload_ && upload_->records.size() < upload_->announced) upload_->records.push_back(packet);
+}
+
+void SoftReceiver::FinishUpload(std::uint16_t command) {
+  if (!upload_) return;
+  std::vector<LinePacket> records = std::move(upload_->records);
+  upload_.reset();
+  std::vector<LinePacket>* memory = MemoryOf(command);
+  const bool all_of_kind = std::all_of(records.begin(), records.end(),
+                                       [command](const LinePacket& record) { return IsRecordOf(command, record.id); });
+  if (memory != nullptr && all_of_kind) *memory = std::move(records);
+}
+
+std::vector<LinePacket>* SoftReceiver::MemoryOf(std::uint16_t command) {
+  switch (command) {
+    case TransferWaypoints:
+      return &memory_.waypoints;
+    case TransferRoutes:
+      return &memory_.routes;
+    case TransferTracks:
+      return &memory_.tracks;
+    default:
+      return nullptr;
+  }
+}
+
+// The packet that follows an ACK.
+void SoftReceiver::SendAnswer(const LinePacket& packet) {
+  output_free_at_ += milliseconds(faults_.gap.value_or(0));
+  SendPacket(packet);
+}
+
+void SoftReceiver::SendNextRecord() {
+  const std::vector<LinePacket>& records = *download_->records;
+  std::size_t end = records.size();
+  if (faults_.early_complete) end = std::min(end, static_cast<std::size_t>(*faults_.early_complete));
+  if (download_->sent < end) {
+    SendRecord(records, download_->sent++);
+  } else {
+    const std::uint16_t command = download_->command;
+    download_.reset();
+    SendPacket(WordPacket(TransferComplete, command));
+  }
+}
+
+void SoftReceiver::SendRecord(const std::vector<LinePacket>& records, std::size_t index) {
+  const int number = static_cast<int>(index) + 1;
+  LinePacket record = records[index];
+  if (faults_.overlong == number) {
+    awaiting_ack_ = record;
+    SendFrame(OverlongFrame(record.id));
+    return;
+  }
+  if (faults_.unknown_first && number == 1) record.id = MeaninglessId;
+  SendPacket(record, faults_.bad_checksum == number ? ChecksumError : std::uint8_t{0});
+  if (faults_.burst && number == 1) SendBurst(records);
+}
+
+// What makes a burst of the first record, which alone waits for an ACK: the records after it, the last one repeated.
+void SoftReceiver::SendBurst(const std::vector<LinePacket>& records) {
+  for (std::size_t i = 1; i < static_cast<std::size_t>(*faults_.burst); ++i) {
+    SendFrame(LineFrameBytes(records[std::min(i, records.size() - 1)]));
+  }
+}
+
+void SoftReceiver::SendPacket(const LinePacket& packet, std::uint8_t checksum_error) {
+  awaiting_ack_ = packet;
+  SendFrame(LineFrameBytes(packet, checksum_error));
+}
+
+void SoftReceiver::SendFrame(const std::vector<std::uint8_t>& frame) {
+  if (NoFrameLeft() || outgoing_.size() > MaxOutgoing) return;
+  ++frames_sent_;
+  if (faults_.garbage && (*faults_.garbage == 0 || *faults_.garbage == frames_sent_)) SendBytes(Noise);
+  SendBytes(frame);
+}
+
+bool SoftReceiver::NoFrameLeft() const {
+  return faults_.silent || (faults_.silent_after && frames_sent_ >= *faults_.silent_after) ||
+         (faults_.unplug_after && frames_sent_ >= *faults_.unplug_after);
+}
+
+void SoftReceiver::SendBytes(std::span<const std::uint8_t> bytes) {
+  const nanoseconds step = std::max(byte_time_, nanoseconds(milliseconds(faults_.dribble.value_or(0))));
+  for (const std::uint8_t byte : bytes) {
+    output_free_at_ = std::max(input_free_at_, output_free_at_) + step;
+    outgoing_.push_back({output_free_at_, byte});
+  }
+}
+
+}  // namespace walrim

@@ -1,0 +1,104 @@
+// A receiver made of software: what a GPS receiver does on its end of the line, as one state machine without a thread
+// or a clock of its own.
+//
+// Commands (A010) and transfers (A100, A200/A201, A300/A301) on link protocol L001:
+//   product request (254)        -> ACK, product data (255)
+//   command 7, 4 or 6 (10)       -> ACK, Records (27) with the count, for each ACK the next record, then
+//                                   Xfer_Cmplt (12) with the command's number
+//   command 0                    -> ACK, and the running transfer ends
+//   Records, records, Xfer_Cmplt -> an ACK for each; the records then replace the memory of their kind
+// A NAK has the last packet sent again, a frame that does not hold is answered with NAK.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "receiver/LineFrame.h"
+#include "receiver/ReceiverFaults.h"
+#include "receiver/ReceiverMemory.h"
+#include "receiver/ReceiverModel.h"
+
+namespace walrim {
+
+/// Times are on any clock that only goes forward; each call's time is at or after the one before.
+class SoftReceiver {
+ public:
+  /// A line of baud bits a second takes ten bit times for a byte, in either direction; with 0 it takes no time.
+  SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults);
+  SoftReceiver(const SoftReceiver&) = delete;
+  SoftReceiver& operator=(const SoftReceiver&) = delete;
+
+  /// Puts bytes on the line towards the receiver. They pass one after the other from now, or from when the line is
+  /// free; a frame is answered from when its last byte has passed.
+  void Receive(std::span<const std::uint8_t> bytes, std::chrono::nanoseconds now);
+  /// When the last byte put on the line towards the receiver has passed; in the past when the line is free.
+  [[nodiscard]] std::chrono::nanoseconds InputFreeAt() const { return input_free_at_; }
+
+  /// When the next byte from the receiver has passed; nothing when none is under way.
+  [[nodiscard]] std::optional<std::chrono::nanoseconds> NextDue() const;
+  /// The bytes from the receiver that have passed by now, each given once.
+  [[nodiscard]] std::vector<std::uint8_t> Send(std::chrono::nanoseconds now);
+
+  /// True once the cable has been pulled, which happens only as a fault. Nothing passes any more.
+  [[nodiscard]] bool LineClosed() const;
+
+  [[nodiscard]] const ReceiverMemory& Memory() const { return memory_; }
+
+ private:
+  struct DueByte {
+    std::chrono::nanoseconds due;
+    std::uint8_t byte;
+  };
+  struct Download {
+    std::uint16_t command;
+    const std::vector<LinePacket>* records;
+    std::size_t sent;
+  };
+  struct Upload {
+    std::size_t announced;
+    std::vector<LinePacket> records;
+  };
+
+  void TakeFrame(const ReceivedFrame& frame);
+  void TakePacket(const LinePacket& packet);
+  void TakeCommand(std::uint16_t command);
+  void TakeAck(const LinePacket& ack);
+  void StartUpload(std::uint16_t count);
+  void TakeRecord(const LinePacket& packet);
+  void FinishUpload(std::uint16_t command);
+  [[nodiscard]] std::vector<LinePacket>* MemoryOf(std::uint16_t command);
+
+  void SendAnswer(const LinePacket& packet);
+  void SendNextRecord();
+  void SendRecord(const std::vector<LinePacket>& records, std::size_t index);
+  void SendBurst(const std::vector<LinePacket>& records);
+  /// A packet that stands until the host has acknowledged it.
+  void SendPacket(const LinePacket& packet, std::uint8_t checksum_error = 0);
+  void SendFrame(const std::vector<std::uint8_t>& frame);
+  void SendBytes(std::span<const std::uint8_t> bytes);
+  [[nodiscard]] bool NoFrameLeft() const;
+  [[nodiscard]] bool RefusesPacket();
+
+  const ReceiverModel& model_;
+  ReceiverMemory memory_;
+  ReceiverFaults faults_;
+  std::chrono::nanoseconds byte_time_;
+
+  LineFrameReader reader_;
+  std::chrono::nanoseconds input_free_at_{std::chrono::nanoseconds::min()};
+  std::chrono::nanoseconds output_free_at_{std::chrono::nanoseconds::min()};
+  std::deque<DueByte> outgoing_;
+  int frames_sent_ = 0;
+  int packets_taken_ = 0;
+
+  std::optional<LinePacket> awaiting_ack_;
+  std::optional<Download> download_;
+  std::optional<Upload> upload_;
+};
+
+}  // namespace walrim

@@ -1,0 +1,165 @@
+// walrim-receiver: the receiver made of software on a pseudo-terminal.
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <optional>
+#include <poll.h>
+#include <string>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <time.h>
+#include <vector>
+
+#include "receiver/DemoContents.h"
+#include "receiver/MemoryFile.h"
+#include "receiver/PseudoTerminal.h"
+#include "receiver/ReceiverFaults.h"
+#include "receiver/ReceiverMemory.h"
+#include "receiver/ReceiverModel.h"
+#include "receiver/SoftReceiver.h"
+
+namespace walrim {
+namespace {
+
+using std::chrono::nanoseconds;
+
+struct Options {
+  std::string model = "eTrex";
+  std::string memory_path;
+  int utc_offset_hours = 9;
+  int baud = 9600;
+  std::string link;
+  std::vector<std::string> fault_texts;
+  ReceiverFaults faults;
+};
+
+constexpr int ExitDone = 0;
+constexpr int ExitRefused = 1;
+constexpr int ExitWrongOptions = 2;
+constexpr int MaxBaud = 4'000'000;
+
+std::string FaultHelp() {
+  std::string text = "What the receiver does wrong, any number of times:";
+  for (const std::string& form : FaultForms())
+    text += " " + form;
+  return text;
+}
+
+void DescribeOptions(CLI::App& app, Options& options) {
+  std::vector<std::string> models;
+  for (const ReceiverModel& model : ReceiverModels())
+    models.emplace_back(model.name);
+  app.add_option("--model", options.model, "The receiver's model")->check(CLI::IsMember(models))->capture_default_str();
+  app.add_option("--memory", options.memory_path, "Standard file that fills the memory; else demonstration data");
+  app.add_option("--utc-offset", options.utc_offset_hours, "Hours that the memory file's times are ahead of UTC")
+      ->check(CLI::Range(-12, 14))
+      ->capture_default_str();
+  app.add_option("--baud", options.baud, "Pace of the line in bits a second; 0 sends at once")
+      ->check(CLI::Range(0, MaxBaud))
+      ->capture_default_str();
+  app.add_option("--link", options.link, "Symbolic link to the pseudo-terminal while it serves");
+  app.add_option("--fault", options.fault_texts, FaultHelp())
+      ->type_name("KIND[=N]")
+      ->expected(1)
+      ->take_all()
+      ->allow_extra_args(false);
+}
+
+void ReadFaults(Options& options) {
+  for (const std::string& text : options.fault_texts) {
+    const std::string problem = AddFault(options.faults, text);
+    if (!problem.empty()) throw CLI::ValidationError("--fault", problem);
+  }
+}
+
+int Refuse(const std::string& problem) {
+  std::fprintf(stderr, "walrim-receiver: %s\n", problem.c_str());
+  return ExitRefused;
+}
+
+nanoseconds Now() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return std::chrono::seconds(now.tv_sec) + nanoseconds(now.tv_nsec);
+}
+
+// The signals that end the program, as something to poll.
+int EndSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    sigaddset(&signals, signal);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  return signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
+}
+
+// Waits until one of the descriptors is readable or the time has come.
+void WaitFor(std::array<pollfd, 3>& descriptors, const std::optional<nanoseconds>& due) {
+  timespec timeout{};
+  if (due) {
+    const nanoseconds wait = std::max(*due - Now(), nanoseconds(0));
+    timeout.tv_sec = static_cast<time_t>(std::chrono::duration_cast<std::chrono::seconds>(wait).count());
+    timeout.tv_nsec = static_cast<long>((wait % std::chrono::seconds(1)).count());
+  }
+  for (pollfd& descriptor : descriptors)
+    descriptor.revents = 0;
+  ppoll(descriptors.data(), descriptors.size(), due ? &timeout : nullptr, nullptr);
+}
+
+// Until a signal comes or the line is pulled.
+void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
+  std::array<pollfd, 3> descriptors{pollfd{end_signals, POLLIN, 0}, pollfd{terminal.ClientDescriptor(), POLLIN, 0},
+                                    pollfd{terminal.LineDescriptor(), POLLIN, 0}};
+  while (!receiver.LineClosed()) {
+    WaitFor(descriptors, receiver.NextDue());
+    if (descriptors[0].revents != 0) return;
+    if (descriptors[1].revents != 0) terminal.TakeClientEvents();
+    if (descriptors[2].revents != 0) receiver.Receive(terminal.Read(), Now());
+    terminal.Write(receiver.Send(Now()));
+  }
+  terminal.WaitUntilRead(std::chrono::milliseconds(250));
+}
+
+int Run(const Options& options) {
+  const ReceiverModel& model = *FindReceiverModel(options.model);
+  MemoryFileResult memory{DemoContents(model), {}};
+  if (!options.memory_path.empty()) memory = LoadMemoryFile(options.memory_path, options.utc_offset_hours);
+  if (!memory.contents) return Refuse(memory.problem);
+  SoftReceiver receiver(model, EncodeMemory(*memory.contents, model), options.baud, options.faults);
+
+  const OwnedDescriptor end_signals(EndSignals());
+  PseudoTerminal terminal;
+  std::string problem = terminal.Open();
+  if (!problem.empty()) return Refuse(problem);
+  PathLink link;
+  if (!options.link.empty()) problem = link.Make(options.link, terminal.Path());
+  if (!problem.empty()) return Refuse(problem);
+
+  std::printf("%s\n", terminal.Path().c_str());
+  std::fflush(stdout);
+  // Waits are held to a microsecond: the usual slack is a twentieth of a byte.
+  prctl(PR_SET_TIMERSLACK, 1000UL, 0UL, 0UL, 0UL);
+  Serve(terminal, receiver, end_signals.Number());
+  return ExitDone;
+}
+
+}  // namespace
+}  // namespace walrim
+
+int main(int argc, char** argv) {
+  using walrim::Options;
+  Options options;
+  CLI::App app("A GPS receiver made of software, on a pseudo-terminal whose path is its first line of output.",
+               "walrim-receiver");
+  walrim::DescribeOptions(app, options);
+  try {
+    app.parse(argc, argv);
+    walrim::ReadFaults(options);
+  } catch (const CLI::ParseError& problem) {
+    return app.exit(problem) == 0 ? walrim::ExitDone : walrim::ExitWrongOptions;
+  }
+  return walrim::Run(options);
+}

@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+
+#include "receiver/ReceiverHost.h"
+#include "receiver/SoftReceiver.h"
+
+namespace walrim {
+namespace {
+
+using std::chrono::nanoseconds;
+using std::chrono::seconds;
+
+constexpr nanoseconds ByteTime{1041666};
+
+ReceiverMemory SmallMemory() {
+  ReceiverMemory memory;
+  memory.waypoints = {{35, {1}}, {35, {2, 2}}, {35, {16, 3}}};
+  memory.routes = {{29, {1}}, {30, {2}}, {98, {3}}};
+  memory.tracks = {{99, {1, 2, 0}}, {34, {5}}};
+  return memory;
+}
+
+class SoftReceiverTest : public testing::Test {
+ protected:
+  SoftReceiver receiver{*FindReceiverModel("eTrex"), SmallMemory(), 9600, {}};
+  ReceiverHost host{receiver};
+};
+
+TEST_F(SoftReceiverTest, AnswersTheProductRequestWithAckAndProductData) {
+  const Bytes came = host.ExchangeBytes(ProductRequestFrame);
+  const Bytes ack{0x10, 0x06, 0x02, 0xFE, 0x00, 0xFA, 0x10, 0x03};
+  ASSERT_GT(came.size(), ack.size());
+  EXPECT_EQ(Bytes(came.begin(), came.begin() + 8), ack);
+  const auto frames = FramesIn(came);
+  ASSERT_EQ(frames.size(), 2U);
+  EXPECT_EQ(frames[1].id, 255);
+  EXPECT_TRUE(frames[1].sound);
+}
+
+TEST_F(SoftReceiverTest, UnderstandsAFrameFedByteByByte) {
+  for (const std::uint8_t byte : ProductRequestFrame)
+    receiver.Receive(Bytes{byte}, host.now);
+  EXPECT_EQ(FramesIn(host.ExchangeBytes({})).size(), 2U);
+}
+
+TEST_F(SoftReceiverTest, NaksAWrongChecksumAndActsOnTheRepetition) {
+  EXPECT_EQ(host.ExchangeBytes({0x10, 0x0A, 0x02, 0x07, 0x00, 0xEE, 0x10, 0x03}),
+            (Bytes{0x10, 0x15, 0x02, 0x0A, 0x00, 0xDF, 0x10, 0x03}));
+  EXPECT_EQ(host.Command(7), (std::vector{Sound(6, {10, 0}), Sound(27, {3, 0})}));
+}
+
+TEST_F(SoftReceiverTest, DownloadsWaypoints) {
+  EXPECT_EQ(host.Command(7), (std::vector{Sound(6, {10, 0}), Sound(27, {3, 0})}));
+  EXPECT_EQ(host.Ack(27), std::vector{Sound(35, {1})});
+  EXPECT_EQ(host.Ack(35), (std::vector{Sound(35, {2, 2})}));
+  EXPECT_EQ(host.Ack(35), (std::vector{Sound(35, {16, 3})}));
+  EXPECT_EQ(host.Ack(35), (std::vector{Sound(12, {7, 0})}));
+  EXPECT_TRUE(host.Ack(12).empty());
+  EXPECT_TRUE(host.Ack(12).empty());
+}
+
+TEST_F(SoftReceiverTest, DownloadsRoutesAndTracksUnderTheirCommands) {
+  EXPECT_EQ(host.Download(4),
+            (std::vector{Sound(27, {3, 0}), Sound(29, {1}), Sound(30, {2}), Sound(98, {3}), Sound(12, {4, 0})}));
+  EXPECT_EQ(host.Download(6),
+            (std::vector{Sound(27, {2, 0}), Sound(99, {1, 2, 0}), Sound(34, {5}), Sound(12, {6, 0})}));
+}
+
+TEST_F(SoftReceiverTest, RecordsOnTheLineByHand) {
+  EXPECT_EQ(host.ExchangeBytes({0x10, 0x0A, 0x02, 0x07, 0x00, 0xED, 0x10, 0x03}),
+            (Bytes{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEE, 0x10, 0x03, 0x10, 0x1B, 0x02, 0x03, 0x00, 0xE0, 0x10, 0x03}));
+  EXPECT_EQ(host.ExchangeBytes({0x10, 0x06, 0x02, 0x1B, 0x00, 0xDD, 0x10, 0x03}),
+            (Bytes{0x10, 0x23, 0x01, 0x01, 0xDB, 0x10, 0x03}));
+}
+
+TEST_F(SoftReceiverTest, SendsAgainWhatTheHostRefuses) {
+  static_cast<void>(host.Command(7));
+  EXPECT_EQ(host.Nak(27), std::vector{Sound(27, {3, 0})});
+  EXPECT_EQ(host.Ack(27), std::vector{Sound(35, {1})});
+  EXPECT_EQ(host.Nak(35), std::vector{Sound(35, {1})});
+  EXPECT_EQ(host.Nak(35), std::vector{Sound(35, {1})});
+  EXPECT_EQ(host.Ack(35), (std::vector{Sound(35, {2, 2})}));
+}
+
+TEST_F(SoftReceiverTest, AnAckOfAnotherPacketMovesNothing) {
+  static_cast<void>(host.Command(7));
+  EXPECT_TRUE(host.Ack(35).empty());
+  EXPECT_EQ(host.Ack(27), std::vector{Sound(35, {1})});
+}
+
+TEST_F(SoftReceiverTest, AbortEndsADownload) {
+  static_cast<void>(host.Command(7));
+  static_cast<void>(host.Ack(27));
+  EXPECT_EQ(host.Command(0), std::vector{Sound(6, {10, 0})});
+  EXPECT_TRUE(host.Ack(35).empty());
+  EXPECT_EQ(host.Download(7).size(), 5U);
+}
+
+TEST_F(SoftReceiverTest, AbortAfterTheCountAndInsteadOfTheLastAck) {
+  static_cast<void>(host.Command(6));
+  EXPECT_EQ(host.Command(0), std::vector{Sound(6, {10, 0})});
+  static_cast<void>(host.Command(6));
+  static_cast<void>(host.Ack(27));
+  static_cast<void>(host.Ack(99));
+  EXPECT_EQ(host.Ack(34), (std::vector{Sound(12, {6, 0})}));
+  EXPECT_EQ(host.Command(0), std::vector{Sound(6, {10, 0})});
+  EXPECT_EQ(host.Command(7).size(), 2U);
+}
+
+TEST_F(SoftReceiverTest, ACommandThatItDoesNotKnowIsAcknowledgedOnly) {
+  EXPECT_EQ(host.Command(5), std::vector{Sound(6, {10, 0})});
+  EXPECT_EQ(host.Exchange(10, {}), std::vector{Sound(6, {10, 0})});
+}
+
+TEST(SoftReceiver, AnEmptyMemoryAnnouncesNothingAndCompletes) {
+  SoftReceiver receiver(*FindReceiverModel("GPS 12"), {}, 9600, {});
+  ReceiverHost host(receiver);
+  EXPECT_EQ(host.Command(4), (std::vector{Sound(6, {10, 0}), Sound(27, {0, 0})}));
+  EXPECT_EQ(host.Ack(27), (std::vector{Sound(12, {4, 0})}));
+}
+
+TEST_F(SoftReceiverTest, AnUploadReplacesItsKindAndComesBackAsItWas) {
+  EXPECT_EQ(host.Exchange(27, {2, 0}), std::vector{Sound(6, {27, 0})});
+  EXPECT_EQ(host.Exchange(35, {9, 8, 7}), std::vector{Sound(6, {35, 0})});
+  EXPECT_EQ(host.Exchange(35, {16, 16}), std::vector{Sound(6, {35, 0})});
+  EXPECT_EQ(receiver.Memory().waypoints.size(), 3U) << "not before the transfer is complete";
+  EXPECT_EQ(host.Exchange(12, {7, 0}), std::vector{Sound(6, {12, 0})});
+  EXPECT_EQ(host.Download(7),
+            (std::vector{Sound(27, {2, 0}), Sound(35, {9, 8, 7}), Sound(35, {16, 16}), Sound(12, {7, 0})}));
+  EXPECT_EQ(receiver.Memory().routes, SmallMemory().routes);
+  EXPECT_EQ(receiver.Memory().tracks, SmallMemory().tracks);
+}
+
+TEST_F(SoftReceiverTest, UploadsRoutesAndTracks) {
+  static_cast<void>(host.Exchange(27, {3, 0}));
+  for (const std::uint8_t id : Bytes{29, 30, 98})
+    static_cast<void>(host.Exchange(id, {id}));
+  static_cast<void>(host.Exchange(12, {4, 0}));
+  EXPECT_EQ(receiver.Memory().routes, (std::vector<LinePacket>{{29, {29}}, {30, {30}}, {98, {98}}}));
+  static_cast<void>(host.Exchange(27, {2, 0}));
+  for (const std::uint8_t id : Bytes{99, 34})
+    static_cast<void>(host.Exchange(id, {id}));
+  static_cast<void>(host.Exchange(12, {6, 0}));
+  EXPECT_EQ(receiver.Memory().tracks, (std::vector<LinePacket>{{99, {99}}, {34, {34}}}));
+}
+
+TEST_F(SoftReceiverTest, AnAbortedUploadLeavesTheMemoryAsItWas) {
+  static_cast<void>(host.Exchange(27, {2, 0}));
+  static_cast<void>(host.Exchange(35, {9}));
+  EXPECT_EQ(host.Command(0), std::vector{Sound(6, {10, 0})});
+  EXPECT_EQ(host.Exchange(12, {7, 0}), std::vector{Sound(6, {12, 0})});
+  EXPECT_EQ(receiver.Memory().waypoints, SmallMemory().waypoints);
+}
+
+TEST_F(SoftReceiverTest, RecordsOfAnotherKindThanTheTransferAreNotStored) {
+  static_cast<void>(host.Exchange(27, {1, 0}));
+  static_cast<void>(host.Exchange(35, {9}));
+  static_cast<void>(host.Exchange(12, {6, 0}));
+  EXPECT_EQ(receiver.Memory().tracks, SmallMemory().tracks);
+  EXPECT_EQ(receiver.Memory().waypoints, SmallMemory().waypoints);
+}
+
+TEST_F(SoftReceiverTest, KeepsNoMoreRecordsThanWereAnnounced) {
+  static_cast<void>(host.Exchange(27, {1, 0}));
+  for (std::uint8_t i = 0; i < 3; ++i)
+    static_cast<void>(host.Exchange(35, {i}));
+  static_cast<void>(host.Exchange(12, {7, 0}));
+  EXPECT_EQ(receiver.Memory().waypoints, (std::vector<LinePacket>{{35, {0}}}));
+}
+
+TEST_F(SoftReceiverTest, AnUploadOfNothingEmptiesTheKind) {
+  static_cast<void>(host.Exchange(27, {0, 0}));
+  static_cast<void>(host.Exchange(12, {4, 0}));
+  EXPECT_TRUE(receiver.Memory().routes.empty());
+}
+
+TEST_F(SoftReceiverTest, AnswersFromWhenTheLastByteOfTheFrameHasPassed) {
+  const nanoseconds start = host.now;
+  receiver.Receive(ProductRequestFrame, start);
+  EXPECT_EQ(receiver.InputFreeAt(), start + 8 * ByteTime);
+  ASSERT_TRUE(receiver.NextDue());
+  EXPECT_EQ(*receiver.NextDue(), start + 9 * ByteTime);
+  EXPECT_TRUE(receiver.Send(start + 9 * ByteTime - nanoseconds(1)).empty());
+  EXPECT_EQ(receiver.Send(start + 9 * ByteTime), Bytes{0x10});
+  EXPECT_EQ(receiver.Send(start + 9 * ByteTime), Bytes{});
+  EXPECT_EQ(receiver.Send(start + 12 * ByteTime), (Bytes{0x06, 0x02, 0xFE}));
+}
+
+TEST_F(SoftReceiverTest, BytesHandedOverAtOncePassOneAfterTheOther) {
+  const nanoseconds start = host.now;
+  receiver.Receive(HostFrame(10, {5, 0}), start);
+  receiver.Receive(HostFrame(10, {5, 0}), start);
+  EXPECT_EQ(receiver.InputFreeAt(), start + 16 * ByteTime);
+  // The first ACK passes while the second frame is still coming in.
+  EXPECT_EQ(receiver.Send(start + 16 * ByteTime).size(), 8U);
+  EXPECT_EQ(receiver.Send(start + 24 * ByteTime).size(), 8U);
+}
+
+TEST_F(SoftReceiverTest, AWholeDownloadTakesItsBytesTime) {
+  const nanoseconds start = host.now;
+  std::size_t bytes = 0;
+  const auto exchange = [&](std::uint8_t id, const Bytes& data) {
+    const Bytes frame = HostFrame(id, data);
+    bytes += frame.size() + host.ExchangeBytes(frame).size();
+  };
+  exchange(10, {7, 0});
+  exchange(6, {27, 0});
+  exchange(6, {35, 0});
+  exchange(6, {35, 0});
+  exchange(6, {35, 0});
+  EXPECT_EQ(host.now - start, static_cast<std::int64_t>(bytes) * ByteTime);
+}
+
+TEST_F(SoftReceiverTest, AFreeLineStartsFromNow) {
+  static_cast<void>(host.ExchangeBytes(ProductRequestFrame));
+  host.now += seconds(60);
+  receiver.Receive(ProductRequestFrame, host.now);
+  EXPECT_EQ(receiver.NextDue(), host.now + 9 * ByteTime);
+}
+
+TEST(SoftReceiver, BaudZeroTakesNoTime) {
+  SoftReceiver receiver(*FindReceiverModel("eTrex"), SmallMemory(), 0, {});
+  receiver.Receive(ProductRequestFrame, seconds(5));
+  EXPECT_EQ(receiver.NextDue(), seconds(5));
+  EXPECT_EQ(FramesIn(receiver.Send(seconds(5))).size(), 2U);
+  EXPECT_FALSE(receiver.NextDue());
+}
+
+TEST(SoftReceiver, OtherBaudRatesHaveTheirPace) {
+  SoftReceiver receiver(*FindReceiverModel("eTrex"), SmallMemory(), 4800, {});
+  receiver.Receive(ProductRequestFrame, seconds(5));
+  EXPECT_EQ(receiver.InputFreeAt(), seconds(5) + 8 * nanoseconds(2083333));
+}
+
+TEST(SoftReceiver, AHostThatNeverReadsIsNotAnsweredForEver) {
+  SoftReceiver receiver(*FindReceiverModel("eTrex"), SmallMemory(), 0, {});
+  for (int i = 0; i < 100000; ++i)
+    receiver.Receive(ProductRequestFrame, seconds(5));
+  EXPECT_LT(receiver.Send(seconds(5)).size(), 2U << 20);
+}
+
+}  // namespace
+}  // namespace walrim
