@@ -1,0 +1,290 @@
+// The commands that talk to the receiver.
+#include <exception>
+#include <string>
+
+#include "app/BusyGuard.h"
+#include "app/WalrimMain.h"
+
+namespace walrim {
+
+namespace {
+
+constexpr std::string_view LinkLostMessage = "電源が切れたか，コードが外れました．";
+constexpr std::string_view NotAcknowledgedMessage = "受信機が要求に応じませんでした．";
+constexpr std::string_view BadAnswerMessage = "受信機からの応答が正しくないため，通信を中止しました．";
+constexpr std::string_view BadDataMessage = "受信データが異常なため，通信を中止しました．";
+
+/// The most records that a message lists one by one.
+constexpr std::size_t LongestList = 20;
+
+std::string JoinNames(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size() && i < LongestList; ++i)
+    text += (i > 0 ? "，" : "") + names[i];
+  if (names.size() > LongestList) text += "，ほか" + std::to_string(names.size() - LongestList) + "件";
+  return text;
+}
+
+}  // namespace
+
+void WalrimMain::Cancel_Click() {
+  cancel_requested_ = true;
+  garmin_.session.TransferAborted = true;
+}
+
+ProductInfo WalrimMain::IdentifyDevice() {
+  StatusLine& status = garmin_.Status();
+  status.SetCaption("Initializing Device");
+  try {
+    device_info_ = garmin_.ConnectDevice(controls.CommPort);
+  } catch (const std::exception&) {
+    device_info_ = {};
+    desktop_.ShowMessage(BadDataMessage);
+  }
+  status.SetCaption("");
+  controls.GpsInfo = device_info_.Description + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
+  desktop_.ControlsChanged();
+  return device_info_;
+}
+
+Outcome WalrimMain::OutcomeWithoutReceiver() const {
+  return garmin_.LastPortResult().Ok() ? Outcome::NoReceiver : Outcome::Refused;
+}
+
+/// Runs one transfer with the abort flag down. An exception ends it as given up, with a message, and failed set.
+template <typename Transfer>
+std::int32_t WalrimMain::RunTransfer(Transfer transfer, bool& failed) {
+  failed = false;
+  garmin_.session.TransferAborted = false;
+  try {
+    return transfer();
+  } catch (const std::exception&) {
+    failed = true;
+    desktop_.ShowMessage(BadDataMessage);
+    return TransferGivenUp;
+  }
+}
+
+void WalrimMain::NoteReport(DataKind kind) {
+  const TransferReport& report = garmin_.session.report;
+  const std::string name = "(" + std::string(DataKindName(kind)) + ")";
+  if (report.damaged_records > 0) {
+    notices_.push_back(name + "破損した記録が" + std::to_string(report.damaged_records) + "件届きました．");
+  }
+  if (report.refused_records > 0) {
+    notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +
+                       "件あります．");
+  }
+  if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
+  if (!report.cut_records.empty()) {
+    desktop_.ShowMessage(name + "長すぎる記録の文字列の末尾を切って送信しました：" + JoinNames(report.cut_records));
+  }
+}
+
+/// The status line is left empty, or tells what went wrong without a message.
+void WalrimMain::ShowNotices() {
+  std::string text;
+  for (const std::string& notice : notices_)
+    text += notice;
+  garmin_.Status().SetCaption(text);
+}
+
+/// A result of 0 may be an empty receiver, or one that did not take the first packet.
+WalrimMain::KindEnd WalrimMain::EndWithoutRecords() {
+  const TransferReport& report = garmin_.session.report;
+  if (report.no_answer) {
+    desktop_.ShowMessage(LinkLostMessage);
+    return {false, Outcome::LinkLost};
+  }
+  if (report.not_acknowledged) {
+    desktop_.ShowMessage(NotAcknowledgedMessage);
+    return {false, Outcome::NoReceiver};
+  }
+  return {};
+}
+
+// ---- Get GPS info
+
+void WalrimMain::AskCount(DataKind kind, Outcome& outcome) {
+  std::string& count_text = controls.GpsDataNum[IndexOf(kind)];
+  bool failed = false;
+  const std::int32_t count =
+      RunTransfer([&] { return garmin_.Download(kind, controls.CommPort, TransferMode::CountOnly); }, failed);
+  if (count == TransferTimedOut) {
+    desktop_.ShowMessage(LinkLostMessage);
+    outcome = Outcome::LinkLost;
+  } else if (count < 0) {
+    if (!failed && garmin_.session.report.bad_answer) desktop_.ShowMessage(BadAnswerMessage);
+    outcome = cancel_requested_ ? Outcome::Cancelled : Outcome::Refused;
+  } else if (const KindEnd end = EndWithoutRecords(); !end.go_on) {
+    outcome = end.outcome;
+  } else {
+    count_text = std::to_string(count);
+  }
+  desktop_.ControlsChanged();
+}
+
+Outcome WalrimMain::Get_GpsInfo_Click() {
+  if (busy_) return Outcome::Busy;
+  Outcome outcome = Outcome::Done;
+  {
+    const BusyGuard guard(busy_);
+    cancel_requested_ = false;
+    if (IdentifyDevice().ProductId <= 0) return OutcomeWithoutReceiver();
+    for (const DataKind kind : AllDataKinds)
+      controls.GpsDataNum[IndexOf(kind)].clear();
+    for (const DataKind kind : AllDataKinds) {
+      garmin_.Status().SetCaption("Get Data Num of " + std::string(DataKindName(kind)));
+      AskCount(kind, outcome);
+      garmin_.Status().SetCaption("");
+      if (outcome != Outcome::Done || cancel_requested_) break;
+    }
+    if (cancel_requested_) outcome = Outcome::Cancelled;
+    cancel_requested_ = false;
+  }
+  if (outcome != Outcome::Done || !controls.AutoDownload) return outcome;
+  controls.DownCheck.fill(true);
+  desktop_.ControlsChanged();
+  return GpsDownLoad_Click();
+}
+
+// ---- Download
+
+Outcome WalrimMain::GpsDownLoad_Click() {
+  if (busy_) return Outcome::Busy;
+  if (!AnyChecked(controls.DownCheck)) {
+    desktop_.ShowMessage("DownLoadするDataSetが選択されていません．");
+    return Outcome::Refused;
+  }
+  Outcome outcome = Outcome::Done;
+  {
+    const BusyGuard guard(busy_);
+    notices_.clear();
+    const ProductInfo info = IdentifyDevice();
+    controls.CancelEnabled = true;
+    desktop_.ControlsChanged();
+    cancel_requested_ = false;
+    outcome = info.ProductId > 0 ? DownloadSelected() : OutcomeWithoutReceiver();
+    ShowNotices();
+    cancel_requested_ = false;
+    controls.CancelEnabled = false;
+    desktop_.ControlsChanged();
+  }
+  if (outcome == Outcome::Done) RunAutoSaveAndCopy();
+  return outcome;
+}
+
+Outcome WalrimMain::DownloadSelected() {
+  Outcome outcome = Outcome::Done;
+  for (const DataKind kind : AllDataKinds) {
+    if (cancel_requested_) return Outcome::Cancelled;
+    if (!controls.DownCheck[IndexOf(kind)] || controls.GpsDataNum[IndexOf(kind)] == "0") continue;
+    if (loaded_[IndexOf(kind)] && !desktop_.AskYesNo("現在の内部データ(" + std::string(DataKindName(kind)) +
+                                                     ")は上書きされます．よろしいですか？")) {
+      continue;
+    }
+    const KindEnd end = DownloadKind(kind);
+    if (end.outcome != Outcome::Done) outcome = end.outcome;
+    if (cancel_requested_) return Outcome::Cancelled;
+    if (!end.go_on) break;
+  }
+  return outcome;
+}
+
+WalrimMain::KindEnd WalrimMain::DownloadKind(DataKind kind) {
+  garmin_.Status().SetCaption("DownLoading : " + std::string(DataKindName(kind)));
+  bool failed = false;
+  const std::int32_t result =
+      RunTransfer([&] { return garmin_.Download(kind, controls.CommPort, TransferMode::Transfer); }, failed);
+  NoteReport(kind);
+  if (result > 0) {
+    loaded_[IndexOf(kind)] = true;
+    SetGpsNum(kind, std::to_string(result));
+    return {};
+  }
+  if (result == 0) return EndWithoutRecords();
+  const bool lost = result == TransferTimedOut;
+  if (lost) desktop_.ShowMessage(LinkLostMessage);
+  if (!failed && garmin_.session.report.bad_answer) desktop_.ShowMessage(BadAnswerMessage);
+  EmptyKind(kind);
+  // Who has stopped answering, or answers nonsense, is not asked for the next kind.
+  return {false, lost ? Outcome::LinkLost : Outcome::Refused};
+}
+
+void WalrimMain::RunAutoSaveAndCopy() {
+  if (controls.AutoSave) {
+    controls.DoCheck = controls.DownCheck;
+    desktop_.ControlsChanged();
+    FileExport_Click();
+  }
+  if (controls.AutoCopy) {
+    controls.DoCheck = controls.DownCheck;
+    desktop_.ControlsChanged();
+    Copy_Click();
+  }
+}
+
+// ---- Upload
+
+Outcome WalrimMain::GpsUpLoad_Click() {
+  if (busy_) return Outcome::Busy;
+  if (!AnyChecked(controls.DoCheck)) {
+    desktop_.ShowMessage("UpLoadするDataSetが選択されていません．");
+    return Outcome::Refused;
+  }
+  if (!AnyLoaded()) {
+    desktop_.ShowMessage("内部データがありません．");
+    return Outcome::Refused;
+  }
+  Outcome outcome = Outcome::Done;
+  {
+    const BusyGuard guard(busy_);
+    notices_.clear();
+    controls.CancelEnabled = true;
+    desktop_.ControlsChanged();
+    cancel_requested_ = false;
+    outcome = IdentifyDevice().ProductId > 0 ? UploadSelected() : OutcomeWithoutReceiver();
+    ShowNotices();
+    cancel_requested_ = false;
+    controls.CancelEnabled = false;
+    desktop_.ControlsChanged();
+  }
+  if (outcome == Outcome::Done && controls.AutoDelete) Delete_Click();
+  return outcome;
+}
+
+Outcome WalrimMain::UploadSelected() {
+  Outcome outcome = Outcome::Done;
+  for (const DataKind kind : AllDataKinds) {
+    if (cancel_requested_) return Outcome::Cancelled;
+    if (!controls.DoCheck[IndexOf(kind)] || !loaded_[IndexOf(kind)]) continue;
+    garmin_.Status().SetCaption("UpLoading : " + std::string(DataKindName(kind)));
+    const KindEnd end = UploadKind(kind);
+    garmin_.Status().SetCaption("");
+    if (end.outcome != Outcome::Done) outcome = end.outcome;
+    if (cancel_requested_) return Outcome::Cancelled;
+    if (!end.go_on) break;
+  }
+  return outcome;
+}
+
+WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
+  bool failed = false;
+  const std::int32_t result = RunTransfer([&] { return garmin_.Upload(kind, controls.CommPort); }, failed);
+  const bool all_taken = garmin_.session.report.refused_records == 0;
+  NoteReport(kind);
+  if (result == TransferTimedOut) {
+    desktop_.ShowMessage(LinkLostMessage);
+    return {false, Outcome::LinkLost};
+  }
+  if (result < 0) return {false, Outcome::Refused};
+  if (result == 0) {
+    if (const KindEnd end = EndWithoutRecords(); !end.go_on) return end;
+  }
+  Outcome asked = Outcome::Done;
+  AskCount(kind, asked);
+  if (asked != Outcome::Done) return {false, asked};
+  return {true, all_taken ? Outcome::Done : Outcome::Refused};
+}
+
+}  // namespace walrim

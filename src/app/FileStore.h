@@ -1,0 +1,32 @@
+// Files, read and written whole.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace walrim {
+
+/// Larger files are refused: the fullest data set takes a tenth of it.
+inline constexpr std::size_t LargestFile = 64U * 1024U * 1024U;
+
+/// The system's words for what went wrong with a file.
+struct FileProblem {
+  std::string detail;
+};
+
+/// Reads a whole file, or standard input's rest for "-". Nothing on an error, then *problem says why.
+[[nodiscard]] std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* problem = nullptr);
+
+/// Writes a file whole or not at all: to a temporary file beside it, flushed to the disk, then renamed over it. What
+/// stood there before is untouched on an error. A symbolic link's target is written; something that is no regular file
+/// (a pipe, a device) is written directly. Nothing on success.
+[[nodiscard]] std::optional<FileProblem> WriteWholeFile(const std::string& path, std::string_view bytes);
+
+/// Whether a file could be written at a path: its folder exists and may be written to. Creates nothing.
+[[nodiscard]] std::optional<FileProblem> CheckWritable(const std::string& path);
+
+[[nodiscard]] bool FileExists(const std::string& path);
+
+}  // namespace walrim

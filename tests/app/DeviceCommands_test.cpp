@@ -1,0 +1,421 @@
+// The commands on the receiver, as a person presses them.
+#include <chrono>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "app/WalrimMain.h"
+#include "support/Fakes.h"
+#include "support/ScriptedReceiver.h"
+
+namespace walrim {
+namespace {
+
+constexpr int WaypointCommand = 7;
+constexpr int RouteCommand = 4;
+constexpr int TrackCommand = 6;
+constexpr std::string_view LinkLostText = "電源が切れたか，コードが外れました．";
+const PlainPacket Abort{10, {0, 0}};
+
+class DeviceCommandsTest : public ::testing::Test {
+ protected:
+  DeviceCommandsTest() {
+    receiver.description = "GPS 12 Software";
+    receiver.packets_of[WaypointCommand] = {Waypoint("W1"), Waypoint("W2")};
+    receiver.packets_of[RouteCommand] = {RouteHeaderPacket("R1"), {30, Waypoint("P1").data}};
+    receiver.packets_of[TrackCommand] = {Track(true), Track(false), Track(true)};
+  }
+
+  static PlainPacket Waypoint(std::string_view ident) {
+    Bytes data(ident.begin(), ident.end());
+    data.resize(6, ' ');
+    data.resize(18, 0);
+    data.resize(58, ' ');
+    data.resize(60, 0);
+    return {35, data};
+  }
+  static PlainPacket RouteHeaderPacket(std::string_view comment) {
+    Bytes data{1};
+    data.insert(data.end(), comment.begin(), comment.end());
+    data.resize(21, ' ');
+    return {29, data};
+  }
+  static PlainPacket Track(bool new_trk) {
+    Bytes data(13, 0);
+    data[12] = new_trk ? 1 : 0;
+    return {34, data};
+  }
+  void TickDownload(bool waypoint, bool route, bool track) { main.controls.DownCheck = {waypoint, route, track}; }
+  void TickDo(bool waypoint, bool route, bool track) { main.controls.DoCheck = {waypoint, route, track}; }
+  void DownloadAll() {
+    TickDownload(true, true, true);
+    ASSERT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+    desktop.messages.clear();
+    desktop.questions.clear();
+    receiver.received.clear();
+  }
+  [[nodiscard]] std::size_t Asked(int command) const {
+    return receiver.CountReceived({10, {static_cast<std::uint8_t>(command), 0}});
+  }
+
+  FakeClock clock;
+  ScriptedPort port{clock};
+  ScriptedReceiver receiver{port};
+  FakeEventLoop loop;
+  RecordingDesktop desktop;
+  WalrimMain main{port, clock, loop, desktop};
+};
+
+// ---- Get GPS info
+
+TEST_F(DeviceCommandsTest, InfoShowsTheReceiverAndItsCounts) {
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsInfo, "GPS 12 Software  (Pid:130)");
+  EXPECT_EQ(main.controls.GpsDataNum[0], "2");
+  EXPECT_EQ(main.controls.GpsDataNum[1], "2");
+  EXPECT_EQ(main.controls.GpsDataNum[2], "3");
+  EXPECT_TRUE(desktop.Showed("Initializing Device"));
+  EXPECT_TRUE(desktop.Showed("Get Data Num of Waypoint"));
+  EXPECT_TRUE(desktop.Showed("Get Data Num of TrackLog"));
+  EXPECT_EQ(desktop.caption, "");
+  EXPECT_FALSE(main.Busy());
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(DeviceCommandsTest, InfoOfASilentReceiverShowsTheDescriptionAndNothingElse) {
+  receiver.silent_after = 0;
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
+  EXPECT_EQ(main.controls.GpsInfo, "電源が入っていないか，接続されていません． (Pid:-1)");
+  EXPECT_EQ(receiver.received.size(), 1U);
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
+TEST_F(DeviceCommandsTest, InfoWithoutAnAckShowsTheEmptyIdentification) {
+  receiver.acknowledges = false;
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
+  EXPECT_EQ(main.controls.GpsInfo, " (Pid:0)");
+}
+
+TEST_F(DeviceCommandsTest, InfoOnATakenPortSaysSo) {
+  port.open_result.problem = PortProblem::InUse;
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Refused);
+  ASSERT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].substr(0, desktop.messages[0].find('\n')), "Serial Port [ 1 ] は既に使われています");
+}
+
+TEST_F(DeviceCommandsTest, InfoWhenTheReceiverStopsAnsweringSaysSoOnce) {
+  receiver.silent_after = 2;
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::LinkLost);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(LinkLostText)});
+  EXPECT_EQ(main.controls.GpsDataNum[0], "2");
+  EXPECT_EQ(main.controls.GpsDataNum[1], "");
+}
+
+TEST_F(DeviceCommandsTest, AutoDownloadTakesAllKindsWhateverWasSelected) {
+  main.controls.AutoDownload = true;
+  TickDownload(false, true, false);
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.DownCheck, (std::array<bool, 3>{true, true, true}));
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::TrackLog));
+}
+
+// ---- Download
+
+TEST_F(DeviceCommandsTest, DownloadWithoutASelectionIsRefused) {
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"DownLoadするDataSetが選択されていません．"});
+  EXPECT_TRUE(receiver.received.empty());
+}
+
+TEST_F(DeviceCommandsTest, DownloadFillsTheSelectedKinds) {
+  TickDownload(true, false, true);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"2", "-", "3"}));
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+  EXPECT_FALSE(main.DataSetLoaded(DataKind::Route));
+  EXPECT_EQ(Asked(RouteCommand), 0U);
+  EXPECT_TRUE(desktop.questions.empty());  // nothing was held
+  EXPECT_TRUE(desktop.Showed("DownLoading : Waypoint"));
+  EXPECT_TRUE(desktop.Showed("DownLoading : TrackLog [3/3] Remaining 00:00"));
+  EXPECT_EQ(desktop.caption, "");
+  EXPECT_FALSE(main.controls.CancelEnabled);
+  EXPECT_FALSE(main.Busy());
+}
+
+TEST_F(DeviceCommandsTest, CancelIsEnabledOnlyWhileTheTransferRuns) {
+  TickDownload(true, false, false);
+  bool seen = false;
+  loop.on_yield = [&] { seen = seen || (main.controls.CancelEnabled && main.Busy()); };
+  EXPECT_FALSE(main.controls.CancelEnabled);
+  main.GpsDownLoad_Click();
+  EXPECT_TRUE(seen);
+  EXPECT_FALSE(main.controls.CancelEnabled);
+}
+
+TEST_F(DeviceCommandsTest, AKindThatTheReceiverReportedAsEmptyIsSkippedSilently) {
+  TickDownload(true, true, false);
+  main.controls.GpsDataNum[1] = "0";
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(Asked(RouteCommand), 0U);
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
+TEST_F(DeviceCommandsTest, ALoadedKindIsAskedForOnceAndNoKeepsIt) {
+  DownloadAll();
+  desktop.yes = false;
+  receiver.packets_of[WaypointCommand] = {Waypoint("NEW")};
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.questions,
+            (std::vector<std::string>{"現在の内部データ(Waypoint)は上書きされます．よろしいですか？",
+                                      "現在の内部データ(Route)は上書きされます．よろしいですか？",
+                                      "現在の内部データ(TrackLog)は上書きされます．よろしいですか？"}));
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+  EXPECT_EQ(main.Data().d103[1].ident.Bare().substr(0, 2), "W1");
+  desktop.yes = true;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[0], "1");
+}
+
+TEST_F(DeviceCommandsTest, AResultOfZeroLeavesCounterAndDataAsTheyWere) {
+  DownloadAll();
+  receiver.packets_of[WaypointCommand].clear();
+  TickDownload(true, false, false);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+  EXPECT_EQ(main.Data().WaypointCount, 2);
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
+TEST_F(DeviceCommandsTest, ACancelDuringRoutesKeepsWaypointsAndSkipsTheRest) {
+  TickDownload(true, true, true);
+  main.controls.AutoSave = true;
+  main.controls.AutoCopy = true;
+  loop.on_yield = [&] {
+    if (Asked(RouteCommand) == 1 && receiver.received.back().id == 6) main.Cancel_Click();
+  };
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Cancelled);
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"2", "-", "-"}));
+  EXPECT_EQ(Asked(TrackCommand), 0U);
+  EXPECT_TRUE(desktop.filters.empty());
+  EXPECT_EQ(desktop.clipboard, "");
+  EXPECT_TRUE(desktop.messages.empty());
+  EXPECT_EQ(receiver.received.back(), Abort);
+  EXPECT_FALSE(main.Busy());
+}
+
+TEST_F(DeviceCommandsTest, ASilentReceiverEmptiesTheHalfReceivedKindAndKeepsTheFinishedOnes) {
+  DownloadAll();
+  receiver.silent_after = 8;  // identification, the waypoints, and the beginning of the routes
+  const auto start = clock.now;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::LinkLost);
+  EXPECT_LT(clock.now - start, std::chrono::seconds{5});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(LinkLostText)});
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"2", "-", "3"}));
+  EXPECT_FALSE(main.DataSetLoaded(DataKind::Route));
+  EXPECT_EQ(main.Data().routes.RouteCount, 0);
+  EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(DeviceCommandsTest, OneKindsTimeOutDoesNotEndTheNextCommand) {
+  TickDownload(true, false, false);
+  receiver.silent_after = 3;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::LinkLost);
+  receiver.silent_after.reset();
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+}
+
+TEST_F(DeviceCommandsTest, AReceiverSilentAtTheFirstPacketIsSaidAndTheOldDataStay) {
+  DownloadAll();
+  receiver.silent_after = 1;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::LinkLost);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(LinkLostText)});
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+}
+
+TEST_F(DeviceCommandsTest, ACountThatLiesEndsWithAMessageAndAnEmptyKind) {
+  DownloadAll();
+  receiver.announced = -5;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信機からの応答が正しくないため，通信を中止しました．"});
+  EXPECT_EQ(main.controls.GpsNum[0], "-");
+}
+
+TEST_F(DeviceCommandsTest, NonsenseOnTheLineEndsTheCommandAndLeavesTheProgramUsable) {
+  DownloadAll();
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) {
+    auto answers = answer(wire);
+    if (Unwrapped(wire) == PlainPacket{6, {27, 0}}) {
+      for (int i = 0; i < 5; ++i)
+        answers.push_back(answers[0]);
+    }
+    return answers;
+  };
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信データが異常なため，通信を中止しました．"});
+  EXPECT_EQ(main.controls.GpsNum[0], "-");
+  EXPECT_FALSE(port.PortOpen());
+  EXPECT_FALSE(main.Busy());
+  EXPECT_FALSE(main.controls.CancelEnabled);
+  port.script = answer;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+}
+
+TEST_F(DeviceCommandsTest, DamagedRecordsAreTold) {
+  receiver.packets_of[WaypointCommand][0].data[14] = 0x10;
+  receiver.packets_of[WaypointCommand][0].data[15] = 0x03;
+  TickDownload(true, false, false);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.TakeNotices(), std::vector<std::string>{"(Waypoint)破損した記録が1件届きました．"});
+  EXPECT_EQ(desktop.caption, "(Waypoint)破損した記録が1件届きました．");
+  EXPECT_TRUE(main.TakeNotices().empty());
+}
+
+TEST_F(DeviceCommandsTest, AutoSaveAndAutoCopyFollowTheDownloadedKinds) {
+  main.controls.AutoSave = true;
+  main.controls.AutoCopy = true;
+  TickDownload(true, false, false);
+  TickDo(false, true, true);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.DoCheck, (std::array<bool, 3>{true, false, false}));
+  EXPECT_EQ(desktop.filters.size(), 1U);  // the save dialog was shown, and cancelled
+  EXPECT_EQ(desktop.clipboard.substr(0, 6), "WPT\tD\t");
+}
+
+TEST_F(DeviceCommandsTest, ACommandWhileAnotherRunsDoesNothing) {
+  TickDownload(true, false, false);
+  Outcome nested = Outcome::Done;
+  loop.on_yield = [&] { nested = main.Get_GpsInfo_Click(); };
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(nested, Outcome::Busy);
+}
+
+TEST_F(DeviceCommandsTest, TheCapacityMessageIsShownOncePerKindUntilItIsDeleted) {
+  main.SetGpsNum(DataKind::Route, "78");
+  EXPECT_TRUE(desktop.messages.empty());
+  main.SetGpsNum(DataKind::Route, "79");
+  main.SetGpsNum(DataKind::Route, "79");
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"(Route)内部データ容量の限界です．"});
+  EXPECT_EQ(main.controls.DataTypeBackColor[1], FullBackColor);
+  EXPECT_EQ(main.controls.DataTypeBackColor[0], NormalBackColor);
+  TickDo(false, true, false);
+  EXPECT_EQ(main.Delete_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.DataTypeBackColor[1], NormalBackColor);
+  main.SetGpsNum(DataKind::Route, "79");
+  EXPECT_EQ(desktop.messages.size(), 2U);
+}
+
+TEST_F(DeviceCommandsTest, TheOtherCapacityMessagesStandAt1999And1536) {
+  main.SetGpsNum(DataKind::Waypoint, "1998");
+  main.SetGpsNum(DataKind::TrackLog, "1535");
+  EXPECT_TRUE(desktop.messages.empty());
+  main.SetGpsNum(DataKind::Waypoint, "1999");
+  main.SetGpsNum(DataKind::TrackLog, "1536");
+  EXPECT_EQ(desktop.messages,
+            (std::vector<std::string>{"(Waypoint)内部データ容量の限界です．", "(TrackLog)内部データ容量の限界です．"}));
+}
+
+TEST_F(DeviceCommandsTest, ACounterOfZeroLeavesTheLoadedFlagAndADashClearsIt) {
+  main.SetGpsNum(DataKind::Waypoint, "3");
+  main.SetGpsNum(DataKind::Waypoint, "0");
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+  main.SetGpsNum(DataKind::Waypoint, "-");
+  EXPECT_FALSE(main.DataSetLoaded(DataKind::Waypoint));
+}
+
+// ---- Delete
+
+TEST_F(DeviceCommandsTest, DeleteEmptiesTheCheckedKindsAlone) {
+  DownloadAll();
+  TickDo(true, false, true);
+  EXPECT_EQ(main.Delete_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"-", "2", "-"}));
+  EXPECT_EQ(main.Data().WaypointCount, 0);
+  EXPECT_EQ(main.Data().routes.RouteCount, 1);
+  EXPECT_TRUE(desktop.Showed("内部データ削除中"));
+  EXPECT_TRUE(desktop.questions.empty());
+}
+
+TEST_F(DeviceCommandsTest, DeleteWithNothingCheckedShowsAndTakesBackTheStatusAlone) {
+  DownloadAll();
+  desktop.SetStatusCaption("before");
+  TickDo(false, false, false);
+  EXPECT_EQ(main.Delete_Click(), Outcome::Done);
+  EXPECT_TRUE(desktop.Showed("内部データ削除中"));
+  EXPECT_EQ(desktop.caption, "before");
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+}
+
+// ---- Upload
+
+TEST_F(DeviceCommandsTest, UploadWithoutASelectionIsRefused) {
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"UpLoadするDataSetが選択されていません．"});
+}
+
+TEST_F(DeviceCommandsTest, UploadWithoutDataIsRefused) {
+  TickDo(true, true, true);
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"内部データがありません．"});
+}
+
+TEST_F(DeviceCommandsTest, UploadSendsTheCheckedKindsAndShowsTheNewCounts) {
+  DownloadAll();
+  TickDo(true, false, true);
+  receiver.packets_of[WaypointCommand] = {Waypoint("A"), Waypoint("B"), Waypoint("C"), Waypoint("D")};
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsDataNum[0], "4");
+  EXPECT_EQ(main.controls.GpsDataNum[2], "3");
+  EXPECT_EQ(main.controls.GpsDataNum[1], "");
+  EXPECT_EQ(receiver.CountReceived({12, {7, 0}}), 1U);
+  EXPECT_EQ(receiver.CountReceived({12, {4, 0}}), 0U);
+  EXPECT_EQ(receiver.CountReceived({12, {6, 0}}), 1U);
+  EXPECT_TRUE(desktop.Showed("UpLoading : Waypoint"));
+  EXPECT_TRUE(desktop.Showed("UpLoading : TrackLog [3/3] Remaining 00:00"));
+  EXPECT_EQ(desktop.caption, "");
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+}
+
+TEST_F(DeviceCommandsTest, AutoDeleteRemovesTheUploadedKinds) {
+  DownloadAll();
+  main.controls.AutoDelete = true;
+  TickDo(true, false, false);
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"-", "2", "3"}));
+}
+
+TEST_F(DeviceCommandsTest, AReceiverThatStopsAnsweringDuringAnUploadLeavesTheDataUntouched) {
+  DownloadAll();
+  main.controls.AutoDelete = true;
+  TickDo(true, true, true);
+  receiver.silent_after = 2;
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::LinkLost);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(LinkLostText)});
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"2", "2", "3"}));
+  EXPECT_EQ(main.Data().WaypointCount, 2);
+}
+
+TEST_F(DeviceCommandsTest, ACancelledUploadRunsNoAutoDelete) {
+  DownloadAll();
+  main.controls.AutoDelete = true;
+  TickDo(true, true, true);
+  loop.on_yield = [&] {
+    if (receiver.received.size() == 3) main.Cancel_Click();
+  };
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Cancelled);
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+  EXPECT_EQ(receiver.received.back(), Abort);
+}
+
+TEST_F(DeviceCommandsTest, AnUploadThatIsNotAcknowledgedIsSaid) {
+  DownloadAll();
+  TickDo(true, false, false);
+  loop.on_yield = [&] { receiver.acknowledges = receiver.received.size() != 1; };
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::NoReceiver);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信機が要求に応じませんでした．"});
+}
+
+}  // namespace
+}  // namespace walrim

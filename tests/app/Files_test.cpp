@@ -1,0 +1,320 @@
+// Export, copy and import, and the files behind them.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <signal.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "app/FileFormat.h"
+#include "app/FileStore.h"
+#include "app/OutputTypes.h"
+#include "app/WalrimMain.h"
+#include "support/Fakes.h"
+
+namespace walrim {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FilesTest : public ::testing::Test {
+ protected:
+  FilesTest() {
+    std::string pattern = (fs::temp_directory_path() / "walrim-test-XXXXXX").string();
+    folder = ::mkdtemp(pattern.data());
+    before = fs::current_path();
+    fs::current_path(folder);
+  }
+  ~FilesTest() override {
+    fs::current_path(before);
+    fs::permissions(folder, fs::perms::owner_all);
+    fs::remove_all(folder);
+  }
+
+  std::string Path(std::string_view name) const { return (folder / name).string(); }
+  static std::string Contents(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  static void Put(const fs::path& path, std::string_view text) {
+    std::ofstream(path, std::ios::binary).write(text.data(), static_cast<std::streamsize>(text.size()));
+  }
+  std::size_t FilesInFolder() const {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator{}));
+  }
+  /// Holds one waypoint and ticks it.
+  void HoldWaypoint(std::string_view ident = "TAKAO") {
+    WaypointRecord record;
+    record[WaypointField::ident] = ident;
+    record[WaypointField::lat] = "35.5";
+    record[WaypointField::lon] = "139.25";
+    ASSERT_GT(main.Data().AddWaypoint(record), 0);
+    main.SetGpsNum(DataKind::Waypoint, std::to_string(main.Data().WaypointCount));
+    main.controls.DoCheck[0] = true;
+  }
+
+  fs::path folder;
+  fs::path before;
+  FakeClock clock;
+  ScriptedPort port{clock};
+  FakeEventLoop loop;
+  RecordingDesktop desktop;
+  WalrimMain main{port, clock, loop, desktop};
+};
+
+// ---- Export
+
+TEST_F(FilesTest, ExportWithoutDataOrSelectionIsRefused) {
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  HoldWaypoint();
+  main.controls.DoCheck.fill(false);
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages,
+            (std::vector<std::string>{"DataSetがDownLoadされていません．", "DataSetが選択されていません．"}));
+}
+
+TEST_F(FilesTest, ExportAsksForAPathWithTheTypesFilter) {
+  HoldWaypoint();
+  desktop.save_path = Path("a.grc");
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.filters, std::vector<std::string>{"すべてのファイル (*.*)|*.*|標準ファイル (*.grc)|*.grc|"});
+  EXPECT_EQ(Contents(Path("a.grc")).substr(0, 30), "WPT\tD\tWGS84\t=\"TAKAO\"\t35.5\t139.");
+  EXPECT_TRUE(desktop.Showed("Export to " + Path("a.grc")));
+  EXPECT_TRUE(desktop.Showed("Export Wpt[1/1]"));
+  EXPECT_EQ(desktop.caption, "");
+}
+
+TEST_F(FilesTest, ACancelledSaveDialogWritesNothing) {
+  HoldWaypoint();
+  main.controls.AutoDelete = true;
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(FilesInFolder(), 0U);
+  EXPECT_EQ(main.Data().WaypointCount, 1);
+}
+
+TEST_F(FilesTest, AutoFileNameIsMadeOfDateAndTime) {
+  HoldWaypoint();
+  main.controls.AutoFileName = true;
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_TRUE(fs::exists(Path("20021115_142530.grc")));
+  EXPECT_TRUE(desktop.filters.empty());
+}
+
+TEST_F(FilesTest, ASecondExportWithinTheSameSecondAsksFirst) {
+  HoldWaypoint();
+  main.controls.AutoFileName = true;
+  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  const std::string first = Contents(Path("20021115_142530.grc"));
+  HoldWaypoint("JINBA");
+  desktop.ok = false;
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  const std::string path = (fs::current_path() / "20021115_142530.grc").string();
+  EXPECT_EQ(desktop.questions, std::vector<std::string>{"このファイル（" + path + ")は存在します．上書きしますか？"});
+  EXPECT_EQ(Contents(Path("20021115_142530.grc")), first);
+  desktop.ok = true;
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_GT(Contents(Path("20021115_142530.grc")).size(), first.size());
+}
+
+TEST_F(FilesTest, AutoDeleteEmptiesTheExportedKinds) {
+  HoldWaypoint();
+  main.controls.AutoDelete = true;
+  desktop.save_path = Path("a.grc");
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[0], "-");
+  EXPECT_EQ(main.Data().WaypointCount, 0);
+}
+
+TEST_F(FilesTest, AutoDeleteKeepsWhatCouldNotBeWritten) {
+  HoldWaypoint();
+  main.controls.AutoDelete = true;
+  desktop.save_path = Path("missing/a.grc");
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].find("ファイルに書き込めません：" + Path("missing/a.grc")), 0U);
+  EXPECT_EQ(main.Data().WaypointCount, 1);
+}
+
+TEST_F(FilesTest, SelectedKindsWithoutRecordsShowBothMessages) {
+  HoldWaypoint();
+  main.controls.DoCheck = {false, true, false};
+  desktop.save_path = Path("a.grc");
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages,
+            (std::vector<std::string>{"保存するデータがありません．", "DatasetがDownLoadされていません．"}));
+  EXPECT_EQ(FilesInFolder(), 0U);
+}
+
+TEST_F(FilesTest, FilesAreShiftJisByDefaultAndUtf8OnRequest) {
+  HoldWaypoint("高尾");
+  desktop.save_path = Path("a.grc");
+  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_NE(Contents(Path("a.grc")).find("=\"\x8d\x82\x94\xf6\""), std::string::npos);
+  main.controls.Encoding = TextEncoding::Utf8;
+  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_NE(Contents(Path("a.grc")).find("=\"高尾\""), std::string::npos);
+}
+
+TEST_F(FilesTest, ACharacterThatShiftJisLacksIsNamedAndNothingIsWrittenUnasked) {
+  HoldWaypoint("TAKAO");
+  HoldWaypoint("CAFé");
+  desktop.save_path = Path("a.grc");
+  desktop.yes = false;
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.questions,
+            std::vector<std::string>{"2行目のWPT「CAFé」の文字「é」はShift-JISでは表せません．UTF-8で保存しますか？"});
+  EXPECT_EQ(FilesInFolder(), 0U);
+  desktop.yes = true;
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_NE(Contents(Path("a.grc")).find("=\"CAFé\""), std::string::npos);
+}
+
+TEST_F(FilesTest, HeaderLinesComeWhereWanted) {
+  HoldWaypoint();
+  main.controls.WithHeader = true;
+  EXPECT_EQ(main.Copy_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.clipboard.substr(0, 32), "WPT\tDegreeType\tDatum\tident\tlat\tl");
+}
+
+TEST_F(FilesTest, CopyPutsStandardLinesOnTheClipboardAndAutoDeleteFollows) {
+  EXPECT_EQ(main.Copy_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"DataSetがDownLoadされていません．"});
+  HoldWaypoint();
+  main.controls.AutoDelete = true;
+  EXPECT_EQ(main.Copy_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.clipboard.substr(0, 4), "WPT\t");
+  EXPECT_EQ(main.Data().WaypointCount, 0);
+}
+
+// ---- Import
+
+TEST_F(FilesTest, ImportReadsWhatExportWrote) {
+  HoldWaypoint("高尾");
+  desktop.save_path = Path("a.grc");
+  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  ASSERT_EQ(main.Delete_Click(), Outcome::Done);
+  desktop.open_path = Path("a.grc");
+  EXPECT_EQ(main.FileImport_Click(), Outcome::Done);
+  EXPECT_TRUE(desktop.Showed("Import from " + Path("a.grc")));
+  EXPECT_EQ(main.controls.GpsNum[0], "1");
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+  EXPECT_EQ(main.Data().d108[1].ident, "高尾");
+  EXPECT_EQ(desktop.caption, "");
+}
+
+TEST_F(FilesTest, ImportAppendsAndShowsAllThatIsHeld) {
+  Put(Path("a.grc"), "WPT\tD\tWGS84\tA\t35\t139\r\n");
+  ASSERT_EQ(main.ImportFile(Path("a.grc")), Outcome::Done);
+  ASSERT_EQ(main.ImportFile(Path("a.grc")), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[0], "2");
+  EXPECT_EQ(main.controls.GpsNum[1], "-");
+}
+
+TEST_F(FilesTest, AnUnknownFileIsRefusedAndNothingIsImported) {
+  Put(Path("a.txt"), "hello\r\nWPT\tD\tWGS84\tA\t35\t139\r\n");
+  EXPECT_EQ(main.ImportFile(Path("a.txt")), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"未対応のファイルです．"});
+  EXPECT_EQ(main.Data().WaypointCount, 0);
+}
+
+TEST_F(FilesTest, ACancelledOpenDialogAndAnEmptyPathDoNothing) {
+  EXPECT_EQ(main.FileImport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.ImportFile(""), Outcome::Done);
+  EXPECT_TRUE(desktop.messages.empty());
+  EXPECT_TRUE(desktop.captions.empty());
+}
+
+TEST_F(FilesTest, AMissingFileAndAFolderAreSaid) {
+  EXPECT_EQ(main.ImportFile(Path("none.grc")), Outcome::Refused);
+  EXPECT_EQ(main.ImportFile(folder.string()), Outcome::Refused);
+  ASSERT_EQ(desktop.messages.size(), 2U);
+  EXPECT_EQ(desktop.messages[0].find("ファイルを読み込めません："), 0U);
+}
+
+TEST(RecognizeFormat, GoesByTheFirstColumnOfTheFirstLineInAnyCase) {
+  EXPECT_EQ(RecognizeFormat("wpt\tD\n", "a"), FileFormat::Standard);
+  EXPECT_EQ(RecognizeFormat("Walrim,Ver. 1.0\r\n", "a"), FileFormat::Standard);
+  EXPECT_EQ(RecognizeFormat("TRP", "a.mps"), FileFormat::Standard);
+  EXPECT_EQ(RecognizeFormat("wp,D,A\r\n", "a"), FileFormat::WptPlus);
+  EXPECT_EQ(RecognizeFormat("Datum,WGS84", "a"), FileFormat::WptPlus);
+  EXPECT_EQ(RecognizeFormat("//Header:Prog", "x.MPS"), FileFormat::MapServerScript);
+  EXPECT_EQ(RecognizeFormat("//Header:Prog", "x.grc"), FileFormat::Unknown);
+  EXPECT_EQ(RecognizeFormat("", ""), FileFormat::Unknown);
+  EXPECT_EQ(RecognizeFormat(std::string(400, ','), "a"), FileFormat::Unknown);
+}
+
+TEST(OutputTypes, NameExtensionAndFilterAreOneRow) {
+  EXPECT_EQ(OutputTypeOfName("標準").extension, "grc");
+  EXPECT_EQ(OutputTypeOfName("WPT+").extension, "txt");
+  EXPECT_EQ(OutputTypeOfName("MPS").extension, "mps");
+  EXPECT_EQ(OutputTypeOfExtension("GRC").name, "標準");
+  EXPECT_EQ(DialogFilter(OutputTypeOfName("WPT+")), "すべてのファイル (*.*)|*.*|WPT+ファイル (*.txt)|*.txt|");
+  EXPECT_EQ(DialogFilter(OutputTypeOfName("MPS")), "すべてのファイル (*.*)|*.*|MPSファイル (*.mps)|*.mps|");
+}
+
+TEST(WindowTitle, NamesTheProgramItsVersionAndWhatItIs) {
+  EXPECT_EQ(WindowTitle(), "Walrim(Ver " + std::string(ProgramVersion()) + ")－ハンディGPS(GARMIN社)用データローダー");
+}
+
+// ---- Files, whole or not at all
+
+TEST_F(FilesTest, WritingReplacesTheOldFileAndKeepsItsMode) {
+  Put(Path("a"), "old");
+  ::chmod(Path("a").c_str(), 0640);
+  EXPECT_FALSE(WriteWholeFile(Path("a"), "new"));
+  EXPECT_EQ(Contents(Path("a")), "new");
+  EXPECT_EQ(fs::status(Path("a")).permissions(), static_cast<fs::perms>(0640));
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(FilesTest, AFullDiskLeavesTheOldFileAndNothingBesides) {
+  // Under a file size limit a write fails as on a full disk.
+  Put(Path("a"), "old");
+  const auto write_under_limit = [this] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    limit.rlim_cur = 1000;
+    limit.rlim_max = 1000;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    const bool failed = WriteWholeFile(Path("a"), std::string(100000, 'x')).has_value();
+    std::_Exit(failed && Contents(Path("a")) == "old" && FilesInFolder() == 1 ? 0 : 1);
+  };
+  EXPECT_EXIT(write_under_limit(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FilesTest, ASymbolicLinkKeepsPointingAtTheFileThatIsWritten) {
+  Put(Path("real"), "old");
+  fs::create_symlink(Path("real"), Path("link"));
+  EXPECT_FALSE(WriteWholeFile(Path("link"), "new"));
+  EXPECT_TRUE(fs::is_symlink(Path("link")));
+  EXPECT_EQ(Contents(Path("real")), "new");
+}
+
+TEST_F(FilesTest, ADeviceIsWrittenAndNotReplaced) {
+  EXPECT_FALSE(WriteWholeFile("/dev/null", "gone"));
+  EXPECT_TRUE(fs::is_character_file("/dev/null"));
+  EXPECT_TRUE(WriteWholeFile("/dev/full", "never"));  // a device that is always full
+}
+
+TEST_F(FilesTest, AFolderCannotBeWritten) {
+  EXPECT_TRUE(WriteWholeFile(folder.string(), "x"));
+  EXPECT_TRUE(CheckWritable(folder.string()));
+  EXPECT_TRUE(CheckWritable(Path("missing/a")));
+  EXPECT_FALSE(CheckWritable(Path("a")));
+  EXPECT_EQ(FilesInFolder(), 0U);
+}
+
+TEST_F(FilesTest, ReadingAFileThatIsTooLargeIsRefused) {
+  Put(Path("a"), "");
+  fs::resize_file(Path("a"), LargestFile + 1);
+  FileProblem problem;
+  EXPECT_FALSE(ReadWholeFile(Path("a"), &problem));
+  EXPECT_FALSE(problem.detail.empty());
+}
+
+}  // namespace
+}  // namespace walrim
