@@ -1,0 +1,105 @@
+#include "qt/DeviceNode.h"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <grp.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace walrim {
+
+namespace {
+
+std::string GroupName(gid_t id) {
+  group entry{};
+  group* found = nullptr;
+  std::array<char, 4096> text{};
+  if (getgrgid_r(id, &entry, text.data(), text.size(), &found) == 0 && found != nullptr) return entry.gr_name;
+  return std::to_string(id);
+}
+
+std::string GroupOf(const std::string& device) {
+  struct stat status {};
+  return stat(device.c_str(), &status) == 0 ? GroupName(status.st_gid) : std::string();
+}
+
+/// The system's error numbers, in the few causes that a user can act on.
+PortResult Failure(int error, const std::string& device) {
+  PortResult result;
+  result.device = device;
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+    case ENODEV:
+    case ENXIO:
+      result.problem = PortProblem::Missing;
+      break;
+    case EBUSY:
+    case EWOULDBLOCK:
+      result.problem = PortProblem::InUse;
+      break;
+    case EACCES:
+    case EPERM:
+      result.problem = PortProblem::NotPermitted;
+      result.group = GroupOf(device);
+      break;
+    default:
+      result.problem = PortProblem::Other;
+      result.detail = std::generic_category().message(error);
+  }
+  return result;
+}
+
+/// The path behind all links, or the path itself where the links lead nowhere.
+std::string ResolveLinks(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path resolved = std::filesystem::canonical(path, error);
+  return error ? path : resolved.string();
+}
+
+/// 0 for a character device, else the error number: opening a pipe or a file would succeed and mean nothing.
+int CheckKind(const std::string& device) {
+  struct stat status {};
+  if (stat(device.c_str(), &status) != 0) return errno;
+  return S_ISCHR(status.st_mode) ? 0 : ENOTTY;
+}
+
+}  // namespace
+
+DeviceNode::DeviceNode(DeviceNode&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+
+DeviceNode& DeviceNode::operator=(DeviceNode&& other) noexcept {
+  std::swap(handle_, other.handle_);
+  return *this;
+}
+
+DeviceNode::~DeviceNode() {
+  Close();
+}
+
+PortResult DeviceNode::Open(const std::string& path) {
+  Close();
+  PortResult result;
+  result.device = ResolveLinks(path);
+  if (const int error = CheckKind(result.device); error != 0) return Failure(error, result.device);
+
+  handle_ = open(result.device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  if (handle_ < 0) return Failure(errno, result.device);
+  if (isatty(handle_) == 0 || flock(handle_, LOCK_EX | LOCK_NB) != 0) {
+    const int error = errno;
+    Close();
+    return Failure(error, result.device);
+  }
+  return result;
+}
+
+void DeviceNode::Close() {
+  if (handle_ >= 0) close(std::exchange(handle_, -1));
+}
+
+}  // namespace walrim

@@ -1,0 +1,227 @@
+#include "qt/QtSerialPort.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <thread>
+#include <utility>
+
+#include "qt/LineSettings.h"
+
+namespace walrim {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+/// A line that floods without being read is held up here; the link's frames have 256 bytes.
+constexpr qint64 InputLimit = 64 * 1024;
+
+/// At 9600 baud a byte leaves in about a millisecond.
+constexpr milliseconds SendingStep{1};
+
+QSerialPort::Parity QtParity(LineParity parity) {
+  switch (parity) {
+    case LineParity::Even:
+      return QSerialPort::EvenParity;
+    case LineParity::Odd:
+      return QSerialPort::OddParity;
+    case LineParity::Mark:
+      return QSerialPort::MarkParity;
+    case LineParity::Space:
+      return QSerialPort::SpaceParity;
+    case LineParity::None:
+      break;
+  }
+  return QSerialPort::NoParity;
+}
+
+void Apply(const LineSettings& settings, QSerialPort& port) {
+  port.setBaudRate(settings.baud);
+  port.setParity(QtParity(settings.parity));
+  port.setDataBits(static_cast<QSerialPort::DataBits>(settings.data_bits));
+  port.setStopBits(settings.stop_bits == 2 ? QSerialPort::TwoStop : QSerialPort::OneStop);
+  port.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+PortProblem ProblemOf(QSerialPort::SerialPortError error) {
+  switch (error) {
+    case QSerialPort::DeviceNotFoundError:
+      return PortProblem::Missing;
+    case QSerialPort::PermissionError:
+      // The node itself was opened before, so that this is another program's lock file or exclusive use.
+      return PortProblem::InUse;
+    default:
+      return PortProblem::Other;
+  }
+}
+
+bool IsPortNumber(std::string_view name) {
+  return name.size() == 1 && name[0] >= '1' && name[0] <= '0' + MaxPortNumber;
+}
+
+std::size_t NotNegative(qint64 count) {
+  return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(PortMapping mapping) : mapping_(std::move(mapping)) {
+  port_.setReadBufferSize(InputLimit);
+}
+
+QtSerialPort::~QtSerialPort() {
+  QtSerialPort::Close();
+}
+
+PortResult QtSerialPort::Open(std::string_view comm_port, std::string_view settings) {
+  Close();
+  line_lost_ = false;
+  PortResult result;
+  const auto path = DevicePath(comm_port);
+  if (!path) {
+    result.problem = PortProblem::Missing;
+    return result;
+  }
+  result = node_.Open(*path);
+  if (!result.Ok()) return result;
+  result = OpenDevice(std::move(result), settings);
+  if (!result.Ok()) Close();
+  return result;
+}
+
+std::optional<std::string> QtSerialPort::DevicePath(std::string_view comm_port) const {
+  if (!IsPortNumber(comm_port)) {
+    std::error_code error;
+    const auto path = std::filesystem::absolute(comm_port, error);
+    return error ? std::nullopt : std::optional(path.string());
+  }
+  for (NumberedPort& port : ListPorts(mapping_)) {
+    if (port.number == comm_port[0] - '0') return std::move(port.device);
+  }
+  return std::nullopt;
+}
+
+PortResult QtSerialPort::OpenDevice(PortResult found, std::string_view settings) {
+  const auto line_settings = ParseLineSettings(settings);
+  if (!line_settings) {
+    found.problem = PortProblem::Other;
+    found.detail = "line settings \"" + std::string(settings) + "\"";
+    return found;
+  }
+  port_.setPortName(QString::fromStdString(found.device));
+  Apply(*line_settings, port_);
+  if (!port_.open(QIODevice::ReadWrite)) {
+    found.problem = ProblemOf(port_.error());
+    if (found.problem == PortProblem::Other) found.detail = port_.errorString().toStdString();
+    return found;
+  }
+  // A pseudo-terminal has no such lines and refuses; a cable that is fed from them needs both.
+  port_.setDataTerminalReady(true);
+  port_.setRequestToSend(true);
+  port_.clearError();
+  return found;
+}
+
+bool QtSerialPort::PortOpen() const {
+  return port_.isOpen();
+}
+
+void QtSerialPort::Close() {
+  Flush();
+  if (port_.isOpen()) port_.close();
+  node_.Close();
+  counted_ = 0;
+}
+
+std::size_t QtSerialPort::InBufferCount() {
+  FetchInput();
+  counted_ = NotNegative(port_.bytesAvailable());
+  return counted_;
+}
+
+void QtSerialPort::ClearInBuffer() {
+  counted_ = 0;
+  if (!port_.isOpen()) return;
+  port_.readAll();
+  if (Usable()) port_.clear(QSerialPort::Input);
+}
+
+std::optional<std::uint8_t> QtSerialPort::Input() {
+  if (!port_.isOpen()) return std::nullopt;
+  if (port_.bytesAvailable() == 0) FetchInput();
+  char byte = 0;
+  if (port_.bytesAvailable() == 0 || !port_.getChar(&byte)) return std::nullopt;
+  if (counted_ > 0) --counted_;
+  return static_cast<std::uint8_t>(byte);
+}
+
+void QtSerialPort::Output(std::uint8_t byte) {
+  if (Usable()) port_.putChar(static_cast<char>(byte));
+}
+
+std::size_t QtSerialPort::OutBufferCount() {
+  Flush();
+  if (!Usable()) return 0;
+  return NotNegative(port_.bytesToWrite()) + QueuedBySystem(TIOCOUTQ);
+}
+
+void QtSerialPort::ClearOutBuffer() {
+  if (Usable()) port_.clear(QSerialPort::Output);
+}
+
+void QtSerialPort::Wait(milliseconds at_most) {
+  Flush();
+  if (!Usable()) {
+    std::this_thread::sleep_for(at_most);
+    return;
+  }
+  FetchInput();
+  const qint64 available = port_.bytesAvailable();
+  if (NotNegative(available) > counted_) return;
+
+  // Input is fetched and a full buffer is not watched, so that only what comes from now on ends the wait.
+  pollfd watched{port_.handle(), 0, 0};
+  if (available < InputLimit) watched.events |= POLLIN;
+  if (port_.bytesToWrite() > 0) watched.events |= POLLOUT;
+  if (QueuedBySystem(TIOCOUTQ) > 0) at_most = std::min(at_most, SendingStep);
+  poll(&watched, 1, static_cast<int>(std::max<milliseconds::rep>(at_most.count(), 0)));
+  Flush();
+}
+
+bool QtSerialPort::LineLost() const {
+  return line_lost_ || (port_.isOpen() && (Happened(0) & (POLLHUP | POLLERR | POLLNVAL)) != 0);
+}
+
+/// Moves what has come from the system into the port's buffer.
+void QtSerialPort::FetchInput() {
+  if (port_.bytesAvailable() >= InputLimit || !Usable()) return;
+  if (QueuedBySystem(FIONREAD) > 0) port_.waitForReadyRead(0);
+}
+
+/// Hands over what the system takes at once. A full system is not asked: QSerialPort calls that a failed device.
+void QtSerialPort::Flush() {
+  if (Usable() && port_.bytesToWrite() > 0 && (Happened(POLLOUT) & POLLOUT) != 0) port_.flush();
+}
+
+/// True while the port is open and its line is there; notices a line that has gone.
+bool QtSerialPort::Usable() {
+  if (!port_.isOpen()) return false;
+  line_lost_ = LineLost();
+  return !line_lost_;
+}
+
+/// Those of the events, and the ends of the line, that can be seen on it now.
+int QtSerialPort::Happened(short events) const {
+  pollfd watched{port_.handle(), events, 0};
+  return poll(&watched, 1, 0) > 0 ? watched.revents : 0;
+}
+
+/// Bytes that wait in the system's buffer: FIONREAD for those that have come, TIOCOUTQ for those to be sent.
+std::size_t QtSerialPort::QueuedBySystem(unsigned long which) const {
+  int count = 0;
+  return ioctl(port_.handle(), which, &count) == 0 && count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+}  // namespace walrim
