@@ -1,0 +1,248 @@
+#include "cli/Commands.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <thread>
+#include <unistd.h>
+
+#include "app/FileStore.h"
+#include "app/PortSwitch.h"
+#include "cli/TerminalDesktop.h"
+#include "cli/TraceFile.h"
+#include "cli/Watchdog.h"
+#include "qt/PortList.h"
+#include "qt/QtClock.h"
+#include "qt/QtSerialPort.h"
+#include "receiver/DemoSerialPort.h"
+
+namespace walrim {
+
+namespace {
+
+constexpr std::string_view StandardStream = "-";
+
+bool IsDemoPortName(std::string_view name) {
+  return name == "demo" || name.starts_with("demo:");
+}
+
+/// Everything a command stands on.
+class Terminal {
+ public:
+  Terminal(const Arguments& arguments, int argc, char** argv)
+      : arguments_(arguments),
+        application_(argc, argv),
+        desktop_({arguments.quiet, arguments.force, ::isatty(STDERR_FILENO) != 0}, clock_),
+        watchdog_(clock_, Interrupted),
+        demo_port_({}, clock_, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); }),
+        port_(serial_port_, demo_port_, IsDemoPortName),
+        main_(port_, clock_, watchdog_, desktop_) {
+    Controls& controls = main_.controls;
+    controls.CommPort = arguments.port;
+    controls.DegreeType = arguments.degree_type;
+    controls.Datum = arguments.datum;
+    controls.UTCOffsetNum = arguments.utc_offset_hours;
+    controls.WithHeader = arguments.with_header;
+    controls.Encoding = arguments.encoding;
+    main_.Device().session.pacing_factor = arguments.pacing_factor;
+  }
+
+  ExitStatus Info();
+  ExitStatus Download();
+  ExitStatus Upload();
+  ExitStatus Convert();
+
+ private:
+  [[nodiscard]] bool StartTrace();
+  void Watch();
+  [[nodiscard]] bool ImportFiles();
+  [[nodiscard]] bool OutputUsable();
+  [[nodiscard]] ExitStatus WriteOutput();
+  [[nodiscard]] ExitStatus WriteStandardOutput();
+  [[nodiscard]] ExitStatus Report(Outcome outcome);
+  void ReportImport(const std::string& path);
+  void Message(std::string_view text) { desktop_.ShowMessage(text); }
+
+  const Arguments& arguments_;
+  QCoreApplication application_;
+  QtClock clock_;
+  TraceFile trace_;
+  TerminalDesktop desktop_;
+  Watchdog watchdog_;
+  QtSerialPort serial_port_;
+  DemoSerialPort demo_port_;
+  PortSwitch port_;
+  WalrimMain main_;
+};
+
+bool Terminal::StartTrace() {
+  if (arguments_.trace_path.empty()) return true;
+  if (!trace_.Open(arguments_.trace_path)) {
+    Message("ファイルに書き込めません：" + arguments_.trace_path);
+    return false;
+  }
+  main_.Device().Link().SetTrace(&trace_);
+  return true;
+}
+
+void Terminal::Watch() {
+  CatchSignals();
+  watchdog_.Watch([this] { return main_.Device().session.frames_received; }, [this] { main_.Cancel_Click(); });
+}
+
+ExitStatus Terminal::Report(Outcome outcome) {
+  for (const std::string& notice : main_.TakeNotices())
+    Message(notice);
+  if (watchdog_.Stalled()) {
+    Message("30秒間データが進まないため，通信を中止しました．");
+    return ExitStatus::NoReceiver;
+  }
+  switch (outcome) {
+    case Outcome::Done:
+      return Interrupted() ? ExitStatus::Refused : ExitStatus::Done;
+    case Outcome::Busy:
+    case Outcome::Refused:
+      return ExitStatus::Refused;
+    case Outcome::Cancelled:
+      Message("中止しました．");
+      return ExitStatus::Refused;
+    case Outcome::LinkLost:
+      return ExitStatus::NoReceiver;
+    case Outcome::NoReceiver:
+      break;
+  }
+  const ProductInfo& info = main_.DeviceInfo();
+  if (info.ProductId <= 0) {
+    Message(info.Description.empty() ? "受信機を識別できませんでした．" : std::string_view(info.Description));
+  }
+  return ExitStatus::NoReceiver;
+}
+
+ExitStatus Terminal::Info() {
+  if (!StartTrace()) return ExitStatus::Refused;
+  Watch();
+  const ExitStatus status = Report(main_.Get_GpsInfo_Click());
+  if (status != ExitStatus::Done) return status;
+  std::string text = main_.controls.GpsInfo + "\n";
+  for (const DataKind kind : AllDataKinds) {
+    text += std::string(DataKindName(kind)) + " " + main_.controls.GpsDataNum[IndexOf(kind)] + "\n";
+  }
+  std::fputs(text.c_str(), stdout);
+  return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Refused;
+}
+
+/// Tells before a long transfer what would make its result unusable after it.
+bool Terminal::OutputUsable() {
+  const std::string& path = arguments_.output;
+  std::string extension = arguments_.type_extension;
+  if (extension.empty() && path != StandardStream) {
+    extension = std::filesystem::path(path).extension().string();
+    if (!extension.empty()) extension.erase(0, 1);
+  }
+  const OutputType& type = OutputTypeOfExtension(extension);
+  if (!type.available) {
+    Message("出力形式" + std::string(type.name) + "（" + std::string(type.extension) + "）にはまだ対応していません．");
+    return false;
+  }
+  main_.controls.OutputTypeOption = type.name;
+  if (path == StandardStream) return true;
+  if (FileExists(path) && !desktop_.AskOkCancel(OverwriteQuestion(path))) return false;
+  if (const auto problem = CheckWritable(path)) {
+    Message(WriteProblemText(path, problem->detail));
+    return false;
+  }
+  return true;
+}
+
+ExitStatus Terminal::WriteStandardOutput() {
+  const std::string text = main_.BuildText();
+  desktop_.SetStatusCaption("");
+  if (text.empty()) return ExitStatus::Refused;
+  const auto bytes = main_.EncodeText(text);
+  if (!bytes) return ExitStatus::Refused;
+  const bool written =
+      std::fwrite(bytes->data(), 1, bytes->size(), stdout) == bytes->size() && std::fflush(stdout) == 0;
+  if (!written) Message(WriteProblemText("-", "標準出力"));
+  return written ? ExitStatus::Done : ExitStatus::Refused;
+}
+
+ExitStatus Terminal::WriteOutput() {
+  main_.controls.DoCheck = arguments_.kinds;
+  if (arguments_.output == StandardStream) return WriteStandardOutput();
+  return Report(main_.ExportTo(arguments_.output));
+}
+
+ExitStatus Terminal::Download() {
+  if (!OutputUsable() || !StartTrace()) return ExitStatus::Refused;
+  Watch();
+  main_.controls.DownCheck = arguments_.kinds;
+  const ExitStatus status = Report(main_.GpsDownLoad_Click());
+  return status == ExitStatus::Done ? WriteOutput() : status;
+}
+
+void Terminal::ReportImport(const std::string& path) {
+  const ImportSummary& summary = main_.LastImport();
+  if (summary.skipped > 0) {
+    Message(path + "：" + std::to_string(summary.skipped) + "行を読み飛ばしました（最初は" +
+            std::to_string(summary.first_skipped_line) + "行目：" + summary.first_skipped_why + "）");
+  }
+}
+
+bool Terminal::ImportFiles() {
+  for (const std::string& path : arguments_.files) {
+    desktop_.SetStatusCaption("Import from " + path);
+    const Outcome outcome = main_.ImportFile(path);
+    desktop_.SetStatusCaption("");
+    if (outcome != Outcome::Done) return false;
+    ReportImport(path);
+  }
+  const bool any = std::any_of(AllDataKinds.begin(), AllDataKinds.end(), [this](DataKind kind) {
+    return arguments_.kinds[IndexOf(kind)] && main_.DataSetLoaded(kind);
+  });
+  if (!any) Message("取り込めるデータがありません．");
+  return any;
+}
+
+ExitStatus Terminal::Upload() {
+  if (!ImportFiles() || !StartTrace()) return ExitStatus::Refused;
+  Watch();
+  main_.controls.DoCheck = arguments_.kinds;
+  return Report(main_.GpsUpLoad_Click());
+}
+
+ExitStatus Terminal::Convert() {
+  if (!OutputUsable() || !ImportFiles()) return ExitStatus::Refused;
+  return WriteOutput();
+}
+
+ExitStatus ListPortsCommand() {
+  std::string text;
+  for (const NumberedPort& port : ListPorts()) {
+    text += (port.number > 0 ? std::to_string(port.number) : "-") + "\t" + port.device + "\t" + port.description + "\n";
+  }
+  std::fputs(text.c_str(), stdout);
+  return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Refused;
+}
+
+}  // namespace
+
+ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
+  if (arguments.command == CliCommand::Ports) return ListPortsCommand();
+  Terminal terminal(arguments, argc, argv);
+  switch (arguments.command) {
+    case CliCommand::Info:
+      return terminal.Info();
+    case CliCommand::Download:
+      return terminal.Download();
+    case CliCommand::Upload:
+      return terminal.Upload();
+    case CliCommand::Convert:
+      return terminal.Convert();
+    case CliCommand::Ports:
+      break;
+  }
+  return ExitStatus::BadUsage;
+}
+
+}  // namespace walrim

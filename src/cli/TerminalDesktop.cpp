@@ -1,0 +1,96 @@
+#include "cli/TerminalDesktop.h"
+
+#include <chrono>
+#include <cstdio>
+
+namespace walrim {
+
+namespace {
+
+/// Between two printed texts that only count.
+constexpr std::chrono::milliseconds CountingInterval{250};
+
+/// A progress text without what changes with every record.
+std::string_view WithoutCounters(std::string_view text) {
+  return text.substr(0, text.find('['));
+}
+
+void Print(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+}  // namespace
+
+TerminalDesktop::TerminalDesktop(Options options, const Clock& clock) : options_(options), clock_(clock) {}
+
+TerminalDesktop::~TerminalDesktop() {
+  EndStatusLine();
+}
+
+void TerminalDesktop::ShowMessage(std::string_view text) {
+  EndStatusLine();
+  Print(std::string(text) + "\n");
+}
+
+bool TerminalDesktop::AskYesNo(std::string_view text) {
+  ShowMessage(text);
+  return false;
+}
+
+bool TerminalDesktop::AskOkCancel(std::string_view text) {
+  if (options_.force) return true;
+  ShowMessage(text);
+  return false;
+}
+
+std::string TerminalDesktop::OpenFileDialog(std::string_view) {
+  return std::string(DialogCancelled);
+}
+
+std::string TerminalDesktop::SaveFileDialog(std::string_view) {
+  return std::string(DialogCancelled);
+}
+
+void TerminalDesktop::SetClipboardText(std::string_view) {}
+
+std::string TerminalDesktop::ClipboardText() {
+  return {};
+}
+
+void TerminalDesktop::SetStatusCaption(std::string_view text) {
+  status_ = text;
+  if (options_.quiet) return;
+  const bool counting = text.find('[') != std::string_view::npos && WithoutCounters(text) == WithoutCounters(printed_);
+  if (counting && clock_.Monotonic() - printed_at_ < CountingInterval) {
+    pending_ = text;
+    return;
+  }
+  if (!counting && !pending_.empty()) {
+    // The last count is worth showing, also when it came soon after the one before.
+    status_ = pending_;
+    PrintStatus();
+    status_ = text;
+  }
+  PrintStatus();
+}
+
+void TerminalDesktop::PrintStatus() {
+  pending_.clear();
+  if (status_.empty() || status_ == printed_) return;
+  Print(options_.on_terminal ? "\r\033[K" + status_ : status_ + "\n");
+  printed_ = status_;
+  printed_at_ = clock_.Monotonic();
+}
+
+void TerminalDesktop::EndStatusLine() {
+  if (!pending_.empty()) {
+    const std::string current = status_;
+    status_ = pending_;
+    PrintStatus();
+    status_ = current;
+  }
+  if (options_.on_terminal && !printed_.empty()) Print("\n");
+  printed_.clear();
+}
+
+}  // namespace walrim

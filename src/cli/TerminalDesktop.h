@@ -1,0 +1,51 @@
+// The terminal as a desktop: messages and status go to standard error.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+
+namespace walrim {
+
+/// On a terminal the status is one line that is rewritten in place; elsewhere it is a line whenever the text changes,
+/// but at most a few times a second while it only counts.
+class TerminalDesktop : public Desktop {
+ public:
+  struct Options {
+    bool quiet = false;        ///< no status
+    bool force = false;        ///< the answer to whether a file is to be overwritten
+    bool on_terminal = false;  ///< standard error is a terminal
+  };
+
+  TerminalDesktop(Options options, const Clock& clock);
+  ~TerminalDesktop() override;
+  TerminalDesktop(const TerminalDesktop&) = delete;
+  TerminalDesktop& operator=(const TerminalDesktop&) = delete;
+
+  void ShowMessage(std::string_view text) override;
+  /// There is nobody to ask: shows the question; the answer is No.
+  [[nodiscard]] bool AskYesNo(std::string_view text) override;
+  [[nodiscard]] bool AskOkCancel(std::string_view text) override;
+  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override;
+  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override;
+  void SetClipboardText(std::string_view text) override;
+  [[nodiscard]] std::string ClipboardText() override;
+  void SetStatusCaption(std::string_view text) override;
+  [[nodiscard]] std::string StatusCaption() const override { return status_; }
+  void ControlsChanged() override {}
+
+ private:
+  void PrintStatus();
+  void EndStatusLine();
+
+  Options options_;
+  const Clock& clock_;
+  std::string status_;
+  std::string printed_;  ///< what stands on the terminal's line, or was printed last
+  std::string pending_;  ///< a counting text that was held back
+  std::chrono::nanoseconds printed_at_{};
+};
+
+}  // namespace walrim

@@ -1,0 +1,30 @@
+// The trace of the line, in a file.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "device/FrameTrace.h"
+
+namespace walrim {
+
+/// Every line is flushed as it goes, so that the trace is complete whatever happens next.
+class TraceFile : public FrameTrace {
+ public:
+  /// Begins a new file. False when it cannot be written.
+  [[nodiscard]] bool Open(const std::string& path);
+
+  void Frame(const TracedFrame& frame) override { WriteLine(TraceLine(frame)); }
+  void Note(std::chrono::nanoseconds time, std::string_view text) override { WriteLine(TraceNoteLine(time, text)); }
+
+ private:
+  void WriteLine(const std::string& line);
+
+  struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  std::unique_ptr<std::FILE, Closer> file_;
+};
+
+}  // namespace walrim

@@ -1,0 +1,55 @@
+#include "cli/Watchdog.h"
+
+#include <csignal>
+#include <utility>
+
+namespace walrim {
+
+namespace {
+
+volatile std::sig_atomic_t signal_came = 0;
+
+void NoteSignal(int) {
+  signal_came = 1;
+}
+
+}  // namespace
+
+bool Interrupted() {
+  return signal_came != 0;
+}
+
+void CatchSignals() {
+  struct sigaction action {};
+  action.sa_handler = NoteSignal;
+  // Without SA_RESTART, so that a waiting system call wakes up; once only, so that the second one is not caught.
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP})
+    sigaction(number, &action, nullptr);
+}
+
+Watchdog::Watchdog(const Clock& clock, std::function<bool()> interrupted)
+    : clock_(clock), interrupted_(std::move(interrupted)) {}
+
+void Watchdog::Watch(Progress progress, std::function<void()> cancel) {
+  progress_ = std::move(progress);
+  cancel_ = std::move(cancel);
+  last_progress_ = progress_();
+  progress_at_ = clock_.Monotonic();
+}
+
+void Watchdog::Yield() {
+  if (!progress_) return;
+  if (interrupted_()) cancel_();
+  const std::int64_t progress = progress_();
+  const auto now = clock_.Monotonic();
+  if (progress != last_progress_) {
+    last_progress_ = progress;
+    progress_at_ = now;
+  } else if (!stalled_ && now - progress_at_ > StallTime) {
+    stalled_ = true;
+    cancel_();
+  }
+}
+
+}  // namespace walrim

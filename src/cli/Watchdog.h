@@ -1,0 +1,46 @@
+// What ends a transfer when there is nobody to press Cancel: a signal, or a receiver that makes no progress.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+
+#include "platform/Clock.h"
+#include "platform/EventLoop.h"
+
+namespace walrim {
+
+/// A transfer without a received frame for this long is cancelled.
+inline constexpr std::chrono::seconds StallTime{30};
+
+/// Whether SIGINT, SIGTERM or SIGHUP has come since CatchSignals.
+[[nodiscard]] bool Interrupted();
+/// Notes these signals from now on. A second SIGINT ends the program the hard way.
+void CatchSignals();
+
+/// The event loop of the terminal: looks after the signals and the progress whenever a transfer yields.
+class Watchdog : public EventLoop {
+ public:
+  using Progress = std::function<std::int64_t()>;
+
+  /// interrupted is asked at every turn.
+  Watchdog(const Clock& clock, std::function<bool()> interrupted);
+
+  /// From now on: progress tells a number that grows, cancel ends the transfer.
+  void Watch(Progress progress, std::function<void()> cancel);
+  void Yield() override;
+
+  /// True once a transfer was cancelled because nothing moved.
+  [[nodiscard]] bool Stalled() const { return stalled_; }
+
+ private:
+  const Clock& clock_;
+  std::function<bool()> interrupted_;
+  Progress progress_;
+  std::function<void()> cancel_;
+  std::int64_t last_progress_ = 0;
+  std::chrono::nanoseconds progress_at_{};
+  bool stalled_ = false;
+};
+
+}  // namespace walrim

@@ -1,0 +1,398 @@
+// walrim-cli against walrim-receiver over a pseudo-terminal, as a person at a terminal uses them.
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/Processes.h"
+
+namespace walrim {
+namespace {
+
+constexpr std::string_view LinkLost = "電源が切れたか，コードが外れました．";
+constexpr std::string_view DataLoss =
+    "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
+constexpr std::string_view AbortFrame = "10 0A 02 00 00 F4 10 03";
+
+/// What the receivers of these tests hold; with Japanese names, comments and a name that looks like a number.
+constexpr std::string_view Memory =
+    "WPT\tD\tWGS84\t=\"高尾\"\t35.6252\t139.2437\t=\"山頂 599M\"\t=\"8\"\t\t=\"1\"\t\t0\t2\r\n"
+    "WPT\tD\tWGS84\t=\"007\"\t35.63\t139.27\t=\"ﾄｻﾞﾝｸﾞﾁ\"\t=\"10\"\t\t=\"0\"\t\t12.5\t0\r\n"
+    "WPT\tD\tWGS84\t=\"ABC DE\"\t-33.5\t-70.25\t=\"SOUTH WEST\"\r\n"
+    "RTH\t3\t=\"高尾から陣馬\"\t2\r\n"
+    "RTP\tD\tWGS84\t=\"START\"\t35.6252\t139.2437\t=\"出発\"\r\n"
+    "RTP\tD\tWGS84\t=\"GOAL\"\t35.65\t139.166\t=\"\"\r\n"
+    "RTH\t5\t=\"SECOND\"\t1\r\n"
+    "RTP\tD\tWGS84\t=\"ONLY\"\t35.7\t139.1\t=\"\"\r\n"
+    "TRH\t3\tTRUE\t4\t=\"秋の山\"\r\n"
+    "TRP\tD\tWGS84\t35.6252\t139.2437\t2002/11/15 09:00:00\tTRUE\t599.5\t1E+25\t0\r\n"
+    "TRP\tD\tWGS84\t35.6262\t139.2427\t2002/11/15 09:01:10\tFALSE\t605\t1E+25\t0\r\n"
+    "TRP\tD\tWGS84\t35.6272\t139.2417\t2002/11/15 09:02:20\tFALSE\t610\t1E+25\t0\r\n"
+    "TRH\t1\tFALSE\t0\t=\"SECOND\"\r\n"
+    "TRP\tD\tWGS84\t35.7\t139.1\t2002/11/16 10:00:00\tTRUE\t100\t5.5\t0\r\n";
+
+/// walrim-receiver with options; its terminal is known once this has been made.
+class Receiver {
+ public:
+  explicit Receiver(std::vector<std::string> options = {}, const std::string& baud = "0") {
+    std::vector<std::string> words{WALRIM_RECEIVER, "--baud", baud};
+    words.insert(words.end(), options.begin(), options.end());
+    process_ = std::make_unique<Process>(words);
+    EXPECT_TRUE(process_->ReadUntil("\n")) << process_->Err();
+    port_ = process_->Out().substr(0, process_->Out().find('\n'));
+  }
+  [[nodiscard]] const std::string& Port() const { return port_; }
+
+ private:
+  std::unique_ptr<Process> process_;
+  std::string port_;
+};
+
+struct Result {
+  int status = -1;
+  std::string out;
+  std::string err;
+  [[nodiscard]] bool Said(std::string_view text) const { return err.find(text) != std::string::npos; }
+};
+
+class EndToEnd : public ::testing::Test {
+ protected:
+  EndToEnd() { PutFile(folder.Path("memory.grc"), Memory); }
+
+  static std::vector<std::string> Words(std::vector<std::string> words) {
+    words.insert(words.begin(), WALRIM_CLI);
+    return words;
+  }
+  static Result Run(std::vector<std::string> words, std::string_view standard_input = {}) {
+    Process process(Words(std::move(words)), standard_input);
+    Result result;
+    result.status = process.Wait();
+    result.out = process.Out();
+    result.err = process.Err();
+    return result;
+  }
+  /// A device command at a pace that suits a line without a pace of its own.
+  static Result OnLine(const std::string& command, const Receiver& receiver, std::vector<std::string> more = {}) {
+    more.insert(more.begin(), {command, "--port", receiver.Port(), "--pacing", "0.1"});
+    return Run(std::move(more));
+  }
+  [[nodiscard]] std::vector<std::string> WithMemory(std::vector<std::string> options = {}) const {
+    options.insert(options.end(), {"--memory", folder.Path("memory.grc")});
+    return options;
+  }
+  [[nodiscard]] std::string Path(std::string_view name) const { return folder.Path(name); }
+
+  TemporaryFolder folder;
+};
+
+// ---- All models
+
+class EveryModel : public EndToEnd, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(EveryModel, GivesTheSameFileAfterAnUploadAndADownload) {
+  const Receiver full(WithMemory({"--model", GetParam()}));
+  ASSERT_EQ(OnLine("download", full, {"-o", Path("a.grc")}).status, 0);
+  const std::string first = FileContents(Path("a.grc"));
+  EXPECT_NE(first.find("WPT\tD\tWGS84\t=\"\x8d\x82\x94\xf6"), std::string::npos);  // 高尾 in Shift-JIS
+  EXPECT_NE(first.find("RTP\tD\tWGS84\t=\"ONLY"), std::string::npos);
+  EXPECT_NE(first.find("\t2002/11/16 10:00:00\tTRUE\t"), std::string::npos);
+
+  const Receiver other({"--model", GetParam()});
+  const Result upload = OnLine("upload", other, {Path("a.grc")});
+  ASSERT_EQ(upload.status, 0) << upload.err;
+  ASSERT_EQ(OnLine("download", other, {"-o", Path("b.grc")}).status, 0);
+  EXPECT_EQ(FileContents(Path("b.grc")), first);
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, EveryModel,
+                         ::testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
+                                           "eMap", "eTrex"));
+
+TEST_F(EndToEnd, InfoPrintsFourLines) {
+  const Receiver receiver(WithMemory());
+  const Result info = OnLine("info", receiver);
+  EXPECT_EQ(info.status, 0);
+  EXPECT_EQ(std::count(info.out.begin(), info.out.end(), '\n'), 4);
+  EXPECT_EQ(info.out.find("eTrex "), 0U);
+  EXPECT_NE(info.out.find(" (Pid:"), std::string::npos);
+  // 3 waypoints; 2 headers, 3 points and 3 links; 2 headers and 4 points.
+  EXPECT_NE(info.out.find("\nWaypoint 3\nRoute 8\nTrackLog 6\n"), std::string::npos) << info.out;
+}
+
+TEST_F(EndToEnd, ADownloadAtThePaceOfARealLineGivesTheSameFile) {
+  const Receiver fast(WithMemory());
+  const Receiver real(WithMemory(), "9600");
+  ASSERT_EQ(OnLine("download", fast, {"-o", Path("a.grc")}).status, 0);
+  const Result download = Run({"download", "--port", real.Port(), "-o", Path("b.grc")});
+  ASSERT_EQ(download.status, 0) << download.err;
+  EXPECT_EQ(FileContents(Path("a.grc")), FileContents(Path("b.grc")));
+  EXPECT_TRUE(download.Said("DownLoading : Waypoint [3/3] Remaining 00:00")) << download.err;
+  EXPECT_EQ(download.out, "");
+}
+
+TEST_F(EndToEnd, KindsCanBeChosen) {
+  const Receiver receiver(WithMemory());
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--kinds", "track,waypoint"}).status, 0);
+  const std::string text = FileContents(Path("a.grc"));
+  EXPECT_NE(text.find("WPT\t"), std::string::npos);
+  EXPECT_EQ(text.find("RTH\t"), std::string::npos);
+  EXPECT_NE(text.find("TRH\t"), std::string::npos);
+}
+
+TEST_F(EndToEnd, StandardOutputTakesTheDataAndNothingElse) {
+  const Receiver receiver(WithMemory());
+  const Result download = OnLine("download", receiver, {"-o", "-", "--encoding", "utf8", "--kinds", "waypoint"});
+  EXPECT_EQ(download.status, 0);
+  EXPECT_EQ(download.out.find("WPT\tD\tWGS84\t=\"高尾\"\t35.62519"), 0U) << download.out;
+  EXPECT_EQ(std::count(download.out.begin(), download.out.end(), '\n'), 3);
+}
+
+TEST_F(EndToEnd, QuietShowsMessagesAlone) {
+  const Receiver receiver(WithMemory());
+  EXPECT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--quiet"}).err, "");
+  const Receiver loses(WithMemory({"--fault", "early-complete=2"}));
+  EXPECT_TRUE(OnLine("download", loses, {"-o", Path("b.grc"), "--quiet"}).Said(DataLoss));
+}
+
+TEST_F(EndToEnd, AnUploadShowsItsProgress) {
+  const Receiver receiver;
+  const Result upload = OnLine("upload", receiver, {Path("memory.grc")});
+  EXPECT_EQ(upload.status, 0) << upload.err;
+  EXPECT_TRUE(upload.Said("UpLoading : Waypoint"));
+  EXPECT_TRUE(upload.Said("UpLoading : TrackLog [6/6] Remaining 00:00")) << upload.err;
+  EXPECT_EQ(upload.out, "");
+}
+
+TEST_F(EndToEnd, TheDemonstrationReceiverNeedsNoHardware) {
+  const Result info = Run({"info", "--port", "demo:GPS 48"});
+  EXPECT_EQ(info.status, 0) << info.err;
+  EXPECT_EQ(info.out.find("GPS 48 "), 0U);
+  EXPECT_EQ(Run({"info", "--port", "demo:GPS 99"}).status, 1);
+}
+
+// ---- Faults
+
+struct FaultCase {
+  const char* fault;
+  int status;
+  std::string_view says;  ///< empty: nothing that must be said
+};
+void PrintTo(const FaultCase& one, std::ostream* out) {
+  *out << one.fault;
+}
+
+class Faults : public EndToEnd, public ::testing::WithParamInterface<FaultCase> {};
+
+TEST_P(Faults, EndWithAMessageAStatusAndTheOldFileUntouchedUnlessDone) {
+  PutFile(Path("a.grc"), "old");
+  {
+    const Receiver faulty(WithMemory({"--fault", GetParam().fault}));
+    const Result download = OnLine("download", faulty, {"-o", Path("a.grc"), "--force"});
+    EXPECT_EQ(download.status, GetParam().status) << download.err;
+    EXPECT_TRUE(download.Said(GetParam().says)) << download.err;
+  }
+  if (GetParam().status != 0) {
+    EXPECT_EQ(FileContents(Path("a.grc")), "old");
+  } else {
+    EXPECT_EQ(FileContents(Path("a.grc")).find("WPT\t"), 0U);
+  }
+  EXPECT_EQ(folder.Names().size(), 2U);  // no half-written file
+  const Receiver healthy(WithMemory());
+  EXPECT_EQ(OnLine("download", healthy, {"-o", Path("a.grc"), "--force"}).status, 0);
+  EXPECT_EQ(FileContents(Path("a.grc")).find("WPT\t"), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, Faults,
+    ::testing::Values(FaultCase{"silent", 3, "電源が入っていないか，接続されていません．"},
+                      FaultCase{"silent-after=2", 3, LinkLost}, FaultCase{"silent-after=5", 3, LinkLost},
+                      FaultCase{"early-complete=2", 0, DataLoss}, FaultCase{"short-count=1", 0, DataLoss},
+                      FaultCase{"gap=200", 0, ""}, FaultCase{"dribble=1", 0, ""},
+                      FaultCase{"garbage", 3, "受信機を識別できませんでした．"},
+                      FaultCase{"overlong", 1, "受信データが異常なため，通信を中止しました．"},
+                      FaultCase{"burst=6", 1, "受信データが異常なため，通信を中止しました．"},
+                      FaultCase{"bad-checksum=1", 0, "(Waypoint)破損した記録が1件届きました．"},
+                      FaultCase{"unplug-after=2", 3, LinkLost}, FaultCase{"unplug-after=6", 3, LinkLost},
+                      FaultCase{"nak", 3, "受信機を識別できませんでした．"}));
+
+class UploadFaults : public EndToEnd, public ::testing::WithParamInterface<FaultCase> {};
+
+TEST_P(UploadFaults, EndWithAMessageAndAStatus) {
+  const Receiver faulty({"--fault", GetParam().fault});
+  const Result upload = OnLine("upload", faulty, {Path("memory.grc")});
+  EXPECT_EQ(upload.status, GetParam().status) << upload.err;
+  EXPECT_TRUE(upload.Said(GetParam().says)) << upload.err;
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, UploadFaults,
+                         ::testing::Values(FaultCase{"silent", 3, "電源が入っていないか，接続されていません．"},
+                                           FaultCase{"silent-after=4", 3, LinkLost},
+                                           FaultCase{"unplug-after=4", 3, LinkLost},
+                                           FaultCase{"nak=3", 1, "受信機が受け取らなかった記録が1件あります．"},
+                                           FaultCase{"dribble=1", 0, ""}));
+
+// ---- Ctrl-C
+
+TEST_F(EndToEnd, CtrlCSendsTheAbortCommandAndLeavesNoFile) {
+  const Receiver receiver({}, "9600");
+  Process process(Words(
+      {"download", "--port", receiver.Port(), "--kinds", "track", "-o", Path("a.grc"), "--trace", Path("trace")}));
+  ASSERT_TRUE(process.ReadUntil("DownLoading : TrackLog [")) << process.Err();
+  process.Signal(SIGINT);
+  EXPECT_EQ(process.Wait(), 1);
+  EXPECT_NE(FileContents(Path("trace")).find(AbortFrame), std::string::npos);
+  EXPECT_EQ(folder.Names().size(), 2U);  // the memory file and the trace
+  EXPECT_EQ(OnLine("info", receiver).status, 0);
+}
+
+// ---- The trace
+
+TEST_F(EndToEnd, TheTraceHoldsEveryFrameAlsoWhenTheLinkFails) {
+  const Receiver receiver(WithMemory({"--fault", "silent-after=5"}));
+  EXPECT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--trace", Path("trace")}).status, 3);
+  const std::string trace = FileContents(Path("trace"));
+  EXPECT_NE(trace.find("\tTX\t254\t2\t10 FE 02 00 00 00 10 03\n"), std::string::npos) << trace;
+  EXPECT_NE(trace.find("\tRX\t6\t2\t10 06 02 FE 00 FA 10 03\n"), std::string::npos);
+  EXPECT_NE(trace.find("\tTX\t10\t2\t10 0A 02 07 00 ED 10 03\n"), std::string::npos);
+  EXPECT_NE(trace.find("time-out"), std::string::npos);
+  EXPECT_NE(trace.find(AbortFrame), std::string::npos);
+}
+
+// ---- Ports
+
+TEST_F(EndToEnd, AMissingPortIsSaidWithTheSystemsMessage) {
+  const Result info = Run({"info", "--port", Path("none")});
+  EXPECT_EQ(info.status, 1);
+  EXPECT_TRUE(info.Said("Serial Port [ " + Path("none") + " ] は既に使われています")) << info.err;
+  EXPECT_TRUE(info.Said("がありません．"));
+}
+
+TEST_F(EndToEnd, APortInUseIsSaid) {
+  const Receiver receiver({}, "9600");
+  Process first(Words({"download", "--port", receiver.Port(), "--kinds", "track", "-o", Path("a.grc")}));
+  ASSERT_TRUE(first.ReadUntil("DownLoading : TrackLog [")) << first.Err();
+  const Result second = Run({"info", "--port", receiver.Port()});
+  EXPECT_EQ(second.status, 1);
+  EXPECT_TRUE(second.Said("使用中です．")) << second.err;
+  first.Signal(SIGINT);
+  EXPECT_EQ(first.Wait(), 1);
+}
+
+// ---- Files
+
+TEST_F(EndToEnd, AnExistingFileIsLeftAloneBeforeAnythingIsDownloaded) {
+  PutFile(Path("a.grc"), "old");
+  const Receiver receiver(WithMemory());
+  const Result download = OnLine("download", receiver, {"-o", Path("a.grc")});
+  EXPECT_EQ(download.status, 1);
+  EXPECT_TRUE(download.Said("このファイル（" + Path("a.grc") + ")は存在します．上書きしますか？"));
+  EXPECT_FALSE(download.Said("DownLoading"));
+  EXPECT_EQ(FileContents(Path("a.grc")), "old");
+}
+
+TEST_F(EndToEnd, AFolderThatDoesNotExistIsSaidBeforeAnythingIsDownloaded) {
+  const Receiver receiver(WithMemory());
+  const Result download = OnLine("download", receiver, {"-o", Path("missing/a.grc")});
+  EXPECT_EQ(download.status, 1);
+  EXPECT_FALSE(download.Said("DownLoading"));
+}
+
+TEST_F(EndToEnd, ConvertReadsSeveralFilesIntoOne) {
+  PutFile(Path("1.grc"), "WPT\tD\tWGS84\tONE\t35\t139\r\n");
+  PutFile(Path("2.grc"), "wpt\tDMS\tTokyo\tTWO\t35.400000\t139.100000\r\n");
+  const Result convert = Run({"convert", Path("1.grc"), Path("2.grc"), "-", "-o", "-"}, "WPT,D,WGS84,SAN,36,140\n");
+  EXPECT_EQ(convert.status, 0) << convert.err;
+  EXPECT_NE(convert.out.find("=\"ONE\"\t35\t139\t"), std::string::npos);
+  EXPECT_NE(convert.out.find("=\"TWO\"\t35.669"), std::string::npos) << convert.out;
+  EXPECT_NE(convert.out.find("=\"SAN\"\t36\t140\t"), std::string::npos);
+}
+
+TEST_F(EndToEnd, ConvertWritesDatumNotationHeaderAndEncoding) {
+  PutFile(Path("1.grc"), "WPT\tDMS\tTokyo\t高尾\t35.373070\t139.143730\r\n");
+  const Result convert = Run(
+      {"convert", Path("1.grc"), "-o", "-", "--datum", "tokyo", "--degree", "DMS", "--header", "--encoding", "utf8"});
+  EXPECT_EQ(convert.status, 0) << convert.err;
+  EXPECT_EQ(convert.out.find("WPT\tDegreeType\tDatum\tident\t"), 0U);
+  EXPECT_NE(convert.out.find("WPT\tDMS\tTokyo\t=\"高尾\"\t35.3730"), std::string::npos) << convert.out;
+}
+
+TEST_F(EndToEnd, SkippedLinesAreCountedAndTheFirstIsNamed) {
+  PutFile(Path("1.grc"), "WPT\tD\tWGS84\tONE\t35\t139\r\nWPT\tXYZ\tWGS84\tTWO\t35\t139\r\n");
+  const Result convert = Run({"convert", Path("1.grc"), "-o", "-", "--quiet"});
+  EXPECT_EQ(convert.status, 0);
+  EXPECT_TRUE(convert.Said("1行を読み飛ばしました（最初は2行目：")) << convert.err;
+}
+
+TEST_F(EndToEnd, NothingToStoreOrWriteIsARefusal) {
+  PutFile(Path("1.grc"), "WPT\tDegreeType\tDatum\r\n");
+  EXPECT_EQ(Run({"convert", Path("1.grc"), "-o", Path("a.grc")}).status, 1);
+  PutFile(Path("2.grc"), "WPT\tD\tWGS84\tONE\t35\t139\r\n");
+  EXPECT_EQ(Run({"convert", Path("2.grc"), "-o", Path("a.grc"), "--kinds", "route"}).status, 1);
+  EXPECT_EQ(Run({"upload", "--port", "demo", Path("1.grc")}).status, 1);
+  PutFile(Path("3.grc"), "what is this\r\n");
+  const Result unknown = Run({"convert", Path("3.grc"), "-o", Path("a.grc")});
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_TRUE(unknown.Said("未対応のファイルです．"));
+  EXPECT_EQ(folder.Names().size(), 4U);
+}
+
+TEST_F(EndToEnd, TypesThatAreNotWrittenYetAreRefusedClearly) {
+  PutFile(Path("1.grc"), "WPT\tD\tWGS84\tONE\t35\t139\r\n");
+  for (const char* type : {"txt", "mps"}) {
+    const Result convert = Run({"convert", Path("1.grc"), "-o", Path("a.grc"), "--type", type});
+    EXPECT_EQ(convert.status, 1);
+    EXPECT_TRUE(convert.Said("にはまだ対応していません．"));
+  }
+  EXPECT_EQ(Run({"convert", Path("1.grc"), "-o", Path("a.txt")}).status, 1);
+}
+
+TEST_F(EndToEnd, ACharacterThatShiftJisLacksIsNamedAndNothingIsWritten) {
+  PutFile(Path("1.grc"), "WPT\tD\tWGS84\tCAFé\t35\t139\r\n");
+  const Result convert = Run({"convert", Path("1.grc"), "-o", Path("a.grc")});
+  EXPECT_EQ(convert.status, 1);
+  EXPECT_TRUE(convert.Said("「é」")) << convert.err;
+  EXPECT_EQ(folder.Names().size(), 2U);
+  EXPECT_EQ(Run({"convert", Path("1.grc"), "-o", Path("a.grc"), "--encoding", "utf8"}).status, 0);
+}
+
+// ---- The command line
+
+TEST_F(EndToEnd, AWrongCommandLineExitsWithTwo) {
+  const std::vector<std::vector<std::string>> wrong{{},
+                                                    {"fly"},
+                                                    {"info"},
+                                                    {"download", "--port", "demo"},
+                                                    {"convert", "-o", "-"},
+                                                    {"info", "--port", "demo", "--baud", "1"},
+                                                    {"convert", "a", "-o", "-", "--degree", "DM"},
+                                                    {"convert", "a", "-o", "-", "--datum", "ED50"},
+                                                    {"convert", "a", "-o", "-", "--kinds", "waypoint,tree"},
+                                                    {"convert", "a", "-o", "-", "--utc-offset", "nine"},
+                                                    {"convert", "a", "-o", "-", "--encoding", "latin1"}};
+  for (const auto& words : wrong) {
+    const Result result = Run(words);
+    EXPECT_EQ(result.status, 2) << (words.empty() ? "" : words.front());
+    EXPECT_NE(result.err, "");
+    EXPECT_EQ(result.out, "");
+  }
+}
+
+TEST_F(EndToEnd, VersionAndHelpGoToStandardOutput) {
+  const Result version = Run({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.out.find("walrim-cli "), 0U);
+  const Result help = Run({"download", "--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_NE(help.out.find("--pacing"), std::string::npos);
+}
+
+TEST_F(EndToEnd, UtcOffsetMayBeNegativeAndAppliesToReadingAndWriting) {
+  PutFile(Path("1.grc"), "TRH\t1\tTRUE\t0\tA\r\nTRP\tD\tWGS84\t35\t139\t2002/11/15 09:00:00\tTRUE\r\n");
+  const Result convert = Run({"convert", Path("1.grc"), "-o", "-", "--utc-offset", "-5"});
+  EXPECT_EQ(convert.status, 0) << convert.err;
+  EXPECT_NE(convert.out.find("\t2002/11/15 09:00:00\t"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace walrim
