@@ -168,9 +168,11 @@ ExitStatus Terminal::WriteStandardOutput() {
 }
 
 ExitStatus Terminal::WriteOutput() {
+  if (Interrupted()) return Report(Outcome::Cancelled);
   main_.controls.DoCheck = arguments_.kinds;
   if (arguments_.output == StandardStream) return WriteStandardOutput();
-  return Report(main_.ExportTo(arguments_.output));
+  // Once the file is there, a signal that came in the meantime changes nothing.
+  return main_.ExportTo(arguments_.output) == Outcome::Done ? ExitStatus::Done : ExitStatus::Refused;
 }
 
 ExitStatus Terminal::Download() {
@@ -205,6 +207,7 @@ bool Terminal::ImportFiles() {
 }
 
 ExitStatus Terminal::Upload() {
+  ExitOnSignals();
   if (!ImportFiles() || !StartTrace()) return ExitStatus::Refused;
   Watch();
   main_.controls.DoCheck = arguments_.kinds;
@@ -212,7 +215,9 @@ ExitStatus Terminal::Upload() {
 }
 
 ExitStatus Terminal::Convert() {
+  ExitOnSignals();
   if (!OutputUsable() || !ImportFiles()) return ExitStatus::Refused;
+  CatchSignals();
   return WriteOutput();
 }
 

@@ -1,6 +1,7 @@
 #include "cli/Watchdog.h"
 
 #include <csignal>
+#include <unistd.h>
 #include <utility>
 
 namespace walrim {
@@ -13,19 +14,30 @@ void NoteSignal(int) {
   signal_came = 1;
 }
 
+void Exit(int) {
+  ::_exit(1);
+}
+
+void Handle(void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);  // once only: a second signal is not caught
+  for (const int number : {SIGINT, SIGTERM, SIGHUP})
+    sigaction(number, &action, nullptr);
+}
+
 }  // namespace
 
 bool Interrupted() {
   return signal_came != 0;
 }
 
+void ExitOnSignals() {
+  Handle(Exit);
+}
+
 void CatchSignals() {
-  struct sigaction action {};
-  action.sa_handler = NoteSignal;
-  // Without SA_RESTART, so that a waiting system call wakes up; once only, so that the second one is not caught.
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP})
-    sigaction(number, &action, nullptr);
+  Handle(NoteSignal);
 }
 
 Watchdog::Watchdog(const Clock& clock, std::function<bool()> interrupted)

@@ -15,6 +15,8 @@ inline constexpr std::chrono::seconds StallTime{30};
 
 /// Whether SIGINT, SIGTERM or SIGHUP has come since CatchSignals.
 [[nodiscard]] bool Interrupted();
+/// Lets these signals end the program at once with exit status 1: for times when nothing has to be put in order.
+void ExitOnSignals();
 /// Notes these signals from now on. A second SIGINT ends the program the hard way.
 void CatchSignals();
 

@@ -1,6 +1,7 @@
 // walrim-cli against walrim-receiver over a pseudo-terminal, as a person at a terminal uses them.
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -244,6 +245,18 @@ TEST_F(EndToEnd, CtrlCSendsTheAbortCommandAndLeavesNoFile) {
   EXPECT_NE(FileContents(Path("trace")).find(AbortFrame), std::string::npos);
   EXPECT_EQ(folder.Names().size(), 2U);  // the memory file and the trace
   EXPECT_EQ(OnLine("info", receiver).status, 0);
+}
+
+TEST_F(EndToEnd, CtrlCWhileStandardInputIsReadExitsWithOneAndLeavesNoFile) {
+  // A pipe that nobody writes to: the open end keeps the program waiting.
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  const int held = ::open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC);
+  Process process(Words({"convert", Path("pipe"), "-o", Path("a.grc")}));
+  ASSERT_TRUE(process.ReadUntil("Import from")) << process.Err();
+  process.Signal(SIGINT);
+  EXPECT_EQ(process.Wait(), 1);
+  EXPECT_EQ(folder.Names().size(), 2U);
+  ::close(held);
 }
 
 // ---- The trace
