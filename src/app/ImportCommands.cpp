@@ -1,6 +1,6 @@
 // The commands that read data into the data set.
 #include <algorithm>
-#include <exception>
+#include <utility>
 
 #include "app/BusyGuard.h"
 #include "app/FileFormat.h"
@@ -26,12 +26,12 @@ Outcome WalrimMain::ImportFile(const std::string& path) {
   const BusyGuard guard(busy_);
   last_import_ = {};
   FileProblem problem;
-  const auto bytes = ReadWholeFile(path, &problem);
+  auto bytes = ReadWholeFile(path, &problem);
   if (!bytes) {
     desktop_.ShowMessage("ファイルを読み込めません：" + path + "（" + problem.detail + "）");
     return Outcome::Refused;
   }
-  const std::string text = DecodeText(*bytes);
+  const std::string text = DecodeOwnedText(std::move(*bytes));
   if (RecognizeFormat(text, path) != FileFormat::Standard) {
     desktop_.ShowMessage("未対応のファイルです．");
     return Outcome::Refused;

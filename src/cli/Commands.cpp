@@ -189,6 +189,10 @@ void Terminal::ReportImport(const std::string& path) {
     Message(path + "：" + std::to_string(summary.skipped) + "行を読み飛ばしました（最初は" +
             std::to_string(summary.first_skipped_line) + "行目：" + summary.first_skipped_why + "）");
   }
+  if (summary.overfull > 0) {
+    Message(path + "：" + std::to_string(summary.overfull) + "行で列が多すぎます（最初は" +
+            std::to_string(summary.first_overfull_line) + "行目）．文字列の中のコンマで切れている可能性があります．");
+  }
 }
 
 bool Terminal::ImportFiles() {

@@ -23,7 +23,8 @@ class FixedText {
 
   void Set(std::string_view utf8) {
     utf8 = CutToCp932Width(utf8, Width);
-    while (!utf8.empty() && utf8.back() == ' ') utf8.remove_suffix(1);
+    while (!utf8.empty() && utf8.back() == ' ')
+      utf8.remove_suffix(1);
     text_.assign(utf8);
   }
   /// The text at its full width.
@@ -66,8 +67,7 @@ inline constexpr float UnknownMetres = 1.0e25F;
 
 using Subclass = std::array<std::uint8_t, SubclassBytes>;
 /// The pattern that stands for no subclass: six bytes of 0, twelve of 255.
-inline constexpr Subclass NoSubclass{0,   0,   0,   0,   0,   0,   255, 255, 255,
-                                     255, 255, 255, 255, 255, 255, 255, 255, 255};
+inline constexpr Subclass NoSubclass{0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
 
 // Entries as they are before anything is loaded into them. Positions are degrees on WGS84, distances metres.
 

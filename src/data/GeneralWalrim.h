@@ -44,8 +44,8 @@ using NameTablesByType = std::array<NameTables, WaypointTypeCount>;
 
 /// How positions and times are written and read.
 struct TextSettings {
-  std::string degree_type = "D";   ///< angle notation of written lat and lon
-  std::string datum = "WGS84";     ///< "WGS84" or "Tokyo"
+  std::string degree_type = "D";  ///< angle notation of written lat and lon
+  std::string datum = "WGS84";    ///< "WGS84" or "Tokyo"
   int utc_offset_hours = 9;
 };
 
@@ -98,6 +98,10 @@ struct ImportSummary {
   int skipped = 0;                ///< lines of a known section that were not stored (header lines do not count)
   int first_skipped_line = 0;     ///< number of the first of them, from 1
   std::string first_skipped_why;  ///< and the reason, in Japanese
+  /// Lines that were stored although they have more filled columns than their section: most likely a comma inside a
+  /// text cut it and moved what follows.
+  int overfull = 0;
+  int first_overfull_line = 0;  ///< number of the first of them, from 1
   [[nodiscard]] bool Received(DataKind kind) const;
 };
 
@@ -137,6 +141,7 @@ class StandardReader {
   /// The 18 columns from first on. Empty ones read as the bytes of when_empty, missing ones as no subclass.
   [[nodiscard]] Subclass ReadSubclass(std::size_t first, const Subclass& when_empty);
   void Skip(std::string_view why);
+  void NoteOverfull(const Section& section);
 
   // These return why the line cannot be stored; empty where it can.
   [[nodiscard]] std::string_view ReadNotation();
@@ -159,6 +164,8 @@ class StandardReader {
   int line_number_ = 0;
   bool route_open_ = false;  ///< this input brought the cursor's route its header or a point
   bool track_open_ = false;
+  bool routes_changed_ = false;  ///< a count was closed; Finish mirrors the counters once
+  bool tracks_changed_ = false;
   Remembered degree_type_;
   Remembered datum_;
   std::array<std::string_view, MaxColumns> columns_;

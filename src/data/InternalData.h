@@ -14,30 +14,32 @@ namespace walrim {
 
 struct WaypointValues;
 
-inline constexpr int MaxWaypoints = 1999;      ///< user waypoints, slots 1..1999
-inline constexpr int RoutePointBase = 2000;    ///< point p of route r lies in slot 2000 + 100 r + p
+inline constexpr int MaxWaypoints = 1999;    ///< user waypoints, slots 1..1999
+inline constexpr int RoutePointBase = 2000;  ///< point p of route r lies in slot 2000 + 100 r + p
 inline constexpr int WaypointSlots = 10000;
-inline constexpr int MaxRoutes = 79;           ///< routes 1..79
-inline constexpr int MaxRoutePoints = 100;     ///< points 0..99 of one route
-inline constexpr int MaxTrackLogs = 1536;      ///< track logs 1..1536
-inline constexpr int MaxTrackPoints = 30000;   ///< slots 0..29999, shared by all track logs
-inline constexpr int AddRejected = -9999;      ///< an add that was refused; nothing was changed
+inline constexpr int MaxRoutes = 79;          ///< routes 1..79
+inline constexpr int MaxRoutePoints = 100;    ///< points 0..99 of one route
+inline constexpr int MaxTrackLogs = 1536;     ///< track logs 1..1536
+inline constexpr int MaxTrackPoints = 30000;  ///< slots 0..29999, shared by all track logs
+inline constexpr int AddRejected = -9999;     ///< an add that was refused; nothing was changed
 
 /// Slot of a route's point; no check.
-[[nodiscard]] constexpr int RoutePointSlot(int route, int point) { return RoutePointBase + 100 * route + point; }
+[[nodiscard]] constexpr int RoutePointSlot(int route, int point) {
+  return RoutePointBase + 100 * route + point;
+}
 
 /// Counters of the routes. Points of route r are numbered first_point[r] .. first_point[r] + RoutePointCount[r] - 1.
 struct RouteCounters {
-  int RouteCount = 0;                                  ///< highest route number in use
+  int RouteCount = 0;  ///< highest route number in use
   std::array<int, MaxRoutes + 1> RoutePointCount{};
-  std::array<int, MaxRoutes + 1> first_point{};        ///< 1 for a route from a receiver, 0 for one from a file
+  std::array<int, MaxRoutes + 1> first_point{};  ///< 1 for a route from a receiver, 0 for one from a file
 };
 
 /// Counters of the track logs. Log 0 holds points that came before the first one that begins a log.
 struct TrackCounters {
-  int TrackCount = 0;                                  ///< highest track log number in use
+  int TrackCount = 0;  ///< highest track log number in use
   std::array<int, MaxTrackLogs + 1> TrackPointCount{};
-  std::array<int, MaxTrackLogs + 1> TrackStart{};      ///< slot of the log's first point
+  std::array<int, MaxTrackLogs + 1> TrackStart{};  ///< slot of the log's first point
 };
 
 /// Where the reader of a file stands. 0: no header read yet; AddRejected: the last header was refused, its points are

@@ -14,7 +14,9 @@ enum class DataKind : int { Waypoint = 0, Route = 1, TrackLog = 2 };
 inline constexpr std::size_t DataKindCount = 3;
 inline constexpr std::array<DataKind, DataKindCount> AllDataKinds{DataKind::Waypoint, DataKind::Route,
                                                                   DataKind::TrackLog};
-[[nodiscard]] constexpr std::size_t IndexOf(DataKind kind) { return static_cast<std::size_t>(kind); }
+[[nodiscard]] constexpr std::size_t IndexOf(DataKind kind) {
+  return static_cast<std::size_t>(kind);
+}
 /// The name of a kind in the window, in messages and in status texts.
 [[nodiscard]] constexpr std::string_view DataKindName(DataKind kind) {
   constexpr std::array<std::string_view, DataKindCount> names{"Waypoint", "Route", "TrackLog"};
@@ -37,10 +39,30 @@ inline constexpr std::size_t SubclassBytes = 18;
 /// Fields of a waypoint in the order of the standard file's columns.
 /// smbl_notes and dspl_notes are the readable names of the codes, written for people and ignored on reading.
 enum class WaypointField : std::size_t {
-  ident, lat, lon, cmnt, smbl, smbl_notes, dspl, dspl_notes, dst, color, wpt_class, attr,
+  ident,
+  lat,
+  lon,
+  cmnt,
+  smbl,
+  smbl_notes,
+  dspl,
+  dspl_notes,
+  dst,
+  color,
+  wpt_class,
+  attr,
   subclass,  ///< the first of SubclassBytes fields
   alt = subclass + SubclassBytes,
-  dpth, dist, state, cc, idents, comment, facility, city, addr, cross_road,
+  dpth,
+  dist,
+  state,
+  cc,
+  idents,
+  comment,
+  facility,
+  city,
+  addr,
+  cross_road,
   Count
 };
 /// Field of subclass byte i, 0..17.

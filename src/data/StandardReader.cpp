@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <stdexcept>
 
 #include "data/FieldValues.h"
@@ -48,12 +47,6 @@ bool HasStripped(std::string_view value) {
 
 bool OnEarth(const GeoPoint& point) {
   return std::abs(point.latitude_deg) <= 90 && std::abs(point.longitude_deg) <= 180;
-}
-
-/// The number of a column that is one and nothing else; nothing for any other column.
-std::optional<double> PlainDegrees(std::string_view column) {
-  if (column.empty() || IsStripped(column.front())) return std::nullopt;
-  return PlainNumber(column);
 }
 
 }  // namespace
@@ -113,6 +106,7 @@ void StandardReader::StoreLine(std::span<const std::string_view> columns) {
   if (section == nullptr || IsHeaderLine(*section, columns)) return;
   if (columns.size() > MaxColumns) return Skip(TooManyColumns);
   line_ = columns;
+  NoteOverfull(*section);
   if (section == &TrackPointSection) return StoreTrackPoint();
   if (section == &RoutePointSection) return StoreRoutePoint();
   if (section == &WaypointSection) return StoreWaypoint();
@@ -123,6 +117,8 @@ void StandardReader::StoreLine(std::span<const std::string_view> columns) {
 void StandardReader::Finish() {
   CloseRoute();
   CloseTrack();
+  if (routes_changed_) data_.MirrorRouteCounters();
+  if (tracks_changed_) data_.MirrorTrackCounters();
 }
 
 const Section* StandardReader::SectionOf(std::string_view tag) {
@@ -168,6 +164,16 @@ void StandardReader::Skip(std::string_view why) {
   summary_.first_skipped_why = why;
 }
 
+void StandardReader::NoteOverfull(const Section& section) {
+  const std::size_t most = 1 + (section.positioned ? 2 : 0) + section.columns.size();
+  // Spreadsheets put empty columns behind; only filled ones tell.
+  for (std::size_t i = most; i < line_.size(); ++i) {
+    if (line_[i].empty()) continue;
+    if (++summary_.overfull == 1) summary_.first_overfull_line = line_number_;
+    return;
+  }
+}
+
 std::string_view StandardReader::ReadNotation() {
   if (!degree_type_.meaning.empty() && line_.size() > DatumColumn && line_[DegreeTypeColumn] == degree_type_.text &&
       line_[DatumColumn] == datum_.text) {
@@ -176,20 +182,15 @@ std::string_view StandardReader::ReadNotation() {
   const std::string degree_type = UpperCase(TrimBlanks(Value(DegreeTypeColumn)));
   if (!IsAngleNotation(degree_type)) return UnknownDegreeType;
   const std::string datum = UpperCase(TrimBlanks(Value(DatumColumn)));
-  if (datum != "WGS84" && datum != "TOKYO") return UnknownDatum;
+  if (!datum.empty() && datum != "WGS84" && datum != "TOKYO") return UnknownDatum;
   degree_type_ = {std::string(line_[DegreeTypeColumn]), degree_type};
-  datum_ = {std::string(line_[DatumColumn]), datum};
+  datum_ = {std::string(line_.size() > DatumColumn ? line_[DatumColumn] : std::string_view()),
+            datum.empty() ? "WGS84" : datum};
   return {};
 }
 
 std::string_view StandardReader::ReadAngle(std::size_t column, double& degrees) {
-  const bool decimal = degree_type_.meaning == "D";
-  if (decimal && column < line_.size()) {
-    if (const std::optional<double> plain = PlainDegrees(line_[column])) {
-      degrees = *plain;
-      return {};
-    }
-  }
+  if (column < line_.size() && degree_type_.meaning == "D" && PlainNumber(line_[column], degrees)) return {};
   const std::string_view value = Value(column);
   if (TrimBlanks(value).empty()) return NoPosition;
   try {
@@ -321,7 +322,7 @@ void StandardReader::CloseRoute() {
   route_open_ = false;
   const int route = data_.import_cursor.route;
   if (route > 0) data_.routes.RoutePointCount.at(static_cast<std::size_t>(route)) = data_.import_cursor.route_points;
-  data_.MirrorRouteCounters();
+  routes_changed_ = true;
 }
 
 void StandardReader::CloseTrack() {
@@ -329,7 +330,7 @@ void StandardReader::CloseTrack() {
   track_open_ = false;
   const int log = data_.import_cursor.track_log;
   if (log > 0) data_.tracks.TrackPointCount.at(static_cast<std::size_t>(log)) = data_.import_cursor.track_points;
-  data_.MirrorTrackCounters();
+  tracks_changed_ = true;
 }
 
 }  // namespace walrim

@@ -3,6 +3,7 @@
 #include <array>
 #include <iconv.h>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "text/Utf8.h"
@@ -64,6 +65,17 @@ class CodePage {
   [[nodiscard]] unsigned CodeOf(char32_t character) const {
     return character < code_of_.size() ? code_of_[character] : 0U;
   }
+  /// True when a lead byte and a byte behind it are one character.
+  [[nodiscard]] bool ArePair(unsigned lead, unsigned byte) const { return character_of_[lead << 8 | byte] != 0; }
+  /// A code of a character whose first byte is no pair with a lone lead byte before it; 0 where there is none.
+  [[nodiscard]] unsigned CodeBehind(unsigned lead, char32_t character) const {
+    const unsigned usual = CodeOf(character);
+    if (usual == 0 || !ArePair(lead, usual >> 8)) return usual;
+    for (const auto& [other, code] : more_codes_) {
+      if (other == character && !ArePair(lead, code >> 8)) return code;
+    }
+    return 0;
+  }
 
  private:
   void FillRow(iconv_t converter, unsigned lead) {
@@ -84,11 +96,17 @@ class CodePage {
   }
   void Learn(unsigned code) {
     const std::uint16_t character = character_of_[code];
-    if (character != 0 && code_of_[character] == 0) code_of_[character] = static_cast<std::uint16_t>(code);
+    if (character == 0) return;
+    if (code_of_[character] == 0) {
+      code_of_[character] = static_cast<std::uint16_t>(code);
+    } else {
+      more_codes_.emplace_back(character, code);
+    }
   }
 
   std::vector<std::uint16_t> character_of_ = std::vector<std::uint16_t>(0x10000);
   std::vector<std::uint16_t> code_of_ = std::vector<std::uint16_t>(0x10000);
+  std::vector<std::pair<char32_t, unsigned>> more_codes_;
 };
 
 const CodePage& Codes() {
@@ -123,21 +141,45 @@ char32_t TakeCode(std::string_view& bytes) {
   return IsHalfWidthKatakana(byte) ? 0xFF61 + (byte - 0xA1U) : LoneByteBase + byte;
 }
 
-/// Appends a character's bytes; false when it has none.
-bool AppendCode(std::string& bytes, char32_t character) {
-  const auto add = [&bytes](unsigned byte) { bytes += static_cast<char>(static_cast<std::uint8_t>(byte)); };
-  if (character < 0x80 || IsLoneByte(character)) {
-    add(character & 0xFF);
-  } else if (IsHalfWidthKatakana(character)) {
-    add(0xA1 + (character - 0xFF61));
-  } else {
-    const unsigned code = Codes().CodeOf(character);
+/// Appends characters as bytes, one after the other.
+class Encoder {
+ public:
+  explicit Encoder(std::string& bytes) : bytes_(bytes) {}
+
+  /// False, with nothing appended, when the character has no bytes here: a lone lead byte must not swallow the first
+  /// byte of what follows it.
+  bool Append(char32_t character) {
+    if (character < 0x80) return AppendByte(character);
+    if (IsHalfWidthKatakana(character)) return AppendByte(0xA1 + (character - 0xFF61));
+    if (IsLoneByte(character)) {
+      const unsigned byte = character & 0xFF;
+      if (!AppendByte(byte)) return false;
+      lone_lead_ = IsLead(static_cast<std::uint8_t>(byte)) ? byte : 0;
+      return true;
+    }
+    const unsigned code = lone_lead_ == 0 ? Codes().CodeOf(character) : Codes().CodeBehind(lone_lead_, character);
     if (code == 0) return false;
-    add(code >> 8);
-    add(code & 0xFF);
+    return AppendByte(code >> 8) && AppendByte(code & 0xFF);
   }
-  return true;
-}
+  /// Appends the longest beginning of text that needs no look; returns its length.
+  std::size_t AppendAscii(std::string_view text) {
+    if (lone_lead_ != 0) return 0;
+    const std::size_t length = AsciiPrefix(text);
+    bytes_.append(text.substr(0, length));
+    return length;
+  }
+
+ private:
+  bool AppendByte(unsigned byte) {
+    if (lone_lead_ != 0 && Codes().ArePair(lone_lead_, byte)) return false;
+    bytes_ += static_cast<char>(static_cast<std::uint8_t>(byte));
+    lone_lead_ = 0;
+    return true;
+  }
+
+  std::string& bytes_;
+  unsigned lone_lead_ = 0;  ///< the byte appended last, where it is a lead byte alone
+};
 
 }  // namespace
 
@@ -160,16 +202,16 @@ std::string DecodeCp932(std::span<const std::uint8_t> bytes) {
 std::optional<std::string> EncodeCp932(std::string_view utf8, UnencodableCharacter* lacking) {
   std::string bytes;
   bytes.reserve(utf8.size());
+  Encoder encoder(bytes);
   std::size_t index = 0;
   while (!utf8.empty()) {
-    const std::size_t ascii = AsciiPrefix(utf8);
-    bytes.append(utf8.substr(0, ascii));
+    const std::size_t ascii = encoder.AppendAscii(utf8);
     utf8.remove_prefix(ascii);
     index += ascii;
     if (utf8.empty()) break;
     const std::string_view before = utf8;
     const char32_t character = TakeCharacter(utf8);
-    if (!AppendCode(bytes, character)) {
+    if (!encoder.Append(character)) {
       if (lacking != nullptr) {
         *lacking = {index, character, std::string(before.substr(0, before.size() - utf8.size()))};
       }

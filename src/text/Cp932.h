@@ -19,14 +19,15 @@ namespace walrim {
 
 /// The first character of a text that code page 932 lacks.
 struct UnencodableCharacter {
-  std::size_t index = 0;    ///< position in characters from 0
-  char32_t character = 0;   ///< its code point
-  std::string utf8;         ///< the character itself
+  std::size_t index = 0;   ///< position in characters from 0
+  char32_t character = 0;  ///< its code point
+  std::string utf8;        ///< the character itself
 };
 
 /// Bytes in code page 932 of a UTF-8 text; nothing when a character has none (then *lacking says which, if given).
 /// A character counts as encodable only when it decodes to itself again, or is one of the usual pairs of the same
 /// look (U+301C for U+FF5E, U+2016 for U+2225, U+2212 for U+FF0D, U+2014 for U+2015, U+00A2/A3/AC for U+FFE0/E1/E2).
+/// A character that would be read as one with a lone lead byte before it is lacking too.
 [[nodiscard]] std::optional<std::string> EncodeCp932(std::string_view utf8, UnencodableCharacter* lacking = nullptr);
 
 /// Number of bytes that a UTF-8 text takes in code page 932; a character that it lacks counts as 2.

@@ -11,11 +11,11 @@ namespace walrim {
 /// A civil date and time in the proleptic Gregorian calendar, without a zone.
 struct CivilTime {
   int year = 1989;
-  int month = 12;   ///< 1..12
-  int day = 31;     ///< 1..31
-  int hour = 0;     ///< 0..23
-  int minute = 0;   ///< 0..59
-  int second = 0;   ///< 0..59
+  int month = 12;  ///< 1..12
+  int day = 31;    ///< 1..31
+  int hour = 0;    ///< 0..23
+  int minute = 0;  ///< 0..59
+  int second = 0;  ///< 0..59
 
   friend bool operator==(const CivilTime&, const CivilTime&) = default;
 };

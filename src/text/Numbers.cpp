@@ -12,6 +12,9 @@
 namespace walrim {
 namespace {
 
+constexpr std::array<double, 16> PowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                             1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
@@ -94,7 +97,8 @@ bool PlainDigits(std::string_view text, long long& value) {
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
-  if (const std::optional<double> plain = PlainNumber(text)) return *plain;
+  double value = 0;
+  if (PlainNumber(text, value)) return value;
 
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
     text.remove_prefix(1);
@@ -104,33 +108,31 @@ double LeadingNumber(std::string_view text) {
   const bool starts = !text.empty() && (IsDigit(text[0]) || (text.size() > 1 && text[0] == '.' && IsDigit(text[1])));
   if (!starts) return 0;
 
-  double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec != std::errc() || !std::isfinite(value) || value == 0) return 0;
   return negative ? -value : value;
 }
 
-std::optional<double> PlainNumber(std::string_view text) {
-  // Digits and a power of ten that are doubles both give the nearest double by one division.
-  constexpr std::array<double, 16> powers{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                          1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+bool PlainNumber(std::string_view text, double& value) {
   constexpr std::uint64_t LargestExact = 9'007'199'254'740'992;
   const bool negative = !text.empty() && text.front() == '-';
   if (negative) text.remove_prefix(1);
-  if (text.empty() || text.size() > 16 || !IsDigit(text.front())) return std::nullopt;
+  if (text.empty() || text.size() > 16 || !IsDigit(text.front())) return false;
 
   std::uint64_t digits = 0;
   std::size_t at = TakeDigits(text, 0, digits);
   std::size_t behind_point = 0;
   if (at < text.size()) {
-    if (text[at] != '.') return std::nullopt;
+    if (text[at] != '.') return false;
     const std::size_t first = at + 1;
     at = TakeDigits(text, first, digits);
     behind_point = at - first;
   }
-  if (at != text.size() || digits > LargestExact) return std::nullopt;
-  const double value = static_cast<double>(digits) / powers[behind_point];
-  return negative && digits != 0 ? -value : value;
+  if (at != text.size() || digits > LargestExact) return false;
+  // Digits and a power of ten that are doubles both give the nearest double by one division.
+  const double magnitude = static_cast<double>(digits) / PowersOfTen[behind_point];
+  value = negative && digits != 0 ? -magnitude : magnitude;
+  return true;
 }
 
 long long LeadingInteger(std::string_view text, long long low, long long high) {

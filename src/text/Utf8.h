@@ -1,4 +1,4 @@
-// Small helpers over UTF-8 text.
+// Small functions over UTF-8 text.
 #pragma once
 
 #include <cstddef>

@@ -1,9 +1,9 @@
 // walrim-cli against walrim-receiver over a pseudo-terminal, as a person at a terminal uses them.
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 #include "support/Processes.h"
@@ -335,6 +335,17 @@ TEST_F(EndToEnd, SkippedLinesAreCountedAndTheFirstIsNamed) {
   const Result convert = Run({"convert", Path("1.grc"), "-o", "-", "--quiet"});
   EXPECT_EQ(convert.status, 0);
   EXPECT_TRUE(convert.Said("1行を読み飛ばしました（最初は2行目：")) << convert.err;
+}
+
+TEST_F(EndToEnd, ACommaThatCutATextIsTold) {
+  const Receiver receiver(WithMemory());
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--kinds", "waypoint"}).status, 0);
+  std::string text = FileContents(Path("a.grc"));
+  text.replace(text.find("SOUTH WEST"), 10, "SOUTH,WEST");
+  PutFile(Path("b.grc"), text);
+  const Result convert = Run({"convert", Path("b.grc"), "-o", "-", "--quiet"});
+  EXPECT_EQ(convert.status, 0);
+  EXPECT_TRUE(convert.Said("1行で列が多すぎます（最初は3行目）")) << convert.err;
 }
 
 TEST_F(EndToEnd, NothingToStoreOrWriteIsARefusal) {

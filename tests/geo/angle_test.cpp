@@ -1,0 +1,194 @@
+#include <cmath>
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+#include "geo/Decimal.h"
+#include "geo/GeneralLib.h"
+#include "text/Numbers.h"
+
+namespace walrim {
+namespace {
+
+TEST(ConvertAngle, TheSameAngleInEveryNotation) {
+  EXPECT_EQ(ConvertAngle("34.413025", "DMS", "D"), "34.6917361111111");
+  EXPECT_EQ(ConvertAngle("34.413025", "DMS", "MPS"), "34/41/30.3");
+  EXPECT_EQ(ConvertAngle("34.413025", "DMS", "PAO"), "34/41/30250");
+  EXPECT_EQ(ConvertAngle("34/41/30250", "PAO", "DMS"), "34.413025");
+  EXPECT_EQ(ConvertAngle("34/41/30250", "PAO", "D"), "34.6917361111111");
+  EXPECT_EQ(ConvertAngle("34.4150416667", "DM", "DMS"), "34.413025");
+}
+
+TEST(ConvertAngle, DmsToDegreesHas15DigitsAndComesBack) {
+  const std::string degrees = ConvertAngle("34.413025", "DMS", "D");
+  EXPECT_EQ(degrees, "34.6917361111111");
+  EXPECT_EQ(ConvertAngle(degrees, "D", "DMS"), "34.413025");
+}
+
+TEST(ConvertAngle, SlashedPartsToTheOtherNotations) {
+  EXPECT_EQ(ConvertAngle("34/41/30.25", "MPS", "DMS"), "34.413025");
+  EXPECT_EQ(ConvertAngle("34/41/30.25", "MPS", "PAO"), "34/41/30250");
+  EXPECT_EQ(ConvertAngle("34/41/30.25", "MPS", "MPS"), "34/41/30.3") << "half away from zero";
+}
+
+TEST(ConvertAngle, DmIsReadButNotWritten) {
+  EXPECT_EQ(ConvertAngle("34.6917361111111", "D", "DM"), "");
+  EXPECT_EQ(ConvertAngle("34/41/30", "MPS", "DM"), "");
+  EXPECT_EQ(ConvertAngle("35.30", "DM", "D"), "35.5");
+}
+
+TEST(ConvertAngle, UnknownNotationsNeverFail) {
+  EXPECT_EQ(ConvertAngle("34.5", "XYZ", "DMS"), "0.000000");
+  EXPECT_EQ(ConvertAngle("34.5", "dms", "D"), "0") << "names are compared exactly";
+  EXPECT_EQ(ConvertAngle("34.5", "D", "XYZ"), "");
+}
+
+TEST(ConvertAngle, DegreesAreNormalisedTo15Digits) {
+  EXPECT_EQ(ConvertAngle("34.691736111111113", "D", "D"), "34.6917361111111");
+  EXPECT_EQ(ConvertAngle("0035.50", "D", "D"), "35.5");
+}
+
+TEST(ConvertAngle, ReadsTheDigitsThatAreWritten) {
+  EXPECT_EQ(ConvertAngle("35.400000", "DMS", "MPS"), "35/40/00.0");
+  EXPECT_EQ(ConvertAngle("35.40", "DMS", "DMS"), "35.400000");
+  EXPECT_EQ(ConvertAngle("0.29", "DMS", "MPS"), "0/29/00.0");
+  EXPECT_EQ(ConvertAngle("35.7", "D", "DMS"), "35.420000");
+  EXPECT_EQ(ConvertAngle("35.1", "D", "DMS"), "35.060000");
+}
+
+TEST(ConvertAngle, NegativeAnglesFollowTheFloorRule) {
+  EXPECT_EQ(ConvertAngle("-135.5", "D", "DMS"), "-136.300000");
+  EXPECT_EQ(ConvertAngle("-135", "D", "DMS"), "-135.000000");
+  EXPECT_EQ(ConvertAngle("-135.5", "D", "D"), "-135.5");
+}
+
+TEST(ConvertAngle, NothingIsCarried) {
+  EXPECT_EQ(ConvertAngle("34/59/59.96", "MPS", "MPS"), "34/59/60.0");
+  EXPECT_EQ(ConvertAngle("34/59/59.996", "MPS", "DMS"), "34.596000");
+  EXPECT_EQ(ConvertAngle("34/59/59.9996", "MPS", "PAO"), "34/59/60000");
+  EXPECT_EQ(ConvertAngle("34.596000", "DMS", "D"), "35");
+}
+
+TEST(ConvertAngle, SecondsStayExactUntilTheyAreRounded) {
+  EXPECT_EQ(ConvertAngle("0/0/0.05", "MPS", "MPS"), "0/00/00.1");
+  EXPECT_EQ(ConvertAngle("0/0/0.15", "MPS", "MPS"), "0/00/00.2");
+  EXPECT_EQ(ConvertAngle("0/0/0.0049999", "MPS", "DMS"), "0.000000");
+  EXPECT_EQ(ConvertAngle("0/0/0.005", "MPS", "DMS"), "0.000001");
+}
+
+TEST(ConvertAngle, PartsMayBeAnything) {
+  EXPECT_EQ(ConvertAngle("", "MPS", "DMS"), "0.000000");
+  EXPECT_EQ(ConvertAngle("34", "MPS", "DMS"), "34.000000");
+  EXPECT_EQ(ConvertAngle("34.5/1/2", "MPS", "MPS"), "34.5/01/02.0");
+  EXPECT_EQ(ConvertAngle("1/-5/-2", "MPS", "MPS"), "1/-05/-02.0");
+  EXPECT_EQ(ConvertAngle("a/b/c", "MPS", "MPS"), "0/00/00.0");
+  EXPECT_EQ(ConvertAngle("34/41/30250x", "PAO", "MPS"), "34/41/30.3");
+}
+
+TEST(ConvertAngle, AFourthPartIsAnOverrun) {
+  EXPECT_THROW((void)ConvertAngle("1/2/3/4", "MPS", "D"), std::out_of_range);
+  EXPECT_THROW((void)ConvertAngle("1/2/3/", "PAO", "DMS"), std::out_of_range);
+  EXPECT_THROW((void)ConvertAngle("1/2/3/", "MPS", "XYZ"), std::out_of_range);
+  EXPECT_EQ(ConvertAngle("1/2/3/4", "D", "D"), "1");
+}
+
+TEST(ConvertAngle, ExponentsAreNumbers) {
+  EXPECT_EQ(ConvertAngle("3.54E+1", "D", "DMS"), "35.240000");
+  EXPECT_EQ(ConvertAngle("354e-1", "DMS", "D"), ConvertAngle("35.4", "DMS", "D"));
+  EXPECT_EQ(ConvertAngle("1E-05", "D", "DMS"), "0.000004");
+  EXPECT_EQ(ConvertAngle("0.000035E+6", "D", "D"), "35");
+}
+
+TEST(ConvertAngle, AbsurdNumbersEnd) {
+  EXPECT_EQ(ConvertAngle("1E+400", "D", "DMS"), "0.000000");
+  EXPECT_EQ(ConvertAngle("1e-300", "D", "DMS"), "0.000000");
+  EXPECT_EQ(ConvertAngle("1e999999999999999999999", "DMS", "D"), "0");
+  EXPECT_EQ(ConvertAngle("1e-999999999999999999999", "DMS", "MPS"), "0/00/00.0");
+  EXPECT_EQ(ConvertAngle("1E+25", "D", "DMS"), "1E+25.000000");
+  EXPECT_EQ(ConvertAngle("-1E+300", "D", "DMS"), "-1E+300.000000");
+  EXPECT_EQ(ConvertAngle("1/1/1E+20", "MPS", "PAO").size(), 5U + 24U);
+  for (const char* from : {"D", "DM", "DMS", "MPS", "PAO"}) {
+    for (const char* to : {"D", "DMS", "MPS", "PAO"}) {
+      for (const char* text : {"1E+308/1E+308/1E+308", "-1e308/-1e308/9e307", "9999999999999999999999/1/1",
+                               "1e18/1e18/1e18", "10000.5/99999.5/999999.5", "1e-40/1e-40/1e-40", "-0", "-0.0/-0/-0"}) {
+        EXPECT_FALSE(ConvertAngle(text, from, to).empty());
+        EXPECT_TRUE(std::isfinite(DegreesOfAngle(text, from)));
+      }
+    }
+  }
+}
+
+TEST(ConvertAngle, LongTextsAreCutNotCrashed) {
+  EXPECT_EQ(ConvertAngle("35." + std::string(1000, '4'), "D", "MPS"), "35/26/40.0");
+  EXPECT_EQ(ConvertAngle(std::string(1000, '0') + "35.5", "D", "DMS"), "35.300000");
+  EXPECT_EQ(ConvertAngle("0." + std::string(2000, '0') + "1E+2001", "D", "D"), "1");
+}
+
+TEST(ConvertAngle, WhatDmsWritesReadsBackWithinItsRounding) {
+  std::mt19937_64 random(3);
+  std::uniform_real_distribution<double> degrees(0, 180);
+  constexpr double HalfUnit = 0.005 / 3600;
+  for (int i = 0; i < 50000; ++i) {
+    const double value = i < 10000 ? i * 0.0181 : degrees(random);
+    const std::string text = ConvertAngle(ShortestNumber(value), "D", "DMS");
+    ASSERT_NEAR(DegreesOfAngle(text, "DMS"), value, HalfUnit + 1e-12) << text;
+    ASSERT_EQ(ConvertAngle(text, "DMS", "DMS"), text);
+  }
+}
+
+TEST(ConvertAngle, EveryDmsTextKeepsItsDigits) {
+  for (int minutes = 0; minutes < 60; ++minutes) {
+    for (int hundredths = 0; hundredths < 6000; hundredths += 7) {
+      const std::string text = "135." + PadNumber(minutes, 2) + PadNumber(hundredths, 4);
+      ASSERT_EQ(ConvertAngle(text, "DMS", "DMS"), text);
+      // Through 15 digits of degrees a whole minute may come back as 60 seconds, which is the same angle.
+      const std::string back = ConvertAngle(ConvertAngle(text, "DMS", "D"), "D", "DMS");
+      ASSERT_NEAR(DegreesOfAngle(back, "DMS"), DegreesOfAngle(text, "DMS"), 1e-12) << back;
+    }
+  }
+}
+
+TEST(ConvertAngle, MpsReadsBackWithinItsRounding) {
+  std::mt19937_64 random(4);
+  std::uniform_real_distribution<double> degrees(0, 180);
+  for (int i = 0; i < 20000; ++i) {
+    const double value = degrees(random);
+    const std::string text = ConvertAngle(ShortestNumber(value), "D", "MPS");
+    ASSERT_NEAR(DegreesOfAngle(text, "MPS"), value, 0.05 / 3600 + 1e-12) << text;
+  }
+}
+
+TEST(DegreesOfAngle, IsTheNearestDouble) {
+  EXPECT_EQ(DegreesOfAngle("34.691736111111113", "D"), 34.691736111111113);
+  EXPECT_EQ(DegreesOfAngle("34.413025", "DMS"), 34.0 + 249025.0 / 360000.0);
+  EXPECT_EQ(DegreesOfAngle("35.40", "DMS"), 35.0 + 2.0 / 3.0);
+  EXPECT_EQ(DegreesOfAngle("-1/30/0", "MPS"), -0.5);
+  EXPECT_EQ(DegreesOfAngle("5", "nothing"), 0);
+}
+
+TEST(IsAngleNotation, KnowsTheFive) {
+  for (const char* name : {"D", "DM", "DMS", "MPS", "PAO"})
+    EXPECT_TRUE(IsAngleNotation(name)) << name;
+  for (const char* name : {"", "d", "dms", "DMSS", "DegreeType"})
+    EXPECT_FALSE(IsAngleNotation(name)) << name;
+}
+
+TEST(Decimal, RoundsOnTheDecimalValue) {
+  EXPECT_EQ(FixedDigits(ParseDecimal("30.25"), 0, 2, 1), "30.3");
+  EXPECT_EQ(FixedDigits(ParseDecimal("2.675"), 2, 4, 0), "0268");
+  EXPECT_EQ(FixedDigits(ParseDecimal("-30.25"), 0, 2, 1), "-30.3");
+  EXPECT_EQ(FixedDigits(ParseDecimal("-0.01"), 0, 2, 1), "00.0");
+  EXPECT_EQ(FixedDigits(ParseDecimal("0.5"), 0, 1, 0), "1");
+}
+
+TEST(Decimal, AgreesWithLeadingNumber) {
+  for (const char* text :
+       {"1", "-1.5", " 2.25e2", "1e", "1e+", ".5", "5.", "+3", "--1", "", "x", "1e5x", "1.2.3", "-.5e1"}) {
+    EXPECT_EQ(NearestDouble(ParseDecimal(text)), LeadingNumber(text)) << text;
+  }
+}
+
+}  // namespace
+}  // namespace walrim

@@ -1,0 +1,72 @@
+#include "text/Utf8.h"
+
+#include <gtest/gtest.h>
+
+namespace walrim {
+namespace {
+
+TEST(Utf8, WellFormedTextIsValid) {
+  EXPECT_TRUE(IsValidUtf8(""));
+  EXPECT_TRUE(IsValidUtf8("plain text of more than eight bytes"));
+  EXPECT_TRUE(IsValidUtf8("富士山 ﾌｼﾞ é \U0001F5FB"));
+  EXPECT_TRUE(IsValidUtf8("\xF4\x8F\xBF\xBF"));
+}
+
+TEST(Utf8, IllFormedBytesAreNot) {
+  EXPECT_FALSE(IsValidUtf8("\x80"));              // continuation alone
+  EXPECT_FALSE(IsValidUtf8("\xC0\xAF"));          // overlong
+  EXPECT_FALSE(IsValidUtf8("\xE0\x80\xAF"));      // overlong
+  EXPECT_FALSE(IsValidUtf8("\xF0\x80\x80\xAF"));  // overlong
+  EXPECT_FALSE(IsValidUtf8("\xED\xA0\x80"));      // surrogate
+  EXPECT_FALSE(IsValidUtf8("\xF4\x90\x80\x80"));  // above U+10FFFF
+  EXPECT_FALSE(IsValidUtf8("\xF5\x80\x80\x80"));
+  EXPECT_FALSE(IsValidUtf8("abcdefgh\xE5\xAF"));  // cut short
+}
+
+TEST(Utf8, CharactersAreTakenAndAppended) {
+  std::string_view text = "aé富\U0001F5FB";
+  std::string copy;
+  for (const char32_t expected : {U'a', U'é', U'富', U'\U0001F5FB'}) {
+    const char32_t character = TakeCharacter(text);
+    EXPECT_EQ(character, expected);
+    AppendCharacter(copy, character);
+  }
+  EXPECT_TRUE(text.empty());
+  EXPECT_EQ(copy, "aé富\U0001F5FB");
+}
+
+TEST(Utf8, AnIllFormedByteIsTakenAlone) {
+  std::string_view text = "\xE5\x41";
+  EXPECT_EQ(TakeCharacter(text), 0xFFFDU);
+  EXPECT_EQ(TakeCharacter(text), U'A');
+}
+
+TEST(Utf8, UpperCaseChangesAsciiLettersAlone) {
+  EXPECT_EQ(UpperCase("abcXYZ09 éａ富"), "ABCXYZ09 éａ富");
+}
+
+TEST(Utf8, TrimBlanksKeepsEveryOtherSpace) {
+  EXPECT_EQ(TrimBlanks("  a b  "), "a b");
+  EXPECT_EQ(TrimBlanks("   "), "");
+  EXPECT_EQ(TrimBlanks("\ta\t"), "\ta\t");
+  EXPECT_EQ(TrimBlanks("　a"), "　a");
+}
+
+TEST(DecodeText, TakesTheMarkAway) {
+  EXPECT_EQ(DecodeText("\xEF\xBB\xBF富"), "富");
+}
+
+TEST(DecodeText, MarkedTextThatIsIllFormedStaysText) {
+  EXPECT_EQ(DecodeText("\xEF\xBB\xBF"
+                       "a\x80"),
+            "a\xEF\xBF\xBD");
+}
+
+TEST(DecodeText, RecognisesUtf8AndElseReadsShiftJis) {
+  EXPECT_EQ(DecodeText("富士"), "富士");
+  EXPECT_EQ(DecodeText("\x95\x78\x8E\x6D"), "富士");
+  EXPECT_EQ(DecodeText("plain"), "plain");
+}
+
+}  // namespace
+}  // namespace walrim
