@@ -1,0 +1,1 @@
+walrim_fuzz(convert_angle LINK walrim_geo walrim_text)

@@ -1,0 +1,1 @@
+walrim_fuzz(cp932 LINK walrim_text)

@@ -1,0 +1,1 @@
+walrim_fuzz(dates LINK walrim_text)

@@ -1,0 +1,1 @@
+walrim_fuzz(numbers LINK walrim_text)
