@@ -96,6 +96,7 @@ void Parser::AddKinds(CLI::App& command) {
       ->type_name("LIST")
       ->delimiter(',')
       ->expected(1)
+      ->allow_extra_args(false)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->check(CLI::IsMember(KindWords, CLI::ignore_case));
 }

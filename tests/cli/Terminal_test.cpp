@@ -148,5 +148,13 @@ TEST(ArgumentsTest, KindsAreAListAndMayBeGivenTwice) {
   EXPECT_EQ(two.arguments->kinds, (std::array<bool, 3>{true, false, true}));
 }
 
+TEST(ArgumentsTest, KindsTakeNoFileNameThatFollows) {
+  const char* words[] = {"walrim-cli", "convert", "--kinds", "track", "a.grc", "b.grc", "-o", "out", "--quiet"};
+  const ParsedArguments parsed = ParseArguments(9, words);
+  ASSERT_TRUE(parsed.arguments);
+  EXPECT_EQ(parsed.arguments->files, (std::vector<std::string>{"a.grc", "b.grc"}));
+  EXPECT_EQ(parsed.arguments->kinds, (std::array<bool, 3>{false, false, true}));
+}
+
 }  // namespace
 }  // namespace walrim
