@@ -1,0 +1,86 @@
+// Whoever answers the product request, and with what: identification ends with the port closed, and the protocols
+// chosen are ones that the transfers know.
+//
+// The input is a list of frames: id, number of data bytes, data. The last one may be cut short. An id of 0 stands for
+// bytes on the line that are no frame.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+
+#include "data/InternalData.h"
+#include "device/Garmin.h"
+#include "support/Fakes.h"
+#include "support/ScriptedReceiver.h"
+#include "text/Utf8.h"
+
+using namespace walrim;
+
+namespace {
+
+Bytes WireBytes(std::span<const std::uint8_t> input) {
+  Bytes wire;
+  while (input.size() >= 2) {
+    const int id = input[0];
+    const std::size_t size = std::min<std::size_t>(input[1], input.size() - 2);
+    const auto content = input.subspan(2, size);
+    const Bytes data(content.begin(), content.end());
+    const Bytes bytes = id == 0 ? data : WireFrame(id, data);
+    wire.insert(wire.end(), bytes.begin(), bytes.end());
+    input = input.subspan(2 + size);
+  }
+  return wire;
+}
+
+bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> texts) {
+  return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+bool Known(const DeviceProtocols& protocols) {
+  return WaypointTypeOfName(protocols.WaypointType) && IsOneOf(protocols.RouteProtocol, {"A200", "A201"}) &&
+         IsOneOf(protocols.TrackProtocol, {"A300", "A301"}) && IsOneOf(protocols.RouteHeaderType, {"D201", "D202"}) &&
+         IsOneOf(protocols.RouteLinkType, {"", "D210"}) && IsOneOf(protocols.TrackPointType, {"D300", "D301"}) &&
+         IsOneOf(protocols.TrackHeaderType, {"", "D310"});
+}
+
+/// What is spoken when nobody has told who answers.
+DeviceProtocols Unidentified() {
+  DeviceProtocols protocols = ProtocolsBeforeIdentification();
+  protocols.LinkProtocol = "L001";
+  protocols.CommandProtocol = "A010";
+  return protocols;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  static const auto data = std::make_unique<InternalData>();
+  FakeClock clock;
+  ScriptedPort port(clock);
+  FakeEventLoop loop;
+  RecordingDesktop desktop;
+  Garmin garmin(*data, port, clock, loop, desktop);
+  const Bytes answer = WireBytes(std::span(bytes, size));
+  port.script = [&answer](const Bytes&) {
+    return std::vector<ScriptedPort::Answer>{{std::chrono::milliseconds{2}, answer}};
+  };
+  bool identified = false;
+  try {
+    const ProductInfo info = garmin.ConnectDevice("1");
+    identified = !info.Description.empty();
+    if (info.ProductId > 0 && !IsValidUtf8(info.Description)) std::abort();
+    if (info.ProductId > 0 && WaypointTypeName(data->CurrentWaypointType) != garmin.session.protocols.WaypointType) {
+      std::abort();
+    }
+  } catch (const std::out_of_range&) {
+    // Too many frames, or one that does not end.
+    identified = false;
+  }
+  const DeviceProtocols& protocols = garmin.session.protocols;
+  if (identified ? !Known(protocols) : protocols != Unidentified()) std::abort();
+  if (port.PortOpen() || port.sent.size() != 1) std::abort();
+  return 0;
+}
