@@ -28,7 +28,8 @@ int main(int argc, char** argv) {
       Replay(argv[i]);
       continue;
     }
-    for (const auto& entry : std::filesystem::directory_iterator(argv[i])) Replay(entry.path());
+    for (const auto& entry : std::filesystem::directory_iterator(argv[i]))
+      Replay(entry.path());
   }
   std::printf("%d inputs replayed\n", replayed);
   return replayed > 0 ? 0 : 1;

@@ -259,18 +259,23 @@ ByteBuffer EncodeFields(const Entry& entry, Layout<Entry> layout, EncodeNotes* n
   return data;
 }
 
-#define WALRIM_INSTANTIATE(Entry)                                              \
-  template void DecodeFields<Entry>(const ByteBuffer&, Layout<Entry>, Entry&); \
-  template ByteBuffer EncodeFields<Entry>(const Entry&, Layout<Entry>, EncodeNotes*);
-WALRIM_INSTANTIATE(D103Entry)
-WALRIM_INSTANTIATE(D104Entry)
-WALRIM_INSTANTIATE(D107Entry)
-WALRIM_INSTANTIATE(D108Entry)
-WALRIM_INSTANTIATE(D201Entry)
-WALRIM_INSTANTIATE(D202Entry)
-WALRIM_INSTANTIATE(D210Entry)
-WALRIM_INSTANTIATE(TrackPointEntry)
-WALRIM_INSTANTIATE(D310Entry)
-#undef WALRIM_INSTANTIATE
+template void DecodeFields(const ByteBuffer&, Layout<D103Entry>, D103Entry&);
+template ByteBuffer EncodeFields(const D103Entry&, Layout<D103Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D104Entry>, D104Entry&);
+template ByteBuffer EncodeFields(const D104Entry&, Layout<D104Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D107Entry>, D107Entry&);
+template ByteBuffer EncodeFields(const D107Entry&, Layout<D107Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D108Entry>, D108Entry&);
+template ByteBuffer EncodeFields(const D108Entry&, Layout<D108Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D201Entry>, D201Entry&);
+template ByteBuffer EncodeFields(const D201Entry&, Layout<D201Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D202Entry>, D202Entry&);
+template ByteBuffer EncodeFields(const D202Entry&, Layout<D202Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D210Entry>, D210Entry&);
+template ByteBuffer EncodeFields(const D210Entry&, Layout<D210Entry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<TrackPointEntry>, TrackPointEntry&);
+template ByteBuffer EncodeFields(const TrackPointEntry&, Layout<TrackPointEntry>, EncodeNotes*);
+template void DecodeFields(const ByteBuffer&, Layout<D310Entry>, D310Entry&);
+template ByteBuffer EncodeFields(const D310Entry&, Layout<D310Entry>, EncodeNotes*);
 
 }  // namespace walrim

@@ -35,7 +35,9 @@ std::int32_t Garmin::UploadWaypoints(std::string_view port_name) {
   const std::string total = std::to_string(data_.WaypointCount);
   for (int i = 1; i <= data_.WaypointCount; ++i) {
     const std::string number = std::to_string(i);
-    steps.push_back({session.link_pids.Pid_Wpt_Data, i, 0, "[" + number + "/" + total + "]", 0, "Waypoint " + number});
+    std::string counters = "[";
+    counters.append(number).append("/").append(total).append("]");
+    steps.push_back({session.link_pids.Pid_Wpt_Data, i, 0, counters, 0, "Waypoint " + number});
   }
   return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Wpt, steps, data_.WaypointCount);
 }

@@ -35,7 +35,8 @@ struct Angle {
 };
 
 Decimal FromUnits(UInt128 units) {
-  return {false, static_cast<double>(units / FractionUnit), units % FractionUnit};
+  const UInt128 whole = units / FractionUnit;
+  return {false, static_cast<double>(whole), units % FractionUnit};
 }
 
 /// Reads one number whose fraction holds the minutes in parts of minute_base and behind them the seconds in parts of
@@ -51,7 +52,8 @@ Angle ReadPacked(std::string_view value, unsigned minute_base, unsigned second_b
     fraction = FractionUnit - fraction;
   }
   const UInt128 minutes = fraction * minute_base;
-  angle.minutes.whole = static_cast<double>(minutes / FractionUnit);
+  const UInt128 whole_minutes = minutes / FractionUnit;
+  angle.minutes.whole = static_cast<double>(whole_minutes);
   angle.seconds = FromUnits(minutes % FractionUnit * second_base);
   return angle;
 }

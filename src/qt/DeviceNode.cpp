@@ -71,13 +71,6 @@ int CheckKind(const std::string& device) {
 
 }  // namespace
 
-DeviceNode::DeviceNode(DeviceNode&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
-
-DeviceNode& DeviceNode::operator=(DeviceNode&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  return *this;
-}
-
 DeviceNode::~DeviceNode() {
   Close();
 }

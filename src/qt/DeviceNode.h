@@ -1,7 +1,6 @@
 // Opening and locking the device node of a serial line.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "platform/SerialPort.h"
@@ -14,8 +13,6 @@ namespace walrim {
 class DeviceNode {
  public:
   DeviceNode() = default;
-  DeviceNode(DeviceNode&& other) noexcept;
-  DeviceNode& operator=(DeviceNode&& other) noexcept;
   DeviceNode(const DeviceNode&) = delete;
   DeviceNode& operator=(const DeviceNode&) = delete;
   ~DeviceNode();

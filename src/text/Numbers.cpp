@@ -29,7 +29,7 @@ std::string Shortest(Number value) {
   std::string text;
   if (*at == '-') text += *at++;
 
-  char digits[32];
+  char digits[32] = {};
   int digit_count = 0;
   for (; *at != 'e'; ++at) {
     if (*at != '.') digits[digit_count++] = *at;
@@ -50,7 +50,8 @@ std::string Shortest(Number value) {
     text += digits[i];
     if (i == exponent && i + 1 < digit_count) text += '.';
   }
-  if (exponent >= digit_count) text.append(static_cast<std::size_t>(exponent - digit_count + 1), '0');
+  if (exponent >= digit_count)
+    text.append(static_cast<std::size_t>(exponent) - static_cast<std::size_t>(digit_count) + 1, '0');
   return text;
 }
 
@@ -163,7 +164,7 @@ std::string ShortestNumber(float value) {
 }
 
 std::string PadNumber(long long value, int digits) {
-  char buffer[24];
+  char buffer[24] = {};
   char* const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
   const char* begin = buffer;
   std::string text;
