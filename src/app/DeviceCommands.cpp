@@ -4,6 +4,7 @@
 
 #include "app/BusyGuard.h"
 #include "app/WalrimMain.h"
+#include "text/Utf8.h"
 
 namespace walrim {
 
@@ -42,7 +43,8 @@ ProductInfo WalrimMain::IdentifyDevice() {
     desktop_.ShowMessage(BadDataMessage);
   }
   status.SetCaption("");
-  controls.GpsInfo = device_info_.Description + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
+  controls.GpsInfo =
+      WithoutControlCharacters(device_info_.Description) + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
   desktop_.ControlsChanged();
   return device_info_;
 }
@@ -92,6 +94,7 @@ void WalrimMain::ShowNotices() {
 /// A result of 0 may be an empty receiver, or one that did not take the first packet.
 WalrimMain::KindEnd WalrimMain::EndWithoutRecords() {
   const TransferReport& report = garmin_.session.report;
+  if (report.port_failed) return {false, Outcome::Refused};
   if (report.no_answer) {
     desktop_.ShowMessage(LinkLostMessage);
     return {false, Outcome::LinkLost};
@@ -277,14 +280,19 @@ WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
     desktop_.ShowMessage(LinkLostMessage);
     return {false, Outcome::LinkLost};
   }
-  if (result < 0) return {false, Outcome::Refused};
+  if (failed) {
+    controls.GpsDataNum[IndexOf(kind)].clear();  // nobody knows what the receiver has taken
+    return {false, Outcome::Refused};
+  }
+  // A record that cannot be sent stops its own kind alone: the receiver was not even asked.
+  if (!garmin_.session.report.unsendable.empty()) return {true, Outcome::Refused};
   if (result == 0) {
     if (const KindEnd end = EndWithoutRecords(); !end.go_on) return end;
   }
   Outcome asked = Outcome::Done;
   AskCount(kind, asked);
   if (asked != Outcome::Done) return {false, asked};
-  return {true, all_taken ? Outcome::Done : Outcome::Refused};
+  return {result >= 0, result >= 0 && all_taken ? Outcome::Done : Outcome::Refused};
 }
 
 }  // namespace walrim

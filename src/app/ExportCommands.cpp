@@ -134,8 +134,12 @@ Outcome WalrimMain::ExportTo(const std::string& path) {
     status.SetCaption("");
     return Outcome::Refused;
   }
-  const std::string text = BuildText();
+  const Outcome outcome = WriteText(path, BuildText());
   status.SetCaption("");
+  return outcome;
+}
+
+Outcome WalrimMain::WriteText(const std::string& path, const std::string& text) {
   if (text.empty()) {
     desktop_.ShowMessage("DatasetがDownLoadされていません．");
     return Outcome::Refused;

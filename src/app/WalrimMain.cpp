@@ -40,10 +40,10 @@ void WalrimMain::SetGpsNum(DataKind kind, const std::string& text) {
 void WalrimMain::GpsNum_Change(DataKind kind) {
   const std::size_t k = IndexOf(kind);
   const std::string& text = controls.GpsNum[k];
-  const double number = LeadingNumber(text);
-  if (number > 0) loaded_[k] = true;
+  if (LeadingNumber(text) > 0) loaded_[k] = true;
   if (text == "-") loaded_[k] = false;
-  if (capacity_warned_[k] || number < Limits[k]) return;
+  // After a download the text is the number of packets; what can be full is the number of waypoints, routes and logs.
+  if (capacity_warned_[k] || data_.Count(kind) < Limits[k]) return;
   capacity_warned_[k] = true;
   controls.DataTypeBackColor[k] = FullBackColor;
   desktop_.ShowMessage("(" + std::string(DataKindName(kind)) + ")内部データ容量の限界です．");

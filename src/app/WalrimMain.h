@@ -145,6 +145,7 @@ class WalrimMain {
 
   void GpsNum_Change(DataKind kind);
   [[nodiscard]] bool SomethingToWrite();
+  Outcome WriteText(const std::string& path, const std::string& text);
   void AppendStandardText(std::string& text);
   [[nodiscard]] bool AnyLoaded() const;
   [[nodiscard]] bool AnyChecked(const std::array<bool, DataKindCount>& checks) const;

@@ -1,9 +1,12 @@
 #include "cli/Arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <map>
 
+#include "receiver/DemoSerialPort.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -12,6 +15,30 @@ namespace {
 
 const std::map<std::string, DataKind> KindWords{
     {"waypoint", DataKind::Waypoint}, {"route", DataKind::Route}, {"track", DataKind::TrackLog}};
+
+std::string NotEmpty(const std::string& text) {
+  return text.empty() ? "a name is needed" : "";
+}
+
+std::string PacingRange(const std::string& text) {
+  double number = 0;
+  if (!CLI::detail::lexical_cast(text, number)) return "a number is needed";
+  return std::isfinite(number) && number >= 0 && number <= 100 ? "" : "between 0 and 100";
+}
+
+/// What is wrong with a port's name; empty for a number from 1 to 4, a path, and a demonstration receiver there is.
+std::string CheckPort(const std::string& text) {
+  if (text.empty()) return "a port is needed";
+  const bool is_number = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  if (is_number && (text.size() > 1 || text[0] < '1' || text[0] > '4')) return "ports are numbered 1 to 4";
+  if (text.rfind("demo:", 0) != 0) return "";
+  std::string models;
+  for (const std::string& model : DemoModelNames()) {
+    if (text.substr(5) == model) return "";
+    models.append(models.empty() ? "" : ", ").append(model);
+  }
+  return "the models are " + models;
+}
 
 /// Fills the options' variables; lives as long as the parsing.
 struct Parser {
@@ -84,11 +111,13 @@ void Parser::AddLine(CLI::App& command) {
   command.add_option("--port", arguments.port, "1 to 4, a device path, demo, or demo:MODEL")
       ->required()
       ->type_name("P")
-      ->check([](const std::string& text) { return text.empty() ? "empty port" : ""; });
+      ->check(CheckPort);
   command.add_option("--pacing", arguments.pacing_factor, "Receive pacing factor (default 1.0)")
       ->type_name("X")
-      ->check(CLI::Range(0.0, 100.0));
-  command.add_option("--trace", arguments.trace_path, "Write every frame of the line to a file")->type_name("FILE");
+      ->check(PacingRange);
+  command.add_option("--trace", arguments.trace_path, "Write every frame of the line to a file")
+      ->type_name("FILE")
+      ->check(NotEmpty);
 }
 
 void Parser::AddKinds(CLI::App& command) {
@@ -110,7 +139,8 @@ void Parser::AddUtcOffset(CLI::App& command) {
 void Parser::AddWriting(CLI::App& command) {
   command.add_option("-o,--output", arguments.output, "File to write; - is standard output")
       ->required()
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(NotEmpty);
   command.add_option("--type", arguments.type_extension, "grc (standard), txt (WPT+), mps (map-server script)")
       ->type_name("T")
       ->transform(CLI::IsMember({"grc", "txt", "mps"}, CLI::ignore_case));

@@ -2,7 +2,10 @@
 
 #include <QCoreApplication>
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <exception>
 #include <filesystem>
 #include <thread>
 #include <unistd.h>
@@ -25,6 +28,21 @@ constexpr std::string_view StandardStream = "-";
 
 bool IsDemoPortName(std::string_view name) {
   return name == "demo" || name.starts_with("demo:");
+}
+
+/// Whether two paths name one file, which need not be there yet.
+bool SameFile(const std::string& path, const std::string& other) {
+  std::error_code error;
+  if (path.empty() || other.empty()) return false;
+  if (std::filesystem::equivalent(path, other, error)) return true;
+  return std::filesystem::weakly_canonical(path, error) == std::filesystem::weakly_canonical(other, error);
+}
+
+/// Prints to standard output; says so when that cannot be written.
+bool PrintOut(std::string_view text) {
+  const bool printed = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+  if (!printed) std::fputs((WriteProblemText("-", std::strerror(errno)) + "\n").c_str(), stderr);
+  return printed;
 }
 
 /// Everything a command stands on.
@@ -78,8 +96,14 @@ class Terminal {
 
 bool Terminal::StartTrace() {
   if (arguments_.trace_path.empty()) return true;
+  if (SameFile(arguments_.trace_path, arguments_.output) ||
+      std::any_of(arguments_.files.begin(), arguments_.files.end(),
+                  [this](const std::string& file) { return SameFile(arguments_.trace_path, file); })) {
+    Message("通信の記録は，読み書きするデータとは別のファイルにしてください：" + arguments_.trace_path);
+    return false;
+  }
   if (!trace_.Open(arguments_.trace_path)) {
-    Message("ファイルに書き込めません：" + arguments_.trace_path);
+    Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
     return false;
   }
   main_.Device().Link().SetTrace(&trace_);
@@ -92,8 +116,15 @@ void Terminal::Watch() {
 }
 
 ExitStatus Terminal::Report(Outcome outcome) {
-  for (const std::string& notice : main_.TakeNotices())
-    Message(notice);
+  if (outcome != Outcome::Done && Interrupted()) outcome = Outcome::Cancelled;
+  // The status line tells the notices too, and then stays.
+  const std::vector<std::string> notices = main_.TakeNotices();
+  if (!notices.empty()) desktop_.KeepStatus();
+  if (arguments_.quiet) {
+    for (const std::string& notice : notices)
+      Message(notice);
+  }
+  if (!trace_.Problem().empty()) Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
   if (watchdog_.Stalled()) {
     Message("30秒間データが進まないため，通信を中止しました．");
     return ExitStatus::NoReceiver;
@@ -113,8 +144,10 @@ ExitStatus Terminal::Report(Outcome outcome) {
       break;
   }
   const ProductInfo& info = main_.DeviceInfo();
-  if (info.ProductId <= 0) {
-    Message(info.Description.empty() ? "受信機を識別できませんでした．" : std::string_view(info.Description));
+  if (info.ProductId == -1) {
+    Message(info.Description);
+  } else if (info.ProductId <= 0) {
+    Message("受信機を識別できませんでした．");
   }
   return ExitStatus::NoReceiver;
 }
@@ -128,8 +161,7 @@ ExitStatus Terminal::Info() {
   for (const DataKind kind : AllDataKinds) {
     text += std::string(DataKindName(kind)) + " " + main_.controls.GpsDataNum[IndexOf(kind)] + "\n";
   }
-  std::fputs(text.c_str(), stdout);
-  return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Refused;
+  return PrintOut(text) ? ExitStatus::Done : ExitStatus::Refused;
 }
 
 /// Tells before a long transfer what would make its result unusable after it.
@@ -160,19 +192,17 @@ ExitStatus Terminal::WriteStandardOutput() {
   desktop_.SetStatusCaption("");
   if (text.empty()) return ExitStatus::Refused;
   const auto bytes = main_.EncodeText(text);
-  if (!bytes) return ExitStatus::Refused;
-  const bool written =
-      std::fwrite(bytes->data(), 1, bytes->size(), stdout) == bytes->size() && std::fflush(stdout) == 0;
-  if (!written) Message(WriteProblemText("-", "標準出力"));
-  return written ? ExitStatus::Done : ExitStatus::Refused;
+  return bytes && PrintOut(*bytes) ? ExitStatus::Done : ExitStatus::Refused;
 }
 
 ExitStatus Terminal::WriteOutput() {
   if (Interrupted()) return Report(Outcome::Cancelled);
   main_.controls.DoCheck = arguments_.kinds;
-  if (arguments_.output == StandardStream) return WriteStandardOutput();
   // Once the file is there, a signal that came in the meantime changes nothing.
-  return main_.ExportTo(arguments_.output) == Outcome::Done ? ExitStatus::Done : ExitStatus::Refused;
+  const bool written = arguments_.output == StandardStream ? WriteStandardOutput() == ExitStatus::Done
+                                                           : main_.ExportTo(arguments_.output) == Outcome::Done;
+  if (!written && desktop_.AskedYesNo()) Message("--encoding utf8 を指定すると，UTF-8で保存できます．");
+  return written ? ExitStatus::Done : ExitStatus::Refused;
 }
 
 ExitStatus Terminal::Download() {
@@ -200,7 +230,10 @@ bool Terminal::ImportFiles() {
     desktop_.SetStatusCaption("Import from " + path);
     const Outcome outcome = main_.ImportFile(path);
     desktop_.SetStatusCaption("");
-    if (outcome != Outcome::Done) return false;
+    if (outcome != Outcome::Done) {
+      Message("（" + path + "）");
+      return false;
+    }
     ReportImport(path);
   }
   const bool any = std::any_of(AllDataKinds.begin(), AllDataKinds.end(), [this](DataKind kind) {
@@ -230,13 +263,10 @@ ExitStatus ListPortsCommand() {
   for (const NumberedPort& port : ListPorts()) {
     text += (port.number > 0 ? std::to_string(port.number) : "-") + "\t" + port.device + "\t" + port.description + "\n";
   }
-  std::fputs(text.c_str(), stdout);
-  return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Refused;
+  return PrintOut(text) ? ExitStatus::Done : ExitStatus::Refused;
 }
 
-}  // namespace
-
-ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
+ExitStatus Run(const Arguments& arguments, int argc, char** argv) {
   if (arguments.command == CliCommand::Ports) return ListPortsCommand();
   Terminal terminal(arguments, argc, argv);
   switch (arguments.command) {
@@ -252,6 +282,18 @@ ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
       break;
   }
   return ExitStatus::BadUsage;
+}
+
+}  // namespace
+
+ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
+  IgnoreBrokenPipes();
+  try {
+    return Run(arguments, argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "処理を中止しました：%s\n", error.what());
+    return ExitStatus::Refused;
+  }
 }
 
 }  // namespace walrim

@@ -19,6 +19,15 @@ void Print(std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
+/// Names and descriptions come from outside; only line feeds may reach the terminal as what they are.
+std::string Printable(std::string_view text) {
+  std::string printable(text);
+  for (char& c : printable) {
+    if (c != '\n' && (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)) c = ' ';
+  }
+  return printable;
+}
+
 }  // namespace
 
 TerminalDesktop::TerminalDesktop(Options options, const Clock& clock) : options_(options), clock_(clock) {}
@@ -29,10 +38,11 @@ TerminalDesktop::~TerminalDesktop() {
 
 void TerminalDesktop::ShowMessage(std::string_view text) {
   EndStatusLine();
-  Print(std::string(text) + "\n");
+  Print(Printable(text) + "\n");
 }
 
 bool TerminalDesktop::AskYesNo(std::string_view text) {
+  asked_yes_no_ = true;
   ShowMessage(text);
   return false;
 }
@@ -77,7 +87,7 @@ void TerminalDesktop::SetStatusCaption(std::string_view text) {
 void TerminalDesktop::PrintStatus() {
   pending_.clear();
   if (status_.empty() || status_ == printed_) return;
-  Print(options_.on_terminal ? "\r\033[K" + status_ : status_ + "\n");
+  Print(options_.on_terminal ? "\r\033[K" + Printable(status_) : Printable(status_) + "\n");
   printed_ = status_;
   printed_at_ = clock_.Monotonic();
 }

@@ -36,6 +36,11 @@ class TerminalDesktop : public Desktop {
   [[nodiscard]] std::string StatusCaption() const override { return status_; }
   void ControlsChanged() override {}
 
+  /// Lets the status that stands on the terminal's line stay there.
+  void KeepStatus() { EndStatusLine(); }
+  /// True once a question was asked that there is nobody to answer.
+  [[nodiscard]] bool AskedYesNo() const { return asked_yes_no_; }
+
  private:
   void PrintStatus();
   void EndStatusLine();
@@ -46,6 +51,7 @@ class TerminalDesktop : public Desktop {
   std::string printed_;  ///< what stands on the terminal's line, or was printed last
   std::string pending_;  ///< a counting text that was held back
   std::chrono::nanoseconds printed_at_{};
+  bool asked_yes_no_ = false;
 };
 
 }  // namespace walrim

@@ -12,8 +12,10 @@ namespace walrim {
 /// Every line is flushed as it goes, so that the trace is complete whatever happens next.
 class TraceFile : public FrameTrace {
  public:
-  /// Begins a new file. False when it cannot be written.
+  /// Begins a new file. False when it cannot be written; Problem then says why.
   [[nodiscard]] bool Open(const std::string& path);
+  /// The system's words for the first thing that went wrong; empty when nothing did.
+  [[nodiscard]] const std::string& Problem() const { return problem_; }
 
   void Frame(const TracedFrame& frame) override { WriteLine(TraceLine(frame)); }
   void Note(std::chrono::nanoseconds time, std::string_view text) override { WriteLine(TraceNoteLine(time, text)); }
@@ -24,7 +26,9 @@ class TraceFile : public FrameTrace {
   struct Closer {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
+  void NoteProblem();
   std::unique_ptr<std::FILE, Closer> file_;
+  std::string problem_;
 };
 
 }  // namespace walrim

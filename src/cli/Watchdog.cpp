@@ -32,6 +32,10 @@ bool Interrupted() {
   return signal_came != 0;
 }
 
+void IgnoreBrokenPipes() {
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
 void ExitOnSignals() {
   Handle(Exit);
 }

@@ -17,6 +17,8 @@ inline constexpr std::chrono::seconds StallTime{30};
 [[nodiscard]] bool Interrupted();
 /// Lets these signals end the program at once with exit status 1: for times when nothing has to be put in order.
 void ExitOnSignals();
+/// Lets writing to a pipe that nobody reads any more be an error like others, instead of the program's end.
+void IgnoreBrokenPipes();
 /// Notes these signals from now on. A second SIGINT ends the program the hard way.
 void CatchSignals();
 

@@ -81,7 +81,8 @@ ByteBuffer IntegerToBuffer(long value) {
 
 ByteBuffer WordToBuffer(double value) {
   if (value >= 65536.0) value = std::fmod(std::floor(value), 65536.0);
-  return LittleEndian(static_cast<std::uint32_t>(Checked(value, 0, 65535.0)), 2);
+  const auto whole = static_cast<std::int32_t>(Checked(value, -TwoTo31, 65535.0));
+  return LittleEndian(static_cast<std::uint32_t>(whole), 2);
 }
 
 ByteBuffer LongToBuffer(double value) {
@@ -91,7 +92,8 @@ ByteBuffer LongToBuffer(double value) {
 
 ByteBuffer DWordToBuffer(double value) {
   if (value >= TwoTo32) value -= TwoTo32 * std::floor(value / TwoTo32);
-  return LittleEndian(static_cast<std::uint32_t>(Checked(value, 0, TwoTo32 - 1)), 4);
+  const auto whole = static_cast<std::int64_t>(Checked(value, -TwoTo31, TwoTo32 - 1));
+  return LittleEndian(static_cast<std::uint32_t>(whole), 4);
 }
 
 ByteBuffer SingleToBuffer(float value) {

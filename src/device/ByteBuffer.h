@@ -42,11 +42,11 @@ void AppendBuffer(ByteBuffer& destination, std::size_t position, const ByteBuffe
 [[nodiscard]] ByteBuffer BooleanToBuffer(bool value);
 /// 2 bytes, two's complement, -32768..32767.
 [[nodiscard]] ByteBuffer IntegerToBuffer(long value);
-/// 2 bytes, unsigned; 65536 and above modulo 65536.
+/// 2 bytes, unsigned; 65536 and above modulo 65536, negative values in two's complement.
 [[nodiscard]] ByteBuffer WordToBuffer(double value);
 /// 4 bytes, two's complement, -2^31..2^31 - 1.
 [[nodiscard]] ByteBuffer LongToBuffer(double value);
-/// 4 bytes, unsigned; 2^32 and above modulo 2^32.
+/// 4 bytes, unsigned; 2^32 and above modulo 2^32, negative values from -2^31 in two's complement.
 [[nodiscard]] ByteBuffer DWordToBuffer(double value);
 /// 4 bytes: an IEEE single.
 [[nodiscard]] ByteBuffer SingleToBuffer(float value);

@@ -22,6 +22,7 @@ struct TransferReport {
   int damaged_records = 0;        ///< frames taken as records whose checksum or length was wrong
   int refused_records = 0;        ///< sent records that were not acknowledged
   bool data_loss = false;         ///< the data-loss warning was shown
+  bool port_failed = false;       ///< result 0 because the port could not be opened; a message was shown
   bool no_answer = false;         ///< result 0 because the receiver was silent at the first packet
   bool not_acknowledged = false;  ///< result 0 because it answered the first packet without an ACK
   bool bad_answer = false;        ///< given up because an announcement made no sense

@@ -93,9 +93,9 @@ class Garmin {
     int packet_id;
     int first;
     int second;
-    std::string counters;  ///< "[3/10]"; empty: nothing is shown
-    int ahead;             ///< packets before this one that the remaining time is taken from: all (1) or with it (0)
-    std::string name;      ///< of the record, for messages
+    std::string counters;      ///< "[3/10]"; empty: nothing is shown
+    std::string name;          ///< of the record, for messages
+    bool shown_after = false;  ///< the counters are shown once the packet has gone, not while it goes
   };
 
   [[nodiscard]] std::int32_t RunDownload(std::string_view port_name, TransferMode mode, const DownloadPlan& plan);
@@ -104,13 +104,18 @@ class Garmin {
   [[nodiscard]] std::int16_t ReceiveLoop(const DownloadPlan& plan, bool& data_lost);
   [[nodiscard]] std::int32_t EndDownload(std::int16_t last_status, std::int32_t count);
 
+  /// What an upload's remaining time is taken from.
+  enum class ProgressBase { WithThisPacket, PacketsSent };
+
   /// result_count is what the upload returns when all steps went through.
   [[nodiscard]] std::int32_t RunUpload(std::string_view port_name, int command, const std::vector<UploadStep>& steps,
-                                       std::int32_t result_count);
+                                       ProgressBase progress_base, std::int32_t result_count);
   [[nodiscard]] bool CheckUpload(const std::vector<UploadStep>& steps);
-  [[nodiscard]] std::int16_t SendRecords(const std::vector<UploadStep>& steps);
+  [[nodiscard]] std::int16_t SendRecords(const std::vector<UploadStep>& steps, ProgressBase progress_base);
 
+  /// False, with the port's message shown, when the port cannot be opened.
   [[nodiscard]] bool OpenForTransfer(std::string_view port_name);
+  void ShowPortProblem(std::string_view port_name);
   void SendAbort();
   void AbandonTransfer();
   void ReceiveBehindAck(PacketReply& reply, int ack_slot);

@@ -53,10 +53,14 @@ void Garmin::SetDefaultProtocols() {
   session.protocols.CommandProtocol = "A010";
 }
 
+void Garmin::ShowPortProblem(std::string_view port_name) {
+  const std::string message = "Serial Port [ " + std::string(port_name) + " ] は既に使われています";
+  desktop_.ShowMessage(message + "\n" + ExplainPort(link_.LastPortResult()));
+}
+
 ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
   if (!link_.ProbePort(port_name)) {
-    const std::string message = "Serial Port [ " + std::string(port_name) + " ] は既に使われています";
-    desktop_.ShowMessage(message + "\n" + ExplainPort(link_.LastPortResult()));
+    ShowPortProblem(port_name);
     return {};
   }
   SetDefaultProtocols();

@@ -161,7 +161,7 @@ void PacketLink::WaitForOutput() {
   std::size_t last_count = port_.OutBufferCount();
   while (last_count > 0) {
     event_loop_.Yield();
-    port_.Wait(PollTime);
+    Rest(PollTime);
     const std::size_t count = port_.OutBufferCount();
     if (count < last_count) last_progress = clock_.Monotonic();
     last_count = count;
@@ -287,7 +287,13 @@ void PacketLink::DrainInput() {
 
 void PacketLink::Idle() {
   event_loop_.Yield();
-  port_.Wait(milliseconds{10});
+  Rest(milliseconds{10});
+}
+
+/// Sleeps although input may lie there that nobody takes.
+void PacketLink::Rest(milliseconds at_most) {
+  static_cast<void>(port_.InBufferCount());  // only what comes from now on ends the sleep
+  port_.Wait(at_most);
 }
 
 }  // namespace walrim

@@ -109,6 +109,7 @@ class PacketLink {
 
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
   void WaitForOutput();
+  void Rest(std::chrono::milliseconds at_most);
   void YieldNowAndThen();
   [[nodiscard]] std::chrono::nanoseconds TraceTime() const { return clock_.Monotonic() - trace_start_; }
   void Note(std::string_view text);

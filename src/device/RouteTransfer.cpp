@@ -85,17 +85,17 @@ std::int32_t Garmin::UploadRoutes(std::string_view port_name) {
     const auto index = static_cast<std::size_t>(r);
     const int count = routes.RoutePointCount.at(index);
     const std::string route_name = "Route " + std::to_string(r);
-    steps.push_back({pids.Pid_Rte_Hdr, r, 0, "", 0, route_name});
+    steps.push_back({pids.Pid_Rte_Hdr, r, 0, "", route_name});
     for (int p = 1; p <= count; ++p) {
       const int point = routes.first_point.at(index) + p - 1;
       const std::string counters =
           "[" + std::to_string(r) + "/" + route_total + "," + std::to_string(p) + "/" + std::to_string(count) + "]";
       const std::string name = route_name + " Point " + std::to_string(p);
-      steps.push_back({pids.Pid_Rte_Wpt_Data, r, point, counters, 1, name});
-      if (with_links) steps.push_back({pids.Pid_Rte_Link_Data, r, point, "", 0, name + " Link"});
+      steps.push_back({pids.Pid_Rte_Wpt_Data, r, point, counters, name});
+      if (with_links) steps.push_back({pids.Pid_Rte_Link_Data, r, point, "", name + " Link"});
     }
   }
-  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Rte, steps,
+  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Rte, steps, ProgressBase::PacketsSent,
                    static_cast<std::int32_t>(steps.size()));
 }
 

@@ -55,17 +55,18 @@ std::int32_t Garmin::UploadTracks(std::string_view port_name) {
   for (int i = tracks.TrackPointCount[0] > 0 ? 0 : 1; i <= tracks.TrackCount; ++i) {
     const auto index = static_cast<std::size_t>(i);
     const std::string log_name = "TrackLog " + std::to_string(i);
-    if (with_headers) steps.push_back({pids.Pid_Trk_Hdr, i, 0, "", 0, log_name});
+    if (with_headers) steps.push_back({pids.Pid_Trk_Hdr, i, 0, "", log_name});
     for (int j = 1; j <= tracks.TrackPointCount.at(index); ++j) {
       steps.push_back(
-          {pids.Pid_Trk_Data, tracks.TrackStart.at(index) + j - 1, 0, "", 0, log_name + " Point " + std::to_string(j)});
+          {pids.Pid_Trk_Data, tracks.TrackStart.at(index) + j - 1, 0, "", log_name + " Point " + std::to_string(j)});
     }
   }
   const std::string total = std::to_string(steps.size());
   for (std::size_t k = 0; k < steps.size(); ++k) {
     steps[k].counters = "[" + std::to_string(k + 1) + "/" + total + "]";
+    steps[k].shown_after = true;
   }
-  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Trk, steps,
+  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Trk, steps, ProgressBase::PacketsSent,
                    static_cast<std::int32_t>(steps.size()));
 }
 

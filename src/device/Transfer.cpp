@@ -61,7 +61,10 @@ PacketReply Garmin::ExchangePacket(int packet_id, int first, int second) {
 
 bool Garmin::OpenForTransfer(std::string_view port_name) {
   std::string settings;
-  return link_.OpenPort(port_name, settings);
+  if (link_.OpenPort(port_name, settings)) return true;
+  session.report.port_failed = true;
+  ShowPortProblem(port_name);
+  return false;
 }
 
 /// Receivers and USB adapters may leave a gap behind the ACK that is longer than a burst's settle time.
@@ -102,10 +105,7 @@ std::int32_t Garmin::EndDownload(std::int16_t last_status, std::int32_t count) {
 
 std::int32_t Garmin::RunDownload(std::string_view port_name, TransferMode mode, const DownloadPlan& plan) {
   session.report = {};
-  if (!OpenForTransfer(port_name)) {
-    session.report.no_answer = true;
-    return 0;
-  }
+  if (!OpenForTransfer(port_name)) return 0;
   const PortGuard guard(link_);
   PacketReply reply = ExchangePacket(session.link_pids.Pid_Command_Data, plan.command);
   if (reply.Count < 0) session.TransferAborted = true;
@@ -207,7 +207,7 @@ bool Garmin::CheckUpload(const std::vector<UploadStep>& steps) {
   return true;
 }
 
-std::int16_t Garmin::SendRecords(const std::vector<UploadStep>& steps) {
+std::int16_t Garmin::SendRecords(const std::vector<UploadStep>& steps, ProgressBase progress_base) {
   const auto start = clock_.Monotonic();
   const auto total = static_cast<std::int64_t>(steps.size());
   std::int16_t last_status = 0;
@@ -215,27 +215,26 @@ std::int16_t Garmin::SendRecords(const std::vector<UploadStep>& steps) {
   for (const UploadStep& step : steps) {
     ++number;
     link_.YieldOnce();
-    if (!step.counters.empty()) ShowProgress(step.counters, number - step.ahead, total, start);
+    const std::int64_t done = progress_base == ProgressBase::WithThisPacket ? number : number - 1;
+    if (!step.counters.empty() && !step.shown_after) ShowProgress(step.counters, done, total, start);
     if (session.TransferAborted) break;
     const PacketReply reply = ExchangePacket(step.packet_id, step.first, step.second);
     last_status = reply.Count;
     if (last_status < 0) session.TransferAborted = true;
     if (last_status >= 0 && FindAckSlot(reply) < 0) ++session.report.refused_records;
+    if (step.shown_after) ShowProgress(step.counters, number, total, start);
   }
   return last_status;
 }
 
 std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const std::vector<UploadStep>& steps,
-                               std::int32_t result_count) {
+                               ProgressBase progress_base, std::int32_t result_count) {
   session.report = {};
   if (!CheckUpload(steps)) {
     session.TransferAborted = true;
     return TransferGivenUp;
   }
-  if (!OpenForTransfer(port_name)) {
-    session.report.no_answer = true;
-    return 0;
-  }
+  if (!OpenForTransfer(port_name)) return 0;
   const PortGuard guard(link_);
   PacketReply reply = ExchangePacket(session.link_pids.Pid_Records, static_cast<int>(steps.size()));
   if (reply.Count < 0) session.TransferAborted = true;
@@ -246,7 +245,7 @@ std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const st
   status_.SetStatus("PUSH");
   std::int16_t last_status = 0;
   try {
-    last_status = SendRecords(steps);
+    last_status = SendRecords(steps, progress_base);
   } catch (const std::exception&) {
     status_.SetStatus("POP");
     AbandonTransfer();

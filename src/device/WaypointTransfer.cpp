@@ -37,9 +37,10 @@ std::int32_t Garmin::UploadWaypoints(std::string_view port_name) {
     const std::string number = std::to_string(i);
     std::string counters = "[";
     counters.append(number).append("/").append(total).append("]");
-    steps.push_back({session.link_pids.Pid_Wpt_Data, i, 0, counters, 0, "Waypoint " + number});
+    steps.push_back({session.link_pids.Pid_Wpt_Data, i, 0, counters, "Waypoint " + number});
   }
-  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Wpt, steps, data_.WaypointCount);
+  return RunUpload(port_name, session.device_commands.Cmnd_Transfer_Wpt, steps, ProgressBase::WithThisPacket,
+                   data_.WaypointCount);
 }
 
 }  // namespace walrim

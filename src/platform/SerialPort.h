@@ -17,8 +17,8 @@ enum class PortProblem { None, Missing, InUse, NotPermitted, Other };
 struct PortResult {
   PortProblem problem = PortProblem::None;
   std::string device;  ///< the device node behind the port's name, where there is one
-  std::string group;   ///< NotPermitted: the group that may use the device node
-  std::string detail;  ///< Other: the system's own words
+  std::string group;   ///< NotPermitted: the group that may use the device node, where there is one to join
+  std::string detail;  ///< Other: the reason in words
 
   [[nodiscard]] bool Ok() const { return problem == PortProblem::None; }
 };

@@ -23,9 +23,12 @@ std::string GroupName(gid_t id) {
   return std::to_string(id);
 }
 
+/// The group that may use a device node; empty where joining it would not help, or would give all rights.
 std::string GroupOf(const std::string& device) {
   struct stat status {};
-  return stat(device.c_str(), &status) == 0 ? GroupName(status.st_gid) : std::string();
+  constexpr mode_t Both = S_IRGRP | S_IWGRP;
+  if (stat(device.c_str(), &status) != 0 || status.st_gid == 0 || (status.st_mode & Both) != Both) return {};
+  return GroupName(status.st_gid);
 }
 
 /// The system's error numbers, in the few causes that a user can act on.
@@ -47,6 +50,10 @@ PortResult Failure(int error, const std::string& device) {
     case EPERM:
       result.problem = PortProblem::NotPermitted;
       result.group = GroupOf(device);
+      break;
+    case ENOTTY:
+      result.problem = PortProblem::Other;
+      result.detail = "シリアルポートではありません";
       break;
     default:
       result.problem = PortProblem::Other;

@@ -120,4 +120,12 @@ std::string DecodeOwnedText(std::string bytes) {
   return DecodeText(bytes);
 }
 
+std::string WithoutControlCharacters(std::string_view text) {
+  std::string shown(text);
+  for (char& c : shown) {
+    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
+  }
+  return shown;
+}
+
 }  // namespace walrim

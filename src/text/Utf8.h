@@ -23,6 +23,9 @@ void AppendCharacter(std::string& text, char32_t character);
 /// Text without leading and trailing blanks (the character 0x20 alone).
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text);
 
+/// Text with a blank for every control character (below 0x20, and 0x7F): for what comes from outside and is shown.
+[[nodiscard]] std::string WithoutControlCharacters(std::string_view text);
+
 /// Text of a file's or the clipboard's bytes: bytes that begin with the UTF-8 mark (dropped) or are valid UTF-8 are
 /// taken as UTF-8, all others as code page 932.
 [[nodiscard]] std::string DecodeText(std::string_view bytes);

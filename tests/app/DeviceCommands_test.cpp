@@ -44,6 +44,10 @@ class DeviceCommandsTest : public ::testing::Test {
     data[12] = new_trk ? 1 : 0;
     return {34, data};
   }
+  void HoldRoutes(int count) {
+    for (int i = 0; i < count; ++i)
+      ASSERT_GT(main.Data().AddRouteHeader(RouteHeader{}), 0);
+  }
   void TickDownload(bool waypoint, bool route, bool track) { main.controls.DownCheck = {waypoint, route, track}; }
   void TickDo(bool waypoint, bool route, bool track) { main.controls.DoCheck = {waypoint, route, track}; }
   void DownloadAll() {
@@ -116,7 +120,14 @@ TEST_F(DeviceCommandsTest, AutoDownloadTakesAllKindsWhateverWasSelected) {
   EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
   EXPECT_EQ(main.controls.DownCheck, (std::array<bool, 3>{true, true, true}));
   EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::Route));
   EXPECT_TRUE(main.DataSetLoaded(DataKind::TrackLog));
+}
+
+TEST_F(DeviceCommandsTest, ControlCharactersOfADescriptionAreNotShown) {
+  receiver.description = "GPS 12 \x1b[31m\nRed";
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsInfo, "GPS 12  [31m Red  (Pid:130)");
 }
 
 // ---- Download
@@ -293,8 +304,10 @@ TEST_F(DeviceCommandsTest, ACommandWhileAnotherRunsDoesNothing) {
 }
 
 TEST_F(DeviceCommandsTest, TheCapacityMessageIsShownOncePerKindUntilItIsDeleted) {
+  HoldRoutes(78);
   main.SetGpsNum(DataKind::Route, "78");
   EXPECT_TRUE(desktop.messages.empty());
+  HoldRoutes(1);
   main.SetGpsNum(DataKind::Route, "79");
   main.SetGpsNum(DataKind::Route, "79");
   EXPECT_EQ(desktop.messages, std::vector<std::string>{"(Route)内部データ容量の限界です．"});
@@ -303,18 +316,45 @@ TEST_F(DeviceCommandsTest, TheCapacityMessageIsShownOncePerKindUntilItIsDeleted)
   TickDo(false, true, false);
   EXPECT_EQ(main.Delete_Click(), Outcome::Done);
   EXPECT_EQ(main.controls.DataTypeBackColor[1], NormalBackColor);
+  HoldRoutes(79);
   main.SetGpsNum(DataKind::Route, "79");
   EXPECT_EQ(desktop.messages.size(), 2U);
 }
 
 TEST_F(DeviceCommandsTest, TheOtherCapacityMessagesStandAt1999And1536) {
+  main.Data().WaypointCount = 1998;
+  main.Data().tracks.TrackCount = 1535;
   main.SetGpsNum(DataKind::Waypoint, "1998");
   main.SetGpsNum(DataKind::TrackLog, "1535");
   EXPECT_TRUE(desktop.messages.empty());
+  main.Data().WaypointCount = 1999;
+  main.Data().tracks.TrackCount = 1536;
   main.SetGpsNum(DataKind::Waypoint, "1999");
   main.SetGpsNum(DataKind::TrackLog, "1536");
   EXPECT_EQ(desktop.messages,
             (std::vector<std::string>{"(Waypoint)内部データ容量の限界です．", "(TrackLog)内部データ容量の限界です．"}));
+}
+
+TEST_F(DeviceCommandsTest, ManyPacketsOfFewRoutesAreNotTheLimit) {
+  auto& packets = receiver.packets_of[RouteCommand];
+  for (int p = 0; p < 90; ++p)
+    packets.push_back({30, Waypoint("P").data});
+  TickDownload(false, true, false);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum[1], "92");
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
+TEST_F(DeviceCommandsTest, AFullKindThatIsLostIsAsEmptyAsAnyOther) {
+  DownloadAll();
+  HoldRoutes(78);
+  main.SetGpsNum(DataKind::Route, "79");
+  ASSERT_TRUE(main.CapacityWarned(DataKind::Route));
+  TickDownload(false, true, false);
+  receiver.silent_after = 3;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::LinkLost);
+  EXPECT_FALSE(main.CapacityWarned(DataKind::Route));
+  EXPECT_EQ(main.controls.DataTypeBackColor[1], NormalBackColor);
 }
 
 TEST_F(DeviceCommandsTest, ACounterOfZeroLeavesTheLoadedFlagAndADashClearsIt) {
@@ -407,6 +447,37 @@ TEST_F(DeviceCommandsTest, ACancelledUploadRunsNoAutoDelete) {
   EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Cancelled);
   EXPECT_EQ(main.controls.GpsNum[0], "2");
   EXPECT_EQ(receiver.received.back(), Abort);
+}
+
+TEST_F(DeviceCommandsTest, ACancelledUploadAsksForTheNewCountAllTheSame) {
+  DownloadAll();
+  main.controls.GpsDataNum[0] = "0";
+  TickDo(true, false, false);
+  loop.on_yield = [&] {
+    if (receiver.received.size() == 3) main.Cancel_Click();
+  };
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Cancelled);
+  EXPECT_EQ(main.controls.GpsDataNum[0], "2");
+}
+
+TEST_F(DeviceCommandsTest, ARecordThatCannotBeSentStopsItsOwnKindAlone) {
+  DownloadAll();
+  main.Data().d103[1].lon_deg = 180.0;
+  TickDo(true, true, false);
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{"Waypoint 1の値が受信機の範囲を超えています．"});
+  EXPECT_EQ(receiver.CountReceived({12, {7, 0}}), 0U);
+  EXPECT_EQ(receiver.CountReceived({12, {4, 0}}), 1U);
+}
+
+TEST_F(DeviceCommandsTest, APortThatIsTakenAfterTheIdentificationIsSaidAsSuch) {
+  TickDownload(true, true, false);
+  loop.on_yield = [&] {
+    if (receiver.received.size() == 1) port.open_result.problem = PortProblem::InUse;
+  };
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Refused);
+  ASSERT_EQ(desktop.messages.size(), 1U);
+  EXPECT_EQ(desktop.messages[0].find("Serial Port [ 1 ] は既に使われています"), 0U);
 }
 
 TEST_F(DeviceCommandsTest, AnUploadThatIsNotAcknowledgedIsSaid) {

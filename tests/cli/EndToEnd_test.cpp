@@ -169,7 +169,9 @@ TEST_F(EndToEnd, TheDemonstrationReceiverNeedsNoHardware) {
   const Result info = Run({"info", "--port", "demo:GPS 48"});
   EXPECT_EQ(info.status, 0) << info.err;
   EXPECT_EQ(info.out.find("GPS 48 "), 0U);
-  EXPECT_EQ(Run({"info", "--port", "demo:GPS 99"}).status, 1);
+  const Result unknown = Run({"info", "--port", "demo:GPS 99"});
+  EXPECT_EQ(unknown.status, 2);
+  EXPECT_TRUE(unknown.Said("GPS 12XL"));
 }
 
 // ---- Faults
@@ -259,7 +261,36 @@ TEST_F(EndToEnd, CtrlCWhileStandardInputIsReadExitsWithOneAndLeavesNoFile) {
   ::close(held);
 }
 
+TEST_F(EndToEnd, CtrlCDuringTheIdentificationExitsWithOneToo) {
+  const Receiver receiver({"--fault", "silent"});
+  Process process(Words({"info", "--port", receiver.Port()}));
+  ASSERT_TRUE(process.ReadUntil("Initializing Device")) << process.Err();
+  process.Signal(SIGINT);
+  EXPECT_EQ(process.Wait(), 1);
+}
+
+TEST_F(EndToEnd, AReaderOfStandardErrorThatGoesAwayDoesNotEndTheTransfer) {
+  const Receiver receiver(WithMemory());
+  Process process({"/bin/sh", "-c",
+                   std::string(WALRIM_CLI) + " download --port " + receiver.Port() + " --pacing 0.1 -o " +
+                       Path("a.grc") + " 2>&1 | head -n 1; test -s " + Path("a.grc")});
+  EXPECT_EQ(process.Wait(), 0);
+  EXPECT_EQ(FileContents(Path("a.grc")).find("WPT\t"), 0U);
+}
+
 // ---- The trace
+
+TEST_F(EndToEnd, ATraceIsNeverWrittenOverTheData) {
+  const std::string before = FileContents(Path("memory.grc"));
+  const Receiver receiver;
+  EXPECT_EQ(OnLine("upload", receiver, {Path("memory.grc"), "--trace", Path("memory.grc")}).status, 1);
+  EXPECT_EQ(FileContents(Path("memory.grc")), before);
+  EXPECT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--trace", Path("a.grc")}).status, 1);
+  const Result nowhere = OnLine("info", receiver, {"--trace", Path("missing/trace")});
+  EXPECT_EQ(nowhere.status, 1);
+  EXPECT_TRUE(nowhere.Said("No such file or directory"));
+  EXPECT_TRUE(OnLine("info", receiver, {"--trace", "/dev/full"}).Said("No space left on device"));
+}
 
 TEST_F(EndToEnd, TheTraceHoldsEveryFrameAlsoWhenTheLinkFails) {
   const Receiver receiver(WithMemory({"--fault", "silent-after=5"}));
@@ -376,6 +407,7 @@ TEST_F(EndToEnd, ACharacterThatShiftJisLacksIsNamedAndNothingIsWritten) {
   const Result convert = Run({"convert", Path("1.grc"), "-o", Path("a.grc")});
   EXPECT_EQ(convert.status, 1);
   EXPECT_TRUE(convert.Said("「é」")) << convert.err;
+  EXPECT_TRUE(convert.Said("--encoding utf8"));
   EXPECT_EQ(folder.Names().size(), 2U);
   EXPECT_EQ(Run({"convert", Path("1.grc"), "-o", Path("a.grc"), "--encoding", "utf8"}).status, 0);
 }
@@ -387,6 +419,10 @@ TEST_F(EndToEnd, AWrongCommandLineExitsWithTwo) {
                                                     {"fly"},
                                                     {"info"},
                                                     {"download", "--port", "demo"},
+                                                    {"info", "--port", "0"},
+                                                    {"info", "--port", "5"},
+                                                    {"info", "--port", "demo", "--pacing", "nan"},
+                                                    {"download", "--port", "demo", "-o", ""},
                                                     {"convert", "-o", "-"},
                                                     {"info", "--port", "demo", "--baud", "1"},
                                                     {"convert", "a", "-o", "-", "--degree", "DM"},

@@ -88,7 +88,13 @@ TEST(ByteBuffer, WordsAndDWordsAreReducedModuloTheirRange) {
   EXPECT_EQ(BytesOf(WordToBuffer(65536.0 + 0x0102)), (std::vector<int>{0x02, 0x01}));
   EXPECT_EQ(BytesOf(DWordToBuffer(4294967296.0 + 1)), (std::vector<int>{1, 0, 0, 0}));
   EXPECT_EQ(WordFromBytes(Made({0xFF, 0xFF})), 65535.0);
-  EXPECT_THROW(static_cast<void>(WordToBuffer(-1)), std::overflow_error);
+}
+
+TEST(ByteBuffer, NegativeWordsAndDWordsComeOutInTwosComplement) {
+  EXPECT_EQ(BytesOf(WordToBuffer(-1)), (std::vector<int>{0xFF, 0xFF}));
+  EXPECT_EQ(BytesOf(WordToBuffer(-256)), (std::vector<int>{0x00, 0xFF}));
+  EXPECT_EQ(BytesOf(DWordToBuffer(-2)), (std::vector<int>{0xFE, 0xFF, 0xFF, 0xFF}));
+  EXPECT_THROW(static_cast<void>(DWordToBuffer(-3e9)), std::overflow_error);
 }
 
 TEST(ByteBuffer, LongsAreTwosComplementOfTheFloor) {

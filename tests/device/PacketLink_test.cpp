@@ -258,6 +258,13 @@ TEST_F(PacketLinkTest, WaitingLetsTheEventLoopRun) {
   EXPECT_GE(loop.yields, 100);  // 1.5 s of silence
 }
 
+TEST_F(PacketLinkTest, IdlingRestsAlsoWhenUnreadInputLiesThere) {
+  port.Queue(nanoseconds{0}, {0x55, 0x66});
+  for (int i = 0; i < 10; ++i)
+    link.Idle();
+  EXPECT_GE(clock.now, milliseconds{100});
+}
+
 TEST_F(PacketLinkTest, DrainingDropsWhatStillComesAndEnds) {
   port.Queue(milliseconds{30}, ShortWaypoint);
   port.Queue(milliseconds{90}, ShortWaypoint);

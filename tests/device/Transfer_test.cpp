@@ -175,6 +175,13 @@ TEST_F(TransferTest, APortWithoutPermissionNamesTheGroupAndTheCommand) {
   EXPECT_NE(desktop.messages.at(0).find("sudo usermod -aG dialout $USER"), std::string::npos);
 }
 
+TEST_F(TransferTest, AnUnknownModelIsTakenForD104WithoutAMessage) {
+  receiver.description = "Something else";
+  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+  EXPECT_EQ(garmin.session.protocols.WaypointType, "D104");
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
 TEST_F(TransferTest, ASilentReceiverGivesIdMinusOneAndTheFallbackTypes) {
   receiver.silent_after = 0;
   data.CurrentWaypointType = WaypointType::D107;

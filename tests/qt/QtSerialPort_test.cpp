@@ -404,7 +404,7 @@ TEST_F(QtSerialPortTest, WhatIsNoTerminalIsRefusedAndNotWaitedFor) {
   for (const std::string& path : {file, folder.File("."), pipe, std::string("/dev/null")}) {
     const PortResult result = port.Open(path, Settings);
     EXPECT_EQ(result.problem, PortProblem::Other) << path;
-    EXPECT_EQ(result.detail, std::generic_category().message(ENOTTY)) << path;
+    EXPECT_EQ(result.detail, "シリアルポートではありません") << path;
     EXPECT_FALSE(port.PortOpen());
   }
   std::string kept;
@@ -412,14 +412,17 @@ TEST_F(QtSerialPortTest, WhatIsNoTerminalIsRefusedAndNotWaitedFor) {
   EXPECT_EQ(kept, "kept");
 }
 
-/// What a port that may not be opened tells, from a process without the right.
-PortResult OpenWithoutTheRight(const std::string& device) {
+/// What a port that may not be opened tells, from a process without the right. As root the device is given to a group
+/// first; others cannot do that, and take all rights away.
+PortResult OpenWithoutTheRight(const std::string& device, mode_t mode) {
   QtSerialPort port;
   if (geteuid() != 0) {
     chmod(device.c_str(), 0);
     return port.Open(device, Settings);
   }
-  chmod(device.c_str(), 0600);
+  constexpr gid_t SomeGroup = 20;
+  if (chown(device.c_str(), 0, SomeGroup) != 0) return {};
+  chmod(device.c_str(), mode);
   int answers[2];
   if (pipe(answers) != 0) return {};
   const pid_t child = fork();
@@ -444,12 +447,19 @@ PortResult OpenWithoutTheRight(const std::string& device) {
 }
 
 TEST_F(QtSerialPortTest, APortOfOthersIsNotPermittedAndNamesTheirGroup) {
-  const PortResult result = OpenWithoutTheRight(line.Device());
+  const PortResult result = OpenWithoutTheRight(line.Device(), 0660);
   EXPECT_EQ(result.problem, PortProblem::NotPermitted);
   struct stat status {};
   ASSERT_EQ(stat(line.Device().c_str(), &status), 0);
   const group* owner = getgrgid(status.st_gid);
-  EXPECT_EQ(result.group, owner != nullptr ? owner->gr_name : std::to_string(status.st_gid));
+  const std::string name = owner != nullptr ? owner->gr_name : std::to_string(status.st_gid);
+  EXPECT_EQ(result.group, geteuid() == 0 ? name : "");
+}
+
+TEST_F(QtSerialPortTest, AGroupThatMayNotUseThePortEitherIsNotNamed) {
+  const PortResult result = OpenWithoutTheRight(line.Device(), 0600);
+  EXPECT_EQ(result.problem, PortProblem::NotPermitted);
+  EXPECT_EQ(result.group, "");
 }
 
 TEST_F(QtSerialPortTest, OrdinaryFailuresPrintNothing) {

@@ -116,17 +116,20 @@ class ScriptedPort : public SerialPort {
   }
   [[nodiscard]] std::size_t InBufferCount() override {
     Deliver();
-    return in_.size();
+    told_ = in_.size();
+    return told_;
   }
   void ClearInBuffer() override {
     Deliver();
     in_.clear();
+    told_ = 0;
   }
   [[nodiscard]] std::optional<std::uint8_t> Input() override {
     Deliver();
     if (in_.empty()) return std::nullopt;
     const std::uint8_t byte = in_.front();
     in_.pop_front();
+    told_ -= told_ > 0 ? 1U : 0U;
     return byte;
   }
   void Output(std::uint8_t byte) override {
@@ -140,6 +143,8 @@ class ScriptedPort : public SerialPort {
   [[nodiscard]] std::size_t OutBufferCount() override { return 0; }
   void ClearOutBuffer() override {}
   void Wait(std::chrono::milliseconds at_most) override {
+    Deliver();
+    if (in_.size() > told_) return;
     auto step = std::chrono::nanoseconds(at_most);
     for (const auto& [due, byte] : coming_) {
       if (due > clock_.now) step = std::min(step, due - clock_.now);
@@ -183,6 +188,7 @@ class ScriptedPort : public SerialPort {
   bool open_ = false;
   Bytes sending_;
   std::deque<std::uint8_t> in_;
+  std::size_t told_ = 0;  // what InBufferCount last told
   std::deque<std::pair<std::chrono::nanoseconds, std::uint8_t>> coming_;
 };
 
