@@ -47,6 +47,14 @@ std::string DescribeRecord(std::string_view text, std::size_t offset) {
   return std::to_string(line_number) + "行目の" + tag + "「" + name + "」";
 }
 
+/// Numbers are written without commas, so that one stands inside a text.
+int LinesWithComma(std::string_view text) {
+  int lines = 0;
+  for (std::size_t at = text.find(','); at != std::string_view::npos; at = text.find(',', text.find('\n', at)))
+    ++lines;
+  return lines;
+}
+
 }  // namespace
 
 std::string OverwriteQuestion(std::string_view path) {
@@ -86,6 +94,10 @@ std::string WalrimMain::BuildText() {
   std::string text;
   AppendStandardText(text);
   if (text.empty()) desktop_.ShowMessage("保存するデータがありません．");
+  if (const int lines = LinesWithComma(text); lines > 0) {
+    notices_.push_back("コンマを含む文字列が" + std::to_string(lines) +
+                       "件あります．このファイルを読み込むと，そこで切れます．");
+  }
   return text;
 }
 

@@ -201,6 +201,8 @@ ExitStatus Terminal::WriteOutput() {
   // Once the file is there, a signal that came in the meantime changes nothing.
   const bool written = arguments_.output == StandardStream ? WriteStandardOutput() == ExitStatus::Done
                                                            : main_.ExportTo(arguments_.output) == Outcome::Done;
+  for (const std::string& notice : main_.TakeNotices())
+    Message(notice);
   if (!written && desktop_.AskedYesNo()) Message("--encoding utf8 を指定すると，UTF-8で保存できます．");
   return written ? ExitStatus::Done : ExitStatus::Refused;
 }
@@ -222,6 +224,10 @@ void Terminal::ReportImport(const std::string& path) {
   if (summary.overfull > 0) {
     Message(path + "：" + std::to_string(summary.overfull) + "行で列が多すぎます（最初は" +
             std::to_string(summary.first_overfull_line) + "行目）．文字列の中のコンマで切れている可能性があります．");
+  }
+  if (summary.unread_times > 0) {
+    Message(path + "：" + std::to_string(summary.unread_times) + "点の日時が読めません（最初は" +
+            std::to_string(summary.first_unread_time_line) + "行目）．時刻なしとして取り込みました．");
   }
 }
 

@@ -101,7 +101,9 @@ struct ImportSummary {
   /// Lines that were stored although they have more filled columns than their section: most likely a comma inside a
   /// text cut it and moved what follows.
   int overfull = 0;
-  int first_overfull_line = 0;  ///< number of the first of them, from 1
+  int first_overfull_line = 0;     ///< number of the first of them, from 1
+  int unread_times = 0;            ///< track points whose time is no date; stored without a time
+  int first_unread_time_line = 0;  ///< number of the first of them, from 1
   [[nodiscard]] bool Received(DataKind kind) const;
 };
 
@@ -142,6 +144,7 @@ class StandardReader {
   [[nodiscard]] Subclass ReadSubclass(std::size_t first, const Subclass& when_empty);
   void Skip(std::string_view why);
   void NoteOverfull(const Section& section);
+  void NoteUnreadTime();
 
   // These return why the line cannot be stored; empty where it can.
   [[nodiscard]] std::string_view ReadNotation();

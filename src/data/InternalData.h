@@ -91,7 +91,7 @@ class InternalData {
 
   // ---- Text form
 
-  /// Text form of slot (see WaypointOrigin). Zero characters in fixed-width texts become blanks, in the entry too.
+  /// Text form of slot (see waypoint_origin). Zero characters in fixed-width texts become blanks, in the entry too.
   [[nodiscard]] WaypointRecord GetWaypoint(int slot);
   void GetWaypoint(int slot, WaypointRecord& record);
   [[nodiscard]] RouteHeader GetRouteHeader(int route);

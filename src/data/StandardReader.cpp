@@ -49,6 +49,16 @@ bool OnEarth(const GeoPoint& point) {
   return std::abs(point.latitude_deg) <= 90 && std::abs(point.longitude_deg) <= 180;
 }
 
+/// Whether a text begins with a number that fits one.
+bool BeginsWithNumber(std::string_view text, double value) {
+  text = TrimBlanks(text);
+  if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+  const std::size_t digits = text.find_first_not_of('.');
+  if (digits > 1 || text[digits] < '0' || text[digits] > '9') return false;
+  // What is read as 0 although other digits stand before its exponent fitted no number.
+  return value != 0 || text.find_first_of("123456789") >= text.find_first_of("eE/");
+}
+
 }  // namespace
 
 bool ImportSummary::Received(DataKind kind) const {
@@ -174,6 +184,10 @@ void StandardReader::NoteOverfull(const Section& section) {
   }
 }
 
+void StandardReader::NoteUnreadTime() {
+  if (++summary_.unread_times == 1) summary_.first_unread_time_line = line_number_;
+}
+
 std::string_view StandardReader::ReadNotation() {
   if (!degree_type_.meaning.empty() && line_.size() > DatumColumn && line_[DegreeTypeColumn] == degree_type_.text &&
       line_[DatumColumn] == datum_.text) {
@@ -198,7 +212,7 @@ std::string_view StandardReader::ReadAngle(std::size_t column, double& degrees) 
   } catch (const std::out_of_range&) {
     return BadAngle;
   }
-  return {};
+  return BeginsWithNumber(value, LeadingNumber(value)) ? std::string_view() : BadAngle;
 }
 
 std::string_view StandardReader::ReadPosition(std::size_t lat_column, double& lat_deg, double& lon_deg) {
@@ -306,7 +320,10 @@ void StandardReader::StoreTrackPoint() {
   TrackPointEntry entry;
   const std::string_view why = ReadPosition(column(lat), entry.lat_deg, entry.lon_deg);
   if (!why.empty()) return Skip(why);
-  entry.time = GarminTimeOfText(Value(column(time)), utc_offset_hours_);
+  const std::string_view time_text = Value(column(time));
+  entry.time = GarminTimeOfText(time_text, utc_offset_hours_);
+  // Only what gives no time is looked at again.
+  if (entry.time == 0 && !TrimBlanks(time_text).empty() && !ParseDateTime(time_text)) NoteUnreadTime();
   entry.new_trk = TruthOf(Value(column(new_trk)));
   if (column(alt) < line_.size()) entry.alt_m = SingleOf(Value(column(alt)));
   if (column(dpth) < line_.size()) entry.dpth_m = SingleOf(Value(column(dpth)));

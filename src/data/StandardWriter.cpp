@@ -70,7 +70,8 @@ std::string LegText(const InternalData& data, int log, int point) {
   const TrackPointEntry& from = data.TrackPointAt(log, point - 1);
   const TrackPointEntry& to = data.TrackPointAt(log, point);
   const double leg_m = SphericalDistance(from.lat_deg, from.lon_deg, to.lat_deg, to.lon_deg) * 1000;
-  return GeneralNumber(std::round(leg_m * 10) / 10);
+  const auto tenths = static_cast<long long>(std::round(leg_m * 10));
+  return PadNumber(tenths / 10, 1) + "." + PadNumber(tenths % 10, 1);
 }
 
 void AppendHeaderLines(std::string& out, std::string_view first_tag, std::string_view second_tag) {

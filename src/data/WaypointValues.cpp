@@ -30,7 +30,8 @@ std::uint16_t SymbolWord(long long smbl) {
 void StoreNumbers(const WaypointValues& values, D103Entry& entry) {
   StorePosition(values, entry);
   entry.unused = 0;
-  entry.smbl = static_cast<std::uint8_t>(std::clamp<long long>(values.smbl, 0, 255));
+  // The symbols of other layouts mean nothing here; the dot does no harm.
+  entry.smbl = static_cast<std::uint8_t>(values.smbl > 0 && values.smbl <= 255 ? values.smbl : 0);
   entry.dspl = values.dspl;
 }
 

@@ -23,19 +23,22 @@ constexpr std::size_t MaxFileBytes = 64U << 20;
 constexpr std::size_t MaxRecords = 32767;
 // A trip around the world in minutes and seconds has no more digits than this.
 constexpr std::size_t MaxAngleText = 64;
+constexpr std::size_t MaxColumnCount = 256;
 
 /// The columns of one line, without their wrapping; columns that the line lacks are empty.
 class Columns {
  public:
   explicit Columns(std::string_view line) {
-    while (true) {
+    while (columns_.size() < MaxColumnCount) {
       const std::size_t tab = line.find('\t');
       columns_.push_back(Unwrapped(line.substr(0, tab)));
       if (tab == std::string_view::npos) return;
       line.remove_prefix(tab + 1);
     }
+    too_many_ = true;
   }
 
+  [[nodiscard]] bool TooMany() const { return too_many_; }
   [[nodiscard]] std::string_view operator[](std::size_t index) const {
     return index < columns_.size() ? std::string_view(columns_[index]) : std::string_view();
   }
@@ -48,6 +51,7 @@ class Columns {
   }
 
   std::vector<std::string> columns_;
+  bool too_many_ = false;
 };
 
 bool IsDigit(char c) {
@@ -113,11 +117,12 @@ std::optional<double> DegreesOfParts(std::string_view text, double seconds_unit)
 }
 
 std::optional<DatumPosition> PositionColumns(const Columns& columns, std::size_t lat_column) {
-  const std::optional<double> lat = DegreesOfNotation(columns[lat_column], columns[1]);
-  const std::optional<double> lon = DegreesOfNotation(columns[lat_column + 1], columns[1]);
+  const std::string notation = UpperCase(columns[1]);
+  const std::optional<double> lat = DegreesOfNotation(columns[lat_column], notation);
+  const std::optional<double> lon = DegreesOfNotation(columns[lat_column + 1], notation);
   const std::string datum = UpperCase(columns[2]);
   if (!lat || !lon || std::abs(*lat) > 90 || std::abs(*lon) > 180) return std::nullopt;
-  if (datum == "WGS84") return DatumPosition{*lat, *lon};
+  if (datum.empty() || datum == "WGS84") return DatumPosition{*lat, *lon};
   if (datum == "TOKYO") return PositionOnWgs84({*lat, *lon});
   return std::nullopt;
 }
@@ -126,10 +131,11 @@ std::optional<HeldWaypoint> WaypointColumns(const Columns& columns) {
   const std::optional<DatumPosition> position = PositionColumns(columns, 4);
   if (!position) return std::nullopt;
   HeldWaypoint waypoint;
-  waypoint.ident = columns[3];
+  // idents and comment, the names of the same texts elsewhere, serve where these are empty.
+  waypoint.ident = columns[3].empty() ? columns[38] : columns[3];
   waypoint.lat_deg = position->lat_deg;
   waypoint.lon_deg = position->lon_deg;
-  waypoint.cmnt = columns[6];
+  waypoint.cmnt = columns[6].empty() ? columns[39] : columns[6];
   waypoint.smbl = OptionalColumn<std::uint16_t>(columns[7]);
   waypoint.dspl = WholeColumn<std::uint8_t>(columns[9]);
   waypoint.dst_m = FloatColumn(columns[11], 0);
@@ -142,7 +148,6 @@ std::optional<HeldWaypoint> WaypointColumns(const Columns& columns) {
   waypoint.dist_m = FloatColumn(columns[35], 0);
   waypoint.state = columns[36];
   waypoint.cc = columns[37];
-  // 38 and 39, idents and comment, have no place in the receiver.
   waypoint.facility = columns[40];
   waypoint.city = columns[41];
   waypoint.addr = columns[42];
@@ -155,13 +160,16 @@ class MemoryFileReader {
   explicit MemoryFileReader(int utc_offset_hours) : utc_offset_hours_(utc_offset_hours) {}
 
   void TakeLine(std::string_view line) {
+    ++line_number_;
     const Columns columns(line);
     const std::string tag = UpperCase(columns[0]);
-    if (tag == "WPT") TakeWaypoint(columns);
-    if (tag == "RTH") TakeRouteHeader(columns);
-    if (tag == "RTP") TakeRoutePoint(columns);
-    if (tag == "TRH") TakeTrackHeader(columns);
-    if (tag == "TRP") TakeTrackPoint(columns);
+    bool taken = !columns.TooMany();
+    if (taken && tag == "WPT") taken = TakeWaypoint(columns);
+    if (taken && tag == "RTH") TakeRouteHeader(columns);
+    if (taken && tag == "RTP") taken = TakeRoutePoint(columns);
+    if (taken && tag == "TRH") TakeTrackHeader(columns);
+    if (taken && tag == "TRP") taken = TakeTrackPoint(columns);
+    if (!taken && UpperCase(columns[1]) != "DEGREETYPE" && ++skipped_ == 1) first_skipped_ = line_number_;
   }
 
   MemoryFileResult Finish() {
@@ -177,12 +185,14 @@ class MemoryFileReader {
     if (std::max({contents_.waypoints.size(), route_records, track_records}) > MaxRecords) {
       return {std::nullopt, "holds more than " + std::to_string(MaxRecords) + " records of a kind"};
     }
-    return {std::move(contents_), {}};
+    return {std::move(contents_), {}, skipped_, first_skipped_};
   }
 
  private:
-  void TakeWaypoint(const Columns& columns) {
-    if (auto waypoint = WaypointColumns(columns)) contents_.waypoints.push_back(std::move(*waypoint));
+  bool TakeWaypoint(const Columns& columns) {
+    auto waypoint = WaypointColumns(columns);
+    if (waypoint) contents_.waypoints.push_back(std::move(*waypoint));
+    return waypoint.has_value();
   }
 
   void TakeRouteHeader(const Columns& columns) {
@@ -193,14 +203,15 @@ class MemoryFileReader {
     route.cmnt = columns[2];
   }
 
-  void TakeRoutePoint(const Columns& columns) {
+  bool TakeRoutePoint(const Columns& columns) {
     auto waypoint = WaypointColumns(columns);
-    if (!waypoint || contents_.routes.empty()) return;
+    if (!waypoint || contents_.routes.empty()) return false;
     HeldRoutePoint& point = contents_.routes.back().points.emplace_back();
     point.waypoint = std::move(*waypoint);
     point.link_class = WholeColumn<std::uint16_t>(columns[44]);
     point.link_subclass = SubclassColumns(columns, 45);
     point.link_ident = columns[63];
+    return true;
   }
 
   void TakeTrackHeader(const Columns& columns) {
@@ -211,9 +222,9 @@ class MemoryFileReader {
     log.trk_ident = columns[4];
   }
 
-  void TakeTrackPoint(const Columns& columns) {
+  bool TakeTrackPoint(const Columns& columns) {
     const std::optional<DatumPosition> position = PositionColumns(columns, 3);
-    if (!position || contents_.track_logs.empty()) return;
+    if (!position || contents_.track_logs.empty()) return false;
     HeldTrackPoint& point = contents_.track_logs.back().points.emplace_back();
     point.lat_deg = position->lat_deg;
     point.lon_deg = position->lon_deg;
@@ -222,10 +233,14 @@ class MemoryFileReader {
     point.new_trk = TrueColumn(columns[6]);
     point.alt_m = FloatColumn(columns[7], UnknownHeight);
     point.dpth_m = FloatColumn(columns[8], UnknownHeight);
+    return true;
   }
 
   int utc_offset_hours_;
   HeldContents contents_;
+  int line_number_ = 0;
+  int skipped_ = 0;
+  int first_skipped_ = 0;
 };
 
 }  // namespace
@@ -250,6 +265,9 @@ MemoryFileResult ParseMemoryFile(std::string_view bytes, int utc_offset_hours) {
     const std::size_t end = rest.find_first_of("\r\n");
     reader.TakeLine(rest.substr(0, end));
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    if (end != std::string_view::npos && text[text.size() - rest.size() - 1] == '\r' && rest.starts_with('\n')) {
+      rest.remove_prefix(1);
+    }
   }
   return reader.Finish();
 }

@@ -1,7 +1,7 @@
 // Reads the standard data file into a receiver's memory.
 //
-// A line is a record, its columns separated by TAB, a column perhaps wrapped as ="...". The first column is the tag,
-// in either case:
+// A line is a record, its columns separated by TAB alone (so that a memory can hold texts with commas), a column
+// perhaps wrapped as ="...". The first column is the tag, in either case:
 //   WPT  DegreeType Datum ident lat lon cmnt smbl (notes) dspl (notes) dst color wpt_class attr subclass*18
 //        alt dpth dist state cc idents comment facility city addr cross_road
 //   RTH  nmbr cmnt rte_wpt_num
@@ -23,6 +23,8 @@ namespace walrim {
 struct MemoryFileResult {
   std::optional<HeldContents> contents;
   std::string problem;
+  int skipped = 0;             ///< lines that were none, header lines apart
+  int first_skipped_line = 0;  ///< number of the first of them, from 1
 };
 
 /// Reads the bytes of a standard file, UTF-8 or code page 932, whose times are local, utc_offset_hours ahead of UTC.

@@ -117,7 +117,10 @@ void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
     WaitFor(descriptors, receiver.NextDue());
     if (descriptors[0].revents != 0) return;
     if (descriptors[1].revents != 0) terminal.TakeClientEvents();
-    if (descriptors[2].revents != 0) receiver.Receive(terminal.Read(), Now());
+    if (descriptors[2].revents != 0) {
+      terminal.TakeClientEvents();  // whoever wrote has opened before
+      receiver.Receive(terminal.Read(), Now());
+    }
     terminal.Write(receiver.Send(Now()));
   }
   terminal.WaitUntilRead(std::chrono::milliseconds(250));
@@ -125,9 +128,13 @@ void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
 
 int Run(const Options& options) {
   const ReceiverModel& model = *FindReceiverModel(options.model);
-  MemoryFileResult memory{DemoContents(model), {}};
+  MemoryFileResult memory{DemoContents(model), {}, 0, 0};
   if (!options.memory_path.empty()) memory = LoadMemoryFile(options.memory_path, options.utc_offset_hours);
   if (!memory.contents) return Refuse(memory.problem);
+  if (memory.skipped > 0) {
+    std::fprintf(stderr, "walrim-receiver: %s: %d lines skipped, the first is line %d\n", options.memory_path.c_str(),
+                 memory.skipped, memory.first_skipped_line);
+  }
   SoftReceiver receiver(model, EncodeMemory(*memory.contents, model), options.baud, options.faults);
 
   const OwnedDescriptor end_signals(EndSignals());

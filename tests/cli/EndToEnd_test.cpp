@@ -110,6 +110,21 @@ INSTANTIATE_TEST_SUITE_P(Models, EveryModel,
                          ::testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
                                            "eMap", "eTrex"));
 
+class DemonstrationData : public EndToEnd, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(DemonstrationData, ComeBackAsTheyWereToo) {
+  const Receiver receiver({"--model", GetParam()});
+  const std::string kinds = "waypoint,route";
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--kinds", kinds}).status, 0);
+  ASSERT_EQ(OnLine("upload", receiver, {Path("a.grc")}).status, 0);
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("b.grc"), "--kinds", kinds}).status, 0);
+  EXPECT_EQ(FileContents(Path("a.grc")), FileContents(Path("b.grc")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, DemonstrationData,
+                         ::testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
+                                           "eMap", "eTrex"));
+
 TEST_F(EndToEnd, InfoPrintsFourLines) {
   const Receiver receiver(WithMemory());
   const Result info = OnLine("info", receiver);

@@ -213,10 +213,37 @@ TEST_F(StandardReaderTest, LinesThatCannotBeMeantAreSkipped) {
   ExpectSkipped("wpt" + std::string(256, ','), "列が多すぎます");
 }
 
-TEST_F(StandardReaderTest, AColumnThatIsNoNumberIsZero) {
-  ReadLines({ShortWaypoint("A", "north", "135x")});
-  EXPECT_EQ(data_.d108[1].lat_deg, 0);
+TEST_F(StandardReaderTest, AColumnThatIsNoNumberIsZeroAndOneThatBeginsWithANumberIsThat) {
+  ReadLines({ShortWaypoint("A", "35", "135x") + "\tC\tsmall\t\t2nd"});
   EXPECT_EQ(data_.d108[1].lon_deg, 135);
+  EXPECT_EQ(data_.d108[1].smbl, 0);
+  EXPECT_EQ(data_.d108[1].dspl, 2);
+}
+
+TEST_F(StandardReaderTest, APositionThatIsNoNumberIsNotTakenForZero) {
+  for (const char* lat : {"north", "N35", "1E+400", ".", "-"}) {
+    ExpectSkipped(ShortWaypoint("A", lat, "135"), "緯度または経度の書き方が不正です");
+  }
+}
+
+TEST_F(StandardReaderTest, AnIdentThatAnOwnCommaCutIsNotTakenForAPosition) {
+  ExpectSkipped("WPT\tD\tWGS84\t=\"A,B\"\t35.5\t139.25", "緯度または経度の書き方が不正です");
+}
+
+TEST_F(StandardReaderTest, ZeroIsAPositionLikeOthers) {
+  ReadLines(
+      {ShortWaypoint("A", "0", "0.0"), "WPT\tMPS\tWGS84\tB\t0/00/01.0\t0/00/00.0", ShortWaypoint("C", "-.5", "0E5")});
+  EXPECT_EQ(data_.WaypointCount, 3);
+  EXPECT_EQ(data_.d108[3].lat_deg, -0.5);
+}
+
+TEST_F(StandardReaderTest, TimesThatAreNoDatesAreTold) {
+  const ImportSummary summary =
+      ReadLines({SomeTrack, "TRP\tD\tWGS84\t35\t135\t15/11/2002 09:00:00\tTRUE",
+                 "TRP\tD\tWGS84\t35\t135\t1989/12/31 09:00:00\tFALSE", "TRP\tD\tWGS84\t35\t135\t\tFALSE"});
+  EXPECT_EQ(summary.track_points, 3);
+  EXPECT_EQ(summary.unread_times, 1);
+  EXPECT_EQ(summary.first_unread_time_line, 2);
 }
 
 TEST_F(StandardReaderTest, PositionsAtTheEdgesAreKept) {

@@ -177,7 +177,7 @@ TEST_F(WaypointConversion, NumbersOutsideTheirFieldsAreKeptInRange) {
   record[dist] = "1E+400";
   for (std::size_t i = 0; i < WaypointTypeCount; ++i)
     RecordToWaypoint(data_, static_cast<WaypointType>(i), 1, record);
-  EXPECT_EQ(data_.d103[1].smbl, 255);
+  EXPECT_EQ(data_.d103[1].smbl, 0);
   EXPECT_EQ(data_.d104[1].smbl, 65535);
   EXPECT_EQ(data_.d107[1].smbl, 70000 & 0xFF);
   EXPECT_EQ(data_.d108[1].smbl, 65535);
@@ -245,7 +245,7 @@ TEST_F(WaypointConversion, ADecodedD108WaypointReachesTheOldTypes) {
   data_.SpreadWaypoint(7, WaypointType::D108);
   EXPECT_EQ(decoded.ident, "summit");
   EXPECT_EQ(data_.d103[7].ident.Padded(), "SUMMIT");
-  EXPECT_EQ(data_.d103[7].smbl, 255);
+  EXPECT_EQ(data_.d103[7].smbl, 0);
   EXPECT_EQ(data_.d104[7].smbl, 8246);
   EXPECT_EQ(data_.d107[7].smbl, 8246 & 0xFF);
   EXPECT_EQ(data_.d107[7].lon_deg, 138.5);

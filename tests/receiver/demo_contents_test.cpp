@@ -9,6 +9,7 @@
 #include "receiver/WireBytes.h"
 #include "text/Cp932.h"
 #include "text/Dates.h"
+#include "text/Utf8.h"
 
 namespace walrim {
 namespace {
@@ -29,6 +30,14 @@ class DemoContentsTest : public testing::TestWithParam<const char*> {
 
 TEST_P(DemoContentsTest, HoldsWaypointsTwoRoutesAndThreeTrackLogs) {
   EXPECT_GE(contents.waypoints.size(), 15U);
+  ASSERT_EQ(contents.routes.size(), 2U);
+  EXPECT_EQ(contents.routes[0].points.size(), 10U);
+  EXPECT_EQ(contents.routes[1].points.size(), 7U);
+  // A receiver's texts come back in upper case after an upload.
+  for (const HeldWaypoint& waypoint : contents.waypoints) {
+    EXPECT_EQ(waypoint.ident, UpperCase(waypoint.ident));
+    EXPECT_EQ(waypoint.cmnt, UpperCase(waypoint.cmnt));
+  }
   ASSERT_EQ(contents.routes.size(), 2U);
   for (const HeldRoute& route : contents.routes) {
     EXPECT_GE(route.points.size(), 7U) << route.cmnt;
