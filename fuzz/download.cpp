@@ -55,7 +55,8 @@ class InputReader {
   }
   /// Bytes behind their number.
   Bytes Counted() {
-    const std::size_t size = std::min<std::size_t>(Byte(), input_.size());
+    const std::size_t wanted = Byte();
+    const std::size_t size = std::min(wanted, input_.size());
     const auto bytes = input_.first(size);
     input_ = input_.subspan(size);
     return {bytes.begin(), bytes.end()};
