@@ -87,8 +87,13 @@ void Garmin::ShowProgress(std::string_view counters, std::int64_t done, std::int
   status_.SetStatus(ProgressText(counters, done, total, Seconds(clock_.Monotonic() - start)));
 }
 
+/// Nonsense in answer to the abort changes nothing of what has come before it.
 void Garmin::SendAbort() {
-  static_cast<void>(ExchangePacket(session.link_pids.Pid_Command_Data, session.device_commands.Cmnd_Abort_Transfer));
+  try {
+    static_cast<void>(ExchangePacket(session.link_pids.Pid_Command_Data, session.device_commands.Cmnd_Abort_Transfer));
+  } catch (const std::out_of_range&) {
+    link_.DrainInput();
+  }
 }
 
 /// Tells the receiver to stop without looking at its answers any more: they have made no sense.

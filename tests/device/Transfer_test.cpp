@@ -403,6 +403,23 @@ TEST_F(TransferTest, SixFramesAtOnceEndTheTransferWithThePortClosed) {
   EXPECT_EQ(receiver.received.back(), Abort);
 }
 
+TEST_F(TransferTest, NonsenseInAnswerToTheClosingAbortLosesNothingThatCame) {
+  Speak("GPS 12 Software");
+  GiveWaypoints(3);
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) {
+    auto answers = answer(wire);
+    if (Unwrapped(wire) == Abort) {
+      for (int i = 0; i < 6; ++i)
+        answers.push_back(answers[0]);
+    }
+    return answers;
+  };
+  EXPECT_EQ(Download(), 3);
+  EXPECT_EQ(data.WaypointCount, 3);
+  EXPECT_FALSE(port.PortOpen());
+}
+
 TEST_F(TransferTest, ALostLineEndsTheTransferAtOnce) {
   Speak("GPS 12 Software");
   GiveWaypoints(3);
