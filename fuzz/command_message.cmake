@@ -1,0 +1,1 @@
+walrim_fuzz(command_message LINK walrim_text)

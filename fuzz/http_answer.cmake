@@ -1,0 +1,1 @@
+walrim_fuzz(http_answer LINK walrim_text)
