@@ -1,5 +1,6 @@
 #include "dialogs/MpsOption.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>

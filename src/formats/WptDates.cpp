@@ -1,0 +1,162 @@
+#include "formats/WptDates.h"
+
+#include <array>
+#include <cstdint>
+
+#include "text/Numbers.h"
+#include "text/Utf8.h"
+
+namespace walrim {
+namespace {
+
+constexpr std::string_view StampWord = "CRTD";
+constexpr std::size_t StampLength = 20;
+constexpr std::string_view StampMonths = "JANFEBMARAPLMAYJUNJLYAUGSEPOCTNOVDEC";
+constexpr std::array<std::string_view, 12> MonthNames{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+void AppendTwo(std::string& out, int value) {
+  out += static_cast<char>('0' + value / 10 % 10);
+  out += static_cast<char>('0' + value % 10);
+}
+
+void AppendDate(std::string& out, const CivilTime& moment) {
+  AppendTwo(out, moment.month);
+  out += '/';
+  AppendTwo(out, moment.day);
+  out += '/';
+  out += PadNumber(moment.year, 4);
+}
+
+void AppendTime(std::string& out, const CivilTime& moment) {
+  AppendTwo(out, moment.hour);
+  out += ':';
+  AppendTwo(out, moment.minute);
+  out += ':';
+  AppendTwo(out, moment.second);
+}
+
+/// Takes one or two digits off the front.
+std::string_view TakeShortNumber(std::string_view& text) {
+  std::size_t count = 0;
+  while (count < 2 && count < text.size() && IsDigit(text[count]))
+    ++count;
+  const std::string_view digits = text.substr(0, count);
+  text.remove_prefix(count);
+  return digits;
+}
+
+bool TakeSlash(std::string_view& text) {
+  if (text.empty() || text.front() != '/') return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+/// 1..12, or 0 for no month.
+int MonthOfStamp(std::string_view name) {
+  const std::string upper = UpperCase(name);
+  if (upper == "APR") return 4;
+  if (upper == "JUL") return 7;
+  const std::size_t at = StampMonths.find(upper);
+  return at == std::string_view::npos || at % 3 != 0 ? 0 : static_cast<int>(at / 3) + 1;
+}
+
+std::optional<int> TwoDigits(std::string_view text, std::size_t at) {
+  if (!IsDigit(text[at]) || !IsDigit(text[at + 1])) return std::nullopt;
+  return (text[at] - '0') * 10 + (text[at + 1] - '0');
+}
+
+std::optional<CivilTime> MomentOfStamp(std::string_view stamp) {
+  const auto hour = TwoDigits(stamp, 5);
+  const auto minute = TwoDigits(stamp, 8);
+  const auto day = TwoDigits(stamp, 11);
+  const int month = MonthOfStamp(stamp.substr(14, 3));
+  const auto year = TwoDigits(stamp, 18);
+  if (!hour || !minute || !day || !year || month == 0) return std::nullopt;
+  const CivilTime moment{*year + (*year < 50 ? 2000 : 1900), month, *day, *hour, *minute, 0};
+  return ParseDateTime(DateTimeText(moment));
+}
+
+}  // namespace
+
+std::string WptDate(const CivilTime& moment) {
+  std::string text;
+  AppendDate(text, moment);
+  return text;
+}
+
+std::string WptTime(const CivilTime& moment) {
+  std::string text;
+  AppendTime(text, moment);
+  return text;
+}
+
+void AppendWptMoment(std::string& out, const CivilTime& moment, char separator) {
+  AppendDate(out, moment);
+  out += separator;
+  AppendTime(out, moment);
+}
+
+std::string StandardMoment(std::string_view date, std::string_view time) {
+  std::string_view rest = TrimBlanks(date);
+  const std::string_view month = TakeShortNumber(rest);
+  const bool month_first = !month.empty() && TakeSlash(rest);
+  const std::string_view day = TakeShortNumber(rest);
+  std::string text;
+  if (month_first && !day.empty() && TakeSlash(rest)) {
+    text.append(rest).append("/").append(month).append("/").append(day);
+  } else {
+    text = date;
+  }
+  return text.append(" ").append(time);
+}
+
+std::optional<CivilTime> ParseWptMoment(std::string_view date, std::string_view time) {
+  return ParseDateTime(StandardMoment(date, time));
+}
+
+bool IsEpochSomewhere(const CivilTime& moment) {
+  constexpr std::int64_t Hour = 3600;
+  const std::int64_t seconds = SecondsSinceGarminEpoch(moment);
+  return seconds % Hour == 0 && seconds >= -24 * Hour && seconds <= 24 * Hour;
+}
+
+CivilTime ShiftedByHours(const CivilTime& moment, int hours) {
+  return CivilFromGarminSeconds(SecondsSinceGarminEpoch(moment) + std::int64_t{hours} * 3600);
+}
+
+std::string CreationStamp(const CivilTime& now) {
+  std::string text(StampWord);
+  text += ' ';
+  text.append(WptTime(now), 0, 5).append(" ");
+  AppendTwo(text, now.day);
+  text.append("-").append(MonthNames.at(static_cast<std::size_t>(now.month - 1))).append("-");
+  AppendTwo(text, now.year % 100);
+  return text;
+}
+
+std::string UpperCreationStamp(const CivilTime& now) {
+  return UpperCase(CreationStamp(now));
+}
+
+std::optional<FoundStamp> FindCreationStamp(std::string_view comment) {
+  const std::size_t at = comment.find(StampWord);
+  if (at == std::string_view::npos || comment.size() - at < StampLength) return std::nullopt;
+  const auto moment = MomentOfStamp(comment.substr(at, StampLength));
+  if (!moment) return std::nullopt;
+  return FoundStamp{at, *moment};
+}
+
+std::string WithShiftedStamp(std::string_view comment, int hours) {
+  std::string text(comment);
+  if (const auto stamp = FindCreationStamp(comment)) {
+    text.replace(stamp->at, StampLength, UpperCreationStamp(ShiftedByHours(stamp->moment, hours)));
+  }
+  return text;
+}
+
+}  // namespace walrim

@@ -1,0 +1,43 @@
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+#include "formats/TrackStatistics.h"
+
+namespace walrim {
+namespace {
+
+TEST(ThousandthsText, HasUpToThreeDecimalsAndNoNeedlessZeros) {
+  EXPECT_EQ(ThousandthsText(0), "0");
+  EXPECT_EQ(ThousandthsText(0.0004), "0");
+  EXPECT_EQ(ThousandthsText(0.0005), ".001");
+  EXPECT_EQ(ThousandthsText(0.5), ".5");
+  EXPECT_EQ(ThousandthsText(4), "4");
+  EXPECT_EQ(ThousandthsText(1234.0625), "1234.063");
+  EXPECT_EQ(ThousandthsText(10.01), "10.01");
+}
+
+TEST(LegKilometres, IsANumberForAnyTwoPoints) {
+  for (const double lat : {-90.0, -45.0, 0.0, 45.0, 90.0}) {
+    for (const double lon : {-180.0, -90.0, 0.0, 90.0, 180.0}) {
+      const double km = LegKilometres(lat, lon, -lat, lon > 0 ? lon - 180 : lon + 180);
+      EXPECT_TRUE(std::isfinite(km)) << lat << " " << lon;
+      EXPECT_LE(km, 20100) << lat << " " << lon;
+    }
+  }
+}
+
+TEST(LogStatistics, LongWalksHaveMoreThanTwoDigitsOfHours) {
+  const std::vector<LoggedPoint> points{{0, 0}, {100 * 3600 + 61, 200}};
+  EXPECT_EQ(LogStatistics(points),
+            " Start[12/31/1989 00:00:00] End[01/04/1990 04:01:01] Total:100:01:01 2tps 200km 2km/hr");
+}
+
+TEST(LogStatistics, EndsWithoutATimeAreLeftOut) {
+  const std::vector<LoggedPoint> points{{std::nullopt, 0}, {3600, 1.5}};
+  EXPECT_EQ(LogStatistics(points), " End[12/31/1989 01:00:00] Total:2tps 1.5km ");
+  EXPECT_EQ(LogStatistics({}), "");
+}
+
+}  // namespace
+}  // namespace walrim
