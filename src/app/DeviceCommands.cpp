@@ -31,6 +31,7 @@ std::string JoinNames(const std::vector<std::string>& names) {
 void WalrimMain::Cancel_Click() {
   cancel_requested_ = true;
   garmin_.session.TransferAborted = true;
+  if (inet_ != nullptr) inet_->Cancel();
 }
 
 ProductInfo WalrimMain::IdentifyDevice() {
@@ -214,7 +215,9 @@ WalrimMain::KindEnd WalrimMain::DownloadKind(DataKind kind) {
   return {false, lost ? Outcome::LinkLost : Outcome::Refused};
 }
 
+/// What the download had to tell stays told behind what follows it by itself.
 void WalrimMain::RunAutoSaveAndCopy() {
+  const std::vector<std::string> of_download = notices_;
   if (controls.AutoSave) {
     controls.DoCheck = controls.DownCheck;
     desktop_.ControlsChanged();
@@ -225,6 +228,9 @@ void WalrimMain::RunAutoSaveAndCopy() {
     desktop_.ControlsChanged();
     Copy_Click();
   }
+  if (of_download.empty() || !(controls.AutoSave || controls.AutoCopy)) return;
+  notices_.insert(notices_.begin(), of_download.begin(), of_download.end());
+  ShowNotices();
 }
 
 // ---- Upload

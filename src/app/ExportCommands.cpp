@@ -6,7 +6,6 @@
 #include "app/BusyGuard.h"
 #include "app/FileStore.h"
 #include "app/WalrimMain.h"
-#include "device/NameTables.h"
 #include "text/Cp932.h"
 #include "text/Numbers.h"
 
@@ -14,15 +13,14 @@ namespace walrim {
 
 namespace {
 
-constexpr std::array<std::string_view, DataKindCount> ExportStatus{"Export Wpt[", "Export Rte[", "Export Trk["};
-/// Records between two turns of the event loop.
-constexpr int RecordsPerYield = 64;
-
 /// "yyyymmdd_hhnnss"
 std::string StampOf(const CivilTime& time) {
   return PadNumber(time.year, 4) + PadNumber(time.month, 2) + PadNumber(time.day, 2) + "_" + PadNumber(time.hour, 2) +
          PadNumber(time.minute, 2) + PadNumber(time.second, 2);
 }
+
+/// Characters of a line that a message quotes.
+constexpr std::size_t LongestQuote = 40;
 
 /// Byte offset of the character with an index.
 std::size_t OffsetOf(std::string_view utf8, std::size_t index) {
@@ -34,25 +32,29 @@ std::size_t OffsetOf(std::string_view utf8, std::size_t index) {
   return offset;
 }
 
-/// A line's number and its beginning, to find the record by.
+std::string CutToCharacters(std::string_view text, std::size_t count) {
+  return std::string(text.substr(0, OffsetOf(text, count)));
+}
+
+/// A standard line's tag and its first text; the beginning of any other line.
+std::string DescribeLine(std::string_view line) {
+  line.remove_prefix(std::min(line.find_first_not_of('\t'), line.size()));
+  const std::size_t tag_end = line.find('\t');
+  const std::size_t value = line.find("=\"");
+  if (tag_end == std::string_view::npos || value == std::string_view::npos) {
+    return "「" + CutToCharacters(line, LongestQuote) + "」";
+  }
+  return std::string(line.substr(0, tag_end)) + "「" +
+         std::string(line.substr(value + 2, line.find('"', value + 2) - value - 2)) + "」";
+}
+
+/// A line's number and what it says, to find the record by.
 std::string DescribeRecord(std::string_view text, std::size_t offset) {
   const auto line_number = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n') + 1;
   std::size_t begin = text.rfind('\n', offset);
   begin = begin == std::string_view::npos ? 0 : begin + 1;
   const std::string_view line = text.substr(begin, text.find('\r', begin) - begin);
-  const std::string tag(line.substr(0, line.find('\t')));
-  const std::size_t value = line.find("=\"");
-  std::string name;
-  if (value != std::string_view::npos) name = line.substr(value + 2, line.find('"', value + 2) - value - 2);
-  return std::to_string(line_number) + "行目の" + tag + "「" + name + "」";
-}
-
-/// Numbers are written without commas, so that one stands inside a text.
-int LinesWithComma(std::string_view text) {
-  int lines = 0;
-  for (std::size_t at = text.find(','); at != std::string_view::npos; at = text.find(',', text.find('\n', at)))
-    ++lines;
-  return lines;
+  return std::to_string(line_number) + "行目の" + DescribeLine(line);
 }
 
 }  // namespace
@@ -77,30 +79,6 @@ bool WalrimMain::SomethingToWrite() {
   return true;
 }
 
-void WalrimMain::AppendStandardText(std::string& text) {
-  StandardWriter writer(data_, AllNameTables(), {controls.DegreeType, controls.Datum, controls.UTCOffsetNum});
-  int written = 0;
-  for (const DataKind kind : AllDataKinds) {
-    if (!controls.DoCheck[IndexOf(kind)] || !loaded_[IndexOf(kind)]) continue;
-    writer.AppendKind(text, kind, controls.WithHeader, [&](DataKind of, int number, int count) {
-      garmin_.Status().SetCaption(std::string(ExportStatus[IndexOf(of)]) + std::to_string(number) + "/" +
-                                  std::to_string(count) + "]");
-      if (++written % RecordsPerYield == 0) event_loop_.Yield();
-    });
-  }
-}
-
-std::string WalrimMain::BuildText() {
-  std::string text;
-  AppendStandardText(text);
-  if (text.empty()) desktop_.ShowMessage("保存するデータがありません．");
-  if (const int lines = LinesWithComma(text); lines > 0) {
-    notices_.push_back("コンマを含む文字列が" + std::to_string(lines) +
-                       "件あります．このファイルを読み込むと，そこで切れます．");
-  }
-  return text;
-}
-
 std::optional<std::string> WalrimMain::EncodeText(const std::string& text) {
   if (controls.Encoding == TextEncoding::Utf8) return text;
   UnencodableCharacter lacking;
@@ -118,13 +96,14 @@ Outcome WalrimMain::FileExport_Click() {
   Outcome outcome = Outcome::Done;
   {
     const BusyGuard guard(busy_);
+    notices_.clear();
     std::string base_name;
     if (controls.AutoFileName) {
       std::error_code error;
       base_name = (std::filesystem::current_path(error) / StampOf(clock_.LocalTime())).string();
     }
     outcome = ExportRoutine(base_name);
-    garmin_.Status().SetCaption("");
+    ShowNotices();
   }
   // Only what was really written may go.
   if (outcome == Outcome::Done && controls.AutoDelete) Delete_Click();
@@ -151,12 +130,13 @@ Outcome WalrimMain::ExportTo(const std::string& path) {
   return outcome;
 }
 
-Outcome WalrimMain::WriteText(const std::string& path, const std::string& text) {
-  if (text.empty()) {
+Outcome WalrimMain::WriteText(const std::string& path, const std::optional<std::string>& text) {
+  if (!text) return Outcome::Refused;
+  if (text->empty()) {
     desktop_.ShowMessage("DatasetがDownLoadされていません．");
     return Outcome::Refused;
   }
-  const auto bytes = EncodeText(text);
+  const auto bytes = EncodeText(*text);
   if (!bytes) return Outcome::Refused;
   if (const auto problem = WriteWholeFile(path, *bytes)) {
     desktop_.ShowMessage(WriteProblemText(path, problem->detail));
@@ -171,14 +151,12 @@ Outcome WalrimMain::Copy_Click() {
   bool copied = false;
   {
     const BusyGuard guard(busy_);
-    const std::string text = BuildText();
-    garmin_.Status().SetCaption("");
-    if (text.empty()) {
-      desktop_.ShowMessage("DatasetがDownLoadされていません．");
-    } else {
-      desktop_.SetClipboardText(text);
-      copied = true;
-    }
+    notices_.clear();
+    const auto text = BuildText();
+    ShowNotices();
+    copied = text && !text->empty();
+    if (copied) desktop_.SetClipboardText(*text);
+    if (text && text->empty()) desktop_.ShowMessage("DatasetがDownLoadされていません．");
   }
   if (copied && controls.AutoDelete) Delete_Click();
   return copied ? Outcome::Done : Outcome::Refused;

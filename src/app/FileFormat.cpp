@@ -44,4 +44,12 @@ FileFormat RecognizeFormat(std::string_view text, std::string_view path) {
   return UpperCase(ending) == "MPS" ? FileFormat::MapServerScript : FileFormat::Unknown;
 }
 
+FileFormat RecognizeText(std::string_view text) {
+  constexpr std::string_view script_title = "//HEADER";
+  const FileFormat format = RecognizeFormat(text, {});
+  if (format != FileFormat::Unknown) return format;
+  return UpperCase(text.substr(0, script_title.size())) == script_title ? FileFormat::MapServerScript
+                                                                        : FileFormat::Unknown;
+}
+
 }  // namespace walrim

@@ -11,4 +11,7 @@ enum class FileFormat { Unknown, Standard, WptPlus, MapServerScript };
 /// map-server script by a path that ends in "mps", in any case.
 [[nodiscard]] FileFormat RecognizeFormat(std::string_view text, std::string_view path);
 
+/// The format of a text without a path: a script begins with its "//Header" line.
+[[nodiscard]] FileFormat RecognizeText(std::string_view text);
+
 }  // namespace walrim

@@ -1,52 +1,271 @@
-// The commands that read data into the data set.
+// The commands that read data into the data set, wherever they come from.
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "app/BusyGuard.h"
 #include "app/FileFormat.h"
 #include "app/FileStore.h"
+#include "app/ImportReport.h"
+#include "app/ImportSource.h"
+#include "app/PrivateFolder.h"
 #include "app/WalrimMain.h"
+#include "device/NameTables.h"
+#include "dialogs/MapPoint.h"
+#include "formats/MpsWpt.h"
+#include "formats/ProAtlas.h"
+#include "text/Numbers.h"
 #include "text/Utf8.h"
 
 namespace walrim {
+
+namespace {
+
+constexpr std::string_view UnsupportedMessage = "未対応のファイルです．";
+
+/// A pasted text's format as the status line names it, and the ending of the file that it passes through.
+struct PastedFormat {
+  std::string_view status;
+  std::string_view extension;
+};
+
+/// The second bracket of WPT+ is full-width, as it always was.
+PastedFormat PastedFormatOf(FileFormat format) {
+  switch (format) {
+    case FileFormat::WptPlus:
+      return {"Import From ClipBoard (Wpt+形式）", ".txt"};
+    case FileFormat::MapServerScript:
+      return {"Import From ClipBoard (MPS形式)", ".mps"};
+    default:
+      return {"Import From ClipBoard (標準形式)", ".grc"};
+  }
+}
+
+/// The ending of a link's path, by which scripts are known; without what follows "?" or "#".
+std::string EndingOfLink(const std::string& link) {
+  const std::string path = link.substr(0, link.find_first_of("?#"));
+  return UpperCase(path).ends_with("MPS") ? ".mps" : ".txt";
+}
+
+std::string ReadProblemText(const std::string& path, const std::string& detail) {
+  return "ファイルを読み込めません：" + path + "（" + detail + "）";
+}
+
+}  // namespace
 
 Outcome WalrimMain::FileImport_Click() {
   if (busy_) return Outcome::Busy;
   const std::string path = desktop_.OpenFileDialog(DialogFilter(OutputTypeOfName(controls.OutputTypeOption)));
   if (path == DialogCancelled) return Outcome::Refused;
+  return ImportFrom(path);
+}
+
+Outcome WalrimMain::ImportFrom(const std::string& path) {
+  if (busy_) return Outcome::Busy;
   garmin_.Status().SetCaption("Import from " + path);
-  const Outcome outcome = ImportFile(path);
-  garmin_.Status().SetCaption("");
+  return EndImport(ImportFile(path));
+}
+
+Outcome WalrimMain::ImportFiles(const std::vector<std::string>& paths) {
+  Outcome outcome = Outcome::Done;
+  ImportResult sum;
+  for (const std::string& path : paths) {
+    const Outcome one = ImportFrom(path);
+    if (one != Outcome::Done) outcome = one;
+    if (one == Outcome::Busy) return one;
+    sum.Add(last_import_);
+  }
+  last_import_ = sum;
+  if (paths.size() > 1) garmin_.Status().SetCaption(ImportReport(sum));
+  return outcome;
+}
+
+Outcome WalrimMain::EndImport(Outcome outcome) {
+  garmin_.Status().SetCaption(outcome == Outcome::Done ? ImportReport(last_import_) : "");
   return outcome;
 }
 
 Outcome WalrimMain::ImportFile(const std::string& path) {
   if (busy_) return Outcome::Busy;
-  if (path.empty()) return Outcome::Done;
   const BusyGuard guard(busy_);
   last_import_ = {};
+  return path.empty() ? Outcome::Done : ReadFileIn(path);
+}
+
+Outcome WalrimMain::ReadFileIn(const std::string& path) {
   FileProblem problem;
   auto bytes = ReadWholeFile(path, &problem);
   if (!bytes) {
-    desktop_.ShowMessage("ファイルを読み込めません：" + path + "（" + problem.detail + "）");
+    desktop_.ShowMessage(ReadProblemText(path, problem.detail));
     return Outcome::Refused;
   }
   const std::string text = DecodeOwnedText(std::move(*bytes));
-  if (RecognizeFormat(text, path) != FileFormat::Standard) {
-    desktop_.ShowMessage("未対応のファイルです．");
+  // Standard input has no name that could tell a script.
+  const FileFormat format = path == "-" ? RecognizeText(text) : RecognizeFormat(text, path);
+  if (format == FileFormat::Unknown) {
+    desktop_.ShowMessage(UnsupportedMessage);
     return Outcome::Refused;
   }
-  StandardReader reader(data_, controls.UTCOffsetNum);
-  reader.ReadText(text);
-  last_import_ = reader.Summary();
-  ShowCounters(last_import_);
+  ReadTextIn(text, format);
   return Outcome::Done;
+}
+
+void WalrimMain::ReadTextIn(const std::string& text, FileFormat format) {
+  if (format == FileFormat::Standard) {
+    StandardReader reader(data_, controls.UTCOffsetNum);
+    reader.ReadText(text);
+    last_import_.summary = reader.Summary();
+  } else if (format == FileFormat::WptPlus) {
+    ReadWptIn(text);
+  } else {
+    const Conversion wpt = ConvertScriptToWpt(text);
+    ReadWptIn(wpt.text);
+    last_import_.skipped_statements = wpt.skipped;
+  }
+  ShowCounters(last_import_.summary);
+}
+
+void WalrimMain::ReadWptIn(const std::string& text) {
+  WptReader reader(data_, controls.UTCOffsetNum);
+  reader.ReadText(text);
+  last_import_.summary = reader.Summary();
+  last_import_.messages = reader.Messages();
 }
 
 void WalrimMain::ShowCounters(const ImportSummary& summary) {
   for (const DataKind kind : AllDataKinds) {
     if (summary.Received(kind)) SetGpsNum(kind, std::to_string(data_.Count(kind)));
   }
+}
+
+// ---- Texts and links
+
+Outcome WalrimMain::Paste_Click() {
+  if (busy_) return Outcome::Busy;
+  return ImportText(desktop_.ClipboardText(), "Clip From URL=");
+}
+
+Outcome WalrimMain::ImportTyped(const std::string& text) {
+  if (busy_) return Outcome::Busy;
+  return ImportText(text, "Import from ");
+}
+
+Outcome WalrimMain::TakeDrop(const std::vector<std::string>& paths, const std::string& text) {
+  if (busy_) return Outcome::Busy;
+  const Outcome outcome = paths.empty() ? ImportText(text, "Import from ") : ImportFiles(paths);
+  if (outcome != Outcome::Done || !controls.AutoUpload) return outcome;
+  return UploadImported();
+}
+
+Outcome WalrimMain::ImportText(const std::string& text, std::string_view link_status) {
+  const ImportLink link = LinkOf(text);
+  switch (link.scheme) {
+    case LinkScheme::None:
+      return ImportPlainText(text);
+    case LinkScheme::Ftp:
+      desktop_.ShowMessage(FtpRefusal);
+      return Outcome::Refused;
+    case LinkScheme::File:
+      garmin_.Status().SetCaption(std::string(link_status) + link.link);
+      return EndImport(ImportFileLink(link.link));
+    case LinkScheme::Http:
+    case LinkScheme::Https:
+      break;
+  }
+  garmin_.Status().SetCaption(std::string(link_status) + link.link);
+  return EndImport(FetchLink(link.link));
+}
+
+Outcome WalrimMain::ImportFileLink(const std::string& link) {
+  const LocalPath path = LocalPathOf(link, static_cast<char>(std::filesystem::path::preferred_separator));
+  if (!path.refusal.empty()) {
+    desktop_.ShowMessage(path.refusal);
+    return Outcome::Refused;
+  }
+  return ImportFile(path.path);
+}
+
+/// The answer passes through a temporary file, as everything that is read does.
+Outcome WalrimMain::FetchLink(const std::string& link) {
+  if (inet_ == nullptr) {
+    desktop_.ShowMessage(UnsupportedMessage);
+    return Outcome::Refused;
+  }
+  const BusyGuard guard(busy_);
+  last_import_ = {};
+  cancel_requested_ = false;
+  controls.CancelEnabled = true;
+  desktop_.ControlsChanged();
+  const InetResult answer = inet_->OpenUrl(link);
+  controls.CancelEnabled = false;
+  desktop_.ControlsChanged();
+  cancel_requested_ = false;
+  if (answer.cancelled) return Outcome::Cancelled;
+  if (!answer.Ok()) {
+    desktop_.ShowMessage(answer.error);
+    return Outcome::Refused;
+  }
+  return ReadThroughFile("TempLink" + EndingOfLink(link), answer.bytes);
+}
+
+Outcome WalrimMain::ReadThroughFile(const std::string& name, const std::string& bytes) {
+  const PrivateFolder folder;
+  std::string problem = folder.Problem();
+  if (problem.empty()) {
+    if (const auto failed = WriteWholeFile(folder.File(name), bytes)) problem = failed->detail;
+  }
+  if (!problem.empty()) {
+    desktop_.ShowMessage(WriteProblemText(name, problem));
+    return Outcome::Refused;
+  }
+  return ReadFileIn(folder.File(name));
+}
+
+Outcome WalrimMain::ImportPlainText(const std::string& text) {
+  const FileFormat format = RecognizeText(text);
+  if (format == FileFormat::Unknown) return ImportPoint(text);
+  const PastedFormat pasted = PastedFormatOf(format);
+  garmin_.Status().SetCaption(pasted.status);
+  const BusyGuard guard(busy_);
+  last_import_ = {};
+  return EndImport(ReadThroughFile("TempClip" + std::string(pasted.extension), text));
+}
+
+// ---- A point from a map
+
+Outcome WalrimMain::ImportPoint(const std::string& text) {
+  const auto point = RecognizeMapPoint(text);
+  if (!point || dialogs_ == nullptr) {
+    desktop_.ShowMessage(UnsupportedMessage);
+    return Outcome::Refused;
+  }
+  clip_.SetNames(NameTablesFor(data_.CurrentWaypointType));
+  clip_.SetClip("", ShortestNumber(point->lat_deg), ShortestNumber(point->lon_deg), point->datum, point->ident,
+                point->cmnt);
+  const BusyGuard guard(busy_);
+  last_import_ = {};
+  const auto waypoint = dialogs_->ShowClipProAtlas(clip_);
+  if (!waypoint) return Outcome::Cancelled;
+  if (RetClip(*waypoint) <= 0) return Outcome::Refused;
+  last_import_.summary.stored[IndexOf(DataKind::Waypoint)] = 1;
+  return Outcome::Done;
+}
+
+int WalrimMain::RetClip(const ClipWaypoint& clip) {
+  WaypointRecord record;
+  record[WaypointField::ident] = clip.ident;
+  record[WaypointField::lat] = ShortestNumber(clip.lat_deg);
+  record[WaypointField::lon] = ShortestNumber(clip.lon_deg);
+  record[WaypointField::cmnt] = clip.cmnt;
+  record[WaypointField::smbl] = std::to_string(clip.smbl);
+  record[WaypointField::dspl] = std::to_string(clip.dspl);
+  const int slot = data_.AddWaypoint(record);
+  if (slot > 0) {
+    SetGpsNum(DataKind::Waypoint, std::to_string(data_.Count(DataKind::Waypoint)));
+  } else {
+    desktop_.ShowMessage(CapacityMessage(DataKind::Waypoint));
+  }
+  return slot;
 }
 
 }  // namespace walrim

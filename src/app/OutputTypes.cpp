@@ -9,9 +9,9 @@ namespace walrim {
 namespace {
 
 constexpr OutputType Types[] = {
-    {"標準", "grc", "標準ファイル (*.grc)|*.grc|", true},
-    {"WPT+", "txt", "WPT+ファイル (*.txt)|*.txt|", false},
-    {"MPS", "mps", "MPSファイル (*.mps)|*.mps|", false},
+    {"標準", "grc", "標準ファイル (*.grc)|*.grc|"},
+    {"WPT+", "txt", "WPT+ファイル (*.txt)|*.txt|"},
+    {"MPS", "mps", "MPSファイル (*.mps)|*.mps|"},
 };
 
 template <typename Matches>

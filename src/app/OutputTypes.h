@@ -11,7 +11,6 @@ struct OutputType {
   std::string_view name;       ///< as OutputTypeOption shows it
   std::string_view extension;  ///< of its files, without the point
   std::string_view filter;     ///< entry of the file dialogs' filter
-  bool available;              ///< false: known, but not written or read yet
 };
 
 /// All output types in the order of OutputTypeOption.

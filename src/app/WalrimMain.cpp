@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/BusyGuard.h"
+#include "device/NameTables.h"
 #include "text/Numbers.h"
 
 namespace walrim {
@@ -24,11 +25,22 @@ std::string WindowTitle() {
          ")－ハンディGPS(GARMIN社)用データローダー";
 }
 
-WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop)
-    : clock_(clock), event_loop_(event_loop), desktop_(desktop), garmin_(data_, port, clock, event_loop, desktop) {}
+WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop, Dialogs* dialogs,
+                       Inet* inet)
+    : clock_(clock),
+      event_loop_(event_loop),
+      desktop_(desktop),
+      dialogs_(dialogs),
+      inet_(inet),
+      clip_(NameTablesFor(WaypointType::D108)),
+      garmin_(data_, port, clock, event_loop, desktop) {}
 
 std::vector<std::string> WalrimMain::TakeNotices() {
   return std::exchange(notices_, {});
+}
+
+std::string CapacityMessage(DataKind kind) {
+  return "(" + std::string(DataKindName(kind)) + ")内部データ容量の限界です．";
 }
 
 void WalrimMain::SetGpsNum(DataKind kind, const std::string& text) {
@@ -46,7 +58,7 @@ void WalrimMain::GpsNum_Change(DataKind kind) {
   if (capacity_warned_[k] || data_.Count(kind) < Limits[k]) return;
   capacity_warned_[k] = true;
   controls.DataTypeBackColor[k] = FullBackColor;
-  desktop_.ShowMessage("(" + std::string(DataKindName(kind)) + ")内部データ容量の限界です．");
+  desktop_.ShowMessage(CapacityMessage(kind));
 }
 
 void WalrimMain::EmptyKind(DataKind kind) {

@@ -57,12 +57,7 @@ struct Parser {
   CLI::App& Add(const char* name, const char* help, CliCommand command);
   void Finish();
 
-  // Accepted for the map-server script, which takes them up when that type is written.
-  int mps_utc_offset = 0;
-  std::string mps_origin;
-  std::string mps_destination;
   bool mps_descending = false;
-  int mps_step = 1;
 };
 
 Parser::Parser() {
@@ -156,17 +151,26 @@ void Parser::AddWriting(CLI::App& command) {
       ->transform(CLI::IsMember({"sjis", "utf8"}, CLI::ignore_case));
   command.add_flag("--force", arguments.force, "Replace an existing file");
 
-  command.add_option("--mps-utc-offset", mps_utc_offset, "Map-server script: hours added to times")->type_name("H");
-  command.add_option("--mps-origin", mps_origin, "Map-server script: label of a route's first point")
+  command
+      .add_option("--mps-utc-offset", arguments.mps_options.utc_offset_hours, "Map-server script: hours added to times")
+      ->type_name("H");
+  command
+      .add_option("--mps-origin", arguments.mps_options.origin_name,
+                  "Map-server script: label of a route's first point")
       ->type_name("NAME");
-  command.add_option("--mps-destination", mps_destination, "Map-server script: label of a route's last point")
+  command
+      .add_option("--mps-destination", arguments.mps_options.destination_name,
+                  "Map-server script: label of a route's last point")
       ->type_name("NAME");
   command.add_flag("--mps-descending", mps_descending, "Map-server script: number route points downwards");
-  command.add_option("--mps-step", mps_step, "Map-server script: step between track points")->type_name("N");
+  command
+      .add_option("--mps-step", arguments.mps_options.track_log_step, "Map-server script: step between track points")
+      ->type_name("N");
 }
 
 void Parser::Finish() {
   arguments.encoding = encoding == "utf8" ? TextEncoding::Utf8 : TextEncoding::ShiftJis;
+  arguments.mps_options.numbering_down = mps_descending ? 1 : 0;
   if (kind_words.empty()) return;
   arguments.kinds.fill(false);
   for (const std::string& word : kind_words) {

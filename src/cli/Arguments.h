@@ -36,6 +36,7 @@ struct Arguments {
   bool quiet = false;
   float pacing_factor = 1.0F;
   std::string trace_path;  ///< empty: no trace
+  MpsOptions mps_options;
 };
 
 /// What reading the command line gave: arguments to run, or a status to exit with at once (help, version and errors

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "app/FileStore.h"
+#include "app/ImportReport.h"
 #include "app/PortSwitch.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TraceFile.h"
@@ -62,6 +63,7 @@ class Terminal {
     controls.Datum = arguments.datum;
     controls.UTCOffsetNum = arguments.utc_offset_hours;
     controls.WithHeader = arguments.with_header;
+    controls.MpsOption = arguments.mps_options;
     controls.Encoding = arguments.encoding;
     main_.Device().session.pacing_factor = arguments.pacing_factor;
   }
@@ -173,10 +175,6 @@ bool Terminal::OutputUsable() {
     if (!extension.empty()) extension.erase(0, 1);
   }
   const OutputType& type = OutputTypeOfExtension(extension);
-  if (!type.available) {
-    Message("出力形式" + std::string(type.name) + "（" + std::string(type.extension) + "）にはまだ対応していません．");
-    return false;
-  }
   main_.controls.OutputTypeOption = type.name;
   if (path == StandardStream) return true;
   if (FileExists(path) && !desktop_.AskOkCancel(OverwriteQuestion(path))) return false;
@@ -188,10 +186,10 @@ bool Terminal::OutputUsable() {
 }
 
 ExitStatus Terminal::WriteStandardOutput() {
-  const std::string text = main_.BuildText();
+  const auto text = main_.BuildText();
   desktop_.SetStatusCaption("");
-  if (text.empty()) return ExitStatus::Refused;
-  const auto bytes = main_.EncodeText(text);
+  if (!text || text->empty()) return ExitStatus::Refused;
+  const auto bytes = main_.EncodeText(*text);
   return bytes && PrintOut(*bytes) ? ExitStatus::Done : ExitStatus::Refused;
 }
 
@@ -216,19 +214,8 @@ ExitStatus Terminal::Download() {
 }
 
 void Terminal::ReportImport(const std::string& path) {
-  const ImportSummary& summary = main_.LastImport();
-  if (summary.skipped > 0) {
-    Message(path + "：" + std::to_string(summary.skipped) + "行を読み飛ばしました（最初は" +
-            std::to_string(summary.first_skipped_line) + "行目：" + summary.first_skipped_why + "）");
-  }
-  if (summary.overfull > 0) {
-    Message(path + "：" + std::to_string(summary.overfull) + "行で列が多すぎます（最初は" +
-            std::to_string(summary.first_overfull_line) + "行目）．文字列の中のコンマで切れている可能性があります．");
-  }
-  if (summary.unread_times > 0) {
-    Message(path + "：" + std::to_string(summary.unread_times) + "点の日時が読めません（最初は" +
-            std::to_string(summary.first_unread_time_line) + "行目）．時刻なしとして取り込みました．");
-  }
+  for (const std::string& complaint : ImportComplaints(main_.LastImport()))
+    Message(std::string(path).append("：").append(complaint));
 }
 
 bool Terminal::ImportFiles() {

@@ -34,6 +34,7 @@ class TerminalDesktop : public Desktop {
   [[nodiscard]] std::string ClipboardText() override;
   void SetStatusCaption(std::string_view text) override;
   [[nodiscard]] std::string StatusCaption() const override { return status_; }
+  void SetProgress(std::int64_t /*done*/, std::int64_t /*total*/) override {}  // the status text tells it
   void ControlsChanged() override {}
 
   /// Lets the status that stands on the terminal's line stay there.

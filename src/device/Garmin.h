@@ -122,6 +122,7 @@ class Garmin {
   void NoteFirstAnswer(const PacketReply& reply);
   void ShowDataLoss();
   void ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total, std::chrono::nanoseconds start);
+  void EndProgress();
 
   InternalData& data_;
   const Clock& clock_;

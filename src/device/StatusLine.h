@@ -1,6 +1,7 @@
 // The status line as the transfers use it: progress is shown behind the text that stood there before.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,8 @@ class StatusLine {
   void SetStatus(std::string_view text);
   /// Shows a text alone; the saved text stays.
   void SetCaption(std::string_view text) { desktop_.SetStatusCaption(text); }
+  /// Shows how far an operation has come; a total of 0 ends that.
+  void SetProgress(std::int64_t done, std::int64_t total) { desktop_.SetProgress(done, total); }
 
  private:
   Desktop& desktop_;

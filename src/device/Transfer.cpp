@@ -85,6 +85,12 @@ void Garmin::ShowDataLoss() {
 void Garmin::ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total,
                           std::chrono::nanoseconds start) {
   status_.SetStatus(ProgressText(counters, done, total, Seconds(clock_.Monotonic() - start)));
+  status_.SetProgress(done, total);
+}
+
+void Garmin::EndProgress() {
+  status_.SetStatus("POP");
+  status_.SetProgress(0, 0);
 }
 
 /// Nonsense in answer to the abort changes nothing of what has come before it.
@@ -148,11 +154,11 @@ std::int32_t Garmin::ReceiveRecords(const DownloadPlan& plan) {
   try {
     last_status = ReceiveLoop(plan, data_lost);
   } catch (const std::exception&) {
-    status_.SetStatus("POP");
+    EndProgress();
     AbandonTransfer();
     throw;
   }
-  status_.SetStatus("POP");
+  EndProgress();
   if (!session.TransferAborted) {
     if (!plan.complete()) data_lost = true;
     if (data_lost) ShowDataLoss();
@@ -252,11 +258,11 @@ std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const st
   try {
     last_status = SendRecords(steps, progress_base);
   } catch (const std::exception&) {
-    status_.SetStatus("POP");
+    EndProgress();
     AbandonTransfer();
     throw;
   }
-  status_.SetStatus("POP");
+  EndProgress();
   if (session.TransferAborted) {
     SendAbort();
     return last_status == ReceiveTimeout ? TransferTimedOut : TransferGivenUp;

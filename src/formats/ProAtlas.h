@@ -18,7 +18,9 @@ inline constexpr std::string_view ScriptTemplateVersion = "1.2";
 
 struct Conversion {
   std::string text;
-  int skipped = 0;       ///< lines or statements that were left out: no position on the globe, an unknown datum, no end
+  /// Lines or statements that were left out: no position on the globe, an unknown datum, no end, or behind the end of
+  /// another statement on the same line.
+  int skipped = 0;
   int cut = 0;           ///< WPT+ lines that lost their tail behind a comma
   MessageList messages;  ///< about unknown WPT+ commands
 };

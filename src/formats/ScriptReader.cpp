@@ -30,6 +30,13 @@ ScriptTheme FindTheme(std::string_view script) {
   return {};
 }
 
+/// True where more than a remark stands on a statement's line behind its end. That is not read.
+bool HasTail(std::string_view text) {
+  text.remove_prefix(std::min(text.find(';'), text.size()));
+  text.remove_prefix(std::min(text.find_first_not_of("; \t"), text.size()));
+  return !text.empty() && !text.starts_with("//");
+}
+
 /// Takes the next item off a comma list.
 std::string_view TakeListItem(std::string_view& list) {
   const std::size_t comma = std::min(list.find(','), list.size());
@@ -199,7 +206,9 @@ Conversion ConvertScriptToWpt(std::string_view script, const ConversionProgress&
   StatementSplitter statements(script);
   int count = 0;
   for (std::string text; statements.Next(text);) {
-    if (const auto statement = ParseStatement(text)) reader.TakeStatement(*statement);
+    const auto statement = ParseStatement(text);
+    if (statement) reader.TakeStatement(*statement);
+    if (HasTail(text) && !(statement && statement->keyword == "comment")) ++result.skipped;
     if (progress && ++count % StatementsPerProgress == 0) progress(statements.Offset(), script.size());
   }
   reader.CloseLog();

@@ -34,8 +34,8 @@ struct Statement {
 
 /// The inverse of BuildStatement, for a text whose lines were joined by StatementSplitter or still have their ends.
 /// Ends at the first ";". Keywords are read in any case. In a statement that is laid out as BuildStatement does it, a
-/// key stands behind TABs; in any other, behind any comma, so that a value must not look like a key there.
-/// Nothing for an unknown keyword.
+/// key stands behind TABs; in any other, behind any comma, so that a value must not look like a key there. So it does
+/// in a point or line that would have no key but its first. Nothing for an unknown keyword.
 [[nodiscard]] std::optional<Statement> ParseStatement(std::string_view text);
 
 /// Cuts a script into statements: empty lines and those that begin with "//" are passed over, the others joined up to

@@ -31,13 +31,15 @@ class ItemScan {
  public:
   ItemScan(const StatementRow& row, bool strict, Statement& to) : row_(row), strict_(strict), to_(to) {}
 
-  void Run(std::string_view body) {
+  /// Gives how many keys it found.
+  std::ptrdiff_t Run(std::string_view body) {
     body_ = body;
     Visit(0, 0);
     for (std::size_t at = body.find_first_of(",\n"); at != std::string_view::npos;
          at = body.find_first_of(",\n", at + 1))
       Visit(at, at + 1);
     Close(body.size());
+    return std::count(seen_.begin(), seen_.end(), true);
   }
 
  private:
@@ -141,7 +143,11 @@ std::optional<Statement> ParseStatement(std::string_view text) {
   const std::string_view body = text.substr(std::min(keyword_size + 1, text.size()));
   if (row->layout == StatementLayout::MapServer) return ParseMapServer(body);
   Statement statement{row->keyword, {}};
-  ItemScan(*row, strict, statement).Run(body);
+  // A point or line is never built with its number alone: then its keys stand behind commas in spite of its TABs.
+  if (ItemScan(*row, strict, statement).Run(body) < 2 && strict && row->first_always && !row->keys[1].empty()) {
+    statement = {row->keyword, {}};
+    ItemScan(*row, false, statement).Run(body);
+  }
   return statement;
 }
 

@@ -1,6 +1,7 @@
 // Whoever runs the program: a window, a terminal, or a test that records.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,9 @@ class Desktop {
   /// The status line's text (its Caption); empty clears it.
   virtual void SetStatusCaption(std::string_view text) = 0;
   [[nodiscard]] virtual std::string StatusCaption() const = 0;
+
+  /// How far the running operation has come: done of total steps; a total of 0 ends the showing.
+  virtual void SetProgress(std::int64_t done, std::int64_t total) = 0;
 
   /// A control's value, background or enabled state was changed by the program.
   virtual void ControlsChanged() = 0;

@@ -203,7 +203,7 @@ TEST_F(FilesTest, ImportReadsWhatExportWrote) {
   EXPECT_EQ(main.controls.GpsNum[0], "1");
   EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
   EXPECT_EQ(main.Data().d108[1].ident, "高尾");
-  EXPECT_EQ(desktop.caption, "");
+  EXPECT_EQ(desktop.caption, "取り込み：Waypoint 1，Route 0，TrackLog 0．");
 }
 
 TEST_F(FilesTest, ImportAppendsAndShowsAllThatIsHeld) {

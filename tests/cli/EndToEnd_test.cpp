@@ -407,16 +407,6 @@ TEST_F(EndToEnd, NothingToStoreOrWriteIsARefusal) {
   EXPECT_EQ(folder.Names().size(), 4U);
 }
 
-TEST_F(EndToEnd, TypesThatAreNotWrittenYetAreRefusedClearly) {
-  PutFile(Path("1.grc"), "WPT\tD\tWGS84\tONE\t35\t139\r\n");
-  for (const char* type : {"txt", "mps"}) {
-    const Result convert = Run({"convert", Path("1.grc"), "-o", Path("a.grc"), "--type", type});
-    EXPECT_EQ(convert.status, 1);
-    EXPECT_TRUE(convert.Said("にはまだ対応していません．"));
-  }
-  EXPECT_EQ(Run({"convert", Path("1.grc"), "-o", Path("a.txt")}).status, 1);
-}
-
 TEST_F(EndToEnd, ACharacterThatShiftJisLacksIsNamedAndNothingIsWritten) {
   PutFile(Path("1.grc"), "WPT\tD\tWGS84\tCAFé\t35\t139\r\n");
   const Result convert = Run({"convert", Path("1.grc"), "-o", Path("a.grc")});

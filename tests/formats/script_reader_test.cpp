@@ -100,6 +100,23 @@ TEST(ScriptReader, StatementsThatGiveNothingAreCounted) {
   EXPECT_EQ(result.text, Lines({ScriptDatum, "TP,D, 34, 135,12/31/1989,00:00:00,1"}));
 }
 
+TEST(ScriptReader, WhatStandsBehindAStatementOnItsLineIsCountedButNotARemark) {
+  const Conversion result = ConvertScriptToWpt(
+      "point oid=1,pos=34/0/0,135/0/0;point oid=2,pos=34/0/0,135/0/0; line oid=3;\n"
+      "point oid=4,pos=34/0/0,135/0/0; // hut;\n"
+      "point oid=5,\npos=34/0/0,135/0/0;\t\n"
+      "theme str=a;b\n");
+  EXPECT_EQ(result.skipped, 2);
+  EXPECT_EQ(std::count(result.text.begin(), result.text.end(), '\n'), 4);
+}
+
+TEST(ScriptReader, APointIndentedByTabsMayHaveItsKeysBehindCommas) {
+  const std::string point = Lines({ScriptDatum, "WP,D,hut, 34.5, 135.25,12/31/1989,00:00:00,open"});
+  EXPECT_EQ(Back("\t\tpoint\toid=4, gid=9,pos=34/30/0,135/15/0,str=hut,info=open;\r\n"), point);
+  EXPECT_EQ(Back("\t\tpoint\toid=4\r\n    gid=9\r\n    pos=34/30/0,135/15/0\r\n    str=hut\r\n    info=open;\r\n"),
+            point);
+}
+
 TEST(ScriptReader, ALogGivesNoMorePointsThanCanBeStored) {
   std::string pos;
   for (int i = 0; i < MaxTrackPoints + 10; ++i)

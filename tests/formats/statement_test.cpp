@@ -142,6 +142,15 @@ TEST(ParseStatement, ItemsOnOneLineAreReadByTheirCommas) {
   EXPECT_EQ(statement->Value("info"), "a, b");
 }
 
+TEST(ParseStatement, IndentedByTabsAStatementOnOneLineIsReadByItsCommasToo) {
+  const auto statement = ParseStatement("\t\tpoint\toid=1,gid=9,pos=34/1/2,135/3/4;");
+  ASSERT_TRUE(statement);
+  EXPECT_EQ(statement->Value("oid"), "1");
+  EXPECT_EQ(statement->Value("gid"), "9");
+  EXPECT_EQ(statement->Value("pos"), "34/1/2,135/3/4");
+  EXPECT_EQ(ThereAndBack("message", {"a, url=b"}).Value("str"), "a, url=b");
+}
+
 TEST(ParseStatement, WhatIsNoneGivesNothing) {
   for (const char* text : {"", ";", "xyz a=b;", "comment", "pointoid=1;", "\t\t;", ",,,"})
     EXPECT_FALSE(ParseStatement(text)) << text;

@@ -17,6 +17,7 @@
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/EventLoop.h"
+#include "platform/Inet.h"
 #include "platform/SerialPort.h"
 
 namespace walrim {
@@ -71,6 +72,7 @@ class RecordingDesktop : public Desktop {
     captions.emplace_back(text);
   }
   [[nodiscard]] std::string StatusCaption() const override { return caption; }
+  void SetProgress(std::int64_t done, std::int64_t total) override { progress.emplace_back(done, total); }
   void ControlsChanged() override { ++changes; }
 
   [[nodiscard]] bool Showed(std::string_view text) const {
@@ -87,7 +89,26 @@ class RecordingDesktop : public Desktop {
   std::vector<std::string> questions;
   std::vector<std::string> filters;
   std::vector<std::string> captions;
+  std::vector<std::pair<std::int64_t, std::int64_t>> progress;
   int changes = 0;
+};
+
+/// Links that answer what they are told to.
+class FakeInet : public Inet {
+ public:
+  [[nodiscard]] InetResult OpenUrl(std::string_view link) override {
+    links.emplace_back(link);
+    if (on_open) on_open();
+    return std::exchange(cancelled_, false) ? InetResult{"", "", true} : answer;
+  }
+  void Cancel() override { cancelled_ = true; }
+
+  InetResult answer;
+  std::vector<std::string> links;
+  std::function<void()> on_open;  ///< runs while a link is read
+
+ private:
+  bool cancelled_ = false;
 };
 
 /// A line whose other end is a function: it gets every frame that was sent, as its bytes on the wire, and says what

@@ -1,0 +1,22 @@
+// The program's own dialogs, as whoever runs it shows them.
+#pragma once
+
+#include "data/MpsOptions.h"
+#include "dialogs/ClipProAtlas.h"
+
+namespace walrim {
+
+/// Both are modal.
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  /// Lets the user adjust the settings of a script. False when the script is not wanted after all; then they are as
+  /// they were.
+  [[nodiscard]] virtual bool ShowMpsOption(MpsOptions& options) = 0;
+
+  /// Lets the user complete a point that the dialog was opened for; nothing when it was cancelled.
+  [[nodiscard]] virtual std::optional<ClipWaypoint> ShowClipProAtlas(ClipProAtlas& clip) = 0;
+};
+
+}  // namespace walrim

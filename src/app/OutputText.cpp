@@ -1,0 +1,160 @@
+// The texts that export and copy write, one way for each output type.
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "app/FileStore.h"
+#include "app/PrivateFolder.h"
+#include "app/SouthAndWest.h"
+#include "app/WalrimMain.h"
+#include "device/NameTables.h"
+#include "formats/MpsWpt.h"
+#include "formats/ProAtlas.h"
+
+namespace walrim {
+
+namespace {
+
+constexpr std::array<std::string_view, DataKindCount> ExportStatus{"Export Wpt[", "Export Rte[", "Export Trk["};
+/// Records between two turns of the event loop.
+constexpr int RecordsPerYield = 64;
+
+/// Standard lines write numbers without commas, so that one stands inside a text.
+int LinesWithComma(std::string_view text) {
+  int lines = 0;
+  for (std::size_t at = text.find(','); at != std::string_view::npos; at = text.find(',', text.find('\n', at)))
+    ++lines;
+  return lines;
+}
+
+/// Commas of a WPT+ line whose last field holds none.
+std::ptrdiff_t CommasOf(std::string_view line) {
+  if (line.starts_with("RN")) return 2;
+  return line.starts_with("TP") ? 6 : 7;
+}
+
+/// WPT+ lines with more commas than fields.
+int WptLinesWithComma(std::string_view text) {
+  int lines = 0;
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = std::min(text.find('\n', begin), text.size());
+    const std::string_view line = text.substr(begin, end - begin);
+    if (std::count(line.begin(), line.end(), ',') > CommasOf(line)) ++lines;
+    begin = end + 1;
+  }
+  return lines;
+}
+
+}  // namespace
+
+std::array<bool, DataKindCount> WalrimMain::WantedKinds() const {
+  std::array<bool, DataKindCount> wanted{};
+  for (std::size_t k = 0; k < DataKindCount; ++k)
+    wanted[k] = controls.DoCheck[k] && loaded_[k];
+  return wanted;
+}
+
+TextSettings WalrimMain::OutputSettings() const {
+  return {controls.DegreeType, controls.Datum, controls.UTCOffsetNum};
+}
+
+StandardWriter::Progress WalrimMain::ExportProgress() {
+  return [this, written = 0](DataKind kind, int number, int count) mutable {
+    garmin_.Status().SetCaption(std::string(ExportStatus[IndexOf(kind)]) + std::to_string(number) + "/" +
+                                std::to_string(count) + "]");
+    garmin_.Status().SetProgress(number, count);
+    if (++written % RecordsPerYield == 0) event_loop_.Yield();
+  };
+}
+
+std::optional<std::string> WalrimMain::BuildText() {
+  auto text = BuildInType();
+  garmin_.Status().SetProgress(0, 0);
+  if (text && text->empty()) desktop_.ShowMessage("保存するデータがありません．");
+  return text;
+}
+
+void WalrimMain::NoteSouthAndWest(std::string_view output_type) {
+  if (output_type != "MPS" && controls.DegreeType != "DMS") return;
+  const int positions = CountSouthAndWest(data_, WantedKinds());
+  if (positions == 0) return;
+  notices_.push_back("南緯・西経の位置が" + std::to_string(positions) +
+                     "件あります．DMSの表記では正しく読み戻せません．");
+}
+
+std::optional<std::string> WalrimMain::BuildInType() {
+  const std::string_view type = OutputTypeOfName(controls.OutputTypeOption).name;
+  NoteSouthAndWest(type);
+  if (type == "WPT+") return BuildWptPlus("WPT+");
+  if (type == "MPS") return BuildScript();
+  return BuildStandard();
+}
+
+void WalrimMain::NoteCommas(int lines) {
+  if (lines == 0) return;
+  notices_.push_back("コンマを含む文字列が" + std::to_string(lines) +
+                     "件あります．このファイルを読み込むと，そこで切れます．");
+}
+
+std::string WalrimMain::BuildStandard() {
+  StandardWriter writer(data_, AllNameTables(), OutputSettings());
+  const auto wanted = WantedKinds();
+  const auto progress = ExportProgress();
+  std::string text;
+  for (const DataKind kind : AllDataKinds) {
+    if (wanted[IndexOf(kind)]) writer.AppendKind(text, kind, controls.WithHeader, progress);
+  }
+  NoteCommas(LinesWithComma(text));
+  return text;
+}
+
+std::string WalrimMain::BuildWptPlus(std::string_view output_type) {
+  const WptSettings settings{std::string(output_type), OutputSettings(), clock_.LocalTime()};
+  std::string text = BuildWptText(data_, WantedKinds(), settings, ExportProgress());
+  // The first line is the Datum line, whose commas are its own.
+  NoteCommas(WptLinesWithComma(std::string_view(text).substr(std::min(text.find('\n') + 1, text.size()))));
+  return text;
+}
+
+/// In two steps, each through its temporary file. Nothing when it was given up; a message was shown, or the user did.
+std::optional<std::string> WalrimMain::BuildScript() {
+  garmin_.Status().SetCaption("Converting (WPT+)to(MPS)");
+  if (dialogs_ != nullptr && !dialogs_->ShowMpsOption(controls.MpsOption)) return std::nullopt;
+  const std::string wpt = BuildWptPlus("MPS");
+  if (wpt.empty()) return wpt;
+  const PrivateFolder folder;
+  if (!folder.Problem().empty()) {
+    desktop_.ShowMessage(WriteProblemText("Temp.txt", folder.Problem()));
+    return std::nullopt;
+  }
+  const auto temporary = PassThroughFile(folder.File("Temp.txt"), wpt);
+  if (!temporary) return std::nullopt;
+  garmin_.Status().SetCaption("Converting (WPT+)to(MPS)");
+  const Conversion script = ConvertWptToScript(
+      *temporary, controls.MpsOption, clock_.LocalTime(), [this](std::size_t done, std::size_t total) {
+        garmin_.Status().SetProgress(static_cast<std::int64_t>(done), static_cast<std::int64_t>(total));
+        event_loop_.Yield();
+      });
+  NoteMessages(script.messages);
+  return PassThroughFile(folder.File("Temp.mps"), script.text);
+}
+
+void WalrimMain::NoteMessages(const MessageList& messages) {
+  notices_.insert(notices_.end(), messages.kept.begin(), messages.kept.end());
+  const int more = messages.count - static_cast<int>(messages.kept.size());
+  if (more > 0) notices_.push_back("ほか" + std::to_string(more) + "件");
+}
+
+/// Writes a text to a file and reads it back. Nothing, with a message, where that fails.
+std::optional<std::string> WalrimMain::PassThroughFile(const std::string& path, const std::string& text) {
+  FileProblem problem;
+  if (const auto failed = WriteWholeFile(path, text)) {
+    problem = *failed;
+  } else if (auto back = ReadWholeFile(path, &problem)) {
+    return back;
+  }
+  desktop_.ShowMessage(WriteProblemText(path, problem.detail));
+  return std::nullopt;
+}
+
+}  // namespace walrim
