@@ -1,0 +1,44 @@
+#include "window/AboutBox.h"
+
+#include <QAbstractButton>
+#include <QMessageBox>
+
+#include "app/WalrimMain.h"
+
+/// Resources of a static library have to be called in by name, outside any namespace.
+static void CallInResources() {
+  Q_INIT_RESOURCE(walrim);
+}
+
+namespace walrim {
+
+namespace {
+
+constexpr int IconSize = 96;
+
+}  // namespace
+
+QIcon ProgramIcon() {
+  CallInResources();
+  return QIcon(":/walrim.svg");
+}
+
+void ShowAboutBox(QWidget& window) {
+  const std::string_view version = ProgramVersion();
+  QMessageBox box(&window);
+  box.setObjectName("AboutBox");
+  box.setWindowTitle(QString::fromUtf8("Walrimについて"));
+  box.setIconPixmap(ProgramIcon().pixmap(QSize(IconSize, IconSize), window.devicePixelRatioF()));
+  box.setTextFormat(Qt::PlainText);
+  box.setText("Walrim " + QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
+  box.setInformativeText(QString::fromUtf8("ハンディGPS（GARMIN社）用データローダー\n"
+                                           "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
+                                           "受け取り，保存し，送り返します．\n\n"
+                                           "MITライセンスで配布されています．\nQt ") +
+                         QString::fromUtf8(qVersion()) + QString::fromUtf8(" を使っています．"));
+  box.setStandardButtons(QMessageBox::Ok);
+  box.button(QMessageBox::Ok)->setText("OK");
+  box.exec();
+}
+
+}  // namespace walrim

@@ -1,0 +1,154 @@
+#include "window/ClipDialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "window/Widgets.h"
+
+namespace walrim {
+
+namespace {
+
+QLineEdit* MakeLine(const char* control, const char* tool_tip) {
+  auto* line = new QLineEdit;
+  NameControl(*line, control);
+  line->setToolTip(QString::fromUtf8(tool_tip));
+  return line;
+}
+
+void Fill(QComboBox& box, const std::vector<std::string>& entries, const std::string& chosen) {
+  QStringList texts;
+  for (const std::string& entry : entries)
+    texts.append(QString::fromStdString(entry));
+  box.clear();
+  box.addItems(texts);
+  box.setCurrentText(QString::fromStdString(chosen));
+}
+
+bool IsEnter(const QEvent* event) {
+  const int key = static_cast<const QKeyEvent*>(event)->key();
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+}  // namespace
+
+ClipDialog::ClipDialog(ClipProAtlas& clip, QWidget* parent)
+    : QDialog(parent),
+      clip_(clip),
+      lat_(MakeLine("ClipLat", "緯度")),
+      lon_(MakeLine("ClipLon", "経度")),
+      notation_(MakeButton("ClipPnt", "D ⇔ DMS(&P)", "度と度分秒を切り替えます")),
+      ident_(MakeLine("ClipIdent", "ウェイポイントの名前")),
+      cmnt_(MakeLine("ClipCmnt", "コメント")),
+      smbl_(MakeComboBox("SmblType", "シンボル")),
+      dspl_(MakeComboBox("DsplType", "受信機での表示")) {
+  setObjectName("ClipProAtlas");
+  setWindowTitle(QString::fromUtf8("地図からの地点"));
+  Build();
+  ShowClip();
+  ident_->setFocus();
+  ident_->selectAll();
+}
+
+void ClipDialog::Build() {
+  auto* column = new QVBoxLayout(this);
+  auto* form = new QFormLayout;
+  auto* position = new QHBoxLayout;
+  position->addWidget(lat_);
+  position->addWidget(MakeCaption("経度(&L)", *lon_));
+  position->addWidget(lon_);
+  position->addWidget(notation_);
+  form->addRow(MakeCaption("緯度(&B)", *lat_), position);
+  form->addRow(MakeCaption("名前(&N)", *ident_), ident_);
+  form->addRow(MakeCaption("コメント(&C)", *cmnt_), cmnt_);
+  form->addRow(MakeCaption("シンボル(&S)", *smbl_), smbl_);
+  form->addRow(MakeCaption("表示(&D)", *dspl_), dspl_);
+  column->addLayout(form);
+
+  auto* buttons = new QDialogButtonBox;
+  QPushButton* ok = buttons->addButton(QDialogButtonBox::Ok);
+  QPushButton* cancel = buttons->addButton(QDialogButtonBox::Cancel);
+  NameControl(*ok, "Ok");
+  NameControl(*cancel, "Cancel");
+  ok->setText("OK");
+  cancel->setText(QString::fromUtf8("キャンセル"));
+  column->addWidget(buttons);
+  connect(notation_, &QPushButton::clicked, this, [this] { SwitchNotation(); });
+  connect(ok, &QPushButton::clicked, this, [this] { Finish(); });
+  connect(cancel, &QPushButton::clicked, this, &ClipDialog::reject);
+  for (QWidget* widget : {static_cast<QWidget*>(ident_), static_cast<QWidget*>(cmnt_), static_cast<QWidget*>(smbl_),
+                          static_cast<QWidget*>(dspl_)}) {
+    widget->installEventFilter(this);
+  }
+}
+
+void ClipDialog::ShowClip() {
+  lat_->setText(QString::fromStdString(clip_.ClipLat));
+  lon_->setText(QString::fromStdString(clip_.ClipLon));
+  ident_->setText(QString::fromStdString(clip_.ClipIdent));
+  cmnt_->setText(QString::fromStdString(clip_.ClipCmnt));
+  Fill(*smbl_, clip_.smbl_entries, clip_.SmblType);
+  Fill(*dspl_, clip_.dspl_entries, clip_.DsplType);
+}
+
+void ClipDialog::ReadControls() {
+  clip_.ClipLat = lat_->text().toStdString();
+  clip_.ClipLon = lon_->text().toStdString();
+  clip_.ClipIdent = ident_->text().toStdString();
+  clip_.ClipCmnt = cmnt_->text().toStdString();
+  clip_.SmblType = smbl_->currentText().toStdString();
+  clip_.DsplType = dspl_->currentText().toStdString();
+}
+
+void ClipDialog::SwitchNotation() {
+  ReadControls();
+  const std::string refusal = clip_.ClipPnt();
+  if (!refusal.empty()) ShowWarning(*this, QString::fromStdString(refusal));
+  lat_->setText(QString::fromStdString(clip_.ClipLat));
+  lon_->setText(QString::fromStdString(clip_.ClipLon));
+}
+
+void ClipDialog::Finish() {
+  ReadControls();
+  const ClipResult result = clip_.Ok();
+  if (result.waypoint) {
+    waypoint_ = result.waypoint;
+    accept();
+  } else if (!result.refusal.empty()) {
+    ShowWarning(*this, QString::fromStdString(result.refusal));
+  }
+}
+
+void ClipDialog::reject() {
+  clip_.Cancel();
+  QDialog::reject();
+}
+
+bool ClipDialog::Enter(const QObject* widget) {
+  if (widget == ident_) {
+    cmnt_->setFocus();
+  } else if (widget == cmnt_) {
+    smbl_->setFocus();
+  } else if (widget == smbl_) {
+    dspl_->setFocus();
+  } else if (widget == dspl_) {
+    Finish();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+bool ClipDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && IsEnter(event)) return Enter(watched);
+  return QDialog::eventFilter(watched, event);
+}
+
+}  // namespace walrim

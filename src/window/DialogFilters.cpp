@@ -1,0 +1,22 @@
+#include "window/DialogFilters.h"
+
+namespace walrim {
+
+QStringList NameFilters(const QString& filter) {
+  const QStringList pieces = filter.split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
+    const QString name = pieces[i].left(pieces[i].indexOf('(')).trimmed();
+    const QString pattern = pieces[i + 1] == "*.*" ? QString("*") : pieces[i + 1];
+    filters.append(name + " (" + pattern + ")");
+  }
+  return filters;
+}
+
+QString DefaultSuffix(const QString& filter) {
+  const QStringList pieces = filter.split('|', Qt::SkipEmptyParts);
+  if (pieces.isEmpty() || !pieces.last().startsWith("*.") || pieces.last() == "*.*") return {};
+  return pieces.last().mid(2);
+}
+
+}  // namespace walrim

@@ -1,0 +1,34 @@
+#include "window/ElidedLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace walrim {
+
+ElidedLabel::ElidedLabel(const QString& object_name, Qt::TextElideMode mode, QWidget* parent)
+    : QLabel(parent), mode_(mode) {
+  setObjectName(object_name);
+  setAccessibleName(object_name);
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ElidedLabel::ShowText(const QString& text) {
+  setText(text);
+  setToolTip(text.toHtmlEscaped());
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+  return {fontMetrics().averageCharWidth() * 8, QLabel::minimumSizeHint().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  drawFrame(&painter);
+  const QRect area = contentsRect().adjusted(margin(), 0, -margin(), 0);
+  const QString shown = fontMetrics().elidedText(text(), mode_, area.width());
+  style()->drawItemText(&painter, area, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), palette(), isEnabled(),
+                        shown, foregroundRole());
+}
+
+}  // namespace walrim

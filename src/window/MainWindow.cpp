@@ -1,0 +1,344 @@
+#include "window/MainWindow.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTimer>
+#include <exception>
+
+#include "device/NameTables.h"
+#include "window/AboutBox.h"
+#include "window/DataPanel.h"
+#include "window/ElidedLabel.h"
+#include "window/RecordTables.h"
+#include "window/SettingsPanel.h"
+#include "window/Widgets.h"
+
+namespace walrim {
+
+namespace {
+
+/// Fits a screen of 1024 x 768 with the desktop's own bars.
+constexpr QSize StartSize{1000, 680};
+constexpr int ProgressWidth = 160;
+
+std::vector<std::string> ToStrings(const QStringList& texts) {
+  std::vector<std::string> strings;
+  for (const QString& text : texts)
+    strings.push_back(text.toStdString());
+  return strings;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const WindowParts& parts, Contents contents)
+    : status_(new ElidedLabel("Status", Qt::ElideMiddle, this)),
+      progress_(new QProgressBar(this)),
+      desktop_(*this, *status_, *progress_, [this] { ShowControls(); }),
+      dialogs_(*this),
+      main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet),
+      binder_([this] { SettingsChanged(); }),
+      ports_(parts.ports) {
+  setObjectName("WalrimMain");
+  setWindowTitle(QString::fromStdString(WindowTitle()));
+  resize(StartSize);
+  status_->hide();
+  progress_->hide();
+  if (contents == Contents::AtOnce) Build();
+}
+
+void MainWindow::Build() {
+  setAcceptDrops(true);
+  BuildCentre();
+  BuildStatusBar();
+  BuildMenus();
+  ConnectButtons();
+  SetTabOrder();
+  ShowControls();
+  get_gps_info_->setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+// ---- Building
+
+QGroupBox* MainWindow::MakeDeviceGroup() {
+  auto* group = new QGroupBox(QString::fromUtf8("受信機"));
+  auto* line = new QHBoxLayout(group);
+  port_box_ = new PortBox(ports_);
+  get_gps_info_ = MakeButton("Get_GpsInfo", "情報取得(&I)", "受信機の機種と件数を調べます（F5）");
+  gps_info_ = new ElidedLabel("GpsInfo", Qt::ElideRight);
+  port_box_->setToolTip(QString::fromUtf8("受信機をつないだシリアルポート"));
+  binder_.Bind(*port_box_, main_.controls.CommPort);
+  gps_info_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+  gps_info_->setMargin(gps_info_->fontMetrics().averageCharWidth() / 2);
+  line->addWidget(MakeCaption("ポート(&P)", *port_box_));
+  line->addWidget(port_box_);
+  line->addWidget(get_gps_info_);
+  line->addWidget(gps_info_, 1);
+  return group;
+}
+
+void MainWindow::BuildCentre() {
+  auto* centre = new QWidget;
+  auto* grid = new QGridLayout(centre);
+  data_panel_ = new DataPanel(main_.controls, binder_);
+  output_group_ = MakeOutputGroup(main_.controls, binder_, settings_order_);
+  auto_action_group_ = MakeAutoActionGroup(main_.controls, binder_, settings_order_);
+  records_ = new RecordTables(main_.Data(), AllNameTables(), centre);
+  grid->addWidget(MakeDeviceGroup(), 0, 0);
+  grid->addWidget(data_panel_, 1, 0);
+  grid->addWidget(auto_action_group_, 0, 1, 2, 1);
+  grid->addWidget(output_group_, 2, 0, 1, 2);
+  grid->addWidget(records_, 3, 0, 1, 2);
+  grid->setColumnStretch(0, 1);
+  grid->setRowStretch(3, 1);
+  setCentralWidget(centre);
+}
+
+void MainWindow::BuildStatusBar() {
+  NameControl(*progress_, "Progress");
+  progress_->setMaximumWidth(ProgressWidth);
+  progress_->setTextVisible(false);
+  progress_->hide();
+  statusBar()->addWidget(status_, 1);
+  status_->show();
+  statusBar()->addPermanentWidget(progress_);
+}
+
+QAction* MainWindow::AddAction(QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button) {
+  QAction* action = menu.addAction(QString::fromUtf8(text));
+  action->setShortcut(keys);
+  connect(action, &QAction::triggered, &button, [&button] { button.click(); });
+  command_actions_.push_back(action);
+  return action;
+}
+
+void MainWindow::BuildMenus() {
+  QMenu* file = menuBar()->addMenu(QString::fromUtf8("ファイル(&F)"));
+  AddAction(*file, "取り込み(&O)...", QKeySequence::Open, *data_panel_->file_import);
+  QAction* link = file->addAction(QString::fromUtf8("リンクから取り込み(&L)..."), this, [this] { AskForLink(); });
+  link->setObjectName("ImportLink");
+  link->setShortcut(QKeySequence("Ctrl+L"));
+  command_actions_.push_back(link);
+  AddAction(*file, "保存(&S)...", QKeySequence::Save, *data_panel_->file_export);
+  file->addSeparator();
+  QAction* exit = file->addAction(QString::fromUtf8("終了(&Q)"), this, [this] { close(); });
+  exit->setObjectName("Exit");
+  exit->setShortcut(QKeySequence("Ctrl+Q"));
+
+  QMenu* edit = menuBar()->addMenu(QString::fromUtf8("編集(&E)"));
+  AddAction(*edit, "コピー(&C)", QKeySequence("Ctrl+Shift+C"), *data_panel_->copy);
+  AddAction(*edit, "貼り付け(&V)", QKeySequence::Paste, *data_panel_->paste);
+  edit->addSeparator();
+  AddAction(*edit, "削除(&D)", {}, *data_panel_->remove);
+
+  QMenu* device = menuBar()->addMenu(QString::fromUtf8("受信機(&R)"));
+  AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *get_gps_info_);
+  AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *data_panel_->down_load);
+  AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *data_panel_->up_load);
+  device->addSeparator();
+  cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *data_panel_->cancel);
+  command_actions_.pop_back();
+
+  QMenu* help = menuBar()->addMenu(QString::fromUtf8("ヘルプ(&H)"));
+  QAction* about = help->addAction(QString::fromUtf8("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
+  about->setObjectName("About");
+}
+
+void MainWindow::ConnectButtons() {
+  const auto connect_command = [this](QPushButton* button, Outcome (WalrimMain::*command)()) {
+    connect(button, &QPushButton::clicked, this, [this, command] { Run([this, command] { (main_.*command)(); }); });
+  };
+  connect_command(get_gps_info_, &WalrimMain::Get_GpsInfo_Click);
+  connect_command(data_panel_->down_load, &WalrimMain::GpsDownLoad_Click);
+  connect_command(data_panel_->up_load, &WalrimMain::GpsUpLoad_Click);
+  connect_command(data_panel_->file_export, &WalrimMain::FileExport_Click);
+  connect_command(data_panel_->copy, &WalrimMain::Copy_Click);
+  connect_command(data_panel_->remove, &WalrimMain::Delete_Click);
+  connect_command(data_panel_->file_import, &WalrimMain::FileImport_Click);
+  connect_command(data_panel_->paste, &WalrimMain::Paste_Click);
+  connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
+}
+
+void MainWindow::SetTabOrder() {
+  std::vector<QWidget*> order{port_box_, get_gps_info_};
+  for (QWidget* widget : data_panel_->TabOrder())
+    order.push_back(widget);
+  order.insert(order.end(), settings_order_.begin(), settings_order_.end());
+  for (std::size_t i = 1; i < order.size(); ++i)
+    setTabOrder(order[i - 1], order[i]);
+  setTabOrder(order.back(), records_);
+}
+
+// ---- Running commands
+
+void MainWindow::Run(const std::function<void()>& command) {
+  if (command_runs_) return;
+  BeginCommand();
+  try {
+    command();
+  } catch (const std::exception& error) {
+    desktop_.ShowMessage(std::string("処理を中止しました：") + error.what());
+  }
+  EndCommand();
+}
+
+void MainWindow::BeginCommand() {
+  focus_before_ = focusWidget();
+  command_runs_ = true;
+  ShowControls();
+}
+
+void MainWindow::EndCommand() {
+  command_runs_ = false;
+  desktop_.SetProgress(0, 0);
+  ShowControls();
+  RefreshRecords();
+  if (focus_before_ != nullptr) focus_before_->setFocus();
+  if (close_wanted_) close();
+}
+
+void MainWindow::CancelTransfer() {
+  main_.Cancel_Click();
+  data_panel_->cancel->setEnabled(false);
+  cancel_action_->setEnabled(false);
+  status_->ShowText(QString::fromUtf8("中止しています..."));
+}
+
+void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
+  if (!paths.empty()) Run([&] { main_.ImportFiles(paths); });
+}
+
+std::int32_t MainWindow::RunExternalCommand(const std::string& command, const std::string& argument1,
+                                            const std::string& argument2) {
+  std::int32_t result = CommandBusy;
+  Run([&] { result = main_.WalrimCmd(command, argument1, argument2); });
+  return result;
+}
+
+// ---- Showing
+
+void MainWindow::ShowControls() {
+  binder_.Show();
+  data_panel_->ShowState(command_runs_);
+  gps_info_->ShowText(QString::fromStdString(main_.controls.GpsInfo));
+  for (QWidget* widget : {static_cast<QWidget*>(port_box_), static_cast<QWidget*>(get_gps_info_),
+                          static_cast<QWidget*>(output_group_), static_cast<QWidget*>(auto_action_group_)}) {
+    widget->setEnabled(!command_runs_);
+  }
+  for (QAction* action : command_actions_)
+    action->setEnabled(!command_runs_);
+  cancel_action_->setEnabled(main_.controls.CancelEnabled);
+}
+
+void MainWindow::SettingsChanged() {
+  records_->SetWithHeader(main_.controls.WithHeader);
+  RefreshRecords();
+}
+
+void MainWindow::RefreshRecords() {
+  records_->Refresh({main_.controls.DegreeType, main_.controls.Datum, main_.controls.UTCOffsetNum});
+}
+
+// ---- Events
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!command_runs_) {
+    event->accept();
+    return;
+  }
+  event->ignore();
+  close_wanted_ = true;
+  desktop_.FallSilent();
+  if (main_.controls.CancelEnabled) {
+    CancelTransfer();
+  } else {
+    main_.Cancel_Click();
+  }
+}
+
+/// A command from its question on, so that nothing else begins while the link is typed.
+void MainWindow::AskForLink() {
+  Run([this] {
+    const QString link = TypedLink();
+    if (!link.isEmpty()) main_.ImportTyped(link.toStdString());
+  });
+}
+
+QString MainWindow::TypedLink() {
+  QInputDialog dialog(this);
+  dialog.setObjectName("LinkDialog");
+  dialog.setWindowTitle(QString::fromUtf8("リンクから取り込み"));
+  dialog.setLabelText(QString::fromUtf8("取り込むファイルのリンク（http://かfile://）"));
+  dialog.setOkButtonText("OK");
+  dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+  return dialog.exec() == QDialog::Accepted ? dialog.textValue().trimmed() : QString();
+}
+
+// ---- Drops
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (command_runs_ || !DroppedOf(*event->mimeData())) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  ShowDropHint(true);
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent* event) {
+  ShowDropHint(false);
+  QMainWindow::dragLeaveEvent(event);
+}
+
+/// The button that a drop goes to looks pressed, and the status line says what will happen; a command that another
+/// program gives meanwhile may have told something else there.
+void MainWindow::ShowDropHint(bool shown) {
+  const QString hint = QString::fromUtf8("ここで放すと，内部データに取り込みます．");
+  data_panel_->file_import->setDown(shown);
+  if (shown) {
+    status_before_drag_ = status_->text();
+    status_->ShowText(hint);
+  } else if (status_->text() == hint) {
+    status_->ShowText(status_before_drag_);
+  }
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  ShowDropHint(false);
+  const auto dropped = DroppedOf(*event->mimeData());
+  if (command_runs_ || !dropped) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  // Whoever drags waits until this returns; questions and transfers come after it.
+  QTimer::singleShot(0, this, [this, dropped = *dropped] { ImportDropped(dropped); });
+}
+
+void MainWindow::ImportDropped(const Dropped& dropped) {
+  Run([&] { main_.TakeDrop(ToStrings(dropped.files), dropped.text.toStdString()); });
+}
+
+/// Return presses the button that has the focus, as in a dialog.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  auto* button = qobject_cast<QPushButton*>(focusWidget());
+  const bool is_return = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (is_return && button != nullptr) {
+    button->click();
+    return;
+  }
+  QMainWindow::keyPressEvent(event);
+}
+
+}  // namespace walrim

@@ -1,0 +1,114 @@
+// The main window: the program's commands under the user's hands.
+#pragma once
+
+#include <QMainWindow>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/WalrimMain.h"
+#include "window/ControlBinder.h"
+#include "window/DropTarget.h"
+#include "window/PortBox.h"
+#include "window/WindowDesktop.h"
+#include "window/WindowDialogs.h"
+
+class QAction;
+class QGroupBox;
+class QProgressBar;
+class QPushButton;
+class QShortcut;
+
+namespace walrim {
+
+class DataPanel;
+class ElidedLabel;
+class RecordTables;
+
+/// What the window stands on; all must outlive it.
+struct WindowParts {
+  SerialPort& port;
+  const Clock& clock;
+  EventLoop& event_loop;
+  Inet& inet;
+  PortBox::Ports ports;  ///< the serial ports there are now
+};
+
+/// When the window's contents are made. An empty window is on the screen in a fraction of the time; who wants that
+/// calls Build once it is.
+enum class Contents { AtOnce, Later };
+
+class MainWindow : public QMainWindow {
+ public:
+  explicit MainWindow(const WindowParts& parts, Contents contents = Contents::AtOnce);
+  ~MainWindow() override;
+
+  [[nodiscard]] WalrimMain& Main() { return main_; }
+
+  /// Makes the contents; nothing else but showing and closing may come before.
+  void Build();
+
+  /// Shows controls that the program itself has changed.
+  void ShowControls();
+  /// Reads files one after the other, as the import button does with one.
+  void ImportFiles(const std::vector<std::string>& paths);
+  /// Runs a command that another program gives; returns WalrimMain::WalrimCmd's result.
+  [[nodiscard]] std::int32_t RunExternalCommand(const std::string& command, const std::string& argument1,
+                                                const std::string& argument2);
+  /// Looks up the serial ports for their list.
+  void RefreshPorts() { port_box_->Refresh(); }
+
+ protected:
+  /// During a command the window closes as soon as that has ended; a transfer is cancelled for it.
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void BuildCentre();
+  [[nodiscard]] QGroupBox* MakeDeviceGroup();
+  void BuildStatusBar();
+  void BuildMenus();
+  void ConnectButtons();
+  void SetTabOrder();
+  QAction* AddAction(class QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button);
+
+  /// Runs a command with the window's other commands out of reach. Does nothing while one runs.
+  void Run(const std::function<void()>& command);
+  void BeginCommand();
+  void EndCommand();
+  void SettingsChanged();
+  void RefreshRecords();
+  void CancelTransfer();
+  void ImportDropped(const Dropped& dropped);
+  void AskForLink();
+  [[nodiscard]] QString TypedLink();
+  void ShowDropHint(bool shown);
+
+  ElidedLabel* status_;
+  QProgressBar* progress_;
+  WindowDesktop desktop_;
+  WindowDialogs dialogs_;
+  WalrimMain main_;
+  ControlBinder binder_;
+  PortBox::Ports ports_;
+  PortBox* port_box_ = nullptr;
+  QPushButton* get_gps_info_ = nullptr;
+  ElidedLabel* gps_info_ = nullptr;
+  DataPanel* data_panel_ = nullptr;
+  QGroupBox* output_group_ = nullptr;
+  QGroupBox* auto_action_group_ = nullptr;
+  RecordTables* records_ = nullptr;
+  std::vector<QWidget*> settings_order_;
+  std::vector<QAction*> command_actions_;
+  QAction* cancel_action_ = nullptr;
+  QWidget* focus_before_ = nullptr;  ///< what had the focus when the command began
+  bool command_runs_ = false;
+  bool close_wanted_ = false;
+  QString status_before_drag_;
+};
+
+}  // namespace walrim

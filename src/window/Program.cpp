@@ -1,0 +1,116 @@
+#include "window/Program.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+#include <QTranslator>
+#include <cstdio>
+#include <thread>
+
+#include "app/PortSwitch.h"
+#include "qt/CommandSocket.h"
+#include "qt/PortList.h"
+#include "qt/QtClock.h"
+#include "qt/QtEventLoop.h"
+#include "qt/QtInet.h"
+#include "qt/QtSerialPort.h"
+#include "receiver/DemoSerialPort.h"
+#include "window/AboutBox.h"
+#include "window/FirstFrame.h"
+#include "window/MainWindow.h"
+#include "window/WindowArguments.h"
+
+namespace walrim {
+
+namespace {
+
+constexpr std::string_view DemoPort = "demo";
+
+bool IsDemoPort(std::string_view name) {
+  return name == DemoPort;
+}
+
+/// The words of Qt's own dialogs in the language of the window.
+void LoadTranslation(QTranslator& translator) {
+  if (translator.load(QLocale(QLocale::Japanese), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&translator);
+  }
+}
+
+/// A command's result; nothing while the window is busy.
+std::optional<std::int32_t> AnswerCommand(MainWindow& window, const std::string& word, const std::string& arg1,
+                                          const std::string& arg2) {
+  const std::int32_t result = window.RunExternalCommand(word, arg1, arg2);
+  if (result == CommandBusy) return std::nullopt;
+  return result;
+}
+
+int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
+  QtClock clock;
+  QtEventLoop event_loop;
+  QtSerialPort serial_port(arguments.mapping);
+  DemoSerialPort demo_port({}, clock, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); });
+  PortSwitch port(serial_port, demo_port, IsDemoPort);
+  QtInet inet;
+  MainWindow window({port, clock, event_loop, inet, [&arguments] { return ListPorts(arguments.mapping); }},
+                    Contents::Later);
+  if (arguments.demo) window.Main().controls.CommPort = DemoPort;
+  QTranslator translator;
+  CommandSocket socket([&window](const std::string& word, const std::string& arg1, const std::string& arg2) {
+    return AnswerCommand(window, word, arg1, arg2);
+  });
+  // What nobody sees comes once the window can be used.
+  const auto finish = [&] {
+    if (hooks.complete) hooks.complete();
+    window.setWindowIcon(ProgramIcon());
+    LoadTranslation(translator);
+    // A second window works as well; it is only not the one that gets the commands.
+    static_cast<void>(socket.Listen(CommandSocketName()));
+    window.RefreshPorts();
+    window.ImportFiles(arguments.files);
+  };
+  CallAfterFirstFrame(window, [&] {
+    if (hooks.first_frame) hooks.first_frame();
+    window.Build();
+    CallAfterFirstFrame(*window.centralWidget(), finish);
+  });
+  window.show();
+  return QApplication::exec();
+}
+
+int RunCommandCall(const CommandCall& call) {
+  const CommandAnswer answer = SendCommand(CommandSocketName(), call);
+  if (answer.outcome == CommandAnswer::Outcome::Result) {
+    std::printf("%d\n", answer.result);
+    return std::fflush(stdout) == 0 ? 0 : 1;
+  }
+  if (answer.outcome == CommandAnswer::Outcome::Busy) {
+    std::printf("%d\n", CommandBusy);
+    return std::fflush(stdout) == 0 ? 0 : 1;
+  }
+  std::fprintf(stderr, "%s\n", answer.error.c_str());
+  return 1;
+}
+
+int RunWithoutWindow(int argc, char** argv) {
+  const ParsedWindowArguments parsed = ParseWindowArguments(argc, argv);
+  if (!parsed.arguments) return parsed.exit_status;
+  const QCoreApplication application(argc, argv);
+  return parsed.arguments->command ? RunCommandCall(*parsed.arguments->command) : 1;
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv, const StartHooks& hooks) {
+  if (NeedsNoWindow(argc, argv)) return RunWithoutWindow(argc, argv);
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("walrim");
+  QApplication::setApplicationDisplayName("");
+  QApplication::setDesktopFileName("walrim");
+  const ParsedWindowArguments parsed = ParseWindowArguments(argc, argv);
+  if (!parsed.arguments) return parsed.exit_status;
+  return RunWindow(*parsed.arguments, hooks);
+}
+
+}  // namespace walrim

@@ -1,0 +1,140 @@
+#include "window/RecordTables.h"
+
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "window/RecordModelKinds.h"
+#include "window/RecordView.h"
+
+namespace walrim {
+namespace {
+
+QLabel* NewHint() {
+  auto* hint = new QLabel(
+      QStringLiteral("データはありません．情報取得のあと，DownLoadを押すか，ファイルを取り込んでください．"));
+  hint->setAlignment(Qt::AlignCenter);
+  hint->setWordWrap(true);
+  hint->setMargin(12);
+  hint->setForegroundRole(QPalette::PlaceholderText);
+  return hint;
+}
+
+/// Records and their points; the points have share times the room of the records.
+QSplitter* NewSplitter(Qt::Orientation orientation, int share, QWidget* records, QWidget* points) {
+  auto* splitter = new QSplitter(orientation);
+  splitter->addWidget(records);
+  splitter->addWidget(points);
+  splitter->setStretchFactor(0, 1);
+  splitter->setStretchFactor(1, share);
+  splitter->setChildrenCollapsible(false);
+  return splitter;
+}
+
+}  // namespace
+
+RecordTables::RecordTables(InternalData& data_set, const NameTablesByType& names, QWidget* parent)
+    : QWidget(parent), data_set_(data_set), names_(names), tabs_(new QTabWidget) {
+  tabs_->setObjectName(QStringLiteral("Records"));
+  tabs_->setAccessibleName(tabs_->objectName());
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(tabs_);
+
+  AddPage(DataKind::Waypoint, QStringLiteral("ウェイポイント"));
+  AddPage(DataKind::Route, QStringLiteral("ルート"));
+  AddPage(DataKind::TrackLog, QStringLiteral("トラックログ"));
+}
+
+void RecordTables::AddPage(DataKind kind, const QString& title) {
+  Page& page = PageOf(kind);
+  page.title = title;
+  page.stack = new QStackedWidget;
+  page.stack->addWidget(NewHint());
+  tabs_->addTab(page.stack, title);
+}
+
+QWidget* RecordTables::NewTables(DataKind kind) {
+  Page& page = PageOf(kind);
+  switch (kind) {
+    case DataKind::Waypoint:
+      page.records = new WaypointModel(data_set_, names_, this);
+      page.record_view = new RecordView(page.records, QStringLiteral("WaypointTable"));
+      return page.record_view;
+    case DataKind::Route:
+      page.records = new RouteModel(data_set_, names_, this);
+      page.record_view = new RecordView(page.records, QStringLiteral("RouteTable"));
+      page.points = new RoutePointModel(data_set_, names_, this);
+      page.point_view = new RecordView(page.points, QStringLiteral("RoutePointTable"));
+      return NewSplitter(Qt::Horizontal, 3, page.record_view, page.point_view);
+    case DataKind::TrackLog:
+      break;
+  }
+  page.records = new TrackModel(data_set_, names_, this);
+  page.record_view = new RecordView(page.records, QStringLiteral("TrackTable"));
+  page.points = new TrackPointModel(data_set_, names_, this);
+  page.point_view = new RecordView(page.points, QStringLiteral("TrackPointTable"));
+  return NewSplitter(Qt::Vertical, 2, page.record_view, page.point_view);
+}
+
+/// Most of the time to the window's first frame would go into tables that are still empty.
+void RecordTables::BuildTables(DataKind kind) {
+  Page& page = PageOf(kind);
+  page.stack->addWidget(NewTables(kind));
+  if (page.points != nullptr) ConnectPoints(kind);
+  page.record_view->SetWithHeader(with_header_);
+  if (page.point_view != nullptr) page.point_view->SetWithHeader(with_header_);
+}
+
+/// Log 0 holds points without a header.
+bool RecordTables::HoldsRecords(DataKind kind) const {
+  return data_set_.Count(kind) > 0 || (kind == DataKind::TrackLog && data_set_.tracks.TrackPointCount[0] > 0);
+}
+
+void RecordTables::ConnectPoints(DataKind kind) {
+  connect(PageOf(kind).record_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this, kind] { ShowPointsOf(kind); });
+}
+
+void RecordTables::ShowPointsOf(DataKind kind) {
+  Page& page = PageOf(kind);
+  page.points->ShowRecords(page.record_view->SelectedRecords());
+  page.point_view->scrollToTop();
+}
+
+void RecordTables::Refresh(const TextSettings& settings) {
+  for (const DataKind kind : AllDataKinds) {
+    Page& page = PageOf(kind);
+    if (page.records == nullptr && !HoldsRecords(kind)) continue;
+    if (page.records == nullptr) BuildTables(kind);
+    page.records->Refresh(settings);
+    if (page.points != nullptr) {
+      // A reset has taken the selection back without a word.
+      page.points->SetRecords(page.record_view->SelectedRecords());
+      page.points->Refresh(settings);
+    }
+    ShowCount(kind);
+  }
+}
+
+void RecordTables::ShowCount(DataKind kind) {
+  const Page& page = PageOf(kind);
+  const int count = page.records->rowCount();
+  const QString title = count > 0 ? QStringLiteral("%1 (%2)").arg(page.title).arg(count) : page.title;
+  tabs_->setTabText(static_cast<int>(IndexOf(kind)), title);
+  page.stack->setCurrentIndex(count > 0 ? 1 : 0);
+}
+
+void RecordTables::SetWithHeader(bool on) {
+  with_header_ = on;
+  for (const Page& page : pages_) {
+    if (page.record_view == nullptr) continue;
+    page.record_view->SetWithHeader(on);
+    if (page.point_view != nullptr) page.point_view->SetWithHeader(on);
+  }
+}
+
+}  // namespace walrim

@@ -1,0 +1,60 @@
+// The records on screen: a page for each kind, with its tables.
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+#include "data/GeneralWalrim.h"
+#include "data/InternalData.h"
+
+class QBoxLayout;
+class QStackedWidget;
+class QTabWidget;
+
+namespace walrim {
+
+class PointModel;
+class RecordModel;
+class RecordView;
+
+class RecordTables : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// data_set and names must outlive the tables. They are empty before the first Refresh.
+  RecordTables(InternalData& data_set, const NameTablesByType& names, QWidget* parent = nullptr);
+
+  /// Shows what changed; to be called after every change of the data or of settings. In between the tables may be used
+  /// and painted whatever happens to the data.
+  void Refresh(const TextSettings& settings);
+  /// Title lines in front of copied lines.
+  void SetWithHeader(bool on);
+
+ private:
+  /// The tables of a kind, made when it first holds records. Waypoints have no points.
+  struct Page {
+    QString title;
+    QStackedWidget* stack = nullptr;  ///< the hint, then the tables
+    RecordModel* records = nullptr;
+    RecordView* record_view = nullptr;
+    PointModel* points = nullptr;
+    RecordView* point_view = nullptr;
+  };
+
+  void AddPage(DataKind kind, const QString& title);
+  [[nodiscard]] bool HoldsRecords(DataKind kind) const;
+  [[nodiscard]] QWidget* NewTables(DataKind kind);
+  void BuildTables(DataKind kind);
+  Page& PageOf(DataKind kind) { return pages_[IndexOf(kind)]; }
+  void ConnectPoints(DataKind kind);
+  void ShowPointsOf(DataKind kind);
+  void ShowCount(DataKind kind);
+
+  InternalData& data_set_;
+  const NameTablesByType& names_;
+  QTabWidget* tabs_;
+  std::array<Page, DataKindCount> pages_;
+  bool with_header_ = false;
+};
+
+}  // namespace walrim

@@ -1,0 +1,173 @@
+#include "window/RecordView.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QStyle>
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace walrim {
+namespace {
+
+constexpr int SampledRows = 64;
+constexpr int WidestColumn = 28;  ///< in widths of a full character
+constexpr int RowMargin = 6;
+
+bool IsCopyKey(const QEvent* event) {
+  return static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Copy);
+}
+
+}  // namespace
+
+RecordView::RecordView(RecordModel* model, const QString& name, QWidget* parent)
+    : QTableView(parent), model_(*model), fitted_widths_(static_cast<std::size_t>(model->columnCount())) {
+  model->setParent(this);
+  setObjectName(name);
+  setAccessibleName(name);
+  SetUpRows();
+  SetUpTitles();
+  setModel(model);
+  FollowModel();
+  AddCopyAction();
+  FitRows();
+  FitColumns();
+}
+
+void RecordView::SetUpRows() {
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ExtendedSelection);
+  setTabKeyNavigation(false);
+  setAlternatingRowColors(true);
+  setWordWrap(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+}
+
+void RecordView::SetUpTitles() {
+  QHeaderView* titles = horizontalHeader();
+  titles->setHighlightSections(false);
+  // No title is pressed yet: the rows come in the order of the data set.
+  titles->setSortIndicator(-1, Qt::AscendingOrder);
+  setSortingEnabled(true);
+  connect(titles, &QHeaderView::sectionResized, this, [this](int column) {
+    if (!fitting_) user_columns_.insert(column);
+  });
+}
+
+void RecordView::FollowModel() {
+  connect(&model_, &QAbstractItemModel::modelReset, this, &RecordView::FitColumns);
+  connect(&model_, &QAbstractItemModel::rowsInserted, this, &RecordView::FitColumns);
+  connect(&model_, &QAbstractItemModel::dataChanged, this, &RecordView::FitColumns);
+}
+
+void RecordView::AddCopyAction() {
+  auto* copy = new QAction(QStringLiteral("行をコピー"), this);
+  copy->setShortcut(QKeySequence::Copy);
+  copy->setShortcutContext(Qt::WidgetShortcut);
+  connect(copy, &QAction::triggered, this, &RecordView::CopyRows);
+  addAction(copy);
+  setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+/// Takes the copy key before a shortcut of the window around can.
+bool RecordView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && IsCopyKey(event)) {
+    event->accept();
+    return true;
+  }
+  return QTableView::event(event);
+}
+
+void RecordView::keyPressEvent(QKeyEvent* event) {
+  if (!IsCopyKey(event)) return QTableView::keyPressEvent(event);
+  CopyRows();
+  event->accept();
+}
+
+void RecordView::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) return;
+  FitRows();
+  FitColumns();
+}
+
+void RecordView::showEvent(QShowEvent* event) {
+  FitRows();
+  FitColumns();
+  QTableView::showEvent(event);
+}
+
+std::vector<int> RecordView::SelectedRows() const {
+  std::vector<int> rows;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row)
+      rows.push_back(row);
+  }
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+std::vector<int> RecordView::SelectedRecords() const {
+  std::vector<int> records;
+  for (const int row : SelectedRows())
+    records.push_back(model_.RefOf(row).record);
+  std::sort(records.begin(), records.end());
+  records.erase(std::unique(records.begin(), records.end()), records.end());
+  return records;
+}
+
+void RecordView::CopyRows() const {
+  std::string lines;
+  for (const int row : SelectedRows())
+    model_.AppendCopy(lines, row);
+  if (lines.empty()) return;
+  std::string titles;
+  for (const std::string_view tag : model_.CopyTags()) {
+    if (with_header_) titles.append(BuildHeaderLine(tag)).append("\r\n");
+  }
+  QGuiApplication::clipboard()->setText(QString::fromStdString(titles + lines));
+}
+
+void RecordView::FitRows() {
+  const int height = fontMetrics().height() + RowMargin;
+  verticalHeader()->setMinimumSectionSize(height);
+  verticalHeader()->setDefaultSectionSize(height);
+}
+
+std::vector<int> RecordView::NeededWidths() const {
+  const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1) + 8;
+  const int widest = WidestColumn * fontMetrics().horizontalAdvance(QStringLiteral("国"));
+  std::vector<int> widths = fitted_widths_;
+  const int rows = model_.rowCount();
+  const int sampled = std::min(rows, SampledRows);
+  // Row by row: a row's texts are made together.
+  for (int i = 0; i < sampled; ++i) {
+    const int row = static_cast<int>(static_cast<long long>(i) * rows / sampled);
+    for (int column = 0; column < model_.columnCount(); ++column) {
+      int& width = widths[static_cast<std::size_t>(column)];
+      const QString text = model_.index(row, column).data().toString();
+      width = std::max(width, std::min(fontMetrics().horizontalAdvance(text) + margin, widest));
+    }
+  }
+  return widths;
+}
+
+void RecordView::FitColumns() {
+  fitted_widths_ = NeededWidths();
+  fitting_ = true;
+  for (int column = 0; column < model_.columnCount(); ++column) {
+    if (user_columns_.contains(column)) continue;
+    int& width = fitted_widths_[static_cast<std::size_t>(column)];
+    width = std::max(width, horizontalHeader()->sectionSizeHint(column));
+    setColumnWidth(column, width);
+  }
+  fitting_ = false;
+}
+
+}  // namespace walrim

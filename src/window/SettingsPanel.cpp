@@ -1,0 +1,117 @@
+#include "window/SettingsPanel.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSpinBox>
+
+#include "window/Widgets.h"
+
+namespace walrim {
+
+namespace {
+
+/// The zones of the world reach from 12 hours west to 14 hours east.
+constexpr int LeastUtcOffset = -12;
+constexpr int MostUtcOffset = 14;
+
+struct Entry {
+  const char* value;
+  const char* text;
+};
+
+QComboBox* MakeChoice(const char* control, const char* tool_tip, std::initializer_list<Entry> entries) {
+  QComboBox* box = MakeComboBox(control, tool_tip);
+  for (const Entry& entry : entries)
+    box->addItem(QString::fromUtf8(entry.text), QString::fromUtf8(entry.value));
+  return box;
+}
+
+QComboBox* MakeOutputTypes() {
+  QComboBox* box = MakeComboBox("OutputTypeOption", "保存・コピーの形式");
+  for (const OutputType& type : OutputTypes()) {
+    const QString name = QString::fromUtf8(type.name.data(), static_cast<qsizetype>(type.name.size()));
+    box->addItem(name, name);
+  }
+  return box;
+}
+
+QSpinBox* MakeUtcOffset() {
+  auto* box = new QSpinBox;
+  NameControl(*box, "UTCOffsetNum");
+  box->setToolTip(QString::fromUtf8("日時に加える協定世界時からの時差（時間）．日本は9"));
+  box->setRange(LeastUtcOffset, MostUtcOffset);
+  return box;
+}
+
+void Append(QHBoxLayout& line, const char* caption, QWidget* widget, std::vector<QWidget*>& tab_order) {
+  line.addWidget(MakeCaption(caption, *widget));
+  line.addWidget(widget);
+  line.addSpacing(line.spacing());
+  tab_order.push_back(widget);
+}
+
+}  // namespace
+
+QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
+  auto* group = new QGroupBox(QString::fromUtf8("出力の設定"));
+  auto* line = new QHBoxLayout(group);
+  QComboBox* type = MakeOutputTypes();
+  QComboBox* degree = MakeChoice("DegreeType", "緯度・経度の表記",
+                                 {{"D", "D（度）"}, {"DMS", "DMS（度分秒）"}, {"MPS", "MPS（度.分.秒）"}});
+  QComboBox* datum = MakeChoice("Datum", "緯度・経度の測地系", {{"WGS84", "WGS84"}, {"Tokyo", "Tokyo（日本測地系）"}});
+  QSpinBox* offset = MakeUtcOffset();
+  QCheckBox* header = MakeCheckBox("WithHeader", "見出し行(&N)", "種類ごとに列の名前の行を付けます");
+  QCheckBox* auto_name =
+      MakeCheckBox("AutoFileName", "AutoFileName(%date%_%time%.)", "保存するファイルの名前を日付と時刻から付けます");
+  binder.Bind(*type, controls.OutputTypeOption);
+  binder.Bind(*degree, controls.DegreeType);
+  binder.Bind(*datum, controls.Datum);
+  binder.Bind(*offset, controls.UTCOffsetNum);
+  binder.Bind(*header, controls.WithHeader);
+  binder.Bind(*auto_name, controls.AutoFileName);
+  Append(*line, "形式(&T)", type, tab_order);
+  Append(*line, "表記(&G)", degree, tab_order);
+  Append(*line, "測地系(&M)", datum, tab_order);
+  Append(*line, "時差(&Z)", offset, tab_order);
+  for (QCheckBox* box : {header, auto_name}) {
+    line->addWidget(box);
+    tab_order.push_back(box);
+  }
+  line->addStretch(1);
+  return group;
+}
+
+QGroupBox* MakeAutoActionGroup(Controls& controls, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
+  auto* group = new QGroupBox(QString::fromUtf8("自動処理"));
+  auto* column = new QVBoxLayout(group);
+  struct Row {
+    const char* control;
+    const char* caption;
+    const char* tool_tip;
+    bool& value;
+  };
+  const Row rows[] = {
+      {"AutoDownload", "自動ダウンロード(&1)", "情報取得のあと，すべての種類をダウンロードします",
+       controls.AutoDownload},
+      {"AutoSave", "自動保存(&2)", "ダウンロードのあと，その種類を保存します", controls.AutoSave},
+      {"AutoCopy", "自動コピー(&3)", "ダウンロードのあと，その種類をクリップボードにコピーします", controls.AutoCopy},
+      {"AutoUpload", "自動アップロード(&4)", "ほかのプログラムからの取り込みのあと，その種類をアップロードします",
+       controls.AutoUpload},
+      {"AutoDelete", "自動削除(&5)", "アップロード・保存・コピーのあと，その種類を内部データから削除します",
+       controls.AutoDelete},
+  };
+  for (const Row& row : rows) {
+    QCheckBox* box = MakeCheckBox(row.control, row.caption, row.tool_tip);
+    binder.Bind(*box, row.value);
+    column->addWidget(box);
+    tab_order.push_back(box);
+  }
+  column->addStretch(1);
+  return group;
+}
+
+}  // namespace walrim

@@ -1,0 +1,123 @@
+#include "window/WindowDesktop.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QDir>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <algorithm>
+
+#include "window/DialogFilters.h"
+#include "window/ElidedLabel.h"
+
+namespace walrim {
+
+namespace {
+
+/// Steps of the progress bar; counts of any size are brought to it.
+constexpr int ProgressSteps = 1000;
+
+QString FromUtf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void NameButton(QMessageBox& box, QMessageBox::StandardButton which, const char* text) {
+  if (QAbstractButton* button = box.button(which)) button->setText(QString::fromUtf8(text));
+}
+
+/// Shows a message box and returns the button that was pressed; Escape and closing it press the safe one.
+QMessageBox::StandardButton RunBox(QWidget& window, QMessageBox::Icon icon, std::string_view text,
+                                   QMessageBox::StandardButtons buttons, QMessageBox::StandardButton safe) {
+  QMessageBox box(&window);
+  box.setObjectName("MessageBox");
+  box.setWindowTitle("Walrim");
+  box.setIcon(icon);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(FromUtf8(text));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box.setStandardButtons(buttons);
+  NameButton(box, QMessageBox::Yes, "はい(&Y)");
+  NameButton(box, QMessageBox::No, "いいえ(&N)");
+  NameButton(box, QMessageBox::Ok, "OK");
+  NameButton(box, QMessageBox::Cancel, "キャンセル");
+  box.setDefaultButton(safe);
+  box.setEscapeButton(safe);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+}  // namespace
+
+WindowDesktop::WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress,
+                             std::function<void()> controls_changed)
+    : window_(window), status_(status), progress_(progress), controls_changed_(std::move(controls_changed)) {}
+
+void WindowDesktop::ShowMessage(std::string_view text) {
+  if (silent_) return;
+  RunBox(window_, QMessageBox::Warning, text, QMessageBox::Ok, QMessageBox::Ok);
+}
+
+bool WindowDesktop::AskYesNo(std::string_view text) {
+  if (silent_) return false;
+  return RunBox(window_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+         QMessageBox::Yes;
+}
+
+bool WindowDesktop::AskOkCancel(std::string_view text) {
+  if (silent_) return false;
+  return RunBox(window_, QMessageBox::Question, text, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel) ==
+         QMessageBox::Ok;
+}
+
+std::string WindowDesktop::RunFileDialog(QFileDialog& dialog, std::string_view filter) {
+  if (silent_) return std::string(DialogCancelled);
+  const QStringList filters = NameFilters(FromUtf8(filter));
+  dialog.setNameFilters(filters);
+  // The chosen type's files are what one looks for; all files are one choice away.
+  if (!filters.isEmpty()) dialog.selectNameFilter(filters.last());
+  dialog.setDirectory(folder_.isEmpty() ? QDir::currentPath() : folder_);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::string(DialogCancelled);
+  folder_ = dialog.directory().absolutePath();
+  return dialog.selectedFiles().constFirst().toStdString();
+}
+
+std::string WindowDesktop::OpenFileDialog(std::string_view filter) {
+  QFileDialog dialog(&window_, QString::fromUtf8("取り込むファイル"));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return RunFileDialog(dialog, filter);
+}
+
+std::string WindowDesktop::SaveFileDialog(std::string_view filter) {
+  QFileDialog dialog(&window_, QString::fromUtf8("名前を付けて保存"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(DefaultSuffix(FromUtf8(filter)));
+  // The program asks itself, in its own words.
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  return RunFileDialog(dialog, filter);
+}
+
+void WindowDesktop::SetClipboardText(std::string_view text) {
+  QGuiApplication::clipboard()->setText(FromUtf8(text));
+}
+
+std::string WindowDesktop::ClipboardText() {
+  return QGuiApplication::clipboard()->text().toStdString();
+}
+
+void WindowDesktop::SetStatusCaption(std::string_view text) {
+  status_.ShowText(FromUtf8(text));
+}
+
+std::string WindowDesktop::StatusCaption() const {
+  return status_.text().toStdString();
+}
+
+void WindowDesktop::SetProgress(std::int64_t done, std::int64_t total) {
+  progress_.setVisible(total > 0);
+  if (total <= 0) return;
+  progress_.setRange(0, ProgressSteps);
+  progress_.setValue(static_cast<int>(std::clamp<std::int64_t>(done, 0, total) * ProgressSteps / total));
+}
+
+}  // namespace walrim

@@ -1,0 +1,51 @@
+// The desktop as a window shows it: message boxes, file dialogs, the clipboard, the status line.
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/Desktop.h"
+
+class QFileDialog;
+class QMessageBox;
+class QProgressBar;
+class QWidget;
+
+namespace walrim {
+
+class ElidedLabel;
+
+class WindowDesktop : public Desktop {
+ public:
+  /// All must outlive this object. controls_changed is called when the program has changed controls.
+  WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, std::function<void()> controls_changed);
+
+  void ShowMessage(std::string_view text) override;
+  [[nodiscard]] bool AskYesNo(std::string_view text) override;
+  [[nodiscard]] bool AskOkCancel(std::string_view text) override;
+  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override;
+  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override;
+  void SetClipboardText(std::string_view text) override;
+  [[nodiscard]] std::string ClipboardText() override;
+  void SetStatusCaption(std::string_view text) override;
+  [[nodiscard]] std::string StatusCaption() const override;
+  void SetProgress(std::int64_t done, std::int64_t total) override;
+  void ControlsChanged() override { controls_changed_(); }
+
+  /// From now on nobody is asked or told anything: every question is answered as it does least.
+  void FallSilent() { silent_ = true; }
+
+ private:
+  [[nodiscard]] std::string RunFileDialog(QFileDialog& dialog, std::string_view filter);
+
+  QWidget& window_;
+  ElidedLabel& status_;
+  QProgressBar& progress_;
+  std::function<void()> controls_changed_;
+  QString folder_;  ///< where the last file dialog ended
+  bool silent_ = false;
+};
+
+}  // namespace walrim

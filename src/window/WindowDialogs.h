@@ -1,0 +1,21 @@
+// The program's own dialogs in front of its window.
+#pragma once
+
+#include "app/Dialogs.h"
+
+class QWidget;
+
+namespace walrim {
+
+class WindowDialogs : public Dialogs {
+ public:
+  explicit WindowDialogs(QWidget& window) : window_(window) {}
+
+  [[nodiscard]] bool ShowMpsOption(MpsOptions& options) override;
+  [[nodiscard]] std::optional<ClipWaypoint> ShowClipProAtlas(ClipProAtlas& clip) override;
+
+ private:
+  QWidget& window_;
+};
+
+}  // namespace walrim

@@ -1,0 +1,5 @@
+#include "window/Program.h"
+
+int main(int argc, char** argv) {
+  return walrim::RunProgram(argc, argv);
+}

@@ -1,0 +1,622 @@
+// The window's flows, messages and refusals, by clicks and keys.
+#include <QAction>
+#include <QMenuBar>
+#include <QSpinBox>
+#include <filesystem>
+
+#include "window/WindowTest.h"
+
+namespace walrim {
+namespace {
+
+constexpr const char* Overwritten = "は上書きされます．よろしいですか？";
+
+// ---- How it looks at the start
+
+TEST_F(WindowTest, StartsEmptyWithTheSettingsOfTheProgram) {
+  EXPECT_EQ(window->windowTitle().toStdString(), WindowTitle());
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+  EXPECT_EQ(Texts("GpsDataNum"), "||");
+  EXPECT_EQ(GpsInfo(), "GPSInfo");
+  EXPECT_EQ(Get<QSpinBox>("UTCOffsetNum").value(), 9);
+  EXPECT_EQ(Get<QComboBox>("Datum").currentData().toString(), "WGS84");
+  EXPECT_EQ(Get<QComboBox>("DegreeType").currentData().toString(), "D");
+  EXPECT_EQ(Get<QComboBox>("OutputTypeOption").currentText(), QString::fromUtf8("標準"));
+  for (const char* box : {"AutoDownload", "AutoSave", "AutoCopy", "AutoDelete", "AutoUpload", "AutoFileName"})
+    EXPECT_FALSE(Get<QCheckBox>(box).isChecked()) << box;
+  EXPECT_FALSE(Get<QPushButton>("Cancel").isEnabled());
+  EXPECT_FALSE(Get<QProgressBar>("Progress").isVisible());
+}
+
+TEST_F(WindowTest, ThePortAtTheStartIsTheFirst) {
+  const MainWindow fresh({*demo_port, clock, event_loop, inet, [] { return std::vector<NumberedPort>{}; }});
+  EXPECT_EQ(fresh.findChild<QComboBox*>("CommPort")->currentData().toString(), "1");
+}
+
+TEST_F(WindowTest, EveryControlHasItsNameAsAccessibleNameToo) {
+  for (const char* name :
+       {"Get_GpsInfo", "GpsDownLoad",  "GpsUpLoad",    "Cancel",       "FileExport",       "Copy",
+        "Delete",      "FileImport",   "Paste",        "CommPort",     "OutputTypeOption", "DegreeType",
+        "Datum",       "UTCOffsetNum", "WithHeader",   "AutoFileName", "AutoDownload",     "AutoSave",
+        "AutoCopy",    "AutoDelete",   "AutoUpload",   "GpsInfo",      "DownCheck_0",      "DownCheck_1",
+        "DownCheck_2", "DoCheck_0",    "DoCheck_1",    "DoCheck_2",    "DataType_0",       "DataType_1",
+        "DataType_2",  "GpsDataNum_0", "GpsDataNum_1", "GpsDataNum_2", "GpsNum_0",         "GpsNum_1",
+        "GpsNum_2"}) {
+    EXPECT_EQ(Get<QWidget>(name).accessibleName(), name);
+  }
+}
+
+TEST_F(WindowTest, TheWindowFitsASmallScreen) {
+  EXPECT_LE(window->minimumSizeHint().width(), 1024);
+  EXPECT_LE(window->minimumSizeHint().height(), 700);
+  EXPECT_LE(window->width(), 1024);
+  EXPECT_LE(window->height(), 700);
+}
+
+TEST_F(WindowTest, TabGoesThroughTheControlsInReadingOrder) {
+  Get<QWidget>("CommPort").setFocus();
+  QStringList order;
+  for (int i = 0; i < 30; ++i) {
+    order.append(window->focusWidget()->objectName());
+    QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    if (window->focusWidget()->objectName() == "AutoDelete") break;
+  }
+  EXPECT_EQ(order.join(' ').toStdString(),
+            "CommPort Get_GpsInfo DownCheck_0 DownCheck_1 DownCheck_2 GpsDownLoad GpsUpLoad DoCheck_0 DoCheck_1 "
+            "DoCheck_2 FileExport Copy Delete FileImport Paste OutputTypeOption DegreeType Datum UTCOffsetNum "
+            "WithHeader AutoFileName AutoDownload AutoSave AutoCopy AutoUpload");
+}
+
+TEST_F(WindowTest, MnemonicsAreNotGivenTwice) {
+  QStringList seen;
+  for (const QAction* action : window->menuBar()->actions())
+    seen.append(QKeySequence::mnemonic(action->text()).toString());
+  for (const QLabel* label : window->findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) seen.append(QKeySequence::mnemonic(label->text()).toString());
+  }
+  for (const QAbstractButton* button : window->findChildren<QAbstractButton*>()) {
+    const QString key = QKeySequence::mnemonic(button->text()).toString();
+    if (!key.isEmpty()) seen.append(key);
+  }
+  EXPECT_GT(seen.size(), 15);
+  EXPECT_EQ(seen.removeDuplicates(), 0) << seen.join(' ').toStdString();
+}
+
+// ---- Get GPS info
+
+TEST_F(WindowTest, GetGpsInfoShowsTheReceiverAndItsCounts) {
+  Click("Get_GpsInfo");
+  EXPECT_TRUE(GpsInfo().starts_with("eTrex")) << GpsInfo();
+  EXPECT_TRUE(GpsInfo().find(" (Pid:") != std::string::npos) << GpsInfo();
+  for (int kind = 0; kind < 3; ++kind)
+    EXPECT_GT(Get<QLineEdit>(QString("GpsDataNum_%1").arg(kind)).text().toInt(), 0) << kind;
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, GetGpsInfoByKeyboardAlone) {
+  QTest::keyClick(window.get(), Qt::Key_F5);
+  EXPECT_TRUE(GpsInfo().starts_with("eTrex"));
+}
+
+TEST_F(WindowTest, ReturnPressesTheButtonWithTheFocus) {
+  Get<QPushButton>("Get_GpsInfo").setFocus();
+  QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+  EXPECT_TRUE(GpsInfo().starts_with("eTrex"));
+}
+
+TEST_F(WindowTest, ASilentReceiverShowsTheEmptyIdentificationAndNothingElse) {
+  DemoReceiverOptions options;
+  options.faults.silent = 1;
+  UseReceiver(options);
+  Click("Get_GpsInfo");
+  EXPECT_TRUE(GpsInfo().ends_with(" (Pid:-1)")) << GpsInfo();
+  EXPECT_EQ(Texts("GpsDataNum"), "||");
+  EXPECT_EQ(Messages(), "");
+  EXPECT_TRUE(Get<QPushButton>("Get_GpsInfo").isEnabled());
+}
+
+// ---- Download
+
+TEST_F(WindowTest, DownloadWithoutASelectionIsRefused) {
+  Click("GpsDownLoad");
+  EXPECT_EQ(Messages(), "DownLoadするDataSetが選択されていません．");
+  EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
+}
+
+TEST_F(WindowTest, DownloadFillsTheTickedKindsAndAsksNothingWhileTheyAreEmpty) {
+  Check("DownCheck_0");
+  Check("DownCheck_2");
+  Click("GpsDownLoad");
+  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toInt(), Data().WaypointCount);
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, AnOverwriteAsksOnceAKindWithNoAsTheSafeButton) {
+  CheckAll("DownCheck");
+  Click("GpsDownLoad");
+  ASSERT_EQ(Messages(), "");
+  for (int kind = 0; kind < 3; ++kind)
+    answerer.Answer(QMessageBox::Yes);
+  Click("GpsDownLoad");
+  EXPECT_EQ(Messages(), std::string("現在の内部データ(Waypoint)") + Overwritten + "|現在の内部データ(Route)" +
+                            Overwritten + "|現在の内部データ(TrackLog)" + Overwritten);
+  EXPECT_EQ(answerer.boxes[0].default_button, QString::fromUtf8("いいえ(&N)"));
+  EXPECT_EQ(answerer.boxes[0].buttons.size(), 2);
+}
+
+TEST_F(WindowTest, NoKeepsTheKindAndTheOthersStillCome) {
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  Data().d108.at(1).cmnt = decltype(Data().d108.at(1).cmnt)("MINE");
+  CheckAll("DownCheck");
+  answerer.Answer(QMessageBox::No);
+  Click("GpsDownLoad");
+  EXPECT_EQ(Data().GetWaypoint(1)[WaypointField::cmnt].substr(0, 4), "MINE");
+  EXPECT_GT(Data().routes.RouteCount, 0);
+  EXPECT_GT(Data().tracks.TrackCount, 0);
+}
+
+TEST_F(WindowTest, AKindThatTheReceiverHasNoneOfIsSkippedSilently) {
+  Click("Get_GpsInfo");
+  CheckAll("DownCheck");
+  window->Main().controls.GpsDataNum[1] = "0";
+  window->ShowControls();
+  Click("GpsDownLoad");
+  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
+  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, DuringATransferProgressIsShownAndOnlyCancelCanBePressed) {
+  CheckAll("DownCheck");
+  bool seen = false;
+  std::string status;
+  event_loop.on_yield = [&] {
+    if (!Get<QProgressBar>("Progress").isVisible() || seen) return;
+    seen = true;
+    status = Status();
+    EXPECT_TRUE(Get<QPushButton>("Cancel").isEnabled());
+    for (const char* name : {"Get_GpsInfo", "GpsDownLoad", "GpsUpLoad", "FileExport", "Copy", "Delete", "FileImport",
+                             "Paste", "CommPort", "DownCheck_0", "DoCheck_0", "Datum", "AutoSave"}) {
+      EXPECT_FALSE(Get<QWidget>(name).isEnabled()) << name;
+    }
+    Click("GpsDownLoad");
+    QTest::keyClick(window.get(), Qt::Key_F5);
+  };
+  Click("GpsDownLoad");
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(status.starts_with("DownLoading : Waypoint [")) << status;
+  EXPECT_FALSE(Get<QProgressBar>("Progress").isVisible());
+  EXPECT_TRUE(Get<QPushButton>("GpsDownLoad").isEnabled());
+  EXPECT_FALSE(Get<QPushButton>("Cancel").isEnabled());
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, TheFocusIsBackWhereItWasAfterACommand) {
+  Check("DownCheck_0");
+  Get<QPushButton>("GpsDownLoad").setFocus();
+  QTest::keyClick(window->focusWidget(), Qt::Key_Space);
+  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_EQ(window->focusWidget()->objectName(), "GpsDownLoad");
+}
+
+// ---- Cancel and close
+
+class CancelTest : public WindowTest {
+ protected:
+  /// Does something once, in the middle of the routes.
+  void AmidTheRoutes(std::function<void()> act) {
+    event_loop.on_yield = [this, act = std::move(act)] {
+      if (done_ || !Status().starts_with("DownLoading : Route [1")) return;
+      done_ = true;
+      act();
+    };
+  }
+
+ private:
+  bool done_ = false;
+};
+
+TEST_F(CancelTest, ACancelAmidTheRoutesKeepsTheWaypointsAndSkipsTracksAndAutoActions) {
+  CheckAll("DownCheck");
+  Check("AutoSave");
+  Check("AutoFileName");
+  Check("AutoCopy");
+  AmidTheRoutes([this] { Click("Cancel"); });
+  Click("GpsDownLoad");
+  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_EQ(Data().tracks.TrackCount, 0);
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
+  EXPECT_EQ(Messages(), "");
+  EXPECT_EQ(answerer.file_dialogs, 0);
+  EXPECT_FALSE(demo_port->PortOpen());
+}
+
+TEST_F(CancelTest, EscapeIsCancelDuringATransfer) {
+  CheckAll("DownCheck");
+  AmidTheRoutes([this] { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); });
+  Click("GpsDownLoad");
+  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().tracks.TrackCount, 0);
+}
+
+TEST_F(CancelTest, ACancelIsSeenAtOnce) {
+  CheckAll("DownCheck");
+  std::string status;
+  AmidTheRoutes([&] {
+    Click("Cancel");
+    status = Status();
+    EXPECT_FALSE(Get<QPushButton>("Cancel").isEnabled());
+  });
+  Click("GpsDownLoad");
+  EXPECT_EQ(status, "中止しています...");
+}
+
+TEST_F(CancelTest, ClosingAmidATransferAsksNothingAndClosesOnceTheReceiverWasTold) {
+  CheckAll("DownCheck");
+  bool was_open = false;
+  AmidTheRoutes([&] {
+    EXPECT_FALSE(window->close());
+    was_open = window->isVisible();
+  });
+  Click("GpsDownLoad");
+  EXPECT_TRUE(was_open) << "it stays until the transfer has ended";
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_FALSE(demo_port->PortOpen());
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(CancelTest, ClosingAmidAFailingTransferShowsNoMessageEither) {
+  DemoReceiverOptions options;
+  options.faults.silent_after = 20;
+  UseReceiver(options);
+  CheckAll("DownCheck");
+  bool asked = false;
+  event_loop.on_yield = [&] {
+    if (asked || !Get<QProgressBar>("Progress").isVisible()) return;
+    asked = true;
+    window->close();
+  };
+  Click("GpsDownLoad");
+  EXPECT_TRUE(asked);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, AnIdleWindowClosesAtOnce) {
+  EXPECT_TRUE(window->close());
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(WindowTest, ExitEndsTheProgram) {
+  window->findChild<QAction*>("Exit")->trigger();
+  EXPECT_FALSE(window->isVisible());
+}
+
+// ---- A receiver that stops answering
+
+TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefore) {
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  const std::string waypoints = Get<QLineEdit>("GpsNum_0").text().toStdString();
+  DemoReceiverOptions options;
+  options.faults.silent_after = 40;
+  UseReceiver(options);
+  CheckAll("DownCheck");
+  Click("GpsDownLoad");
+  EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
+  EXPECT_FALSE(demo_port->PortOpen());
+  EXPECT_TRUE(Get<QPushButton>("GpsDownLoad").isEnabled());
+}
+
+// ---- Upload
+
+TEST_F(WindowTest, UploadWithoutASelectionIsRefused) {
+  Click("GpsUpLoad");
+  EXPECT_EQ(Messages(), "UpLoadするDataSetが選択されていません．");
+}
+
+TEST_F(WindowTest, UploadWithoutDataIsRefused) {
+  CheckAll("DoCheck");
+  Click("GpsUpLoad");
+  EXPECT_EQ(Messages(), "内部データがありません．");
+}
+
+TEST_F(WindowTest, AfterAnUploadTheReceiversNewCountIsShown) {
+  PutFile(folder.Path("two.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\nWPT\tD\tWGS84\t=\"B\"\t36\t140\t=\"\"\r\n");
+  window->ImportFiles({folder.Path("two.grc")});
+  Check("DoCheck_0");
+  Click("GpsUpLoad");
+  EXPECT_EQ(Get<QLineEdit>("GpsDataNum_0").text(), "2");
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text(), "2");
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, AutoDeleteEmptiesTheUploadedKinds) {
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  Check("DoCheck_0");
+  Check("AutoDelete");
+  Click("GpsUpLoad");
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+  EXPECT_EQ(Data().WaypointCount, 0);
+}
+
+// ---- Delete, capacity
+
+TEST_F(WindowTest, DeleteEmptiesTheCheckedKindsWithoutAQuestion) {
+  CheckAll("DownCheck");
+  Click("GpsDownLoad");
+  const QString routes = Get<QLineEdit>("GpsNum_1").text();
+  Check("DoCheck_0");
+  Check("DoCheck_2");
+  Click("Delete");
+  EXPECT_EQ(Texts("GpsNum"), "-|" + routes.toStdString() + "|-");
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, DeleteWithNothingCheckedChangesNothing) {
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  const std::string before = Texts("GpsNum");
+  Click("Delete");
+  EXPECT_EQ(Texts("GpsNum"), before);
+}
+
+TEST_F(WindowTest, TheCapacityMessageIsShownOnceUntilTheKindIsDeleted) {
+  std::string routes;
+  for (int route = 1; route <= 79; ++route) {
+    routes += "RTH\t" + std::to_string(route) + "\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
+  }
+  PutFile(folder.Path("full.grc"), routes);
+  PutFile(folder.Path("one.grc"), "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n");
+  const QColor normal = Get<QLabel>("DataType_1").palette().color(Get<QLabel>("DataType_1").backgroundRole());
+  window->ImportFiles({folder.Path("full.grc")});
+  EXPECT_EQ(Messages(), "(Route)内部データ容量の限界です．");
+  EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
+  EXPECT_EQ(Get<QLabel>("DataType_1").backgroundRole(), QPalette::Button);
+  window->ImportFiles({folder.Path("one.grc")});
+  EXPECT_EQ(answerer.boxes.size(), 1U) << "once";
+  Check("DoCheck_1");
+  Click("Delete");
+  EXPECT_EQ(Get<QLabel>("DataType_1").palette().color(Get<QLabel>("DataType_1").backgroundRole()), normal);
+  window->ImportFiles({folder.Path("full.grc")});
+  EXPECT_EQ(answerer.boxes.size(), 2U);
+}
+
+// ---- Export, copy
+
+class ExportTest : public WindowTest {
+ protected:
+  void Load() {
+    Check("DownCheck_0");
+    Click("GpsDownLoad");
+    Check("DoCheck_0");
+  }
+};
+
+TEST_F(ExportTest, ExportAndCopyWithoutDataAreRefused) {
+  Click("FileExport");
+  Click("Copy");
+  EXPECT_EQ(Messages(), "DataSetがDownLoadされていません．|DataSetがDownLoadされていません．");
+}
+
+TEST_F(ExportTest, ExportAndCopyWithoutASelectionAreRefused) {
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  Click("FileExport");
+  Click("Copy");
+  EXPECT_EQ(Messages(), "DataSetが選択されていません．|DataSetが選択されていません．");
+}
+
+TEST_F(ExportTest, ASelectionThatHoldsNothingIsSaidTwice) {
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  Check("DoCheck_1");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("out.grc")));
+  Click("FileExport");
+  EXPECT_EQ(Messages(), "保存するデータがありません．|DatasetがDownLoadされていません．");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("out.grc")));
+}
+
+TEST_F(ExportTest, TheSaveDialogHasTheTypesFilterAndAddsTheExtension) {
+  Load();
+  answerer.ChooseFile(QString::fromStdString(folder.Path("walk")));
+  Click("FileExport");
+  EXPECT_TRUE(answerer.save_dialog);
+  EXPECT_EQ(answerer.name_filters,
+            (QStringList{QString::fromUtf8("すべてのファイル (*)"), QString::fromUtf8("標準ファイル (*.grc)")}));
+  EXPECT_EQ(answerer.chosen_filter, QString::fromUtf8("標準ファイル (*.grc)"));
+  EXPECT_TRUE(FileContents(folder.Path("walk.grc")).starts_with("WPT\tD\tWGS84\t"));
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(ExportTest, ACancelledDialogWritesNothingAndDeletesNothing) {
+  Load();
+  Check("AutoDelete");
+  Click("FileExport");
+  EXPECT_EQ(answerer.file_dialogs, 1);
+  EXPECT_GT(Data().WaypointCount, 0);
+}
+
+TEST_F(ExportTest, AnExistingFileIsReplacedOnlyWithOkAndCancelIsTheSafeButton) {
+  Load();
+  const std::string path = folder.Path("old.grc");
+  PutFile(path, "precious");
+  answerer.ChooseFile(QString::fromStdString(path));
+  answerer.Answer(QMessageBox::Cancel);
+  Click("FileExport");
+  EXPECT_EQ(Messages(), "このファイル（" + path + ")は存在します．上書きしますか？");
+  EXPECT_EQ(answerer.boxes[0].default_button, QString::fromUtf8("キャンセル"));
+  EXPECT_EQ(FileContents(path), "precious");
+  answerer.Answer(QMessageBox::Ok);
+  Click("FileExport");
+  EXPECT_TRUE(FileContents(path).starts_with("WPT\t"));
+}
+
+TEST_F(ExportTest, AutoDeleteEmptiesWhatWasWritten) {
+  Load();
+  Check("AutoDelete");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("out.grc")));
+  Click("FileExport");
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+  EXPECT_TRUE(std::filesystem::exists(folder.Path("out.grc")));
+}
+
+TEST_F(ExportTest, CopyFillsTheClipboardWithHeaderLinesWhereWanted) {
+  Load();
+  Check("WithHeader");
+  Click("Copy");
+  EXPECT_TRUE(Clipboard().starts_with("WPT\tDegreeType\tDatum\tident\t")) << Clipboard().substr(0, 80);
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(ExportTest, NotationAndDatumAreTheChosenOnes) {
+  Load();
+  auto& degree = Get<QComboBox>("DegreeType");
+  degree.setFocus();
+  QTest::keyClick(&degree, Qt::Key_Down);
+  auto& datum = Get<QComboBox>("Datum");
+  datum.setFocus();
+  QTest::keyClick(&datum, Qt::Key_Down);
+  Click("Copy");
+  EXPECT_TRUE(Clipboard().starts_with("WPT\tDMS\tTokyo\t")) << Clipboard().substr(0, 80);
+}
+
+TEST_F(ExportTest, ACharacterThatShiftJisLacksOffersUtf8BeforeAnythingIsWritten) {
+  PutFile(folder.Path("in.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"caf\xc3\xa9\"\r\n");
+  window->ImportFiles({folder.Path("in.grc")});
+  Check("DoCheck_0");
+  const std::string path = folder.Path("out.grc");
+  answerer.ChooseFile(QString::fromStdString(path));
+  answerer.Answer(QMessageBox::No);
+  Click("FileExport");
+  ASSERT_EQ(answerer.boxes.size(), 1U);
+  EXPECT_TRUE(answerer.boxes[0].text.contains(QString::fromUtf8("1行目のWPT「A」の文字「é」"))) << Messages();
+  EXPECT_FALSE(std::filesystem::exists(path));
+  answerer.Answer(QMessageBox::Yes);
+  Click("FileExport");
+  EXPECT_NE(FileContents(path).find("CAF\xc3\xa9"), std::string::npos);
+}
+
+TEST_F(ExportTest, TwoExportsWithinASecondAskBeforeTheSecondOverwrites) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.Path("."));
+  Load();
+  Check("AutoFileName");
+  Click("FileExport");
+  Click("FileExport");
+  std::filesystem::current_path(before);
+  EXPECT_EQ(answerer.file_dialogs, 0);
+  ASSERT_EQ(answerer.boxes.size(), 1U) << Messages();
+  EXPECT_TRUE(answerer.boxes[0].text.endsWith(QString::fromUtf8("20021115_142530.grc)は存在します．上書きしますか？")));
+}
+
+// ---- Import
+
+TEST_F(WindowTest, TheOpenDialogReadsAFileAndTheStatusLineTellsWhatCameIn) {
+  PutFile(folder.Path("in.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\nWPT\tD\tWGS84\t=\"B\"\tx\t139\t=\"\"\r\n");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("in.grc")));
+  Click("FileImport");
+  EXPECT_FALSE(answerer.save_dialog);
+  EXPECT_EQ(Texts("GpsNum"), "1|-|-");
+  EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，Route 0，TrackLog 0．1行を読み飛ばしました")) << Status();
+}
+
+TEST_F(WindowTest, ACancelledOpenDialogShowsNothing) {
+  Click("FileImport");
+  EXPECT_EQ(answerer.file_dialogs, 1);
+  EXPECT_EQ(Messages(), "");
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+}
+
+TEST_F(WindowTest, AFileOfAnotherKindIsRefused) {
+  PutFile(folder.Path("in.grc"), "hello\r\n");
+  window->ImportFiles({folder.Path("in.grc")});
+  EXPECT_EQ(Messages(), "未対応のファイルです．");
+}
+
+// ---- Auto-actions
+
+TEST_F(WindowTest, AutoDownloadSelectsAllKindsWhateverWasSelected) {
+  Check("AutoDownload");
+  Check("DownCheck_1");
+  Click("Get_GpsInfo");
+  for (int kind = 0; kind < 3; ++kind)
+    EXPECT_TRUE(Get<QCheckBox>(QString("DownCheck_%1").arg(kind)).isChecked());
+  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().tracks.TrackCount, 0);
+}
+
+TEST_F(WindowTest, AutoSaveAndAutoCopyHandOnTheDownloadedKinds) {
+  Check("AutoSave");
+  Check("AutoCopy");
+  Check("DownCheck_1");
+  Check("DoCheck_0");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("auto.grc")));
+  Click("GpsDownLoad");
+  EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("RTH\t"));
+  EXPECT_TRUE(Clipboard().starts_with("RTH\t"));
+  EXPECT_FALSE(Get<QCheckBox>("DoCheck_0").isChecked());
+  EXPECT_TRUE(Get<QCheckBox>("DoCheck_1").isChecked());
+}
+
+TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
+  DemoReceiverOptions options;
+  options.faults.bad_checksum = 2;
+  UseReceiver(options);
+  Check("AutoSave");
+  Check("DownCheck_0");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("auto.grc")));
+  Click("GpsDownLoad");
+  EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("WPT\t"));
+  EXPECT_TRUE(Status().find("破損した記録が1件") != std::string::npos) << Status();
+}
+
+// ---- Ports
+
+TEST_F(WindowTest, ThePortListTellsInWordsWhatIsBehindANumber) {
+  ports = {{1, "/dev/ttyUSB0", "FT232R"}, {3, "/dev/ttyS0", ""}};
+  auto& box = Get<QComboBox>("CommPort");
+  box.showPopup();
+  box.hidePopup();
+  EXPECT_EQ(box.itemText(0), "1: /dev/ttyUSB0 (FT232R)");
+  EXPECT_EQ(box.itemText(1), QString::fromUtf8("2: （ポートなし）"));
+  EXPECT_EQ(box.itemText(2), "3: /dev/ttyS0");
+  EXPECT_EQ(box.itemData(box.count() - 1).toString(), "demo");
+  EXPECT_TRUE(box.itemText(box.count() - 1).contains(QString::fromUtf8("デモ")));
+}
+
+TEST_F(WindowTest, ThePortListIsLookedUpAnewWheneverItOpens) {
+  auto& box = Get<QComboBox>("CommPort");
+  box.showPopup();
+  box.hidePopup();
+  ASSERT_EQ(box.itemText(3), QString::fromUtf8("4: （ポートなし）"));
+  ports = {{4, "/dev/ttyUSB7", ""}};
+  box.showPopup();
+  box.hidePopup();
+  EXPECT_EQ(box.itemText(3), "4: /dev/ttyUSB7");
+}
+
+TEST_F(WindowTest, APortThatIsNotThereSaysSoAndLeavesTheProgramUsable) {
+  auto& box = Get<QComboBox>("CommPort");
+  box.setFocus();
+  QTest::keyClick(&box, Qt::Key_Home);
+  ASSERT_EQ(window->Main().controls.CommPort, "1");
+  Click("Get_GpsInfo");
+  ASSERT_EQ(answerer.boxes.size(), 1U);
+  EXPECT_TRUE(Get<QPushButton>("Get_GpsInfo").isEnabled());
+  QTest::keyClick(&box, Qt::Key_End);
+  Click("Get_GpsInfo");
+  EXPECT_TRUE(GpsInfo().starts_with("eTrex"));
+}
+
+}  // namespace
+}  // namespace walrim

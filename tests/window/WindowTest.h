@@ -1,0 +1,107 @@
+// The real window, clicked and typed at, in front of a receiver made of software.
+#pragma once
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "device/Garmin.h"
+#include "qt/QtEventLoop.h"
+#include "receiver/DemoSerialPort.h"
+#include "support/Fakes.h"
+#include "support/Processes.h"
+#include "window/Answerer.h"
+#include "window/MainWindow.h"
+
+namespace walrim {
+
+/// The window's event loop, with a look at every turn.
+class WatchedLoop : public QtEventLoop {
+ public:
+  void Yield() override {
+    QtEventLoop::Yield();
+    if (on_yield) on_yield();
+  }
+
+  std::function<void()> on_yield;
+};
+
+class WindowTestBase : public testing::Test {
+ protected:
+  /// The window in front of a line.
+  void Open(SerialPort& port, const Clock& clock) {
+    window = std::make_unique<MainWindow>(WindowParts{port, clock, event_loop, inet, [this] { return ports; }});
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+  }
+
+  template <typename Widget>
+  [[nodiscard]] Widget& Get(const QString& name) const {
+    auto* widget = window->findChild<Widget*>(name);
+    if (widget == nullptr) throw std::runtime_error("no widget " + name.toStdString());
+    return *widget;
+  }
+  void Click(const QString& name) const { QTest::mouseClick(&Get<QPushButton>(name), Qt::LeftButton); }
+  void Check(const QString& name, bool checked = true) const {
+    auto& box = Get<QCheckBox>(name);
+    if (box.isChecked() != checked) {
+      QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(box.height() / 2, box.height() / 2));
+    }
+    ASSERT_EQ(box.isChecked(), checked) << name.toStdString();
+  }
+  void CheckAll(const char* control) const {
+    for (int kind = 0; kind < 3; ++kind)
+      Check(QString("%1_%2").arg(control).arg(kind));
+  }
+  /// The texts of an indexed text box: "12|2|3".
+  [[nodiscard]] std::string Texts(const char* control) const {
+    QStringList texts;
+    for (int kind = 0; kind < 3; ++kind)
+      texts.append(Get<QLineEdit>(QString("%1_%2").arg(control).arg(kind)).text());
+    return texts.join('|').toStdString();
+  }
+  [[nodiscard]] std::string GpsInfo() const { return Get<QLabel>("GpsInfo").text().toStdString(); }
+  [[nodiscard]] std::string Status() const { return Get<QLabel>("Status").text().toStdString(); }
+  [[nodiscard]] std::string Messages() const { return answerer.Texts().join('|').toStdString(); }
+  [[nodiscard]] InternalData& Data() const { return window->Main().Data(); }
+  static std::string Clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
+
+  Answerer answerer;
+  WatchedLoop event_loop;
+  FakeInet inet;
+  std::vector<NumberedPort> ports;
+  TemporaryFolder folder;
+  std::unique_ptr<MainWindow> window;
+};
+
+/// In front of the demonstration receiver, in a time that passes only where the program waits.
+class WindowTest : public WindowTestBase {
+ protected:
+  WindowTest() { UseReceiver({}); }
+
+  void UseReceiver(DemoReceiverOptions options) {
+    window.reset();
+    options.baud = 0;
+    demo_port = std::make_unique<DemoSerialPort>(options, clock,
+                                                 [this](std::chrono::nanoseconds time) { clock.Advance(time); });
+    Open(*demo_port, clock);
+    window->Main().controls.CommPort = "demo";
+    window->ShowControls();
+  }
+
+  FakeClock clock;
+  std::unique_ptr<DemoSerialPort> demo_port;
+};
+
+}  // namespace walrim
