@@ -18,6 +18,11 @@ constexpr std::string_view BadDataMessage = "受信データが異常なため�
 /// The most records that a message lists one by one.
 constexpr std::size_t LongestList = 20;
 
+/// A port that was there when the receiver was identified, and is no more: the adapter was pulled between two kinds.
+bool PortIsGone(const PortResult& result) {
+  return result.problem == PortProblem::Missing || result.problem == PortProblem::Other;
+}
+
 std::string JoinNames(const std::vector<std::string>& names) {
   std::string text;
   for (std::size_t i = 0; i < names.size() && i < LongestList; ++i)
@@ -95,8 +100,8 @@ void WalrimMain::ShowNotices() {
 /// A result of 0 may be an empty receiver, or one that did not take the first packet.
 WalrimMain::KindEnd WalrimMain::EndWithoutRecords() {
   const TransferReport& report = garmin_.session.report;
-  if (report.port_failed) return {false, Outcome::Refused};
-  if (report.no_answer) {
+  if (report.port_failed && !PortIsGone(garmin_.LastPortResult())) return {false, Outcome::Refused};
+  if (report.no_answer || report.port_failed) {
     desktop_.ShowMessage(LinkLostMessage);
     return {false, Outcome::LinkLost};
   }

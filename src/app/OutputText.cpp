@@ -33,13 +33,14 @@ std::ptrdiff_t CommasOf(std::string_view line) {
   return line.starts_with("TP") ? 6 : 7;
 }
 
-/// WPT+ lines with more commas than fields.
+/// WPT+ lines with more commas than fields, or a quote: what a field loses in reading.
 int WptLinesWithComma(std::string_view text) {
   int lines = 0;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
     const std::string_view line = text.substr(begin, end - begin);
-    if (std::count(line.begin(), line.end(), ',') > CommasOf(line)) ++lines;
+    const bool has_quote = line.find('"') != std::string_view::npos;
+    if (has_quote || std::count(line.begin(), line.end(), ',') > CommasOf(line)) ++lines;
     begin = end + 1;
   }
   return lines;
@@ -90,9 +91,9 @@ std::optional<std::string> WalrimMain::BuildInType() {
   return BuildStandard();
 }
 
-void WalrimMain::NoteCommas(int lines) {
+void WalrimMain::NoteCommas(int lines, std::string_view what) {
   if (lines == 0) return;
-  notices_.push_back("コンマを含む文字列が" + std::to_string(lines) +
+  notices_.push_back(std::string(what) + "を含む文字列が" + std::to_string(lines) +
                      "件あります．このファイルを読み込むと，そこで切れます．");
 }
 
@@ -104,7 +105,7 @@ std::string WalrimMain::BuildStandard() {
   for (const DataKind kind : AllDataKinds) {
     if (wanted[IndexOf(kind)]) writer.AppendKind(text, kind, controls.WithHeader, progress);
   }
-  NoteCommas(LinesWithComma(text));
+  NoteCommas(LinesWithComma(text), "コンマ");
   return text;
 }
 
@@ -112,7 +113,8 @@ std::string WalrimMain::BuildWptPlus(std::string_view output_type) {
   const WptSettings settings{std::string(output_type), OutputSettings(), clock_.LocalTime()};
   std::string text = BuildWptText(data_, WantedKinds(), settings, ExportProgress());
   // The first line is the Datum line, whose commas are its own.
-  NoteCommas(WptLinesWithComma(std::string_view(text).substr(std::min(text.find('\n') + 1, text.size()))));
+  NoteCommas(WptLinesWithComma(std::string_view(text).substr(std::min(text.find('\n') + 1, text.size()))),
+             "コンマか引用符");
   return text;
 }
 
@@ -136,6 +138,10 @@ std::optional<std::string> WalrimMain::BuildScript() {
         event_loop_.Yield();
       });
   NoteMessages(script.messages);
+  if (script.skipped > 0) {
+    notices_.push_back(std::to_string(script.skipped) +
+                       "件の記録は，文字列の中の記号のためスクリプトに書けませんでした．");
+  }
   return PassThroughFile(folder.File("Temp.mps"), script.text);
 }
 

@@ -197,7 +197,7 @@ class WalrimMain {
   [[nodiscard]] std::optional<std::string> BuildScript();
   [[nodiscard]] std::optional<std::string> PassThroughFile(const std::string& path, const std::string& text);
   [[nodiscard]] std::optional<std::string> BuildInType();
-  void NoteCommas(int lines);
+  void NoteCommas(int lines, std::string_view what);
   void NoteSouthAndWest(std::string_view output_type);
   void NoteMessages(const MessageList& messages);
   [[nodiscard]] bool AnyLoaded() const;

@@ -1,7 +1,7 @@
 #include "window/FirstFrame.h"
 
 #include <QEvent>
-#include <QTimer>
+#include <QTimerEvent>
 #include <QWidget>
 #include <utility>
 
@@ -20,13 +20,15 @@ class FirstPaint : public QObject {
     if (event->type() == QEvent::Paint) {
       watched->removeEventFilter(this);
       // The painting itself is done by the time the event loop turns again.
-      QTimer::singleShot(0, this, [this] {
-        const std::function<void()> call = std::move(call_);
-        deleteLater();
-        call();
-      });
+      startTimer(0);
     }
     return false;
+  }
+  void timerEvent(QTimerEvent* event) override {
+    killTimer(event->timerId());
+    deleteLater();
+    const std::function<void()> call = std::move(call_);
+    call();
   }
 
  private:

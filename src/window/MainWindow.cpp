@@ -16,8 +16,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTimer>
 #include <exception>
+#include <utility>
 
 #include "device/NameTables.h"
 #include "window/AboutBox.h"
@@ -172,6 +172,8 @@ void MainWindow::ConnectButtons() {
   connect_command(data_panel_->file_import, &WalrimMain::FileImport_Click);
   connect_command(data_panel_->paste, &WalrimMain::Paste_Click);
   connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
+  drop_timer_.setSingleShot(true);
+  connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });
 }
 
 void MainWindow::SetTabOrder() {
@@ -323,10 +325,12 @@ void MainWindow::dropEvent(QDropEvent* event) {
   event->setDropAction(Qt::CopyAction);
   event->accept();
   // Whoever drags waits until this returns; questions and transfers come after it.
-  QTimer::singleShot(0, this, [this, dropped = *dropped] { ImportDropped(dropped); });
+  dropped_ = *dropped;
+  drop_timer_.start();
 }
 
-void MainWindow::ImportDropped(const Dropped& dropped) {
+void MainWindow::ImportDropped() {
+  const Dropped dropped = std::exchange(dropped_, {});
   Run([&] { main_.TakeDrop(ToStrings(dropped.files), dropped.text.toStdString()); });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -83,7 +84,7 @@ class MainWindow : public QMainWindow {
   void SettingsChanged();
   void RefreshRecords();
   void CancelTransfer();
-  void ImportDropped(const Dropped& dropped);
+  void ImportDropped();
   void AskForLink();
   [[nodiscard]] QString TypedLink();
   void ShowDropHint(bool shown);
@@ -109,6 +110,8 @@ class MainWindow : public QMainWindow {
   bool command_runs_ = false;
   bool close_wanted_ = false;
   QString status_before_drag_;
+  Dropped dropped_;  ///< waits for the event loop to turn
+  QTimer drop_timer_;
 };
 
 }  // namespace walrim

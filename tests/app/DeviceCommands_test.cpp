@@ -480,6 +480,16 @@ TEST_F(DeviceCommandsTest, APortThatIsTakenAfterTheIdentificationIsSaidAsSuch) {
   EXPECT_EQ(desktop.messages[0].find("Serial Port [ 1 ] は既に使われています"), 0U);
 }
 
+TEST_F(DeviceCommandsTest, APortThatIsGoneAfterTheIdentificationIsALostLink) {
+  TickDownload(true, true, false);
+  loop.on_yield = [&] {
+    if (receiver.received.size() == 1) port.open_result.problem = PortProblem::Missing;
+  };
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::LinkLost);
+  ASSERT_EQ(desktop.messages.size(), 2U);
+  EXPECT_EQ(desktop.messages[1], "電源が切れたか，コードが外れました．");
+}
+
 TEST_F(DeviceCommandsTest, AnUploadThatIsNotAcknowledgedIsSaid) {
   DownloadAll();
   TickDo(true, false, false);

@@ -33,6 +33,8 @@ constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
 constexpr std::string_view NothingSelected = "保存するデータがありません．";
 constexpr std::string_view NothingDownloaded = "DatasetがDownLoadされていません．";
 constexpr std::string_view CommaNotice = "コンマを含む文字列が1件あります．このファイルを読み込むと，そこで切れます．";
+constexpr std::string_view QuoteNotice =
+    "コンマか引用符を含む文字列が1件あります．このファイルを読み込むと，そこで切れます．";
 
 /// A log so long that the conversion lets the event loop turn.
 std::string LongLog() {
@@ -366,13 +368,27 @@ TEST_F(OutputTypesFlow, ATextWithACommaIsToldInEveryType) {
   record[WaypointField::cmnt] = "HUT,CLOSED";
   ASSERT_GT(main.Data().AddWaypoint(record), 0);
   for (const char* type : {"標準", "WPT+", "MPS"}) {
+    const std::string notice(std::string_view(type) == "標準" ? CommaNotice : QuoteNotice);
     Choose(type, type);
     EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
-    EXPECT_EQ(desktop.caption, CommaNotice) << type;
-    EXPECT_EQ(main.TakeNotices(), Strings{std::string(CommaNotice)}) << type;
+    EXPECT_EQ(desktop.caption, notice) << type;
+    EXPECT_EQ(main.TakeNotices(), Strings{notice}) << type;
     EXPECT_EQ(main.Copy_Click(), Outcome::Done);
-    EXPECT_EQ(desktop.caption, CommaNotice) << type;
+    EXPECT_EQ(desktop.caption, notice) << type;
   }
+}
+
+TEST_F(OutputTypesFlow, AQuoteThatCostsARecordItsPlaceInAScriptIsTold) {
+  Hold(Standard);
+  WaypointRecord record;
+  record[WaypointField::ident] = "\"X";
+  record[WaypointField::lat] = "35";
+  record[WaypointField::lon] = "139";
+  ASSERT_GT(main.Data().AddWaypoint(record), 0);
+  Choose("MPS", "MPS");
+  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(main.TakeNotices(),
+            (Strings{std::string(QuoteNotice), "1件の記録は，文字列の中の記号のためスクリプトに書けませんでした．"}));
 }
 
 TEST_F(OutputTypesFlow, TheCommasOfALineAreNoneOfAText) {

@@ -298,7 +298,7 @@ TEST_F(OutputTypesCli, ATextWithACommaIsToldAndStillExitsWithZero) {
   const Result result = Convert("-", {"--type", "txt"}, "WP,D,A,35,139,11/15/2002,10:00:00,\"HUT, CLOSED\"\r\n");
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_NE(result.out.find(",HUT, CLOSED\r\n"), std::string::npos) << result.out;
-  EXPECT_TRUE(result.Said("コンマを含む文字列が1件あります．"));
+  EXPECT_TRUE(result.Said("コンマか引用符を含む文字列が1件あります．"));
 }
 
 TEST_F(OutputTypesCli, NothingToWriteExitsWithOneAndLeavesNoFile) {

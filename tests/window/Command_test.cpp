@@ -269,6 +269,7 @@ TEST_F(CommandTest, DeleteAllEmptiesEveryKindWithoutAQuestion) {
 TEST_F(CommandTest, TwoCallsAtTheSameMomentAreEachDoneOrToldToWait) {
   constexpr int Calls = 6;
   std::vector<std::unique_ptr<Calling>> callings;
+  callings.reserve(Calls);
   for (int i = 0; i < Calls; ++i)
     callings.push_back(std::make_unique<Calling>(std::vector<std::string>{"GetFile", folder.Path("a.grc")}));
   int done = 0;

@@ -20,7 +20,7 @@ constexpr const char* Hint = "ここで放すと，内部データに取り込�
 
 /// Data as a file manager or a browser drags them.
 struct Dragged {
-  explicit Dragged(QList<QUrl> links, const std::string& text = {}) {
+  explicit Dragged(const QList<QUrl>& links, const std::string& text = {}) {
     mime.setUrls(links);
     if (!text.empty()) mime.setText(QString::fromStdString(text));
   }
