@@ -119,6 +119,7 @@ void WalrimMain::AskCount(DataKind kind, Outcome& outcome) {
   bool failed = false;
   const std::int32_t count =
       RunTransfer([&] { return garmin_.Download(kind, controls.CommPort, TransferMode::CountOnly); }, failed);
+  if (count < 0) count_text.clear();
   if (count == TransferTimedOut) {
     desktop_.ShowMessage(LinkLostMessage);
     outcome = Outcome::LinkLost;
@@ -142,6 +143,7 @@ Outcome WalrimMain::Get_GpsInfo_Click() {
     if (IdentifyDevice().ProductId <= 0) return OutcomeWithoutReceiver();
     for (const DataKind kind : AllDataKinds)
       controls.GpsDataNum[IndexOf(kind)].clear();
+    desktop_.ControlsChanged();
     for (const DataKind kind : AllDataKinds) {
       garmin_.Status().SetCaption("Get Data Num of " + std::string(DataKindName(kind)));
       AskCount(kind, outcome);
@@ -169,10 +171,10 @@ Outcome WalrimMain::GpsDownLoad_Click() {
   {
     const BusyGuard guard(busy_);
     notices_.clear();
+    cancel_requested_ = false;
     const ProductInfo info = IdentifyDevice();
     controls.CancelEnabled = true;
     desktop_.ControlsChanged();
-    cancel_requested_ = false;
     outcome = info.ProductId > 0 ? DownloadSelected() : OutcomeWithoutReceiver();
     ShowNotices();
     cancel_requested_ = false;
@@ -220,20 +222,18 @@ WalrimMain::KindEnd WalrimMain::DownloadKind(DataKind kind) {
   return {false, lost ? Outcome::LinkLost : Outcome::Refused};
 }
 
-/// What the download had to tell stays told behind what follows it by itself.
+/// The kinds that were saved are still there to be copied; they are deleted when all that was wanted has been done.
+/// What the download had to tell stays told.
 void WalrimMain::RunAutoSaveAndCopy() {
   const std::vector<std::string> of_download = notices_;
-  if (controls.AutoSave) {
-    controls.DoCheck = controls.DownCheck;
-    desktop_.ControlsChanged();
-    FileExport_Click();
-  }
-  if (controls.AutoCopy) {
-    controls.DoCheck = controls.DownCheck;
-    desktop_.ControlsChanged();
-    Copy_Click();
-  }
-  if (of_download.empty() || !(controls.AutoSave || controls.AutoCopy)) return;
+  if (!controls.AutoSave && !controls.AutoCopy) return;
+  bool all_done = true;
+  controls.DoCheck = controls.DownCheck;
+  desktop_.ControlsChanged();
+  if (controls.AutoSave) all_done = ExportSelected() == Outcome::Done;
+  if (controls.AutoCopy) all_done = CopySelected() == Outcome::Done && all_done;
+  if (all_done && controls.AutoDelete) Delete_Click();
+  if (of_download.empty()) return;
   notices_.insert(notices_.begin(), of_download.begin(), of_download.end());
   ShowNotices();
 }

@@ -11,8 +11,8 @@ class Dialogs {
  public:
   virtual ~Dialogs() = default;
 
-  /// Lets the user adjust the settings of a script. False when the script is not wanted after all; then they are as
-  /// they were.
+  /// Lets the user adjust the settings of a script. False when the script is not wanted after all; what was stored
+  /// until then stays stored.
   [[nodiscard]] virtual bool ShowMpsOption(MpsOptions& options) = 0;
 
   /// Lets the user complete a point that the dialog was opened for; nothing when it was cancelled.

@@ -90,23 +90,28 @@ std::optional<std::string> WalrimMain::EncodeText(const std::string& text) {
   return text;
 }
 
+/// Only what was really written, or copied, may go.
+Outcome WalrimMain::DeleteBehind(Outcome outcome) {
+  if (outcome == Outcome::Done && controls.AutoDelete) Delete_Click();
+  return outcome;
+}
+
 Outcome WalrimMain::FileExport_Click() {
+  return DeleteBehind(ExportSelected());
+}
+
+Outcome WalrimMain::ExportSelected() {
   if (busy_) return Outcome::Busy;
   if (!SomethingToWrite()) return Outcome::Refused;
-  Outcome outcome = Outcome::Done;
-  {
-    const BusyGuard guard(busy_);
-    notices_.clear();
-    std::string base_name;
-    if (controls.AutoFileName) {
-      std::error_code error;
-      base_name = (std::filesystem::current_path(error) / StampOf(clock_.LocalTime())).string();
-    }
-    outcome = ExportRoutine(base_name);
-    ShowNotices();
+  const BusyGuard guard(busy_);
+  notices_.clear();
+  std::string base_name;
+  if (controls.AutoFileName) {
+    std::error_code error;
+    base_name = (std::filesystem::current_path(error) / StampOf(clock_.LocalTime())).string();
   }
-  // Only what was really written may go.
-  if (outcome == Outcome::Done && controls.AutoDelete) Delete_Click();
+  const Outcome outcome = ExportRoutine(base_name);
+  ShowNotices();
   return outcome;
 }
 
@@ -146,20 +151,23 @@ Outcome WalrimMain::WriteText(const std::string& path, const std::optional<std::
 }
 
 Outcome WalrimMain::Copy_Click() {
+  return DeleteBehind(CopySelected());
+}
+
+Outcome WalrimMain::CopySelected() {
   if (busy_) return Outcome::Busy;
   if (!SomethingToWrite()) return Outcome::Refused;
-  bool copied = false;
-  {
-    const BusyGuard guard(busy_);
-    notices_.clear();
-    const auto text = BuildText();
-    ShowNotices();
-    copied = text && !text->empty();
-    if (copied) desktop_.SetClipboardText(*text);
-    if (text && text->empty()) desktop_.ShowMessage("DatasetがDownLoadされていません．");
+  const BusyGuard guard(busy_);
+  notices_.clear();
+  const auto text = BuildText();
+  ShowNotices();
+  if (!text) return Outcome::Refused;
+  if (text->empty()) {
+    desktop_.ShowMessage("DatasetがDownLoadされていません．");
+    return Outcome::Refused;
   }
-  if (copied && controls.AutoDelete) Delete_Click();
-  return copied ? Outcome::Done : Outcome::Refused;
+  desktop_.SetClipboardText(*text);
+  return Outcome::Done;
 }
 
 }  // namespace walrim

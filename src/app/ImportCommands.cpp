@@ -121,6 +121,7 @@ void WalrimMain::ReadTextIn(const std::string& text, FileFormat format) {
     const Conversion wpt = ConvertScriptToWpt(text);
     ReadWptIn(wpt.text);
     last_import_.skipped_statements = wpt.skipped;
+    last_import_.first_skipped_statement_why = wpt.first_skipped_why;
   }
   ShowCounters(last_import_.summary);
 }
@@ -205,7 +206,8 @@ Outcome WalrimMain::FetchLink(const std::string& link) {
     desktop_.ShowMessage(answer.error);
     return Outcome::Refused;
   }
-  return ReadThroughFile("TempLink" + EndingOfLink(link), answer.bytes);
+  const bool is_script = RecognizeText(answer.bytes) == FileFormat::MapServerScript;
+  return ReadThroughFile("TempLink" + (is_script ? ".mps" : EndingOfLink(link)), answer.bytes);
 }
 
 Outcome WalrimMain::ReadThroughFile(const std::string& name, const std::string& bytes) {
@@ -221,9 +223,11 @@ Outcome WalrimMain::ReadThroughFile(const std::string& name, const std::string& 
   return ReadFileIn(folder.File(name));
 }
 
-Outcome WalrimMain::ImportPlainText(const std::string& text) {
+Outcome WalrimMain::ImportPlainText(const std::string& whole_text) {
+  // What is copied often begins with an empty line.
+  const std::string text = whole_text.substr(std::min(whole_text.find_first_not_of("\r\n"), whole_text.size()));
   const FileFormat format = RecognizeText(text);
-  if (format == FileFormat::Unknown) return ImportPoint(text);
+  if (format == FileFormat::Unknown) return EndImport(ImportPoint(text));
   const PastedFormat pasted = PastedFormatOf(format);
   garmin_.Status().SetCaption(pasted.status);
   const BusyGuard guard(busy_);

@@ -34,6 +34,7 @@ void ImportResult::Add(const ImportResult& other) {
   AddCount(summary.skipped, summary.first_skipped_line, more.skipped, more.first_skipped_line);
   AddCount(summary.overfull, summary.first_overfull_line, more.overfull, more.first_overfull_line);
   AddCount(summary.unread_times, summary.first_unread_time_line, more.unread_times, more.first_unread_time_line);
+  if (skipped_statements == 0) first_skipped_statement_why = other.first_skipped_statement_why;
   skipped_statements += other.skipped_statements;
   for (const std::string& message : other.messages.kept)
     messages.Add(message);
@@ -54,7 +55,8 @@ std::vector<std::string> ImportComplaints(const ImportResult& result) {
   const int more = result.messages.count - static_cast<int>(result.messages.kept.size());
   if (more > 0) complaints.push_back("ほかに" + std::to_string(more) + "行の命令が分かりません．");
   if (result.skipped_statements > 0) {
-    complaints.push_back(std::to_string(result.skipped_statements) + "個の文を読み飛ばしました．");
+    complaints.push_back(std::to_string(result.skipped_statements) + "個の文を読み飛ばしました（最初の理由：" +
+                         result.first_skipped_statement_why + "）．");
   }
   if (summary.skipped > 0) {
     complaints.push_back(std::to_string(summary.skipped) + "行を読み飛ばしました" + AtLine(summary.first_skipped_line) +

@@ -187,6 +187,9 @@ class WalrimMain {
   std::int32_t RunTransfer(Transfer transfer, bool& failed);
 
   void GpsNum_Change(DataKind kind);
+  Outcome ExportSelected();
+  Outcome CopySelected();
+  Outcome DeleteBehind(Outcome outcome);
   [[nodiscard]] bool SomethingToWrite();
   Outcome WriteText(const std::string& path, const std::optional<std::string>& text);
   [[nodiscard]] std::array<bool, DataKindCount> WantedKinds() const;

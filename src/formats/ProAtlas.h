@@ -21,8 +21,14 @@ struct Conversion {
   /// Lines or statements that were left out: no position on the globe, an unknown datum, no end, or behind the end of
   /// another statement on the same line.
   int skipped = 0;
-  int cut = 0;           ///< WPT+ lines that lost their tail behind a comma
-  MessageList messages;  ///< about unknown WPT+ commands
+  std::string first_skipped_why;  ///< in Japanese
+  int cut = 0;                    ///< WPT+ lines that lost their tail behind a comma
+  MessageList messages;           ///< about unknown WPT+ commands
+
+  /// Counts what was left out; the reason of the first stays.
+  void Skip(std::string_view why) {
+    if (skipped++ == 0) first_skipped_why = why;
+  }
 };
 
 /// Called now and then with how much of the input was read; the caller may let its event loop turn.

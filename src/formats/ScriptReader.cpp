@@ -17,6 +17,8 @@
 namespace walrim {
 namespace {
 
+constexpr std::string_view NoPosition = "位置が読めません";
+
 constexpr int StatementsPerProgress = 256;
 constexpr std::string_view DegreeForm = "D";
 
@@ -126,14 +128,14 @@ void ScriptReader::OpenLog(std::string_view number, std::string_view pos) {
     log_.push_back({TakePosition(pos), std::nullopt});
     --log_points_left_;
   }
-  if (!pos.empty()) ++result_.skipped;
+  if (!pos.empty()) result_.Skip("トラックログの点が多すぎます");
 }
 
 void ScriptReader::CloseLog() {
   bool begins = true;
   for (const LogPoint& point : log_) {
     if (!point.point) {
-      ++result_.skipped;
+      result_.Skip(NoPosition);
       continue;
     }
     AppendLogPoint(point, begins);
@@ -186,7 +188,7 @@ void ScriptReader::AppendPoint(std::string_view command, const Statement& statem
   std::string_view pos = statement.Value("pos");
   const auto point = TakePosition(pos);
   if (!point) {
-    ++result_.skipped;
+    result_.Skip(NoPosition);
     return;
   }
   std::string comment(texts.comment);
@@ -208,11 +210,13 @@ Conversion ConvertScriptToWpt(std::string_view script, const ConversionProgress&
   for (std::string text; statements.Next(text);) {
     const auto statement = ParseStatement(text);
     if (statement) reader.TakeStatement(*statement);
-    if (HasTail(text) && !(statement && statement->keyword == "comment")) ++result.skipped;
+    if (HasTail(text) && !(statement && statement->keyword == "comment")) {
+      result.Skip("文の後ろに同じ行の続きがあります");
+    }
     if (progress && ++count % StatementsPerProgress == 0) progress(statements.Offset(), script.size());
   }
   reader.CloseLog();
-  if (statements.Incomplete()) ++result.skipped;
+  if (statements.Incomplete()) result.Skip("文に終わりがありません");
   return result;
 }
 

@@ -124,7 +124,7 @@ std::optional<GeoPoint> ScriptWriter::Place(std::string_view form, std::string_v
   const bool datum_known = datum_ == "WGS84" || datum_ == "Tokyo";
   auto point = notation.empty() || !datum_known ? std::nullopt : PointOfFields(lat, lon, notation);
   if (!point) {
-    ++result_.skipped;
+    result_.Skip("位置か測地系が読めません");
     return std::nullopt;
   }
   if (!script_datum_) script_datum_ = datum_;

@@ -10,12 +10,14 @@ std::optional<Dropped> DroppedOf(const QMimeData& data) {
   for (const QUrl& url : data.urls()) {
     if (url.isLocalFile() && url.host().isEmpty()) {
       dropped.files.append(url.toLocalFile());
-    } else if (dropped.text.isEmpty()) {
-      dropped.text = url.toString(QUrl::FullyEncoded);
+    } else {
+      dropped.texts.append(url.toString(QUrl::FullyEncoded));
     }
   }
-  if (dropped.files.isEmpty() && dropped.text.isEmpty()) dropped.text = data.text();
-  if (dropped.files.isEmpty() && dropped.text.trimmed().isEmpty()) return std::nullopt;
+  if (dropped.files.isEmpty() && dropped.texts.isEmpty() && !data.text().trimmed().isEmpty()) {
+    dropped.texts.append(data.text());
+  }
+  if (dropped.files.isEmpty() && dropped.texts.isEmpty()) return std::nullopt;
   return dropped;
 }
 

@@ -9,10 +9,10 @@ class QMimeData;
 
 namespace walrim {
 
-/// Files from a file manager, or a text, which may be a link.
+/// Files from a file manager, and links or a text.
 struct Dropped {
   QStringList files;
-  QString text;
+  QStringList texts;
 };
 
 /// What dragged data would bring; nothing where they hold neither.

@@ -228,7 +228,10 @@ void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
 std::int32_t MainWindow::RunExternalCommand(const std::string& command, const std::string& argument1,
                                             const std::string& argument2) {
   std::int32_t result = CommandBusy;
-  Run([&] { result = main_.WalrimCmd(command, argument1, argument2); });
+  Run([&] {
+    result = CommandRefused;  // what a call that fails midway comes to
+    result = main_.WalrimCmd(command, argument1, argument2);
+  });
   return result;
 }
 
@@ -331,7 +334,11 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 void MainWindow::ImportDropped() {
   const Dropped dropped = std::exchange(dropped_, {});
-  Run([&] { main_.TakeDrop(ToStrings(dropped.files), dropped.text.toStdString()); });
+  Run([&] {
+    if (!dropped.files.isEmpty()) main_.TakeDrop(ToStrings(dropped.files), {});
+    for (const QString& text : dropped.texts)
+      main_.TakeDrop({}, text.toStdString());
+  });
 }
 
 /// Return presses the button that has the focus, as in a dialog.

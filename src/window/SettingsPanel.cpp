@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFrame>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -54,6 +55,16 @@ void Append(QHBoxLayout& line, const char* caption, QWidget* widget, std::vector
   tab_order.push_back(widget);
 }
 
+/// The frame of what a copy, and a file, has beyond the data.
+QFrame* InCopyOption(QCheckBox& header) {
+  auto* frame = new QFrame;
+  NameControl(*frame, "CopyOption");
+  auto* line = new QHBoxLayout(frame);
+  line->setContentsMargins({});
+  line->addWidget(&header);
+  return frame;
+}
+
 }  // namespace
 
 QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
@@ -77,10 +88,9 @@ QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vecto
   Append(*line, "表記(&G)", degree, tab_order);
   Append(*line, "測地系(&M)", datum, tab_order);
   Append(*line, "時差(&Z)", offset, tab_order);
-  for (QCheckBox* box : {header, auto_name}) {
-    line->addWidget(box);
-    tab_order.push_back(box);
-  }
+  line->addWidget(InCopyOption(*header));
+  line->addWidget(auto_name);
+  tab_order.insert(tab_order.end(), {header, auto_name});
   line->addStretch(1);
   return group;
 }
@@ -99,8 +109,8 @@ QGroupBox* MakeAutoActionGroup(Controls& controls, ControlBinder& binder, std::v
        controls.AutoDownload},
       {"AutoSave", "自動保存(&2)", "ダウンロードのあと，その種類を保存します", controls.AutoSave},
       {"AutoCopy", "自動コピー(&3)", "ダウンロードのあと，その種類をクリップボードにコピーします", controls.AutoCopy},
-      {"AutoUpload", "自動アップロード(&4)", "ほかのプログラムからの取り込みのあと，その種類をアップロードします",
-       controls.AutoUpload},
+      {"AutoUpload", "自動アップロード(&4)",
+       "ほかのプログラムやドロップによる取り込みのあと，その種類をアップロードします", controls.AutoUpload},
       {"AutoDelete", "自動削除(&5)", "アップロード・保存・コピーのあと，その種類を内部データから削除します",
        controls.AutoDelete},
   };

@@ -43,11 +43,12 @@ ParsedWindowArguments ParseWindowArguments(int argc, const char* const* argv) {
       ->allow_extra_args(false)
       ->check(CheckMapping);
   app.add_flag("--demo", arguments.demo, "Start with the demonstration receiver chosen");
-  app.add_option("--command", command, "Give the window that runs a command: Delete ALL, GetFile PATH, SetDoCheck K V")
-      ->type_name("WORD [ARG1] [ARG2]")
-      ->expected(1, 3)
-      ->take_all();
-  app.add_option("FILE", arguments.files, "Files to read into the data set");
+  CLI::Option* call = app.add_option("--command", command,
+                                     "Give the window that runs a command: Delete ALL, GetFile PATH, SetDoCheck K V")
+                          ->type_name("WORD [ARG1] [ARG2]")
+                          ->expected(1, 3)
+                          ->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+  app.add_option("FILE", arguments.files, "Files to read into the data set")->excludes(call);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

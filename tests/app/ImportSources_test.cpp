@@ -425,7 +425,7 @@ TEST_F(ImportSources, AStatementWithoutAPositionIsTold) {
   EXPECT_EQ(main.ImportFrom(Put(
                 "a.mps", std::string(Formats[2].text) + "\t\tpoint\toid=2\r\n\t\t\t\tpos=99/30/00.0,139/15/00.0;\r\n")),
             Outcome::Done);
-  EXPECT_EQ(desktop.caption, std::string(Summary) + "1個の文を読み飛ばしました．");
+  EXPECT_EQ(desktop.caption, std::string(Summary) + "1個の文を読み飛ばしました（最初の理由：位置が読めません）．");
 }
 
 TEST_F(ImportSources, AnImportGoesBehindWhatIsHeldAndTheCountersShowAll) {

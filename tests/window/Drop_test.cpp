@@ -198,6 +198,20 @@ TEST_F(DropTest, WithAutoUploadADropGoesOnToTheReceiver) {
   EXPECT_EQ(Messages(), "");
 }
 
+TEST_F(DropTest, WithAutoUploadAPointGoesOnAsAWaypointWhateverCameInBefore) {
+  EXPECT_TRUE(Drop(Dragged({FileUrl("b.grc")})));
+  Check("AutoUpload");
+  DialogPlans plans;
+  plans.Next("ClipProAtlas", [](QDialog& dialog) {
+    TabTo(dialog, "Ok");
+    Press(dialog, Qt::Key_Return);
+  });
+  EXPECT_TRUE(Drop(Dragged(OnePoint)));
+  EXPECT_FALSE(Get<QLineEdit>("GpsDataNum_0").text().isEmpty());
+  EXPECT_TRUE(Get<QLineEdit>("GpsDataNum_1").text().isEmpty());
+  EXPECT_EQ(Messages(), "");
+}
+
 TEST_F(DropTest, ADropDuringATransferIsIgnored) {
   CheckAll("DownCheck");
   int tries = 0;

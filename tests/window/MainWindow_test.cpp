@@ -40,8 +40,8 @@ TEST_F(WindowTest, EveryControlHasItsNameAsAccessibleNameToo) {
         "Datum",       "UTCOffsetNum", "WithHeader",   "AutoFileName", "AutoDownload",     "AutoSave",
         "AutoCopy",    "AutoDelete",   "AutoUpload",   "GpsInfo",      "DownCheck_0",      "DownCheck_1",
         "DownCheck_2", "DoCheck_0",    "DoCheck_1",    "DoCheck_2",    "DataType_0",       "DataType_1",
-        "DataType_2",  "GpsDataNum_0", "GpsDataNum_1", "GpsDataNum_2", "GpsNum_0",         "GpsNum_1",
-        "GpsNum_2"}) {
+        "DataType_2",  "CopyOption",   "GpsDataNum_0", "GpsDataNum_1", "GpsDataNum_2",     "GpsNum_0",
+        "GpsNum_1",    "GpsNum_2"}) {
     EXPECT_EQ(Get<QWidget>(name).accessibleName(), name);
   }
 }
@@ -92,6 +92,27 @@ TEST_F(WindowTest, GetGpsInfoShowsTheReceiverAndItsCounts) {
     EXPECT_GT(Get<QLineEdit>(QString("GpsDataNum_%1").arg(kind)).text().toInt(), 0) << kind;
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
   EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, OldCountsGoBeforeTheReceiverIsAskedAgain) {
+  Click("Get_GpsInfo");
+  std::string counts;
+  event_loop.on_yield = [&] {
+    if (counts.empty() && Status() == "Get Data Num of Waypoint") counts = Texts("GpsDataNum");
+  };
+  UseReceiver({}, 9600);
+  window->Main().controls.GpsDataNum = {"1", "2", "3"};
+  window->ShowControls();
+  Click("Get_GpsInfo");
+  EXPECT_EQ(counts, "||");
+}
+
+TEST_F(WindowTest, CaptionsAreTheSystemsOwn) {
+  EXPECT_EQ(Get<QCheckBox>("AutoFileName").text(), "AutoFileName(%date%_%time%.)");
+  EXPECT_TRUE(Get<QPushButton>("Get_GpsInfo").text().startsWith(QString::fromUtf8("情報取得")));
+  EXPECT_TRUE(Get<QPushButton>("FileImport").text().startsWith(QString::fromUtf8("取り込み")));
+  EXPECT_TRUE(Get<QPushButton>("Paste").text().startsWith(QString::fromUtf8("貼り付け")));
+  EXPECT_EQ(Get<QLabel>("DataType_2").text(), "TrackLog");
 }
 
 TEST_F(WindowTest, GetGpsInfoByKeyboardAlone) {
@@ -288,6 +309,26 @@ TEST_F(CancelTest, ClosingAmidAFailingTransferShowsNoMessageEither) {
   EXPECT_TRUE(asked);
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(CancelTest, ClosingWhileTheReceiverIsIdentifiedBringsNothing) {
+  CheckAll("DownCheck");
+  Check("AutoCopy");
+  QGuiApplication::clipboard()->setText("mine");
+  bool closed = false;
+  event_loop.on_yield = [&] {
+    if (closed || Status() != "Initializing Device") return;
+    closed = true;
+    window->close();
+  };
+  UseReceiver({}, 9600);
+  CheckAll("DownCheck");
+  Check("AutoCopy");
+  Click("GpsDownLoad");
+  EXPECT_TRUE(closed);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Clipboard(), "mine");
 }
 
 TEST_F(WindowTest, AnIdleWindowClosesAtOnce) {
@@ -578,6 +619,28 @@ TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
   Click("GpsDownLoad");
   EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("WPT\t"));
   EXPECT_TRUE(Status().find("破損した記録が1件") != std::string::npos) << Status();
+}
+
+TEST_F(WindowTest, AutoDeleteWaitsUntilTheDownloadedKindsWereSavedAndCopied) {
+  for (const char* box : {"AutoSave", "AutoCopy", "AutoDelete"})
+    Check(box);
+  Check("DownCheck_0");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("auto.grc")));
+  Click("GpsDownLoad");
+  EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("WPT\t"));
+  EXPECT_TRUE(Clipboard().starts_with("WPT\t"));
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(WindowTest, AnAutoSaveThatIsCancelledDeletesNothing) {
+  for (const char* box : {"AutoSave", "AutoCopy", "AutoDelete"})
+    Check(box);
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  EXPECT_EQ(answerer.file_dialogs, 1);
+  EXPECT_TRUE(Clipboard().starts_with("WPT\t"));
+  EXPECT_GT(Data().WaypointCount, 0);
 }
 
 // ---- Ports

@@ -118,6 +118,8 @@ TEST_F(MpsOptionTest, CancelKeepsTheSettingsAndWritesNothing) {
   }
   EXPECT_EQ(Options(), MpsOptions{});
   EXPECT_EQ(FileContents(Out()), "precious");
+  EXPECT_EQ(answerer.boxes.size(), 2U) << "the question before a file is replaced, and nothing else: " << Messages();
+  EXPECT_EQ(Status(), "");
   EXPECT_EQ(Texts("GpsNum"), "-|1|-") << "what was not written is not deleted";
 }
 

@@ -66,6 +66,8 @@ TEST(WindowArguments, WhatCannotBeReadIsSaidAndEndsTheProgram) {
                             {"--port", "ttyUSB0"},
                             {"--port"},
                             {"--command"},
+                            {"--command", "GetFile", "a.grc", "b.grc", "c.grc"},
+                            {"c.grc", "--command", "GetFile", "a.grc"},
                             {"--unknown"}}) {
     const Read read = Parse(words);
     EXPECT_FALSE(read.parsed.arguments) << *words.begin();
@@ -88,6 +90,7 @@ TEST(WindowArguments, HelpAndVersionArePrintedAndAreNoError) {
 TEST(WindowArguments, ACommandHasAWordAndAtMostTwoArguments) {
   EXPECT_EQ(Call({"--command", "Delete", "ALL"}), (CommandCall{"Delete", "ALL", ""}));
   EXPECT_EQ(Call({"--command", "SetDoCheck", "1", "TRUE"}), (CommandCall{"SetDoCheck", "1", "TRUE"}));
+  EXPECT_EQ(Call({"--command", "SetDoCheck", "1", "-1"}), (CommandCall{"SetDoCheck", "1", "-1"}));
   EXPECT_EQ(Call({"--command", "SetDoCheck", "", "1"}), (CommandCall{"SetDoCheck", "", "1"}));
   EXPECT_EQ(Call({"--command", "Whatever"}), (CommandCall{"Whatever", "", ""}));
 }

@@ -90,9 +90,9 @@ class WindowTest : public WindowTestBase {
  protected:
   WindowTest() { UseReceiver({}); }
 
-  void UseReceiver(DemoReceiverOptions options) {
+  void UseReceiver(DemoReceiverOptions options, int baud = 0) {
     window.reset();
-    options.baud = 0;
+    options.baud = baud;
     demo_port = std::make_unique<DemoSerialPort>(options, clock,
                                                  [this](std::chrono::nanoseconds time) { clock.Advance(time); });
     Open(*demo_port, clock);
