@@ -14,7 +14,7 @@ struct ImportResult {
   ImportSummary summary;
   int skipped_statements = 0;  ///< of a map-server script
   std::string first_skipped_statement_why;
-  MessageList messages;        ///< about unknown commands of a WPT+ text
+  MessageList messages;  ///< about unknown commands of a WPT+ text
 
   /// Adds what another import brought; line numbers stay those of the one that complained first.
   void Add(const ImportResult& other);
