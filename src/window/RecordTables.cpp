@@ -15,7 +15,7 @@ namespace {
 
 QLabel* NewHint() {
   auto* hint = new QLabel(
-      QStringLiteral("データはありません．情報取得のあと，DownLoadを押すか，ファイルを取り込んでください．"));
+      QStringLiteral("データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．"));
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
   hint->setMargin(12);
@@ -107,9 +107,11 @@ void RecordTables::ShowPointsOf(DataKind kind) {
 
 void RecordTables::Refresh(const TextSettings& settings) {
   for (const DataKind kind : AllDataKinds) {
-    Page& page = PageOf(kind);
-    if (page.records == nullptr && !HoldsRecords(kind)) continue;
-    if (page.records == nullptr) BuildTables(kind);
+    if (PageOf(kind).records == nullptr && HoldsRecords(kind)) BuildTables(kind);
+  }
+  for (const DataKind kind : AllDataKinds) {
+    const Page& page = PageOf(kind);
+    if (page.records == nullptr) continue;
     page.records->Refresh(settings);
     if (page.points != nullptr) {
       // A reset has taken the selection back without a word.

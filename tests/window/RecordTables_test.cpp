@@ -24,7 +24,7 @@
 namespace walrim {
 namespace {
 
-constexpr const char* Hint = "データはありません．情報取得のあと，DownLoadを押すか，ファイルを取り込んでください．";
+constexpr const char* Hint = "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";
 
 WaypointRecord Summit(std::string_view ident, std::string_view alt, std::string_view cmnt = {}) {
   WaypointRecord record = Waypoint(ident);
