@@ -10,6 +10,7 @@
 #include "app/ImportSource.h"
 #include "app/PrivateFolder.h"
 #include "app/WalrimMain.h"
+#include "data/WaypointValues.h"
 #include "device/NameTables.h"
 #include "dialogs/MapPoint.h"
 #include "formats/MpsWpt.h"
@@ -256,14 +257,15 @@ Outcome WalrimMain::ImportPoint(const std::string& text) {
 }
 
 int WalrimMain::RetClip(const ClipWaypoint& clip) {
-  WaypointRecord record;
-  record[WaypointField::ident] = clip.ident;
-  record[WaypointField::lat] = ShortestNumber(clip.lat_deg);
-  record[WaypointField::lon] = ShortestNumber(clip.lon_deg);
-  record[WaypointField::cmnt] = clip.cmnt;
-  record[WaypointField::smbl] = std::to_string(clip.smbl);
-  record[WaypointField::dspl] = std::to_string(clip.dspl);
-  const int slot = data_.AddWaypoint(record);
+  // What the dialog does not ask for is unknown: a height of 0 would be one.
+  WaypointValues values;
+  values.ident = clip.ident;
+  values.lat_deg = clip.lat_deg;
+  values.lon_deg = clip.lon_deg;
+  values.cmnt = clip.cmnt;
+  values.smbl = clip.smbl;
+  values.dspl = static_cast<std::uint8_t>(clip.dspl);
+  const int slot = data_.AddWaypoint(values);
   if (slot > 0) {
     SetGpsNum(DataKind::Waypoint, std::to_string(data_.Count(DataKind::Waypoint)));
   } else {

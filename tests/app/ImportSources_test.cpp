@@ -509,6 +509,14 @@ TEST_F(MapPoints, ThePointIsTakenFromAStatementALinkAndAPairOfAngles) {
   EXPECT_NEAR(LeadingNumber(HeldValue(2, WaypointField::lat)), 35.6252, 0.00001);
 }
 
+TEST_F(MapPoints, WhatTheDialogDoesNotAskForIsUnknownAsForAPointFromAFile) {
+  ASSERT_EQ(main.RetClip({35.6252, 139.2437, "HILL", "", 18, 0}), 1);
+  EXPECT_EQ(HeldValue(1, WaypointField::alt), "1E+25");
+  EXPECT_EQ(HeldValue(1, WaypointField::dpth), "1E+25");
+  EXPECT_EQ(HeldValue(1, WaypointField::color), "255");
+  EXPECT_EQ(HeldValue(1, SubclassField(17)), "255");
+}
+
 TEST_F(MapPoints, ACancelledDialogAddsNothing) {
   dialogs.on_clip = nullptr;
   desktop.clipboard = "35.6252, 139.2437";
