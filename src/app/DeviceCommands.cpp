@@ -15,6 +15,10 @@ constexpr std::string_view NotAcknowledgedMessage = "受信機が要求に応じ
 constexpr std::string_view BadAnswerMessage = "受信機からの応答が正しくないため，通信を中止しました．";
 constexpr std::string_view BadDataMessage = "受信データが異常なため，通信を中止しました．";
 
+/// What helps against damaged records, which a checked link never takes.
+constexpr std::string_view CheckedLinkAdvice =
+    "「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
+
 /// The most records that a message lists one by one.
 constexpr std::size_t LongestList = 20;
 
@@ -42,6 +46,8 @@ void WalrimMain::Cancel_Click() {
 ProductInfo WalrimMain::IdentifyDevice() {
   StatusLine& status = garmin_.Status();
   status.SetCaption("Initializing Device");
+  garmin_.session.checked_link = controls.CheckedLink;
+  damaged_records_came_ = false;
   try {
     device_info_ = garmin_.ConnectDevice(controls.CommPort);
   } catch (const std::exception&) {
@@ -77,7 +83,9 @@ void WalrimMain::NoteReport(DataKind kind) {
   const TransferReport& report = garmin_.session.report;
   const std::string name = "(" + std::string(DataKindName(kind)) + ")";
   if (report.damaged_records > 0) {
-    notices_.push_back(name + "破損した記録が" + std::to_string(report.damaged_records) + "件届きました．");
+    damaged_records_came_ = true;
+    notices_.push_back(name + "破損した記録が" + std::to_string(report.damaged_records) + "件届きました．" +
+                       std::string(CheckedLinkAdvice));
   }
   if (report.refused_records > 0) {
     notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +

@@ -56,6 +56,7 @@ struct Controls {
   bool CancelEnabled = false;
 
   std::string CommPort = "1";  ///< port number 1 to 4, or what else the serial port knows
+  bool CheckedLink = false;    ///< damaged frames are asked for again, and no burst is waited for
   std::string OutputTypeOption = "標準";
   std::string DegreeType = "D";
   std::string Datum = "WGS84";
@@ -105,6 +106,8 @@ class WalrimMain {
   [[nodiscard]] const ProductInfo& DeviceInfo() const { return device_info_; }
   /// What the commands had to tell beyond messages since the last call: damaged records and the like.
   [[nodiscard]] std::vector<std::string> TakeNotices();
+  /// Whether damaged records came in the last command on the receiver; a checked link has none.
+  [[nodiscard]] bool DamagedRecordsCame() const { return damaged_records_came_; }
 
   // ---- Commands on the receiver
 
@@ -233,6 +236,7 @@ class WalrimMain {
   std::vector<std::string> notices_;
   std::array<bool, DataKindCount> loaded_{};
   std::array<bool, DataKindCount> capacity_warned_{};
+  bool damaged_records_came_ = false;
   bool busy_ = false;
   bool cancel_requested_ = false;
 };

@@ -110,6 +110,8 @@ void Parser::AddLine(CLI::App& command) {
   command.add_option("--pacing", arguments.pacing_factor, "Receive pacing factor (default 1.0)")
       ->type_name("X")
       ->check(PacingRange);
+  command.add_flag("--checked-link", arguments.checked_link,
+                   "Test checksums, ask for damaged frames again, and wait no longer than for a whole answer");
   command.add_option("--trace", arguments.trace_path, "Write every frame of the line to a file")
       ->type_name("FILE")
       ->check(NotEmpty);

@@ -59,6 +59,7 @@ class Terminal {
         main_(port_, clock_, watchdog_, desktop_) {
     Controls& controls = main_.controls;
     controls.CommPort = arguments.port;
+    controls.CheckedLink = arguments.checked_link;
     controls.DegreeType = arguments.degree_type;
     controls.Datum = arguments.datum;
     controls.UTCOffsetNum = arguments.utc_offset_hours;
@@ -126,6 +127,7 @@ ExitStatus Terminal::Report(Outcome outcome) {
     for (const std::string& notice : notices)
       Message(notice);
   }
+  if (main_.DamagedRecordsCame()) Message("誤り検査は --checked-link で指定できます．");
   if (!trace_.Problem().empty()) Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
   if (watchdog_.Stalled()) {
     Message("30秒間データが進まないため，通信を中止しました．");

@@ -37,6 +37,7 @@ struct DeviceSession {
   DeviceProtocols protocols = ProtocolsBeforeIdentification();
   bool TransferAborted = false;  ///< the cancel and failure flag of all transfers
   std::int32_t RecordsAnnounced = 0;
+  bool checked_link = false;   ///< frames are tested, damaged ones sent again, and no burst is waited for
   float pacing_factor = 1.0F;  ///< stretches the settle time of received bursts; 0 is taken as 1
   TransferReport report;
   std::int64_t frames_received = 0;  ///< over the whole run; tells whoever waits that there is progress

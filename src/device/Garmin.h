@@ -75,6 +75,7 @@ class Garmin {
   /// Builds the data of a packet from its id and up to two arguments, drops pending input, sends it, and receives the
   /// answer.
   [[nodiscard]] PacketReply ExchangePacket(int packet_id, int first = 0, int second = 0);
+  [[nodiscard]] ExpectedAnswer AnswerTo(int packet_id, int first) const;
   [[nodiscard]] ByteBuffer BuildPacketData(int packet_id, int first, int second, EncodeNotes* notes = nullptr) const;
 
  private:

@@ -19,40 +19,7 @@ constexpr milliseconds QuietTime{100};
 /// How long an output buffer may stand still before it is taken for stuck.
 constexpr milliseconds OutputStallTime{3000};
 
-/// Makes the sum of id, size, data and checksum 0 modulo 256.
-std::uint8_t Checksum(std::span<const std::uint8_t> id_size_data) {
-  unsigned sum = DLE;
-  for (const std::uint8_t byte : id_size_data)
-    sum += byte;
-  return static_cast<std::uint8_t>(((~sum & 255U) + 1 + DLE) & 255U);
-}
-
-std::vector<std::uint8_t> BuildFrame(int packet_id, const ByteBuffer& data) {
-  std::vector<std::uint8_t> plain{DLE, static_cast<std::uint8_t>(packet_id), static_cast<std::uint8_t>(data.Size)};
-  const auto view = data.View();
-  plain.insert(plain.end(), view.begin(), view.end());
-  plain.push_back(Checksum(std::span(plain).subspan(1)));
-
-  std::vector<std::uint8_t> wire;
-  wire.reserve(2 * plain.size() + 2);
-  for (std::size_t offset = 0; offset < plain.size(); ++offset) {
-    wire.push_back(plain[offset]);
-    if (offset >= 2 && plain[offset] == DLE) wire.push_back(DLE);
-  }
-  wire.push_back(DLE);
-  wire.push_back(ETX);
-  return wire;
-}
-
 }  // namespace
-
-ByteBuffer PacketData(const Frame& frame) {
-  ByteBuffer data;
-  const std::size_t size = frame.bytes[2];
-  std::copy_n(frame.bytes.begin() + 3, size, data.bytes.begin());
-  data.Size = static_cast<std::int16_t>(size);
-  return data;
-}
 
 int FindAckSlot(const PacketReply& reply) {
   for (int k = 1; k <= reply.Count; ++k) {
@@ -90,7 +57,7 @@ class PacketLink::FrameBuilder {
   [[nodiscard]] std::string_view Mark() const {
     const std::size_t size = frame_.bytes[2];
     if (length_ != size + 6) return "length";
-    const auto sum = Checksum(std::span(frame_.bytes).subspan(1, 2 + size));
+    const auto sum = FrameChecksum(std::span(frame_.bytes).subspan(1, 2 + size));
     return sum == frame_.bytes[3 + size] ? std::string_view{} : "checksum";
   }
 
@@ -128,6 +95,7 @@ bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
   }
   port_.ClearOutBuffer();
   port_.ClearInBuffer();
+  burst_frames_ = 0;
   Note("port " + std::string(port_name) + " open, " + settings);
   return true;
 }
@@ -149,7 +117,7 @@ void PacketLink::ClosePort() {
 }
 
 void PacketLink::SendPacket(int packet_id, const ByteBuffer& data) {
-  const std::vector<std::uint8_t> wire = BuildFrame(packet_id, data);
+  const std::vector<std::uint8_t> wire = FrameOnWire(packet_id, data);
   for (const std::uint8_t byte : wire)
     port_.Output(byte);
   if (trace_ != nullptr) trace_->Frame({FrameDirection::Sent, TraceTime(), wire, {}});
@@ -159,10 +127,13 @@ void PacketLink::SendPacket(int packet_id, const ByteBuffer& data) {
 void PacketLink::WaitForOutput() {
   auto last_progress = clock_.Monotonic();
   std::size_t last_count = port_.OutBufferCount();
+  input_while_sending_ = false;
   while (last_count > 0) {
     event_loop_.Yield();
     Rest(PollTime);
+    const bool input = port_.InBufferCount() > 0;
     const std::size_t count = port_.OutBufferCount();
+    if (input && count > 0) input_while_sending_ = true;
     if (count < last_count) last_progress = clock_.Monotonic();
     last_count = count;
     // A line that takes nothing any more shows as a time-out of the answer.

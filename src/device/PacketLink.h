@@ -1,10 +1,8 @@
-// The packet link to a receiver: link protocol L001's framing over a serial port.
+// The packet link to a receiver: frames over a serial port, sent and received.
 //
-//   frame = DLE id size data*size checksum DLE ETX        DLE 10h, ETX 03h
-//
-// Size, data and checksum bytes of 10h are sent twice. The checksum makes the sum of id, size, data and checksum 0
-// modulo 256. The link does not test the checksum of what it receives, sends no NAK and repeats nothing; damage is
-// only noted.
+// By default the link does not test the checksum of what it receives, sends no NAK and repeats nothing; damage is only
+// noted. A checked link (DeviceSession::checked_link) tests, has damaged frames sent again, and waits no longer than
+// for the frames that an exchange can have.
 #pragma once
 
 #include <array>
@@ -12,10 +10,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "device/ByteBuffer.h"
 #include "device/DeviceSession.h"
+#include "device/Frame.h"
 #include "device/FrameTrace.h"
 #include "platform/Clock.h"
 #include "platform/EventLoop.h"
@@ -23,8 +21,6 @@
 
 namespace walrim {
 
-inline constexpr std::uint8_t DLE = 16;
-inline constexpr std::uint8_t ETX = 3;
 /// Size of a receive that timed out, and count of an exchange that failed so.
 inline constexpr std::int16_t ReceiveTimeout = -9;
 /// Settings of a receiver's line.
@@ -33,24 +29,8 @@ inline constexpr std::string_view DefaultPortSettings = "9600,N,8,1";
 inline constexpr std::chrono::milliseconds ReceiveTimeoutTime{1500};
 /// The shortest settle time of a burst, before the pacing factor.
 inline constexpr std::chrono::milliseconds ShortestSettleTime{20};
-/// Most data bytes that a frame carries: its buffer holds 256 bytes, six of them framing.
-inline constexpr std::size_t LongestSentData = 250;
-
-/// A received frame without its doubled bytes, from DLE to ETX.
-struct Frame {
-  /// Bytes that any frame may take; a frame whose size byte promises 251 to 255 data bytes may be that much longer.
-  static constexpr std::size_t Capacity = 256;
-  static constexpr std::size_t LongestCapacity = 255 + 6;
-
-  std::array<std::uint8_t, LongestCapacity> bytes{};
-  std::int16_t Size = 0;  ///< size byte + 6, or ReceiveTimeout
-  bool damaged = false;   ///< its length does not fit its size byte, or its checksum is wrong
-
-  [[nodiscard]] int Id() const { return bytes[1]; }
-};
-
-/// Data of a received frame: as many bytes as its size byte says (those that never came are 0).
-[[nodiscard]] ByteBuffer PacketData(const Frame& frame);
+/// A byte on a line of 9600 baud: start bit, eight data bits, stop bit.
+inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / 9600};
 
 /// The frames of one exchange. slots[1..Count] in arrival order; slot 0 stays empty.
 struct PacketReply {
@@ -64,6 +44,9 @@ struct PacketReply {
   /// Packet id of the first frame; nothing matches -1.
   [[nodiscard]] int FirstId() const { return Count >= 1 ? slots[1].Id() : -1; }
 };
+
+/// The frames that answer a packet: one behind an ACK or a sent record, an ACK and its answer behind a command.
+enum class ExpectedAnswer { OneFrame, AckAndAnswer };
 
 /// The first slot with an ACK; -1 when there is none.
 [[nodiscard]] int FindAckSlot(const PacketReply& reply);
@@ -95,6 +78,11 @@ class PacketLink {
   void ReceiveMore(PacketReply& reply);
   /// Drops what has come, sends, and receives the answer.
   [[nodiscard]] PacketReply ExchangeData(int packet_id, const ByteBuffer& data);
+  /// The same on a checked link, where the answer can have as many frames as answer says. A damaged frame is answered
+  /// with NAK, a NAK with the packet once more; after three tries, and after a silence of 1.5 s, the frames that are
+  /// whole are the reply, or ReceiveTimeout where none is. The reply has no damaged frame but an ACK whose answer came.
+  /// Throws std::out_of_range at a sixth frame in one burst, and where no frame is found in what comes.
+  [[nodiscard]] PacketReply ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer);
 
   /// Drops what comes until the line has been quiet for a moment, a second and a half at most.
   void DrainInput();
@@ -106,6 +94,7 @@ class PacketLink {
 
  private:
   class FrameBuilder;
+  class CheckedExchange;
 
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
   void WaitForOutput();
@@ -121,6 +110,8 @@ class PacketLink {
   FrameTrace* trace_ = nullptr;
   std::chrono::nanoseconds trace_start_{};
   std::chrono::nanoseconds last_yield_{};
+  bool input_while_sending_ = false;  ///< something came before the last packet had left
+  int burst_frames_ = 0;              ///< frames of the last checked exchange; 0 when it failed
   PortResult last_port_result_;
 };
 

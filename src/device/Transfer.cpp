@@ -56,7 +56,16 @@ ByteBuffer Garmin::BuildPacketData(int packet_id, int first, int second, EncodeN
 }
 
 PacketReply Garmin::ExchangePacket(int packet_id, int first, int second) {
-  return link_.ExchangeData(packet_id, BuildPacketData(packet_id, first, second));
+  const ByteBuffer data = BuildPacketData(packet_id, first, second);
+  if (!session.checked_link) return link_.ExchangeData(packet_id, data);
+  return link_.ExchangeChecked(packet_id, data, AnswerTo(packet_id, first));
+}
+
+/// Only a request for product data and a command that begins a transfer are answered by more than one frame.
+ExpectedAnswer Garmin::AnswerTo(int packet_id, int first) const {
+  const bool command =
+      packet_id == session.link_pids.Pid_Command_Data && first != session.device_commands.Cmnd_Abort_Transfer;
+  return packet_id == Pid_Product_Rqst || command ? ExpectedAnswer::AckAndAnswer : ExpectedAnswer::OneFrame;
 }
 
 bool Garmin::OpenForTransfer(std::string_view port_name) {
@@ -69,7 +78,12 @@ bool Garmin::OpenForTransfer(std::string_view port_name) {
 
 /// Receivers and USB adapters may leave a gap behind the ACK that is longer than a burst's settle time.
 void Garmin::ReceiveBehindAck(PacketReply& reply, int ack_slot) {
-  if (ack_slot == reply.Count) link_.ReceiveMore(reply);
+  if (ack_slot < reply.Count) return;
+  if (session.checked_link) {
+    reply.Count = ReceiveTimeout;  // it was waited for already
+  } else {
+    link_.ReceiveMore(reply);
+  }
 }
 
 void Garmin::NoteFirstAnswer(const PacketReply& reply) {

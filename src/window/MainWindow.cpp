@@ -1,6 +1,7 @@
 #include "window/MainWindow.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -83,10 +84,14 @@ QGroupBox* MainWindow::MakeDeviceGroup() {
   gps_info_ = new ElidedLabel("GpsInfo", Qt::ElideRight);
   port_box_->setToolTip(QString::fromUtf8("受信機をつないだシリアルポート"));
   binder_.Bind(*port_box_, main_.controls.CommPort);
+  checked_link_ = MakeCheckBox("CheckedLink", "誤り検査(&K)",
+                               "データの誤りを検査し，届かなければ送り直します．待ち時間が減り，通信が速くなります");
+  binder_.Bind(*checked_link_, main_.controls.CheckedLink);
   gps_info_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
   gps_info_->setMargin(gps_info_->fontMetrics().averageCharWidth() / 2);
   line->addWidget(MakeCaption("ポート(&P)", *port_box_));
   line->addWidget(port_box_);
+  line->addWidget(checked_link_);
   line->addWidget(get_gps_info_);
   line->addWidget(gps_info_, 1);
   return group;
@@ -177,7 +182,7 @@ void MainWindow::ConnectButtons() {
 }
 
 void MainWindow::SetTabOrder() {
-  std::vector<QWidget*> order{port_box_, get_gps_info_};
+  std::vector<QWidget*> order{port_box_, checked_link_, get_gps_info_};
   for (QWidget* widget : data_panel_->TabOrder())
     order.push_back(widget);
   order.insert(order.end(), settings_order_.begin(), settings_order_.end());
@@ -241,8 +246,8 @@ void MainWindow::ShowControls() {
   binder_.Show();
   data_panel_->ShowState(command_runs_);
   gps_info_->ShowText(QString::fromStdString(main_.controls.GpsInfo));
-  for (QWidget* widget : {static_cast<QWidget*>(port_box_), static_cast<QWidget*>(get_gps_info_),
-                          static_cast<QWidget*>(output_group_), static_cast<QWidget*>(auto_action_group_)}) {
+  for (QWidget* widget :
+       std::initializer_list<QWidget*>{port_box_, checked_link_, get_gps_info_, output_group_, auto_action_group_}) {
     widget->setEnabled(!command_runs_);
   }
   for (QAction* action : command_actions_)

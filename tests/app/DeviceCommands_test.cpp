@@ -279,8 +279,11 @@ TEST_F(DeviceCommandsTest, DamagedRecordsAreTold) {
   receiver.packets_of[WaypointCommand][0].data[15] = 0x03;
   TickDownload(true, false, false);
   EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
-  EXPECT_EQ(main.TakeNotices(), std::vector<std::string>{"(Waypoint)破損した記録が1件届きました．"});
-  EXPECT_EQ(desktop.caption, "(Waypoint)破損した記録が1件届きました．");
+  const std::string notice =
+      "(Waypoint)破損した記録が1件届きました．"
+      "「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
+  EXPECT_EQ(main.TakeNotices(), std::vector<std::string>{notice});
+  EXPECT_EQ(desktop.caption, notice);
   EXPECT_TRUE(main.TakeNotices().empty());
 }
 

@@ -234,6 +234,48 @@ INSTANTIATE_TEST_SUITE_P(
                       FaultCase{"unplug-after=2", 3, LinkLost}, FaultCase{"unplug-after=6", 3, LinkLost},
                       FaultCase{"nak", 3, "受信機を識別できませんでした．"}));
 
+// ---- The checked link
+
+class CheckedLink : public EndToEnd, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(CheckedLink, SurvivesTheFaultInBothDirections) {
+  const Receiver healthy(WithMemory());
+  ASSERT_EQ(OnLine("download", healthy, {"-o", Path("a.grc")}).status, 0);
+  {
+    const Receiver faulty(WithMemory({"--fault", GetParam()}));
+    const Result download = OnLine("download", faulty, {"-o", Path("b.grc"), "--checked-link"});
+    EXPECT_EQ(download.status, 0) << download.err;
+    EXPECT_FALSE(download.Said("破損")) << download.err;
+  }
+  EXPECT_EQ(FileContents(Path("b.grc")), FileContents(Path("a.grc")));
+
+  const Receiver faulty({"--fault", GetParam()});
+  const Result upload = OnLine("upload", faulty, {Path("a.grc"), "--checked-link"});
+  EXPECT_EQ(upload.status, 0) << upload.err;
+  ASSERT_EQ(OnLine("download", faulty, {"-o", Path("c.grc"), "--checked-link"}).status, 0);
+  EXPECT_EQ(FileContents(Path("c.grc")), FileContents(Path("a.grc")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, CheckedLink,
+                         ::testing::Values("bad-checksum=1", "bad-checksum=3", "nak=1", "nak=4", "garbage", "garbage=5",
+                                           "dribble=1", "gap=200", "overlong"));
+
+TEST_F(EndToEnd, SixFramesInABurstFailOnTheCheckedLinkAtTheLinesPace) {
+  const Receiver faulty(WithMemory({"--fault", "burst=6"}), "9600");
+  const Result download =
+      Run({"download", "--port", faulty.Port(), "--kinds", "route", "-o", Path("a.grc"), "--checked-link"});
+  EXPECT_EQ(download.status, 1) << download.err;
+  EXPECT_TRUE(download.Said("受信データが異常なため，通信を中止しました．")) << download.err;
+}
+
+TEST_F(EndToEnd, DamagedRecordsNameTheOptionThatHelps) {
+  const Receiver faulty(WithMemory({"--fault", "bad-checksum=1"}));
+  const Result download = OnLine("download", faulty, {"-o", Path("a.grc")});
+  EXPECT_EQ(download.status, 0);
+  EXPECT_TRUE(download.Said("--checked-link")) << download.err;
+  EXPECT_TRUE(download.Said("CheckedLink")) << download.err;
+}
+
 class UploadFaults : public EndToEnd, public ::testing::WithParamInterface<FaultCase> {};
 
 TEST_P(UploadFaults, EndWithAMessageAndAStatus) {

@@ -41,7 +41,7 @@ TEST_F(WindowTest, EveryControlHasItsNameAsAccessibleNameToo) {
         "AutoCopy",    "AutoDelete",   "AutoUpload",   "GpsInfo",      "DownCheck_0",      "DownCheck_1",
         "DownCheck_2", "DoCheck_0",    "DoCheck_1",    "DoCheck_2",    "DataType_0",       "DataType_1",
         "DataType_2",  "CopyOption",   "GpsDataNum_0", "GpsDataNum_1", "GpsDataNum_2",     "GpsNum_0",
-        "GpsNum_1",    "GpsNum_2"}) {
+        "GpsNum_1",    "GpsNum_2",     "CheckedLink"}) {
     EXPECT_EQ(Get<QWidget>(name).accessibleName(), name);
   }
 }
@@ -61,10 +61,11 @@ TEST_F(WindowTest, TabGoesThroughTheControlsInReadingOrder) {
     QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
     if (window->focusWidget()->objectName() == "AutoDelete") break;
   }
-  EXPECT_EQ(order.join(' ').toStdString(),
-            "CommPort Get_GpsInfo DownCheck_0 DownCheck_1 DownCheck_2 GpsDownLoad GpsUpLoad DoCheck_0 DoCheck_1 "
-            "DoCheck_2 FileExport Copy Delete FileImport Paste OutputTypeOption DegreeType Datum UTCOffsetNum "
-            "WithHeader AutoFileName AutoDownload AutoSave AutoCopy AutoUpload");
+  EXPECT_EQ(
+      order.join(' ').toStdString(),
+      "CommPort CheckedLink Get_GpsInfo DownCheck_0 DownCheck_1 DownCheck_2 GpsDownLoad GpsUpLoad DoCheck_0 DoCheck_1 "
+      "DoCheck_2 FileExport Copy Delete FileImport Paste OutputTypeOption DegreeType Datum UTCOffsetNum "
+      "WithHeader AutoFileName AutoDownload AutoSave AutoCopy AutoUpload");
 }
 
 TEST_F(WindowTest, MnemonicsAreNotGivenTwice) {
@@ -204,7 +205,7 @@ TEST_F(WindowTest, DuringATransferProgressIsShownAndOnlyCancelCanBePressed) {
     status = Status();
     EXPECT_TRUE(Get<QPushButton>("Cancel").isEnabled());
     for (const char* name : {"Get_GpsInfo", "GpsDownLoad", "GpsUpLoad", "FileExport", "Copy", "Delete", "FileImport",
-                             "Paste", "CommPort", "DownCheck_0", "DoCheck_0", "Datum", "AutoSave"}) {
+                             "Paste", "CommPort", "CheckedLink", "DownCheck_0", "DoCheck_0", "Datum", "AutoSave"}) {
       EXPECT_FALSE(Get<QWidget>(name).isEnabled()) << name;
     }
     Click("GpsDownLoad");
@@ -619,6 +620,26 @@ TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
   Click("GpsDownLoad");
   EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("WPT\t"));
   EXPECT_TRUE(Status().find("破損した記録が1件") != std::string::npos) << Status();
+}
+
+TEST_F(WindowTest, DamagedRecordsNameTheBoxThatHelpsAndWithItTheyComeWhole) {
+  DemoReceiverOptions options;
+  options.faults.bad_checksum = 2;
+  UseReceiver(options);
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  const QString caption = Get<QCheckBox>("CheckedLink").text().remove("(&K)");
+  EXPECT_NE(Status().find(caption.toStdString()), std::string::npos) << Status();
+  EXPECT_NE(Status().find("CheckedLink"), std::string::npos) << Status();
+
+  UseReceiver(options);
+  Check("DownCheck_0");
+  Check("CheckedLink");
+  EXPECT_TRUE(Get<QCheckBox>("CheckedLink").isChecked());
+  EXPECT_TRUE(window->Main().controls.CheckedLink);
+  Click("GpsDownLoad");
+  EXPECT_EQ(Status(), "");
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text(), "19");
 }
 
 TEST_F(WindowTest, AutoDeleteWaitsUntilTheDownloadedKindsWereSavedAndCopied) {

@@ -1,0 +1,46 @@
+// Frames of link protocol L001:
+//
+//   frame = DLE id size data*size checksum DLE ETX        DLE 10h, ETX 03h
+//
+// Size, data and checksum bytes of 10h are sent twice. The checksum makes the sum of id, size, data and checksum 0
+// modulo 256.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "device/ByteBuffer.h"
+
+namespace walrim {
+
+inline constexpr std::uint8_t DLE = 16;
+inline constexpr std::uint8_t ETX = 3;
+/// Most data bytes that a frame carries: its buffer holds 256 bytes, six of them framing.
+inline constexpr std::size_t LongestSentData = 250;
+
+/// A received frame without its doubled bytes, from DLE to ETX.
+struct Frame {
+  /// Bytes that any frame may take; a frame whose size byte promises 251 to 255 data bytes may be that much longer.
+  static constexpr std::size_t Capacity = 256;
+  static constexpr std::size_t LongestCapacity = 255 + 6;
+
+  std::array<std::uint8_t, LongestCapacity> bytes{};
+  std::int16_t Size = 0;  ///< size byte + 6, or ReceiveTimeout
+  bool damaged = false;   ///< its length does not fit its size byte, or its checksum is wrong
+
+  [[nodiscard]] int Id() const { return bytes[1]; }
+};
+
+/// Data of a received frame: as many bytes as its size byte says (those that never came are 0).
+[[nodiscard]] ByteBuffer PacketData(const Frame& frame);
+
+/// The checksum byte behind an id, a size and data.
+[[nodiscard]] std::uint8_t FrameChecksum(std::span<const std::uint8_t> id_size_data);
+
+/// A packet's bytes on the wire, with the doubled ones. data.Size is 0..255.
+[[nodiscard]] std::vector<std::uint8_t> FrameOnWire(int packet_id, const ByteBuffer& data);
+
+}  // namespace walrim

@@ -1,0 +1,393 @@
+#include <chrono>
+#include <gtest/gtest.h>
+#include <random>
+#include <stdexcept>
+
+#include "device/Garmin.h"
+#include "receiver/DemoSerialPort.h"
+#include "support/Fakes.h"
+#include "support/ScriptedReceiver.h"
+
+namespace walrim {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+using std::chrono::seconds;
+
+// By hand: 06+02+0A = 12h, checksum EE; the same with a wrong one.
+const Bytes AckOfCommand{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEE, 0x10, 0x03};
+const Bytes SpoiltAckOfCommand{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEF, 0x10, 0x03};
+// 1B+02+05 = 22h, checksum DE.
+const Bytes FiveRecords{0x10, 0x1B, 0x02, 0x05, 0x00, 0xDE, 0x10, 0x03};
+const Bytes SpoiltFiveRecords{0x10, 0x1B, 0x02, 0x05, 0x00, 0xDF, 0x10, 0x03};
+// 15+02+1B = 32h, checksum CE; 15+02+23 = 3Ah, checksum C6.
+const Bytes NakOfRecords{0x10, 0x15, 0x02, 0x1B, 0x00, 0xCE, 0x10, 0x03};
+const Bytes NakOfWaypoint{0x10, 0x15, 0x02, 0x23, 0x00, 0xC6, 0x10, 0x03};
+// The receiver's: 15+02+0A = 21h, checksum DF.
+const Bytes NakOfCommand{0x10, 0x15, 0x02, 0x0A, 0x00, 0xDF, 0x10, 0x03};
+// Two data bytes 41 42: 23+02+41+42 = A8, checksum 58.
+const Bytes ShortWaypoint{0x10, 0x23, 0x02, 0x41, 0x42, 0x58, 0x10, 0x03};
+const Bytes SpoiltWaypoint{0x10, 0x23, 0x02, 0x41, 0x43, 0x58, 0x10, 0x03};
+// A transfer command of waypoints: 0A+02+07 = 13h, checksum ED. An ACK of records: 06+02+1B = 23h, checksum DD.
+const Bytes WaypointCommand{0x10, 0x0A, 0x02, 0x07, 0x00, 0xED, 0x10, 0x03};
+const Bytes AckOfRecords{0x10, 0x06, 0x02, 0x1B, 0x00, 0xDD, 0x10, 0x03};
+
+Bytes Joined(std::initializer_list<Bytes> parts) {
+  Bytes all;
+  for (const Bytes& part : parts)
+    all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+class RecordingTrace : public FrameTrace {
+ public:
+  void Frame(const TracedFrame& frame) override { lines.push_back(TraceLine(frame)); }
+  void Note(nanoseconds time, std::string_view text) override { lines.push_back(TraceNoteLine(time, text)); }
+  std::vector<std::string> lines;
+};
+
+/// Exchanges on a line whose answers are written down, one list for each packet that is sent.
+class CheckedExchangeTest : public ::testing::Test {
+ protected:
+  using Answers = std::vector<ScriptedPort::Answer>;
+
+  CheckedExchangeTest() {
+    session.checked_link = true;
+    std::string settings;
+    EXPECT_TRUE(link.OpenPort("1", settings));
+    port.script = [this](const Bytes&) { return next_answer < answers.size() ? answers[next_answer++] : Answers{}; };
+  }
+
+  PacketReply Command() { return link.ExchangeChecked(10, IntegerToBuffer(7), ExpectedAnswer::AckAndAnswer); }
+  PacketReply Ack() { return link.ExchangeChecked(Pid_Ack_Byte, IntegerToBuffer(27), ExpectedAnswer::OneFrame); }
+
+  FakeClock clock;
+  ScriptedPort port{clock};
+  FakeEventLoop loop;
+  DeviceSession session;
+  PacketLink link{port, clock, loop, session};
+  std::vector<Answers> answers;
+  std::size_t next_answer = 0;
+};
+
+TEST_F(CheckedExchangeTest, EndsAtTheLastByteOfTheOneFrameBehindAnAck) {
+  answers = {{{milliseconds{40}, ShortWaypoint}}};
+  const PacketReply reply = Ack();
+  EXPECT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.FirstId(), 35);
+  EXPECT_EQ(clock.now, milliseconds{40});
+  EXPECT_EQ(port.sent, std::vector<Bytes>{AckOfRecords});
+}
+
+TEST_F(CheckedExchangeTest, WaitsForTheAnswerBehindACommandsAck) {
+  answers = {{{milliseconds{5}, AckOfCommand}, {milliseconds{1200}, FiveRecords}}};
+  const PacketReply reply = Command();
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(FindAckSlot(reply), 1);
+  EXPECT_EQ(reply.Slot(2).Id(), 27);
+  EXPECT_EQ(clock.now, milliseconds{1200});
+}
+
+TEST_F(CheckedExchangeTest, DribblingBytesAreWaitedFor) {
+  Answers bytes;
+  for (std::size_t i = 0; i < ShortWaypoint.size(); ++i)
+    bytes.push_back({milliseconds{1400} * static_cast<int>(i + 1), {ShortWaypoint[i]}});
+  answers = {bytes};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(clock.now, milliseconds{1400} * 8);
+}
+
+TEST_F(CheckedExchangeTest, NoiseBeforeAFrameIsSkipped) {
+  answers = {{{milliseconds{5}, Joined({{0x00, 0xFF, 0x5A}, ShortWaypoint})}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(port.sent.size(), 1U);
+}
+
+TEST_F(CheckedExchangeTest, AWrongChecksumIsAnsweredWithNakAndThePacketReceivedAgain) {
+  answers = {{{milliseconds{5}, SpoiltWaypoint}}, {{milliseconds{5}, ShortWaypoint}}};
+  const PacketReply reply = Ack();
+  ASSERT_EQ(reply.Count, 1);
+  EXPECT_FALSE(reply.Slot(1).damaged);
+  EXPECT_EQ(PacketData(reply.Slot(1))[1], 0x42);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint}));
+}
+
+TEST_F(CheckedExchangeTest, OnlyTheDamagedAnswerBehindACommandIsAskedForAgain) {
+  answers = {{{milliseconds{5}, Joined({AckOfCommand, SpoiltFiveRecords})}}, {{milliseconds{5}, FiveRecords}}};
+  const PacketReply reply = Command();
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(FindAckSlot(reply), 1);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, NakOfRecords}));
+}
+
+TEST_F(CheckedExchangeTest, ADamagedAckCountsWhenItsAnswerCame) {
+  answers = {{{milliseconds{5}, Joined({SpoiltAckOfCommand, FiveRecords})}}};
+  const PacketReply reply = Command();
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(FindAckSlot(reply), 1);
+  EXPECT_EQ(port.sent.size(), 1U);
+}
+
+TEST_F(CheckedExchangeTest, ACommandWhoseAckIsBeyondRecognitionIsSentAgain) {
+  Bytes unrecognisable = AckOfCommand;
+  unrecognisable[1] = 0x46;
+  answers = {{{milliseconds{5}, Joined({unrecognisable, FiveRecords})}},
+             {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
+  const PacketReply reply = Command();
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(FindAckSlot(reply), 1);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
+}
+
+TEST_F(CheckedExchangeTest, ANakSendsThePacketAgain) {
+  answers = {{{milliseconds{5}, NakOfCommand}}, {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
+  const PacketReply reply = Command();
+  EXPECT_EQ(reply.Count, 2);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
+}
+
+TEST_F(CheckedExchangeTest, AfterThreeNaksTheExchangeHasFailed) {
+  answers = std::vector<Answers>(9, {{milliseconds{5}, NakOfCommand}});
+  EXPECT_EQ(Command().Count, ReceiveTimeout);
+  EXPECT_EQ(port.sent, std::vector<Bytes>(3, WaypointCommand));
+}
+
+TEST_F(CheckedExchangeTest, AfterThreeDamagedFramesTheExchangeHasFailed) {
+  answers = std::vector<Answers>(9, {{milliseconds{5}, SpoiltWaypoint}});
+  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint, NakOfWaypoint}));
+}
+
+TEST_F(CheckedExchangeTest, ANakOfANakSendsTheNakAgain) {
+  answers = {
+      {{milliseconds{5}, SpoiltWaypoint}}, {{milliseconds{5}, NakOfCommand}}, {{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint, NakOfWaypoint}));
+}
+
+TEST_F(CheckedExchangeTest, HalfAFrameIsAskedForAgainOnceTheLineIsSilent) {
+  answers = {{{milliseconds{5}, {0x10, 0x23, 0x02, 0x41}}}, {{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint}));
+}
+
+TEST_F(CheckedExchangeTest, ASilentDeviceTimesOutAfterOneAndAHalfSecondsAndIsNotAskedAgain) {
+  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_GT(clock.now, milliseconds{1500});
+  EXPECT_LE(clock.now, milliseconds{1510});
+  EXPECT_EQ(port.sent.size(), 1U);
+}
+
+TEST_F(CheckedExchangeTest, ALostLineIsNotWaitedFor) {
+  port.line_lost = true;
+  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(clock.now, nanoseconds{});
+}
+
+TEST_F(CheckedExchangeTest, FramesBeyondTheAnswerAreLeftOutAndASixthIsAnError) {
+  answers = {{{milliseconds{5}, Joined({ShortWaypoint, FiveRecords, FiveRecords, FiveRecords, FiveRecords})}}};
+  const PacketReply reply = Ack();
+  EXPECT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.FirstId(), 35);
+
+  answers.push_back(
+      {{milliseconds{5}, Joined({ShortWaypoint, FiveRecords, FiveRecords, FiveRecords, FiveRecords, FiveRecords})}});
+  EXPECT_THROW(static_cast<void>(Ack()), std::out_of_range);
+}
+
+TEST_F(CheckedExchangeTest, ABurstThatGoesOnBetweenTwoExchangesIsCountedToo) {
+  answers = {{{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().Count, 1);
+  port.Queue({}, Joined({ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint}));
+  EXPECT_THROW(static_cast<void>(Ack()), std::out_of_range);
+}
+
+TEST_F(CheckedExchangeTest, WhatComesTwiceBecauseTheNakCrossedItIsDropped) {
+  // Noise that looks like a frame's end, and the answer behind it before the receiver has seen the NAK.
+  answers = {{{milliseconds{5}, {0x10, 0x44, 0x01, 0x10, 0x03}}, {milliseconds{9}, ShortWaypoint}},
+             {{milliseconds{20}, ShortWaypoint}},
+             {{milliseconds{5}, FiveRecords}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(Ack().FirstId(), 27);
+}
+
+TEST_F(CheckedExchangeTest, NoiseWithoutEndIsAnError) {
+  answers = {{{milliseconds{5}, Bytes(4000, 0x24)}}};
+  EXPECT_THROW(static_cast<void>(Ack()), std::out_of_range);
+}
+
+TEST_F(CheckedExchangeTest, TheTraceShowsWhatWasSkippedAndWhatWasDamaged) {
+  RecordingTrace trace;
+  link.SetTrace(&trace);
+  answers = {{{milliseconds{5}, Joined({{0x00, 0xFF}, SpoiltWaypoint})}}, {{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().Count, 1);
+  EXPECT_EQ(trace.lines, (std::vector<std::string>{
+                             "0.000000\tTX\t6\t2\t10 06 02 1B 00 DD 10 03",
+                             "0.005000\tRX\t255\t-\t00 FF\t! skipped",
+                             "0.005000\tRX\t35\t2\t10 23 02 41 43 58 10 03\t! damaged",
+                             "0.005000\tTX\t21\t2\t10 15 02 23 00 C6 10 03",
+                             "0.010000\tRX\t35\t2\t10 23 02 41 42 58 10 03",
+                         }));
+}
+
+/// Whole transfers with the receiver made of software on a line of 9600 baud, in virtual time.
+class CheckedTransferTest : public ::testing::Test {
+ protected:
+  void Start(std::initializer_list<std::string_view> faults, std::optional<HeldContents> contents = {},
+             int baud = 9600) {
+    DemoReceiverOptions options;
+    options.baud = baud;
+    options.contents = std::move(contents);
+    for (const std::string_view fault : faults)
+      ASSERT_EQ(AddFault(options.faults, fault), "");
+    port.emplace(std::move(options), clock, [this](nanoseconds time) { clock.Advance(time); });
+    garmin.emplace(data, *port, clock, loop, desktop);
+    garmin->session.checked_link = true;
+    garmin->Link().SetTrace(&trace);
+    loop.on_yield = [this] {
+      if (loop.yields > 200'000) garmin->session.TransferAborted = true;
+    };
+  }
+  std::int32_t Connect() { return garmin->ConnectDevice("demo").ProductId; }
+  std::int32_t Download(DataKind kind) { return garmin->Download(kind, "demo", TransferMode::Transfer); }
+  [[nodiscard]] std::string Ident(int slot) const { return data.d108[static_cast<std::size_t>(slot)].ident; }
+
+  FakeClock clock;
+  FakeEventLoop loop;
+  RecordingDesktop desktop;
+  RecordingTrace trace;
+  InternalData data;
+  std::optional<DemoSerialPort> port;
+  std::optional<Garmin> garmin;
+};
+
+HeldContents NumberedWaypoints(int count) {
+  HeldContents contents;
+  for (int i = 1; i <= count; ++i) {
+    HeldWaypoint waypoint;
+    waypoint.ident = "W" + std::to_string(i);
+    contents.waypoints.push_back(waypoint);
+  }
+  return contents;
+}
+
+TEST_F(CheckedTransferTest, AWrongChecksumANakNoiseAndSlowBytesLoseNothing) {
+  for (const auto& faults : {std::vector<std::string_view>{"bad-checksum=1"},
+                             {"bad-checksum=8"},
+                             {"nak=1"},
+                             {"nak=2"},
+                             {"nak=3"},
+                             {"garbage"},
+                             {"garbage=4"},
+                             {"dribble=5"},
+                             {"gap=900"},
+                             {"overlong=3"},
+                             {"bad-checksum=4", "garbage", "nak=3", "dribble=3"}}) {
+    data.Clear(DataKind::Waypoint);
+    Start({}, NumberedWaypoints(8));
+    DemoReceiverOptions options;
+    options.contents = NumberedWaypoints(8);
+    for (const std::string_view fault : faults)
+      ASSERT_EQ(AddFault(options.faults, fault), "");
+    port.emplace(std::move(options), clock, [this](nanoseconds time) { clock.Advance(time); });
+    SCOPED_TRACE(faults.front());
+    ASSERT_GT(Connect(), 0);
+    ASSERT_EQ(Download(DataKind::Waypoint), 8);
+    for (int i = 1; i <= 8; ++i)
+      EXPECT_EQ(Ident(i), "W" + std::to_string(i));
+    EXPECT_EQ(garmin->session.report.damaged_records, 0);
+    EXPECT_FALSE(garmin->session.report.data_loss);
+    EXPECT_TRUE(desktop.messages.empty());
+  }
+}
+
+TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
+  Start({"nak=4"}, NumberedWaypoints(0));
+  WaypointRecord record;
+  record[WaypointField::lat] = "45";
+  record[WaypointField::lon] = "135";
+  for (const auto* ident : {"A", "B", "C"}) {
+    record[WaypointField::ident] = ident;
+    ASSERT_GT(data.AddWaypoint(record), 0);
+  }
+  ASSERT_GT(Connect(), 0);
+  EXPECT_EQ(garmin->Upload(DataKind::Waypoint, "demo"), 3);
+  EXPECT_EQ(garmin->session.report.refused_records, 0);
+  data.Clear(DataKind::Waypoint);
+  EXPECT_EQ(Download(DataKind::Waypoint), 3);
+  EXPECT_EQ(Ident(2), "B");
+  EXPECT_EQ(Ident(3), "C");
+}
+
+TEST_F(CheckedTransferTest, AReceiverThatRefusesEverythingHasFailedAfterThreeTries) {
+  Start({"nak"});
+  EXPECT_EQ(Connect(), -1);
+}
+
+// The frames come faster than an ACK leaves, so that the burst is seen only while the next exchange is under way.
+TEST_F(CheckedTransferTest, SixFramesInABurstFailAtTheLinesPaceToo) {
+  Start({"burst=6"}, NumberedWaypoints(8));
+  ASSERT_GT(Connect(), 0);
+  EXPECT_THROW(static_cast<void>(Download(DataKind::Waypoint)), std::out_of_range);
+}
+
+TEST_F(CheckedTransferTest, SixFramesInABurstFailOnALineWithoutPace) {
+  Start({"burst=6"}, NumberedWaypoints(8), 0);
+  ASSERT_GT(Connect(), 0);
+  EXPECT_THROW(static_cast<void>(Download(DataKind::Waypoint)), std::out_of_range);
+}
+
+TEST_F(CheckedTransferTest, AShorterBurstKeepsTheRecordsInStep) {
+  for (const int baud : {9600, 0}) {
+    data.Clear(DataKind::Waypoint);
+    Start({"burst=4"}, NumberedWaypoints(8), baud);
+    ASSERT_GT(Connect(), 0);
+    ASSERT_EQ(Download(DataKind::Waypoint), 8) << baud;
+    for (int i = 1; i <= 8; ++i)
+      EXPECT_EQ(Ident(i), "W" + std::to_string(i)) << baud;
+  }
+}
+
+/// Seconds of the frames of a trace on the line, and from the first of them to the port's closing.
+struct LineUse {
+  double wire_s = 0;
+  double taken_s = 0;
+};
+
+LineUse UseOf(const std::vector<std::string>& lines) {
+  LineUse use;
+  double start_s = -1;
+  for (const std::string& line : lines) {
+    const double time_s = std::stod(line);
+    const std::size_t bytes_at = line.rfind('\t') + 1;
+    if (line.find("\t--\t") != std::string::npos) {
+      if (line.ends_with("port closed")) use.taken_s = time_s - start_s;
+      continue;
+    }
+    if (start_s < 0) start_s = time_s;
+    use.wire_s += static_cast<double>((line.size() - bytes_at + 1) / 3) * 10 / 9600;
+  }
+  return use;
+}
+
+TEST_F(CheckedTransferTest, ATransferTakesHardlyLongerThanItsBytesTakeOnTheLine) {
+  HeldContents contents;
+  contents.track_logs.resize(1);
+  contents.track_logs[0].points.resize(1000);
+  contents.track_logs[0].points[0].new_trk = true;
+  Start({}, contents);
+  ASSERT_GT(Connect(), 0);
+  trace.lines.clear();
+  ASSERT_EQ(Download(DataKind::TrackLog), 1001);
+  const LineUse down = UseOf(trace.lines);
+  EXPECT_LE(down.taken_s / down.wire_s, 1.02);
+
+  trace.lines.clear();
+  ASSERT_EQ(garmin->Upload(DataKind::TrackLog, "demo"), 1001);
+  const LineUse up = UseOf(trace.lines);
+  EXPECT_LE(up.taken_s / up.wire_s, 1.02);
+}
+
+}  // namespace
+}  // namespace walrim
