@@ -1,7 +1,8 @@
 // A receiver that answers anything: a download of each kind ends with the port closed and with data that can be
 // written.
 //
-// The first byte chooses the kind (two bits), the receiver's types (two bits) and the mode. The rest is a list of
+// The first byte chooses the kind (two bits), the receiver's types (two bits), the mode (three bits: 7 counts only) and
+// the link (one bit: checked). The rest is a list of
 // answers, one for each frame that the host sends, each begun by a byte whose low three bits choose its form:
 //   0            none
 //   1 n bytes    bytes that are no frame
@@ -152,6 +153,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   FakeEventLoop loop;
   RecordingDesktop desktop;
   Garmin garmin(*data, port, clock, loop, desktop);
+  garmin.session.checked_link = choice >= 128;
   garmin.SetDefaultProtocols();
   ChooseProtocols(Descriptions[choice / 4 % Descriptions.size()], garmin.session.protocols);
   loop.on_yield = [&] {
