@@ -91,6 +91,10 @@ void WalrimMain::NoteReport(DataKind kind) {
     notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +
                        "件あります．");
   }
+  if (report.end_refused) {
+    notices_.push_back(name +
+                       "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．");
+  }
   if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
   if (!report.cut_records.empty()) {
     desktop_.ShowMessage(name + "長すぎる記録の文字列の末尾を切って送信しました：" + JoinNames(report.cut_records));
@@ -127,7 +131,7 @@ void WalrimMain::AskCount(DataKind kind, Outcome& outcome) {
   bool failed = false;
   const std::int32_t count =
       RunTransfer([&] { return garmin_.Download(kind, controls.CommPort, TransferMode::CountOnly); }, failed);
-  if (count < 0) count_text.clear();
+  if (count <= 0) count_text.clear();
   if (count == TransferTimedOut) {
     desktop_.ShowMessage(LinkLostMessage);
     outcome = Outcome::LinkLost;
@@ -153,10 +157,11 @@ Outcome WalrimMain::Get_GpsInfo_Click() {
       controls.GpsDataNum[IndexOf(kind)].clear();
     desktop_.ControlsChanged();
     for (const DataKind kind : AllDataKinds) {
+      if (cancel_requested_) break;
       garmin_.Status().SetCaption("Get Data Num of " + std::string(DataKindName(kind)));
       AskCount(kind, outcome);
       garmin_.Status().SetCaption("");
-      if (outcome != Outcome::Done || cancel_requested_) break;
+      if (outcome != Outcome::Done) break;
     }
     if (cancel_requested_) outcome = Outcome::Cancelled;
     cancel_requested_ = false;
@@ -293,7 +298,7 @@ Outcome WalrimMain::UploadSelected() {
 WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
   bool failed = false;
   const std::int32_t result = RunTransfer([&] { return garmin_.Upload(kind, controls.CommPort); }, failed);
-  const bool all_taken = garmin_.session.report.refused_records == 0;
+  const bool all_taken = garmin_.session.report.refused_records == 0 && !garmin_.session.report.end_refused;
   NoteReport(kind);
   if (result == TransferTimedOut) {
     desktop_.ShowMessage(LinkLostMessage);

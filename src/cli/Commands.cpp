@@ -115,7 +115,7 @@ bool Terminal::StartTrace() {
 
 void Terminal::Watch() {
   CatchSignals();
-  watchdog_.Watch([this] { return main_.Device().session.frames_received; }, [this] { main_.Cancel_Click(); });
+  watchdog_.Watch([this] { return main_.Device().session.input_seen; }, [this] { main_.Cancel_Click(); });
 }
 
 ExitStatus Terminal::Report(Outcome outcome) {

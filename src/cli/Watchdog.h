@@ -10,7 +10,7 @@
 
 namespace walrim {
 
-/// A transfer without a received frame for this long is cancelled.
+/// A transfer without a received byte for this long is cancelled.
 inline constexpr std::chrono::seconds StallTime{30};
 
 /// Whether SIGINT, SIGTERM or SIGHUP has come since CatchSignals.

@@ -127,7 +127,6 @@ Found PacketLink::CheckedExchange::TakeInput() {
     if (!byte) break;
     const Found found = TakeByte(*byte);
     if (found == Found::Nothing) continue;
-    ++link_.session_.frames_received;
     TraceFound(found);
     return found;
   }
@@ -135,6 +134,7 @@ Found PacketLink::CheckedExchange::TakeInput() {
 }
 
 Found PacketLink::CheckedExchange::TakeByte(std::uint8_t byte) {
+  ++link_.session_.input_seen;
   try {
     return reader_.Take(byte);
   } catch (const std::out_of_range&) {

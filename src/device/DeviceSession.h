@@ -21,6 +21,7 @@ struct ProductInfo {
 struct TransferReport {
   int damaged_records = 0;        ///< frames taken as records whose checksum or length was wrong
   int refused_records = 0;        ///< sent records that were not acknowledged
+  bool end_refused = false;       ///< the end of sent records was not acknowledged
   bool data_loss = false;         ///< the data-loss warning was shown
   bool port_failed = false;       ///< result 0 because the port could not be opened; a message was shown
   bool no_answer = false;         ///< result 0 because the receiver was silent at the first packet
@@ -40,7 +41,7 @@ struct DeviceSession {
   bool checked_link = false;   ///< frames are tested, damaged ones sent again, and no burst is waited for
   float pacing_factor = 1.0F;  ///< stretches the settle time of received bursts; 0 is taken as 1
   TransferReport report;
-  std::int64_t frames_received = 0;  ///< over the whole run; tells whoever waits that there is progress
+  std::int64_t input_seen = 0;  ///< grows over the whole run whenever something comes: whoever waits sees progress
 };
 
 }  // namespace walrim

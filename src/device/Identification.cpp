@@ -84,7 +84,8 @@ ProductInfo Garmin::RequestProduct(std::string_view port_name) {
   ReceiveBehindAck(reply, ack);
   if (reply.Count < 0) return silent;
   const Frame& frame = reply.Slot(ack + 1);
-  if (frame.Id() != Pid_Product_Data) return {};
+  // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
+  if (frame.bytes[0] != DLE || frame.Id() != Pid_Product_Data) return {};
 
   const ByteBuffer data = PacketData(frame);
   ProductInfo info;

@@ -165,7 +165,6 @@ Frame PacketLink::ReceivePacket() {
     }
     if (!ended) continue;
     const Frame frame = builder.Finish();
-    ++session_.frames_received;
     if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), builder.Mark()});
     return frame;
   }
@@ -193,11 +192,13 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
         return;
       }
     } else if (last_count == 0) {  // the first bytes have just arrived
+      ++session_.input_seen;
       settle_time = std::max(now - last_progress, shortest);
       last_count = count;
       last_progress = now;
     } else {
       if (count > last_count) {
+        ++session_.input_seen;
         last_count = count;
         last_progress = now;
       }

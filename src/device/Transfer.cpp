@@ -281,7 +281,8 @@ std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const st
     SendAbort();
     return last_status == ReceiveTimeout ? TransferTimedOut : TransferGivenUp;
   }
-  static_cast<void>(ExchangePacket(session.link_pids.Pid_Xfer_Cmplt, command));
+  reply = ExchangePacket(session.link_pids.Pid_Xfer_Cmplt, command);
+  session.report.end_refused = reply.Count >= 0 && FindAckSlot(reply) < 0;
   return result_count;
 }
 

@@ -493,6 +493,47 @@ TEST_F(DeviceCommandsTest, APortThatIsGoneAfterTheIdentificationIsALostLink) {
   EXPECT_EQ(desktop.messages[1], "電源が切れたか，コードが外れました．");
 }
 
+TEST_F(DeviceCommandsTest, AnUploadWhoseEndIsNotAcknowledgedIsSaidAndRunsNoAutoDelete) {
+  DownloadAll();
+  TickDo(true, false, false);
+  main.controls.AutoDelete = true;
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
+    if (wire.at(1) == 12) return {{std::chrono::milliseconds{2}, WireFrame(21, Int16(12))}};
+    return answer(wire);
+  };
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Refused);
+  EXPECT_EQ(desktop.caption,
+            "(Waypoint)受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．");
+  EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+}
+
+TEST_F(DeviceCommandsTest, ACountThatIsNotAnsweredLeavesNoOldOne) {
+  DownloadAll();
+  TickDo(true, false, false);
+  main.controls.GpsDataNum[0] = "0";
+  const auto answer = port.script;
+  bool ended = false;
+  port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
+    if (wire.at(1) == 12) ended = true;
+    return ended && wire.at(1) == 10 ? std::vector<ScriptedPort::Answer>{} : answer(wire);
+  };
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::LinkLost);
+  EXPECT_EQ(main.controls.GpsDataNum[0], "");
+}
+
+TEST_F(DeviceCommandsTest, CancelWhileTheReceiverIsIdentifiedAsksForNoCount) {
+  bool cancelled = false;
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) {
+    if (!cancelled) main.Cancel_Click();
+    cancelled = true;
+    return answer(wire);
+  };
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Cancelled);
+  EXPECT_EQ(receiver.ReceivedIds(), std::vector<int>{254});
+}
+
 TEST_F(DeviceCommandsTest, AnUploadThatIsNotAcknowledgedIsSaid) {
   DownloadAll();
   TickDo(true, false, false);

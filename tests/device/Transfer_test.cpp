@@ -593,6 +593,33 @@ TEST_F(TransferTest, AnA300UploadSendsNoHeaders) {
   EXPECT_EQ(receiver.received[2].data.at(12), 0);
 }
 
+// The noise 00 FF puts the id of product data where the id of whatever follows would be.
+TEST_F(TransferTest, NoiseInFrontOfTheProductDataIsNoReceiver) {
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) {
+    auto answers = answer(wire);
+    answers.at(1).bytes.insert(answers.at(1).bytes.begin(), {0x00, 0xFF, 0x5A, 0xA5, 0x7E});
+    return answers;
+  };
+  const ProductInfo info = garmin.ConnectDevice("1");
+  EXPECT_EQ(info.ProductId, 0);
+  EXPECT_EQ(info.Description, "");
+}
+
+TEST_F(TransferTest, AnUploadWhoseEndIsNotAcknowledgedIsNoted) {
+  HoldWaypoint("A");
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
+    if (wire.at(1) == 12) return {{milliseconds{2}, WireFrame(21, Int16(12))}};
+    return answer(wire);
+  };
+  EXPECT_EQ(Upload(DataKind::Waypoint), 1);
+  EXPECT_TRUE(garmin.session.report.end_refused);
+  port.script = answer;
+  EXPECT_EQ(Upload(DataKind::Waypoint), 1);
+  EXPECT_FALSE(garmin.session.report.end_refused);
+}
+
 TEST_F(TransferTest, AnUploadWithoutAckGivesZero) {
   HoldWaypoint("ONE");
   receiver.acknowledges = false;
