@@ -120,6 +120,11 @@ bool DemoSerialPort::LineLost() const {
   return receiver_ != nullptr && receiver_->LineClosed();
 }
 
+const ReceiverMemory* DemoSerialPort::MemoryOf(std::string_view model) const {
+  const auto found = receivers_.find(model);
+  return found == receivers_.end() ? nullptr : &found->second->Memory();
+}
+
 void DemoSerialPort::Pump() {
   if (receiver_ == nullptr) return;
   const nanoseconds now = clock_.Monotonic();

@@ -54,6 +54,9 @@ class DemoSerialPort : public SerialPort {
   void Wait(std::chrono::milliseconds at_most) override;
   [[nodiscard]] bool LineLost() const override;
 
+  /// What a model's receiver holds; nullptr when its port has not been opened yet.
+  [[nodiscard]] const ReceiverMemory* MemoryOf(std::string_view model) const;
+
  private:
   struct WaitingByte {
     std::chrono::nanoseconds since;

@@ -80,6 +80,15 @@ TEST_F(DemoSerialPortTest, AFailedOpenLeavesThePortClosed) {
   EXPECT_FALSE(port.PortOpen());
 }
 
+TEST_F(DemoSerialPortTest, TellsWhatAReceiverHoldsOnceItsPortWasOpened) {
+  DemoSerialPort port = Port();
+  EXPECT_EQ(port.MemoryOf("GPS 48"), nullptr);
+  ASSERT_TRUE(port.Open("demo:GPS 48", "").Ok());
+  ASSERT_NE(port.MemoryOf("GPS 48"), nullptr);
+  EXPECT_EQ(port.MemoryOf("GPS 48")->waypoints.size(), 19U);
+  EXPECT_EQ(port.MemoryOf("eTrex"), nullptr);
+}
+
 TEST_F(DemoSerialPortTest, AClosedPortIsSilentAndWaitsOutItsTime) {
   DemoSerialPort port = Port();
   port.Output(0x10);

@@ -1,0 +1,269 @@
+#include "faults/Endings.h"
+
+#include <algorithm>
+
+namespace walrim {
+
+namespace {
+
+constexpr std::string_view LinkLost = "電源が切れたか，コードが外れました．";
+constexpr std::string_view PortGone = "Serial Port [ demo ] は既に使われています\ndemoがありません．";
+constexpr std::string_view NotAcknowledged = "受信機が要求に応じませんでした．";
+constexpr std::string_view BadAnswer = "受信機からの応答が正しくないため，通信を中止しました．";
+constexpr std::string_view BadData = "受信データが異常なため，通信を中止しました．";
+constexpr std::string_view DataLoss =
+    "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
+constexpr std::string_view DamagedNotice =
+    "破損した記録が1件届きました．「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
+constexpr std::string_view RefusedNotice = "受信機が受け取らなかった記録が1件あります．";
+constexpr std::string_view EndNotice =
+    "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
+
+constexpr int ExitDone = 0;
+constexpr int ExitRefused = 1;
+constexpr int ExitNoReceiver = 3;
+
+// ---- The ways to end
+
+using enum Held;
+
+constexpr Ending AllWhole{};
+/// Nobody has answered the product request.
+constexpr Ending NobodyThere{Outcome::NoReceiver, ExitNoReceiver, {}, {}, Identity::Silent, false, Old, Old, Old};
+constexpr Ending NotIdentified{Outcome::NoReceiver, ExitNoReceiver, {}, {}, Identity::Unknown, false, Old, Old, Old};
+/// The receiver fell silent: before anything was changed, inside the records, behind them.
+constexpr Ending Lost{Outcome::LinkLost, ExitNoReceiver, {LinkLost}, {}, Identity::Known, false, Whole, Old, Old};
+constexpr Ending LostInside{
+    Outcome::LinkLost, ExitNoReceiver, {LinkLost}, {}, Identity::Known, false, Whole, Empty, Old};
+constexpr Ending LostBehind{
+    Outcome::LinkLost, ExitNoReceiver, {LinkLost}, {}, Identity::Known, false, Whole, Whole, Old};
+/// The port cannot be opened again.
+constexpr Ending Gone{
+    Outcome::LinkLost, ExitNoReceiver, {PortGone, LinkLost}, {}, Identity::Known, false, Whole, Old, Old};
+constexpr Ending GoneBehind{
+    Outcome::LinkLost, ExitNoReceiver, {PortGone, LinkLost}, {}, Identity::Known, false, Whole, Whole, Old};
+/// The first packet was not acknowledged.
+constexpr Ending NotTaken{
+    Outcome::NoReceiver, ExitNoReceiver, {NotAcknowledged}, {}, Identity::Known, false, Whole, Old, Old};
+constexpr Ending NotTakenBehind{
+    Outcome::NoReceiver, ExitNoReceiver, {NotAcknowledged}, {}, Identity::Known, false, Whole, Whole, Old};
+/// Another packet came where the number of records was due.
+constexpr Ending BadNumber{Outcome::Refused, ExitRefused, {BadAnswer}, {}, Identity::Known, false, Whole, Empty, Old};
+constexpr Ending BadNumberBehind{
+    Outcome::Refused, ExitRefused, {BadAnswer}, {}, Identity::Known, false, Whole, Whole, Old};
+constexpr Ending Nonsense{Outcome::Refused, ExitRefused, {BadData}, {}, Identity::Known, false, Whole, Empty, Old};
+constexpr Ending Stalled{Outcome::Cancelled, ExitNoReceiver, {}, {}, Identity::Known, true, Whole, Empty, Old};
+constexpr Ending EndedEarly{Outcome::Done, ExitDone, {DataLoss}, {}, Identity::Known, false, Whole, CutAndBlank, Whole};
+constexpr Ending MoreThanAnnounced{Outcome::Done, ExitDone, {DataLoss}, {}, Identity::Known, false, Whole, Cut, Whole};
+constexpr Ending NoneAnnounced{Outcome::Done, ExitDone, {}, {}, Identity::Known, false, Whole, Old, Whole};
+constexpr Ending FewerShown{Outcome::Done, ExitDone, {}, {}, Identity::Known, false, Whole, Cut, Whole};
+constexpr Ending TakenDamaged{Outcome::Done, ExitDone, {}, DamagedNotice};
+constexpr Ending RecordRefused{Outcome::Refused, ExitRefused, {}, RefusedNotice, Identity::Known, false, Whole,
+                               AllButOne,        Whole};
+/// The receiver has taken a record, but its ACK cannot be read.
+constexpr Ending AckSpoilt{Outcome::Refused, ExitRefused, {}, RefusedNotice};
+/// The receiver has not taken the end of the records, and keeps what it had.
+constexpr Ending NotClosed{Outcome::Refused, ExitRefused, {}, EndNotice, Identity::Known, false, Whole, Old, Whole};
+/// It has, but its ACK cannot be read.
+constexpr Ending EndAckSpoilt{Outcome::Refused, ExitRefused, {}, EndNotice};
+
+// ---- The rules
+
+constexpr unsigned Info = 1;
+constexpr unsigned Download = 2;
+constexpr unsigned Upload = 4;
+constexpr unsigned Every = Info | Download | Upload;
+constexpr unsigned Plain = 1;
+constexpr unsigned Checked = 2;
+constexpr unsigned Both = Plain | Checked;
+
+constexpr Phases Always = Set(Phase::Throughout);
+constexpr Phases Records = Phase::First | Phase::Middle | Phase::Last;
+constexpr Phases Identification = Phase::Request | Phase::Product;
+constexpr Phases EveryAnswer = ~Always;
+
+/// Whether it matters that another kind is to follow.
+enum class Then { Any, NoKind, AnotherKind };
+
+struct Rule {
+  unsigned commands;
+  unsigned links;
+  std::string_view fault;
+  Phases phases;
+  Then then;
+  const Ending* ending;
+};
+
+constexpr auto Any = Then::Any;
+constexpr auto NoKind = Then::NoKind;
+constexpr auto AnotherKind = Then::AnotherKind;
+
+constexpr Rule Rules[] = {
+    {Every, Both, "", Always, Any, &AllWhole},
+    {Every, Both, "silent", Always, Any, &NobodyThere},
+
+    {Every, Both, "silent-after=N", Identification, Any, &NobodyThere},
+    {Every, Both, "silent-after=N", Set(Phase::Opening), Any, &Lost},
+    {Info, Both, "silent-after=N", Set(Phase::Number), Any, &Lost},
+    {Download, Both, "silent-after=N", Records | Phase::Number, Any, &LostInside},
+    // What stands behind the last record is not needed, but the next kind is asked for in vain.
+    {Download, Both, "silent-after=N", Phase::Close | Phase::End, NoKind, &AllWhole},
+    {Download, Both, "silent-after=N", Phase::Close | Phase::End, AnotherKind, &LostBehind},
+    {Upload, Both, "silent-after=N", Records, Any, &Lost},
+    {Upload, Both, "silent-after=N", Phase::NewOpening | Phase::NewNumber, Any, &LostBehind},
+    // The receiver hears the end of the records, although its ACK does not come back.
+    {Upload, Both, "silent-after=N", Set(Phase::Close), Any, &LostBehind},
+    {Info | Upload, Both, "silent-after=N", Set(Phase::End), NoKind, &AllWhole},
+    {Info | Upload, Both, "silent-after=N", Set(Phase::End), AnotherKind, &LostBehind},
+
+    {Every, Both, "unplug-after=N", Set(Phase::Product), Any, &NobodyThere},
+    {Every, Both, "unplug-after=N", Set(Phase::Opening), Any, &Gone},
+    {Info, Both, "unplug-after=N", Set(Phase::Number), Any, &Lost},
+    {Download, Both, "unplug-after=N", Records | Phase::Number, Any, &LostInside},
+    {Download, Both, "unplug-after=N", Set(Phase::Close), NoKind, &AllWhole},
+    {Download, Both, "unplug-after=N", Set(Phase::Close), AnotherKind, &GoneBehind},
+    {Upload, Both, "unplug-after=N", Records, Any, &Lost},
+    // The end of the records does not reach the receiver any more; the port is missed when the new number is asked for.
+    {Upload, Both, "unplug-after=N", Set(Phase::Close), Any, &Gone},
+    {Upload, Both, "unplug-after=N", Set(Phase::NewOpening), Any, &GoneBehind},
+    {Upload, Both, "unplug-after=N", Set(Phase::NewNumber), Any, &LostBehind},
+    {Every, Both, "unplug-after=N", Set(Phase::End), NoKind, &AllWhole},
+    {Every, Both, "unplug-after=N", Set(Phase::End), AnotherKind, &GoneBehind},
+
+    {Download, Both, "early-complete=N", Records, Any, &EndedEarly},
+    {Download, Both, "unknown-first", Set(Phase::First), Any, &Stalled},
+
+    {Info, Both, "short-count=1", Set(Phase::Number), Any, &FewerShown},
+    {Info, Both, "short-count=1000", Set(Phase::Number), Any, &FewerShown},
+    {Download, Both, "short-count=1", Set(Phase::Number), Any, &MoreThanAnnounced},
+    {Download, Both, "short-count=N", Set(Phase::Number), Any, &MoreThanAnnounced},
+    {Download, Both, "short-count=1000", Set(Phase::Number), Any, &NoneAnnounced},
+    {Upload, Both, "short-count=1", Set(Phase::NewNumber), Any, &AllWhole},
+    {Upload, Both, "short-count=1000", Set(Phase::NewNumber), Any, &AllWhole},
+
+    {Every, Both, "gap=200", Always, Any, &AllWhole},
+    {Every, Both, "gap=1400", Always, Any, &AllWhole},
+    {Every, Both, "gap=1600", Always, Any, &NobodyThere},
+    {Every, Both, "dribble=40", Always, Any, &AllWhole},
+    {Every, Both, "dribble=200", Always, Any, &AllWhole},
+    // A frame takes longer than the 30 seconds of the terminal's patience, but bytes come.
+    {Every, Both, "dribble=1000", Always, Any, &AllWhole},
+    {Every, Both, "dribble=1600", Always, Any, &NobodyThere},
+
+    {Every, Plain, "garbage", Always, Any, &NotIdentified},
+    {Every, Plain, "garbage=N", Identification, Any, &NotIdentified},
+    {Every, Plain, "garbage=N", Set(Phase::Opening), Any, &NotTaken},
+    {Info | Download, Plain, "garbage=N", Set(Phase::Number), Any, &BadNumber},
+    {Download, Plain, "garbage=N", Records, Any, &Stalled},
+    {Download, Plain, "garbage=N", Set(Phase::Close), Any, &AllWhole},
+    {Upload, Plain, "garbage=N", Records, Any, &AckSpoilt},
+    {Upload, Plain, "garbage=N", Set(Phase::Close), Any, &EndAckSpoilt},
+    {Upload, Plain, "garbage=N", Set(Phase::NewOpening), Any, &NotTakenBehind},
+    {Upload, Plain, "garbage=N", Set(Phase::NewNumber), Any, &BadNumberBehind},
+    {Every, Plain, "garbage=N", Set(Phase::End), Any, &AllWhole},
+
+    {Download, Plain, "overlong=N", Records, Any, &Nonsense},
+    {Download, Both, "burst=5", Set(Phase::First), Any, &AllWhole},
+    {Download, Both, "burst=6", Set(Phase::First), Any, &Nonsense},
+    {Download, Plain, "bad-checksum=N", Records, Any, &TakenDamaged},
+
+    // On a checked link what was damaged is asked for again, and noise is passed over.
+    {Every, Checked, "garbage", Always, Any, &AllWhole},
+    {Every, Checked, "garbage=N", EveryAnswer, Any, &AllWhole},
+    {Download, Checked, "overlong=N", Records, Any, &AllWhole},
+    {Download, Checked, "bad-checksum=N", Records, Any, &AllWhole},
+
+    {Every, Plain, "nak", Always, Any, &NotIdentified},
+    {Every, Plain, "nak=N", Set(Phase::Request), Any, &NotIdentified},
+    {Every, Plain, "nak=N", Set(Phase::Opening), Any, &NotTaken},
+    {Upload, Plain, "nak=N", Records, Any, &RecordRefused},
+    {Upload, Plain, "nak=N", Set(Phase::Close), Any, &NotClosed},
+    {Upload, Plain, "nak=N", Set(Phase::NewOpening), Any, &NotTakenBehind},
+    {Every, Plain, "nak=N", Set(Phase::End), Any, &AllWhole},
+    // A checked link sends again what was not taken, three times in all.
+    {Every, Checked, "nak", Always, Any, &NobodyThere},
+    {Every, Checked, "nak=N", EveryAnswer, Any, &AllWhole},
+};
+
+bool Matches(const Rule& rule, const Row& row) {
+  const unsigned command = 1U << static_cast<unsigned>(row.command);
+  const unsigned link = 1U << static_cast<unsigned>(row.link);
+  const bool then = rule.then == Then::Any || KindFollows(row) == (rule.then == Then::AnotherKind);
+  return (rule.commands & command) != 0 && (rule.links & link) != 0 && rule.fault == row.fault->text &&
+         (rule.phases & Set(row.phase)) != 0 && then;
+}
+
+std::vector<DataKind> SelectedKinds(const Row& row) {
+  std::vector<DataKind> kinds;
+  for (const DataKind kind : AllDataKinds) {
+    if (Selected(row, kind)) kinds.push_back(kind);
+  }
+  return kinds;
+}
+
+}  // namespace
+
+std::vector<std::size_t> RulesOf(const Row& row) {
+  std::vector<std::size_t> numbers;
+  for (std::size_t i = 0; i < RuleCount(); ++i) {
+    if (Matches(Rules[i], row)) numbers.push_back(i);
+  }
+  return numbers;
+}
+
+std::size_t RuleCount() {
+  return std::size(Rules);
+}
+
+const Ending& EndingOf(const Row& row) {
+  return *Rules[RulesOf(row).at(0)].ending;
+}
+
+std::vector<DataKind> HitKinds(const Row& row, const Ending& ending) {
+  if (row.struck) return {*row.struck};
+  std::vector<DataKind> kinds = SelectedKinds(row);
+  // What ends the command is met in the first kind.
+  if (ending.outcome != Outcome::Done) kinds.resize(1);
+  return kinds;
+}
+
+Held HeldAfter(const Row& row, const Ending& ending, DataKind kind) {
+  if (!Selected(row, kind)) return Old;
+  const std::vector<DataKind> hit = HitKinds(row, ending);
+  if (std::find(hit.begin(), hit.end(), kind) != hit.end()) return ending.hit;
+  return kind < hit.front() ? ending.before : ending.after;
+}
+
+std::vector<std::string> MessagesOf(const Row& row, const Ending& ending) {
+  std::vector<std::string> messages;
+  const std::size_t times = ending.outcome == Outcome::Done ? HitKinds(row, ending).size() : 1;
+  for (std::size_t i = 0; i < times; ++i) {
+    for (const std::string_view message : ending.messages) {
+      if (!message.empty()) messages.emplace_back(message);
+    }
+  }
+  return messages;
+}
+
+std::string StatusOf(const Row& row, const Ending& ending) {
+  std::string status;
+  if (ending.notice.empty()) return status;
+  for (const DataKind kind : HitKinds(row, ending))
+    status.append("(").append(DataKindName(kind)).append(")").append(ending.notice);
+  return status;
+}
+
+std::string_view TerminalMessage(const Ending& ending) {
+  if (ending.stalled) return "30秒間データが進まないため，通信を中止しました．";
+  if (ending.identity == Identity::Silent) return "電源が入っていないか，接続されていません．";
+  return ending.identity == Identity::Unknown ? "受信機を識別できませんでした．" : std::string_view{};
+}
+
+int RecordsBeforeFault(const Row& row, int count) {
+  if (row.fault->text == "short-count=1") return count - 1;
+  if (row.fault->text == "short-count=1000") return 0;
+  if (row.fault->counts == Counts::HalfOfRecords) return count - count / 2;
+  return RecordNumber(row.phase, count) - 1;
+}
+
+}  // namespace walrim
