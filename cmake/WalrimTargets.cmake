@@ -48,6 +48,8 @@ function(walrim_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${ARG_LINK} walrim_options GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE WALRIM_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  # What a test does itself is not worth optimising: so it compiles in half the time, sanitized in a third.
+  target_compile_options(${name} PRIVATE -O0)
   set(properties TIMEOUT 300)
   if(ARG_REAL_LINE)
     list(APPEND properties LABELS line RUN_SERIAL TRUE)
