@@ -1,13 +1,16 @@
 #include "app/FileStore.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+
+#include "app/Descriptor.h"
+#include "app/FileReplacement.h"
 
 namespace walrim {
 
@@ -16,28 +19,6 @@ namespace {
 FileProblem LastError() {
   return {std::strerror(errno)};
 }
-
-/// A file descriptor that is closed when it goes.
-class Descriptor {
- public:
-  explicit Descriptor(int fd) : fd_(fd) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-
-  [[nodiscard]] int Get() const { return fd_; }
-  /// False when closing reports an error that writing did not.
-  [[nodiscard]] bool Close() {
-    const int fd = fd_;
-    fd_ = -1;
-    return ::close(fd) == 0;
-  }
-
- private:
-  int fd_;
-};
 
 bool WriteAll(int fd, std::string_view bytes) {
   while (!bytes.empty()) {
@@ -55,31 +36,40 @@ std::optional<FileProblem> WriteDirectly(const std::string& path, std::string_vi
   return std::nullopt;
 }
 
-/// Access rights of a file to be replaced, or those that a new file gets.
-mode_t ModeFor(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) == 0) return status.st_mode & 07777;
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
-}
-
-void FlushFolder(const std::filesystem::path& folder) {
-  const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.Get() >= 0) ::fsync(opened.Get());
-}
-
-std::filesystem::path FolderOf(const std::filesystem::path& path) {
-  const auto folder = path.parent_path();
-  return folder.empty() ? std::filesystem::path(".") : folder;
-}
-
-/// The path behind symbolic links, also where nothing stands there yet.
-std::filesystem::path Resolved(const std::string& path) {
+/// The path behind symbolic links, also where nothing stands there yet. Links in a circle are left as they are.
+std::filesystem::path Resolved(const std::filesystem::path& path) {
+  constexpr int MostLinks = 40;
+  std::filesystem::path target = path;
   std::error_code error;
-  if (!std::filesystem::is_symlink(path, error)) return path;
-  auto target = std::filesystem::weakly_canonical(path, error);
-  return error ? std::filesystem::path(path) : target;
+  for (int links = 0; links < MostLinks && std::filesystem::is_symlink(target, error); ++links)
+    target = target.parent_path() / std::filesystem::read_symlink(target, error);
+  return target;
+}
+
+/// Why nothing can be written at a path, whatever its folder allows. A file may be replaced where its folder may be
+/// changed, but one that is protected against writing is meant to stay.
+std::optional<FileProblem> ProblemOfTarget(const std::filesystem::path& target) {
+  std::error_code error;
+  const auto kind = std::filesystem::status(target, error).type();
+  if (kind == std::filesystem::file_type::directory) return FileProblem{std::strerror(EISDIR)};
+  if (kind == std::filesystem::file_type::none) return FileProblem{error.message()};
+  if (kind == std::filesystem::file_type::regular && ::access(target.c_str(), W_OK) != 0) return LastError();
+  return std::nullopt;
+}
+
+/// Whether a new file may stand at a path: no pipe or device does.
+bool MayBeReplaced(const std::filesystem::path& target) {
+  std::error_code error;
+  const auto kind = std::filesystem::status(target, error).type();
+  return kind == std::filesystem::file_type::regular || kind == std::filesystem::file_type::not_found;
+}
+
+/// What is made room for at first: a file's size and the byte behind it, where its end is seen.
+std::size_t FirstRoom(int fd) {
+  constexpr std::size_t OfUnknownSize = 65536;
+  struct stat status {};
+  if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) return OfUnknownSize;
+  return std::min(static_cast<std::size_t>(status.st_size), LargestFile) + 1;
 }
 
 }  // namespace
@@ -87,14 +77,14 @@ std::filesystem::path Resolved(const std::string& path) {
 std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* problem) {
   const bool standard_input = path == "-";
   const Descriptor file(standard_input ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  std::string bytes;
+  std::string bytes(FirstRoom(file.Get()), '\0');
   std::size_t length = 0;
   while (file.Get() >= 0) {
     if (length > LargestFile) {
       errno = EFBIG;
       break;
     }
-    bytes.resize(length + (length < 65536 ? 65536 : length));
+    if (length == bytes.size()) bytes.resize(2 * length);
     const ssize_t got = ::read(file.Get(), bytes.data() + length, bytes.size() - length);
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) break;
@@ -110,35 +100,17 @@ std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* p
 
 std::optional<FileProblem> WriteWholeFile(const std::string& path, std::string_view bytes) {
   const std::filesystem::path target = Resolved(path);
-  std::error_code error;
-  const auto kind = std::filesystem::status(target, error).type();
-  if (kind == std::filesystem::file_type::directory) return FileProblem{std::strerror(EISDIR)};
-  if (kind != std::filesystem::file_type::regular && kind != std::filesystem::file_type::not_found &&
-      kind != std::filesystem::file_type::none) {
-    return WriteDirectly(target, bytes);
-  }
-  const auto folder = FolderOf(target);
-  // A name of its own length: the target's may already be as long as names can be.
-  std::string temporary = (folder / ".walrim-XXXXXX").string();
-  Descriptor file(::mkstemp(temporary.data()));
-  if (file.Get() < 0) return LastError();
-  const bool written = ::fchmod(file.Get(), ModeFor(target)) == 0 && WriteAll(file.Get(), bytes) &&
-                       ::fsync(file.Get()) == 0 && file.Close() && ::rename(temporary.c_str(), target.c_str()) == 0;
-  if (!written) {
-    const FileProblem problem = LastError();
-    ::unlink(temporary.c_str());
-    return problem;
-  }
-  FlushFolder(folder);
+  if (const auto problem = ProblemOfTarget(target)) return problem;
+  if (!MayBeReplaced(target)) return WriteDirectly(target, bytes);
+  FileReplacement file(target);
+  if (file.Get() < 0 || !WriteAll(file.Get(), bytes) || !file.TakePlace()) return LastError();
   return std::nullopt;
 }
 
 std::optional<FileProblem> CheckWritable(const std::string& path) {
   const std::filesystem::path target = Resolved(path);
-  std::error_code error;
-  if (std::filesystem::is_directory(target, error)) return FileProblem{std::strerror(EISDIR)};
-  if (std::filesystem::exists(target, error) && !std::filesystem::is_regular_file(target, error)) return std::nullopt;
-  if (::access(FolderOf(target).c_str(), W_OK | X_OK) != 0) return LastError();
+  if (const auto problem = ProblemOfTarget(target)) return problem;
+  if (MayBeReplaced(target) && ::access(FolderOf(target).c_str(), W_OK | X_OK) != 0) return LastError();
   return std::nullopt;
 }
 

@@ -19,12 +19,15 @@ struct FileProblem {
 /// Reads a whole file, or standard input's rest for "-". Nothing on an error, then *problem says why.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* problem = nullptr);
 
-/// Writes a file whole or not at all: to a temporary file beside it, flushed to the disk, then renamed over it. What
-/// stood there before is untouched on an error. A symbolic link's target is written; something that is no regular file
-/// (a pipe, a device) is written directly. Nothing on success.
+/// Writes a file whole or not at all: to a new file beside it, flushed to the disk, then moved over it. What stood
+/// there before is untouched on an error, and whoever reads it meanwhile sees the one or the other whole. Owner and
+/// rights stay as far as the user may give them; a file that the user may not write is not replaced. A symbolic link's
+/// target is written; other hard links keep the old contents; something that is no regular file (a pipe, a device) is
+/// written directly. Nothing on success.
 [[nodiscard]] std::optional<FileProblem> WriteWholeFile(const std::string& path, std::string_view bytes);
 
-/// Whether a file could be written at a path: its folder exists and may be written to. Creates nothing.
+/// Whether a file could be written at a path: its folder exists and may be written to, and so may
+/// a file that stands there. Creates nothing.
 [[nodiscard]] std::optional<FileProblem> CheckWritable(const std::string& path);
 
 [[nodiscard]] bool FileExists(const std::string& path);
