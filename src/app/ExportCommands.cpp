@@ -141,9 +141,11 @@ Outcome WalrimMain::WriteText(const std::string& path, const std::optional<std::
     desktop_.ShowMessage("DatasetがDownLoadされていません．");
     return Outcome::Refused;
   }
-  const auto bytes = EncodeText(*text);
-  if (!bytes) return Outcome::Refused;
-  if (const auto problem = WriteWholeFile(path, *bytes)) {
+  // UTF-8 is what the text is in already.
+  const bool as_it_is = controls.Encoding == TextEncoding::Utf8;
+  const auto encoded = as_it_is ? std::nullopt : EncodeText(*text);
+  if (!as_it_is && !encoded) return Outcome::Refused;
+  if (const auto problem = WriteWholeFile(path, as_it_is ? *text : *encoded)) {
     desktop_.ShowMessage(WriteProblemText(path, problem->detail));
     return Outcome::Refused;
   }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/FileStore.h"
 #include "app/PrivateFolder.h"
@@ -122,18 +123,17 @@ std::string WalrimMain::BuildWptPlus(std::string_view output_type) {
 std::optional<std::string> WalrimMain::BuildScript() {
   garmin_.Status().SetCaption("Converting (WPT+)to(MPS)");
   if (dialogs_ != nullptr && !dialogs_->ShowMpsOption(controls.MpsOption)) return std::nullopt;
-  const std::string wpt = BuildWptPlus("MPS");
+  std::string wpt = BuildWptPlus("MPS");
   if (wpt.empty()) return wpt;
   const PrivateFolder folder;
   if (!folder.Problem().empty()) {
     desktop_.ShowMessage(WriteProblemText("Temp.txt", folder.Problem()));
     return std::nullopt;
   }
-  const auto temporary = PassThroughFile(folder.File("Temp.txt"), wpt);
-  if (!temporary) return std::nullopt;
+  if (!PassThroughFile(folder.File("Temp.txt"), wpt)) return std::nullopt;
   garmin_.Status().SetCaption("Converting (WPT+)to(MPS)");
-  const Conversion script = ConvertWptToScript(
-      *temporary, controls.MpsOption, clock_.LocalTime(), [this](std::size_t done, std::size_t total) {
+  Conversion script =
+      ConvertWptToScript(wpt, controls.MpsOption, clock_.LocalTime(), [this](std::size_t done, std::size_t total) {
         garmin_.Status().SetProgress(static_cast<std::int64_t>(done), static_cast<std::int64_t>(total));
         event_loop_.Yield();
       });
@@ -142,7 +142,10 @@ std::optional<std::string> WalrimMain::BuildScript() {
     notices_.push_back(std::to_string(script.skipped) +
                        "件の記録は，文字列の中の記号のためスクリプトに書けませんでした．");
   }
-  return PassThroughFile(folder.File("Temp.mps"), script.text);
+  // A script is large; what it was made of is not needed beside it.
+  std::string().swap(wpt);
+  if (!PassThroughFile(folder.File("Temp.mps"), script.text)) return std::nullopt;
+  return std::move(script.text);
 }
 
 void WalrimMain::NoteMessages(const MessageList& messages) {
@@ -151,16 +154,19 @@ void WalrimMain::NoteMessages(const MessageList& messages) {
   if (more > 0) notices_.push_back("ほか" + std::to_string(more) + "件");
 }
 
-/// Writes a text to a file and reads it back. Nothing, with a message, where that fails.
-std::optional<std::string> WalrimMain::PassThroughFile(const std::string& path, const std::string& text) {
+/// Writes a text to a file and reads it back in its place: the two are never held at once. False, with a message, where
+/// that fails.
+bool WalrimMain::PassThroughFile(const std::string& path, std::string& text) {
   FileProblem problem;
-  if (const auto failed = WriteWholeFile(path, text)) {
-    problem = *failed;
-  } else if (auto back = ReadWholeFile(path, &problem)) {
-    return back;
+  const auto failed = WriteWholeFile(path, text);
+  std::string().swap(text);  // an assignment would keep its memory
+  auto back = failed ? std::nullopt : ReadWholeFile(path, &problem);
+  if (back) {
+    text = *std::move(back);
+    return true;
   }
-  desktop_.ShowMessage(WriteProblemText(path, problem.detail));
-  return std::nullopt;
+  desktop_.ShowMessage(WriteProblemText(path, failed ? failed->detail : problem.detail));
+  return false;
 }
 
 }  // namespace walrim

@@ -201,7 +201,7 @@ class WalrimMain {
   [[nodiscard]] std::string BuildStandard();
   [[nodiscard]] std::string BuildWptPlus(std::string_view output_type);
   [[nodiscard]] std::optional<std::string> BuildScript();
-  [[nodiscard]] std::optional<std::string> PassThroughFile(const std::string& path, const std::string& text);
+  [[nodiscard]] bool PassThroughFile(const std::string& path, std::string& text);
   [[nodiscard]] std::optional<std::string> BuildInType();
   void NoteCommas(int lines, std::string_view what);
   void NoteSouthAndWest(std::string_view output_type);

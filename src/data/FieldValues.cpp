@@ -10,6 +10,13 @@
 
 namespace walrim {
 
+namespace {
+
+/// Most heights and depths are not known.
+constexpr std::string_view UnknownMetresText = "1E+25";
+
+}  // namespace
+
 std::uint8_t ByteOf(std::string_view text) {
   return static_cast<std::uint8_t>(LeadingInteger(text, 0, 255));
 }
@@ -19,10 +26,14 @@ std::uint16_t WordOf(std::string_view text) {
 }
 
 float SingleOf(std::string_view text) {
-  if (text == "1E+25") return UnknownMetres;
+  if (text == UnknownMetresText) return UnknownMetres;
   const double value = LeadingNumber(text);
   if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max())) return UnknownMetres;
   return static_cast<float>(value);
+}
+
+std::string MetresText(float metres) {
+  return metres == UnknownMetres ? std::string(UnknownMetresText) : ShortestNumber(metres);
 }
 
 double TimeOf(std::string_view text) {

@@ -13,6 +13,8 @@ namespace walrim {
 [[nodiscard]] std::uint16_t WordOf(std::string_view text);
 /// LeadingNumber as a single; UnknownMetres where it fits none.
 [[nodiscard]] float SingleOf(std::string_view text);
+/// A height, depth or distance as SingleOf reads it.
+[[nodiscard]] std::string MetresText(float metres);
 /// LeadingInteger within the receiver's unsigned 32-bit times.
 [[nodiscard]] double TimeOf(std::string_view text);
 /// True for the word TRUE in any case.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -51,6 +52,14 @@ struct ImportCursor {
   std::int32_t track_points = 0;
 };
 
+/// A waypoint's name, comment and position.
+struct NamedPoint {
+  std::string ident;
+  std::string cmnt;
+  double lat_deg = 0;
+  double lon_deg = 0;
+};
+
 /// The data set. Holds every waypoint at once in the four waypoint layouts, so that it can be sent to a receiver of
 /// any of them. Lives as long as the program; starts empty. Indices outside a store throw std::out_of_range.
 class InternalData {
@@ -94,6 +103,9 @@ class InternalData {
   /// Text form of slot (see waypoint_origin). Zero characters in fixed-width texts become blanks, in the entry too.
   [[nodiscard]] WaypointRecord GetWaypoint(int slot);
   void GetWaypoint(int slot, WaypointRecord& record);
+  /// The part of it that texts without the other fields write.
+  [[nodiscard]] NamedPoint GetNamedPoint(int slot);
+  [[nodiscard]] NamedPoint GetNamedPoint(int route, int point);
   [[nodiscard]] RouteHeader GetRouteHeader(int route);
   [[nodiscard]] RoutePoint GetRoutePoint(int route, int point);
   void GetRoutePoint(int route, int point, RoutePoint& record);

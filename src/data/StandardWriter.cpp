@@ -15,13 +15,15 @@
 namespace walrim {
 namespace {
 
+bool EndsColumn(char c) {
+  return static_cast<unsigned char>(c) <= '\r' && (c == '\t' || c == '\r' || c == '\n' || c == '\0');
+}
+
 /// Appends a text; what would end a column or a line becomes a blank.
 void AppendText(std::string& out, std::string_view text) {
-  const std::size_t begin = out.size();
+  const auto begin = static_cast<std::ptrdiff_t>(out.size());
   out.append(text);
-  for (std::size_t i = begin; i < out.size(); ++i) {
-    if (out[i] == '\t' || out[i] == '\r' || out[i] == '\n' || out[i] == '\0') out[i] = ' ';
-  }
+  std::replace_if(out.begin() + begin, out.end(), EndsColumn, ' ');
 }
 
 void AppendColumn(std::string& out, ColumnForm form, std::string_view text) {
@@ -149,8 +151,8 @@ void StandardWriter::AppendTrackPoint(std::string& out, int log, int point) {
   std::tie(track_point_[lat], track_point_[lon]) = PositionTexts(entry.lat_deg, entry.lon_deg, settings_);
   track_point_[time] = DateTimeText(LocalTimeOfGarminTime(entry.time, settings_.utc_offset_hours));
   track_point_[new_trk] = TruthText(entry.new_trk);
-  track_point_[alt] = ShortestNumber(entry.alt_m);
-  track_point_[dpth] = ShortestNumber(entry.dpth_m);
+  track_point_[alt] = MetresText(entry.alt_m);
+  track_point_[dpth] = MetresText(entry.dpth_m);
   track_point_[leg_dist] = LegText(data_, log, point);
   AppendLead(out, TrackPointSection, settings_);
   AppendColumns(out, TrackPointSection.columns, track_point_.text);

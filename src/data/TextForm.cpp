@@ -27,6 +27,19 @@ void FillLink(const D210Entry& link, LinkRecord& record) {
   record[LinkField::ident] = link.ident;
 }
 
+/// Zero characters in an entry's fixed-width texts become blanks.
+template <typename Entry>
+Entry& Blanked(Entry& entry) {
+  entry.ident.ZerosToBlanks();
+  entry.cmnt.ZerosToBlanks();
+  return entry;
+}
+D108Entry& Blanked(D108Entry& entry) {
+  entry.state.ZerosToBlanks();
+  entry.cc.ZerosToBlanks();
+  return entry;
+}
+
 }  // namespace
 
 WaypointRecord InternalData::GetWaypoint(int slot) {
@@ -37,6 +50,26 @@ WaypointRecord InternalData::GetWaypoint(int slot) {
 
 void InternalData::GetWaypoint(int slot, WaypointRecord& record) {
   WaypointToRecord(*this, waypoint_origin.at(static_cast<std::size_t>(slot)), slot, record);
+}
+
+NamedPoint InternalData::GetNamedPoint(int slot) {
+  const auto at = static_cast<std::size_t>(slot);
+  switch (waypoint_origin.at(at)) {
+    case WaypointType::D103:
+      return NamedPointOf(Blanked(d103.at(at)));
+    case WaypointType::D104:
+      return NamedPointOf(Blanked(d104.at(at)));
+    case WaypointType::D107:
+      return NamedPointOf(Blanked(d107.at(at)));
+    case WaypointType::D108:
+      return NamedPointOf(Blanked(d108.at(at)));
+  }
+  return {};
+}
+
+NamedPoint InternalData::GetNamedPoint(int route, int point) {
+  static_cast<void>(LinkSlot(route, point));
+  return GetNamedPoint(RoutePointSlot(route, point));
 }
 
 RouteHeader InternalData::GetRouteHeader(int route) {
@@ -91,8 +124,8 @@ void InternalData::GetTrackPoint(int log, int point, TrackPoint& record) const {
   record[TrackPointField::lon] = ShortestNumber(entry.lon_deg);
   record[TrackPointField::time] = GeneralNumber(entry.time);
   record[TrackPointField::new_trk] = TruthText(entry.new_trk);
-  record[TrackPointField::alt] = ShortestNumber(entry.alt_m);
-  record[TrackPointField::dpth] = ShortestNumber(entry.dpth_m);
+  record[TrackPointField::alt] = MetresText(entry.alt_m);
+  record[TrackPointField::dpth] = MetresText(entry.dpth_m);
   record[TrackPointField::leg_dist].clear();
 }
 
@@ -151,22 +184,15 @@ void RecordToWaypoint(InternalData& data, WaypointType type, int slot, const Way
 
 void WaypointToRecord(InternalData& data, WaypointType type, int slot, WaypointRecord& record) {
   const auto at = static_cast<std::size_t>(slot);
-  const auto normalise_and_fill = [&record](auto& entry) {
-    entry.ident.ZerosToBlanks();
-    entry.cmnt.ZerosToBlanks();
-    FillRecord(entry, record);
-  };
   switch (type) {
     case WaypointType::D103:
-      return normalise_and_fill(data.d103.at(at));
+      return FillRecord(Blanked(data.d103.at(at)), record);
     case WaypointType::D104:
-      return normalise_and_fill(data.d104.at(at));
+      return FillRecord(Blanked(data.d104.at(at)), record);
     case WaypointType::D107:
-      return normalise_and_fill(data.d107.at(at));
+      return FillRecord(Blanked(data.d107.at(at)), record);
     case WaypointType::D108:
-      data.d108.at(at).state.ZerosToBlanks();
-      data.d108.at(at).cc.ZerosToBlanks();
-      FillRecord(data.d108.at(at), record);
+      FillRecord(Blanked(data.d108.at(at)), record);
       // D108 has no dst; every add leaves one in the D104 entry beside it.
       record[WaypointField::dst] = ShortestNumber(data.d104.at(at).dst_m);
       return;

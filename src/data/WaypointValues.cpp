@@ -78,7 +78,6 @@ void FillCommon(const Entry& entry, WaypointRecord& record) {
 /// The fields that only D108 has, as a waypoint of the other types shows them.
 template <typename Entry>
 void FillFixedWidth(const Entry& entry, WaypointRecord& record) {
-  static const std::string unknown_metres = ShortestNumber(UnknownMetres);
   FillCommon(entry, record);
   record[ident] = Blanked(entry.ident);
   record[cmnt] = Blanked(entry.cmnt);
@@ -86,8 +85,8 @@ void FillFixedWidth(const Entry& entry, WaypointRecord& record) {
   record[wpt_class] = "0";
   record[attr] = "96";
   FillSubclass(NoSubclass, record);
-  record[alt] = unknown_metres;
-  record[dpth] = unknown_metres;
+  record[alt] = MetresText(UnknownMetres);
+  record[dpth] = MetresText(UnknownMetres);
   record[dist] = "0";
   for (const WaypointField field : {state, cc, idents, comment, facility, city, addr, cross_road}) {
     record[field].clear();
@@ -156,6 +155,22 @@ void StoreValues(const WaypointValues& values, D103Entry& d103, D104Entry& d104,
   StoreValues(values, d108);
 }
 
+NamedPoint NamedPointOf(const D103Entry& entry) {
+  return {Blanked(entry.ident), Blanked(entry.cmnt), entry.lat_deg, entry.lon_deg};
+}
+
+NamedPoint NamedPointOf(const D104Entry& entry) {
+  return {Blanked(entry.ident), Blanked(entry.cmnt), entry.lat_deg, entry.lon_deg};
+}
+
+NamedPoint NamedPointOf(const D107Entry& entry) {
+  return {Blanked(entry.ident), Blanked(entry.cmnt), entry.lat_deg, entry.lon_deg};
+}
+
+NamedPoint NamedPointOf(const D108Entry& entry) {
+  return {entry.ident, entry.cmnt, entry.lat_deg, entry.lon_deg};
+}
+
 void FillRecord(const D103Entry& entry, WaypointRecord& record) {
   FillFixedWidth(entry, record);
   record[dst].clear();
@@ -181,9 +196,9 @@ void FillRecord(const D108Entry& entry, WaypointRecord& record) {
   AssignNumber(record[wpt_class], entry.wpt_class);
   AssignNumber(record[attr], entry.attr);
   FillSubclass(entry.subclass, record);
-  record[alt] = ShortestNumber(entry.alt_m);
-  record[dpth] = ShortestNumber(entry.dpth_m);
-  record[dist] = ShortestNumber(entry.dist_m);
+  record[alt] = MetresText(entry.alt_m);
+  record[dpth] = MetresText(entry.dpth_m);
+  record[dist] = MetresText(entry.dist_m);
   record[state] = Blanked(entry.state);
   record[cc] = Blanked(entry.cc);
   record[idents] = entry.ident;

@@ -7,6 +7,7 @@
 
 #include "data/DeviceEntries.h"
 #include "data/FieldValues.h"
+#include "data/InternalData.h"
 #include "data/Records.h"
 #include "text/Numbers.h"
 
@@ -93,6 +94,12 @@ void StoreValues(const WaypointValues& values, D107Entry& entry);
 void StoreValues(const WaypointValues& values, D108Entry& entry);
 /// The same for all four layouts at once.
 void StoreValues(const WaypointValues& values, D103Entry& d103, D104Entry& d104, D107Entry& d107, D108Entry& d108);
+
+/// An entry's texts as its text form has them, and its position.
+[[nodiscard]] NamedPoint NamedPointOf(const D103Entry& entry);
+[[nodiscard]] NamedPoint NamedPointOf(const D104Entry& entry);
+[[nodiscard]] NamedPoint NamedPointOf(const D107Entry& entry);
+[[nodiscard]] NamedPoint NamedPointOf(const D108Entry& entry);
 
 /// Text form of an entry with zero characters of its fixed-width texts as blanks. dst is empty where the layout has
 /// none.

@@ -18,7 +18,7 @@ bool BeginsWithNumber(std::string_view text) {
 }
 
 bool AllDigits(std::string_view text) {
-  return text.find_first_not_of("0123456789") == std::string_view::npos;
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 int Number(std::string_view digits) {

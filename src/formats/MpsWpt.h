@@ -37,7 +37,7 @@ class WptWriter {
 
  private:
   void AppendRecord(std::string& out, std::string_view tag, int record, int point);
-  void AppendPoint(std::string& out, std::string_view command, const WaypointRecord& waypoint);
+  void AppendPoint(std::string& out, std::string_view command, const NamedPoint& point);
   void AppendTrackPoint(std::string& out, const TrackPointEntry& entry);
   void AppendPosition(std::string& out, double lat_deg, double lon_deg) const;
   void AppendLine(std::string& out, std::string_view tag, int record, int point = 0);
@@ -49,8 +49,6 @@ class WptWriter {
   WptSettings settings_;
   std::string stamp_;
   std::string moment_;  ///< date and time fields of now
-  WaypointRecord waypoint_;
-  RoutePoint route_point_;
 };
 
 /// The whole text of the wanted kinds; empty where they hold nothing.

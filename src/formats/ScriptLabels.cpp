@@ -33,7 +33,8 @@ bool TakeMark(std::string_view& text, std::string_view mark) {
 }
 
 std::string_view TakeDigits(std::string_view& text) {
-  const std::size_t count = std::min(text.find_first_not_of("0123456789"), text.size());
+  const auto* const end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
+  const auto count = static_cast<std::size_t>(end - text.begin());
   const std::string_view digits = text.substr(0, count);
   text.remove_prefix(count);
   return digits;
@@ -118,8 +119,12 @@ std::optional<std::string_view> ParseLogLabel(std::string_view label) {
 }
 
 std::string TrackPointInfo(std::size_t log, std::size_t point, std::string_view text) {
-  std::string info = LogLabel(log);
-  return info.append(TrackPointNumberMark).append(std::to_string(point)).append(" ").append(text);
+  constexpr std::size_t UsualLength = 96;
+  std::string info;
+  info.reserve(UsualLength);
+  info.append(TrackMark).append(std::to_string(log)).append(TrackPointNumberMark).append(std::to_string(point));
+  info.append(" ").append(text);
+  return info;
 }
 
 std::optional<TrackPointMark> ParseTrackPointInfo(std::string_view info) {

@@ -226,10 +226,10 @@ void ScriptWriter::CloseLog() {
 void ScriptWriter::AppendLogPoint(std::size_t i) {
   const LoggedPoint& point = log_[i];
   const std::string time = PointTime(point);
-  std::string text = time;
-  if (i > 0) text += IntervalText(log_[i - 1], point);
-  AppendObject("point", ScriptGroup::TrackPoint, log_positions_.At(i), point.seconds ? time : std::string(),
-               TrackPointInfo(logs_, i + 1, text));
+  std::string info = TrackPointInfo(logs_, i + 1, time);
+  if (i > 0) info += IntervalText(log_[i - 1], point);
+  AppendObject("point", ScriptGroup::TrackPoint, log_positions_.At(i),
+               point.seconds ? std::string_view(time) : std::string_view(), info);
 }
 
 void ScriptWriter::AppendObject(std::string_view keyword, std::string_view gid, std::string_view pos,

@@ -9,7 +9,13 @@ namespace {
 constexpr std::string_view FullWidthSemicolon = "；";
 
 bool BreaksStatement(char c) {
-  return c == ';' || c == '\r' || c == '\n' || c == '\t' || c == '\0';
+  static constexpr auto Breaks = [] {
+    std::array<bool, 256> breaks{};
+    for (const char each : {';', '\r', '\n', '\t', '\0'})
+      breaks[static_cast<unsigned char>(each)] = true;
+    return breaks;
+  }();
+  return Breaks[static_cast<unsigned char>(c)];
 }
 
 void AppendValue(std::string& out, std::string_view value) {

@@ -35,9 +35,9 @@ class ItemScan {
   std::ptrdiff_t Run(std::string_view body) {
     body_ = body;
     Visit(0, 0);
-    for (std::size_t at = body.find_first_of(",\n"); at != std::string_view::npos;
-         at = body.find_first_of(",\n", at + 1))
-      Visit(at, at + 1);
+    for (std::size_t at = 0; at < body.size(); ++at) {
+      if (body[at] == ',' || body[at] == '\n') Visit(at, at + 1);
+    }
     Close(body.size());
     return std::count(seen_.begin(), seen_.end(), true);
   }

@@ -18,7 +18,13 @@ std::optional<std::int64_t> Elapsed(const LoggedPoint& from, const LoggedPoint& 
 }
 
 std::string ElapsedText(std::int64_t seconds) {
-  return PadNumber(seconds / 3600, 2) + ":" + PadNumber(seconds / 60 % 60, 2) + ":" + PadNumber(seconds % 60, 2);
+  std::string text;
+  AppendPadded(text, seconds / 3600, 2);
+  text += ':';
+  AppendPadded(text, seconds / 60 % 60, 2);
+  text += ':';
+  AppendPadded(text, seconds % 60, 2);
+  return text;
 }
 
 std::string SpeedText(double km, std::int64_t seconds) {
@@ -71,10 +77,13 @@ std::string PointTime(const LoggedPoint& point) {
 }
 
 std::string IntervalText(const LoggedPoint& before, const LoggedPoint& point) {
-  std::string text = " Intv. ";
+  constexpr std::size_t UsualLength = 48;
+  std::string text;
+  text.reserve(UsualLength);
+  text += " Intv. ";
   const auto elapsed = Elapsed(before, point);
-  if (elapsed) text += ElapsedText(*elapsed) + " ";
-  text += ThousandthsText(point.leg_km) + "km ";
+  if (elapsed) text.append(ElapsedText(*elapsed)).append(" ");
+  text.append(ThousandthsText(point.leg_km)).append("km ");
   if (elapsed) text += SpeedText(point.leg_km, *elapsed);
   return text;
 }

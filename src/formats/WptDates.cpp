@@ -29,7 +29,7 @@ void AppendDate(std::string& out, const CivilTime& moment) {
   out += '/';
   AppendTwo(out, moment.day);
   out += '/';
-  out += PadNumber(moment.year, 4);
+  AppendPadded(out, moment.year, 4);
 }
 
 void AppendTime(std::string& out, const CivilTime& moment) {
@@ -107,6 +107,7 @@ std::string StandardMoment(std::string_view date, std::string_view time) {
   const bool month_first = !month.empty() && TakeSlash(rest);
   const std::string_view day = TakeShortNumber(rest);
   std::string text;
+  text.reserve(date.size() + 1 + time.size());
   if (month_first && !day.empty() && TakeSlash(rest)) {
     text.append(rest).append("/").append(month).append("/").append(day);
   } else {

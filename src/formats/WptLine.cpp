@@ -121,10 +121,26 @@ std::string ComposeWptLine(std::string_view command, std::initializer_list<std::
   return line;
 }
 
+namespace {
+
+/// Offset of the first line end from a place on. Searched in short pieces, so that a text with one kind of line end is
+/// not looked through for the other kind again for every line.
+std::size_t FindLineEnd(std::string_view text, std::size_t from) {
+  constexpr std::size_t PieceSize = 256;
+  for (; from < text.size(); from += PieceSize) {
+    const std::string_view piece = text.substr(from, PieceSize);
+    const std::size_t line_feed = std::min(piece.find('\n'), piece.size());
+    const std::size_t end = std::min(piece.substr(0, line_feed).find('\r'), line_feed);
+    if (end < piece.size()) return from + end;
+  }
+  return text.size();
+}
+
+}  // namespace
+
 std::string_view TakeTextLine(std::string_view text, std::size_t& offset) {
   const std::size_t begin = offset;
-  while (offset < text.size() && text[offset] != '\r' && text[offset] != '\n')
-    ++offset;
+  offset = FindLineEnd(text, begin);
   const std::string_view line = text.substr(begin, offset - begin);
   if (offset < text.size() && text[offset++] == '\r' && offset < text.size() && text[offset] == '\n') ++offset;
   return line;

@@ -40,25 +40,22 @@ std::string WptWriter::FormatLine(std::string_view tag, int record, int point) {
 
 void WptWriter::AppendRecord(std::string& out, std::string_view tag, int record, int point) {
   if (tag == "WPT") {
-    data_.GetWaypoint(record, waypoint_);
-    AppendPoint(out, "WP", waypoint_);
+    AppendPoint(out, "WP", data_.GetNamedPoint(record));
   } else if (tag == "RTH") {
     const RouteHeader header = data_.GetRouteHeader(record);
     out.append("RN,").append(FieldText(header[RouteHeaderField::nmbr])).append(",");
     out.append(FieldText(header[RouteHeaderField::cmnt]));
   } else if (tag == "RTP") {
-    data_.GetRoutePoint(record, point, route_point_);
-    AppendPoint(out, "RP", route_point_.waypoint);
+    AppendPoint(out, "RP", data_.GetNamedPoint(record, point));
   } else if (tag == "TRP") {
     AppendTrackPoint(out, data_.TrackPointAt(record, point));
   }
 }
 
-void WptWriter::AppendPoint(std::string& out, std::string_view command, const WaypointRecord& waypoint) {
-  using enum WaypointField;
-  out.append(command).append(",").append(settings_.text.degree_type).append(",").append(FieldText(waypoint[ident]));
-  AppendPosition(out, LeadingNumber(waypoint[lat]), LeadingNumber(waypoint[lon]));
-  const std::string shown = FieldText(waypoint[cmnt]);
+void WptWriter::AppendPoint(std::string& out, std::string_view command, const NamedPoint& point) {
+  out.append(command).append(",").append(settings_.text.degree_type).append(",").append(FieldText(point.ident));
+  AppendPosition(out, point.lat_deg, point.lon_deg);
+  const std::string shown = FieldText(point.cmnt);
   out.append(",").append(moment_).append(",").append(shown.empty() ? stamp_ : shown);
 }
 

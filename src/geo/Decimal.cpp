@@ -1,5 +1,7 @@
 #include "geo/Decimal.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -70,12 +72,22 @@ class DigitText {
 };
 
 std::string DigitsOf(UInt128 value) {
-  std::string digits;
+  constexpr int ChunkDigits = 18;
+  constexpr std::uint64_t Chunk = 1'000'000'000'000'000'000;
+  std::array<char, 40> buffer;
+  char* at = buffer.data() + buffer.size();
+  // Division of 128 bits is slow: it splits off many digits at a time.
+  for (; value >= Chunk; value /= Chunk) {
+    auto low = static_cast<std::uint64_t>(value % Chunk);
+    for (int i = 0; i < ChunkDigits; ++i, low /= 10)
+      *--at = static_cast<char>('0' + low % 10);
+  }
+  auto high = static_cast<std::uint64_t>(value);
   do {
-    digits.insert(digits.begin(), static_cast<char>('0' + static_cast<int>(value % 10)));
-    value /= 10;
-  } while (value != 0);
-  return digits;
+    *--at = static_cast<char>('0' + high % 10);
+    high /= 10;
+  } while (high != 0);
+  return std::string(at, buffer.data() + buffer.size());
 }
 
 std::string DigitsOf(double whole) {
@@ -106,11 +118,18 @@ Decimal ParseDecimal(std::string_view text, int shift) {
     return result;
   }
   const auto digit = [&](std::int64_t i) { return i < first || i >= number.count ? 0U : number.Digit(i); };
-  std::uint64_t whole = 0;
-  for (std::int64_t i = first; i < point; ++i)
-    whole = whole * 10 + digit(i);
-  for (std::int64_t i = point; i < point + FractionDigits; ++i)
-    result.fraction = result.fraction * 10 + digit(i);
+  const auto digits = [&](std::int64_t from, std::int64_t to) {
+    std::uint64_t value = 0;
+    for (std::int64_t i = from; i < to; ++i)
+      value = value * 10 + digit(i);
+    return value;
+  };
+  const std::uint64_t whole = digits(first, point);
+  // Only digits that are there are looked at; zeros follow them.
+  const auto written = std::clamp<std::int64_t>(number.count - point, 0, FractionDigits);
+  const auto upper = std::min<std::int64_t>(written, MostWholeDigits);
+  result.fraction = digits(point, point + upper) * PowerOfTen(static_cast<int>(FractionDigits - upper)) +
+                    digits(point + upper, point + written) * PowerOfTen(static_cast<int>(FractionDigits - written));
   result.whole = static_cast<double>(whole);
   result.negative = number.negative && (whole != 0 || result.fraction != 0);
   return result;
@@ -129,6 +148,16 @@ double NearestDouble(const Decimal& number) {
 double NearestQuotient(Int128 numerator, UInt128 divisor) {
   const bool negative = numerator < 0;
   const UInt128 magnitude = negative ? UInt128{0} - static_cast<UInt128>(numerator) : static_cast<UInt128>(numerator);
+  // With few decimals both are whole numbers that are doubles, and one division gives the nearest.
+  constexpr int FewDecimals = 4;
+  constexpr UInt128 LargestExact = UInt128{1} << 53;
+  constexpr UInt128 Unit = PowerOfTen(FractionDigits - FewDecimals);
+  const UInt128 scaled = magnitude / Unit;
+  const UInt128 scaled_divisor = divisor * PowerOfTen(FewDecimals);
+  if (scaled * Unit == magnitude && scaled <= LargestExact && scaled_divisor <= LargestExact) {
+    const double value = static_cast<double>(scaled) / static_cast<double>(scaled_divisor);
+    return negative ? -value : value;
+  }
   const UInt128 quotient = magnitude / divisor;
   std::string digits = DigitsOf(quotient);
   PadFront(digits, FractionDigits + 1);

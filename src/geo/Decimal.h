@@ -1,6 +1,8 @@
 // Numbers as the decimal digits that a text writes, so that rounding down at a digit means that digit.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,11 +12,15 @@ namespace walrim {
 __extension__ typedef __int128 Int128;
 __extension__ typedef unsigned __int128 UInt128;
 
+/// All powers of ten that 128 bits hold.
+inline constexpr std::array<UInt128, 39> PowersOfTen = [] {
+  std::array<UInt128, 39> powers{1};
+  for (std::size_t i = 1; i < powers.size(); ++i)
+    powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
 [[nodiscard]] constexpr UInt128 PowerOfTen(int exponent) {
-  UInt128 power = 1;
-  for (int i = 0; i < exponent; ++i)
-    power *= 10;
-  return power;
+  return PowersOfTen[static_cast<std::size_t>(exponent)];
 }
 
 /// Digits kept behind the decimal point; more are cut.

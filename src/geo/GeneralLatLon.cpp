@@ -75,6 +75,7 @@ GeoPoint TokyoToWgs(const GeoPoint& point) {
 }
 
 GeoPoint ConvertDatum(const GeoPoint& point, std::string_view from, std::string_view to) {
+  if (from == to) return point;
   const std::string from_name = UpperCase(from);
   const std::string to_name = UpperCase(to);
   if (from_name == "WGS84" && to_name == "TOKYO") return WgsToTokyo(point);

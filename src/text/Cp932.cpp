@@ -1,6 +1,7 @@
 #include "text/Cp932.h"
 
 #include <array>
+#include <cstring>
 #include <iconv.h>
 #include <stdexcept>
 #include <utility>
@@ -120,6 +121,10 @@ std::size_t WidthOf(char32_t character) {
 
 std::size_t AsciiPrefix(std::string_view text) {
   std::size_t length = 0;
+  for (std::uint64_t block = 0; text.size() - length >= sizeof block; length += sizeof block) {
+    std::memcpy(&block, text.data() + length, sizeof block);
+    if ((block & 0x8080808080808080U) != 0) break;
+  }
   while (length < text.size() && static_cast<std::uint8_t>(text[length]) < 0x80)
     ++length;
   return length;

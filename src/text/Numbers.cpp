@@ -19,11 +19,22 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+/// Whether the shortest digits of a number are plain digits as std::to_chars lays them out: neither small enough for an
+/// exponent nor so large that zeros of its own choice would fill up the digits.
+template <typename Number>
+bool IsOfMiddleSize(Number value) {
+  const Number magnitude = std::abs(value);
+  return magnitude >= Number(1e-4) && magnitude < Number(1e7);
+}
+
 /// Shortest digits d.ddd with a power of ten, as std::to_chars writes them, laid out in general form.
 template <typename Number>
 std::string Shortest(Number value) {
   if (!std::isfinite(value) || value == 0) return "0";
   char buffer[64];
+  if (IsOfMiddleSize(value)) {
+    return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr);
+  }
   const char* end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific).ptr;
   const char* at = buffer;
   std::string text;
@@ -147,6 +158,7 @@ long long LeadingInteger(std::string_view text, long long low, long long high) {
 
 std::string GeneralNumber(double value) {
   if (!std::isfinite(value) || value == 0) return "0";
+  if (std::abs(value) < 1e15 && value == std::trunc(value)) return std::to_string(static_cast<long long>(value));
   char buffer[64];
   char* const end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15).ptr;
   for (char* at = buffer; at != end; ++at) {
@@ -164,14 +176,19 @@ std::string ShortestNumber(float value) {
 }
 
 std::string PadNumber(long long value, int digits) {
-  char buffer[24] = {};
-  char* const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-  const char* begin = buffer;
   std::string text;
-  if (*begin == '-') text += *begin++;
+  AppendPadded(text, value, digits);
+  return text;
+}
+
+void AppendPadded(std::string& out, long long value, int digits) {
+  char buffer[24] = {};
+  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+  const char* begin = buffer;
+  if (*begin == '-') out += *begin++;
   const std::ptrdiff_t count = end - begin;
-  if (count < digits) text.append(static_cast<std::size_t>(digits - count), '0');
-  return text.append(begin, static_cast<std::size_t>(count));
+  if (count < digits) out.append(static_cast<std::size_t>(digits - count), '0');
+  out.append(begin, static_cast<std::size_t>(count));
 }
 
 }  // namespace walrim

@@ -27,5 +27,6 @@ namespace walrim {
 
 /// Whole number with at least digits digits: PadNumber(7, 2) is "07". Negative values carry the sign in front.
 [[nodiscard]] std::string PadNumber(long long value, int digits);
+void AppendPadded(std::string& out, long long value, int digits);
 
 }  // namespace walrim

@@ -294,6 +294,40 @@ TEST_F(InternalDataTest, IndicesOutsideTheStoresThrow) {
   EXPECT_THROW(data_.SpreadRouteHeader(80, true), std::out_of_range);
 }
 
+TEST_F(InternalDataTest, ANamedPointIsThatOfTheTextForm) {
+  WaypointRecord record = Waypoint("ab", "35.1", "-0.25");
+  record[WaypointField::cmnt] = "Hut";
+  ASSERT_EQ(data_.AddWaypoint(record), 1);
+  for (const WaypointType type : {WaypointType::D103, WaypointType::D104, WaypointType::D107, WaypointType::D108}) {
+    data_.waypoint_origin[1] = type;
+    const NamedPoint point = data_.GetNamedPoint(1);
+    record = data_.GetWaypoint(1);
+    EXPECT_EQ(point.ident, record[WaypointField::ident]) << WaypointTypeName(type);
+    EXPECT_EQ(point.cmnt, record[WaypointField::cmnt]) << WaypointTypeName(type);
+    EXPECT_EQ(point.lat_deg, 35.1);
+    EXPECT_EQ(point.lon_deg, -0.25);
+  }
+  EXPECT_EQ(data_.GetNamedPoint(1).ident, "AB");
+}
+
+TEST_F(InternalDataTest, ANamedPointLeavesNoZerosInTheEntry) {
+  data_.d103[1].ident.Set(std::string_view("A\0B", 3));
+  data_.waypoint_origin[1] = WaypointType::D103;
+  EXPECT_EQ(data_.GetNamedPoint(1).ident, "A B   ");
+  EXPECT_EQ(data_.d103[1].ident.Bare(), "A B");
+}
+
+TEST_F(InternalDataTest, NamedPointsOfRoutesLieInTheirSlots) {
+  ASSERT_EQ(data_.AddRouteHeader(Route("A")), 1);
+  RoutePoint point;
+  point.waypoint = Waypoint("stop");
+  ASSERT_EQ(data_.AddRoutePoint(point, 1, 7), 7);
+  EXPECT_EQ(data_.GetNamedPoint(1, 7).ident, "STOP");
+  EXPECT_THROW((void)data_.GetNamedPoint(1, 100), std::out_of_range);
+  EXPECT_THROW((void)data_.GetNamedPoint(80, 0), std::out_of_range);
+  EXPECT_THROW((void)data_.GetNamedPoint(10000), std::out_of_range);
+}
+
 TEST_F(InternalDataTest, RouteHeadersInTextForm) {
   (void)data_.AddRouteHeader(Route("a walk of more than twenty characters", "2", "5"));
   RouteHeader header = data_.GetRouteHeader(1);

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
 #include <stdexcept>
@@ -188,6 +189,57 @@ TEST(Decimal, AgreesWithLeadingNumber) {
        {"1", "-1.5", " 2.25e2", "1e", "1e+", ".5", "5.", "+3", "--1", "", "x", "1e5x", "1.2.3", "-.5e1"}) {
     EXPECT_EQ(NearestDouble(ParseDecimal(text)), LeadingNumber(text)) << text;
   }
+}
+
+/// Forty digits of numerator / divisor by hand.
+std::string LongDivision(long numerator, long divisor) {
+  std::string digits = std::to_string(numerator / divisor) + ".";
+  for (int i = 0; i < 40; ++i) {
+    numerator = numerator % divisor * 10;
+    digits += static_cast<char>('0' + numerator / divisor);
+  }
+  return digits;
+}
+
+TEST(DegreesOfAngle, IsTheNearestDoubleForEveryKindOfSecond) {
+  constexpr long HundredthsPerDegree = 360000;
+  for (long hundredths = 1; hundredths < 180 * HundredthsPerDegree; hundredths += 99991) {
+    const std::string seconds =
+        std::to_string(100 + hundredths / 100 % 60).substr(1) + "." + std::to_string(100 + hundredths % 100).substr(1);
+    const std::string angle =
+        std::to_string(hundredths / HundredthsPerDegree) + "/" + std::to_string(hundredths / 6000 % 60) + "/" + seconds;
+    const double nearest = std::strtod(LongDivision(hundredths, HundredthsPerDegree).c_str(), nullptr);
+    ASSERT_EQ(DegreesOfAngle(angle, "MPS"), nearest) << angle;
+    // More decimals than a double's division takes at once.
+    ASSERT_EQ(DegreesOfAngle(angle + "00000000000000000000000000001", "MPS"), nearest) << angle;
+    ASSERT_NEAR(DegreesOfAngle(angle + "123456", "MPS"), nearest, 1.0 / HundredthsPerDegree) << angle;
+  }
+}
+
+/// A fraction's thirty digits, in three parts.
+constexpr UInt128 Fraction(std::uint64_t first, std::uint64_t second, std::uint64_t third) {
+  return (UInt128{first} * 10'000'000'000 + second) * 10'000'000'000 + third;
+}
+
+TEST(Decimal, KeepsThirtyDigitsBehindThePoint) {
+  const auto fraction_is = [](std::string_view text, UInt128 fraction) {
+    return ParseDecimal(text).fraction == fraction;
+  };
+  EXPECT_TRUE(fraction_is("7.5", Fraction(5'000'000'000, 0, 0)));
+  EXPECT_TRUE(fraction_is("7.123456789012345678", Fraction(1'234'567'890, 1'234'567'800, 0)));
+  EXPECT_TRUE(fraction_is("7.1234567890123456789", Fraction(1'234'567'890, 1'234'567'890, 0)));
+  EXPECT_TRUE(fraction_is("7.000000000000000000500000000009", Fraction(0, 50, 9)));
+  EXPECT_TRUE(fraction_is("7.1234567890123456789012345678994", Fraction(1'234'567'890, 1'234'567'890, 1'234'567'899)));
+  EXPECT_TRUE(fraction_is("1e-30", 1));
+  EXPECT_TRUE(fraction_is("1e-31", 0));
+  EXPECT_TRUE(fraction_is("125.5e-4", Fraction(125'500'000, 0, 0)));
+  EXPECT_TRUE(fraction_is("125e3", 0));
+}
+
+TEST(Decimal, LongNumbersKeepTheirZeros) {
+  EXPECT_EQ(FixedDigits(ParseDecimal("90000000000000000.25"), 0, 1, 2), "90000000000000000.25");
+  EXPECT_EQ(FixedDigits(ParseDecimal("100000000000000000"), 0, 1, 1), "100000000000000000.0");
+  EXPECT_EQ(FixedDigits(ParseDecimal("5.00007"), 0, 2, 5), "05.00007");
 }
 
 }  // namespace

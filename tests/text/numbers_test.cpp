@@ -82,6 +82,7 @@ TEST(GeneralNumber, ChangesToAnExponentAtTheEdges) {
   EXPECT_EQ(GeneralNumber(0.0001), "0.0001");
   EXPECT_EQ(GeneralNumber(0.00001), "1E-05");
   EXPECT_EQ(GeneralNumber(123456789012345.0), "123456789012345");
+  EXPECT_EQ(GeneralNumber(-999999999999999.0), "-999999999999999");
   EXPECT_EQ(GeneralNumber(1e15), "1E+15");
   EXPECT_EQ(GeneralNumber(1e25), "1E+25");
   EXPECT_EQ(GeneralNumber(1.5e-300), "1.5E-300");
@@ -104,6 +105,17 @@ TEST(ShortestNumber, HasTheFewestDigitsThatReadBack) {
   EXPECT_EQ(ShortestNumber(std::numeric_limits<double>::infinity()), "0");
 }
 
+TEST(ShortestNumber, LargeNumbersEndInZerosAndNotInDigitsThatNobodyGave) {
+  EXPECT_EQ(ShortestNumber(9999999.5), "9999999.5");
+  EXPECT_EQ(ShortestNumber(10000000.5), "10000000.5");
+  EXPECT_EQ(ShortestNumber(9999999.0F), "9999999");
+  EXPECT_EQ(ShortestNumber(16777216.0F), "16777216");
+  EXPECT_EQ(ShortestNumber(123456792.0F), "123456790");
+  EXPECT_EQ(ShortestNumber(999999986991104.0F), "1E+15");
+  EXPECT_EQ(ShortestNumber(0.0001F), "0.0001");
+  EXPECT_EQ(ShortestNumber(0.000099F), "9.9E-05");
+}
+
 TEST(ShortestNumber, EveryDoubleReadsBackAsItself) {
   std::mt19937_64 random(7);
   std::uniform_real_distribution<double> degrees(-180, 180);
@@ -124,6 +136,13 @@ TEST(PadNumber, FillsWithZerosBehindTheSign) {
   EXPECT_EQ(PadNumber(0, 3), "000");
   EXPECT_EQ(PadNumber(-7, 3), "-007");
   EXPECT_EQ(PadNumber(std::numeric_limits<long long>::min(), 2), "-9223372036854775808");
+}
+
+TEST(AppendPadded, WritesBehindWhatIsThere) {
+  std::string text = "12:";
+  AppendPadded(text, 5, 2);
+  AppendPadded(text, -5, 2);
+  EXPECT_EQ(text, "12:05-05");
 }
 
 }  // namespace
