@@ -63,7 +63,8 @@ run_cli() {
 }
 
 # summarise NAME SETTLING FIRST_ID FIRST_DATA: reads NAME.trace from the sent frame with this id and these data bytes
-# until the port is closed, and prints the sums; SETTLING (yes or no) tells whether bursts settle. Frames are traced as they went over the line, doubled bytes included.
+# until the port is closed, and prints the sums; SETTLING (yes or no) tells whether bursts settle. Frames are traced as
+# they went over the line, doubled bytes included.
 summarise() {
   awk -F '\t' -v baud="$baud" -v settling="$2" -v first_id="$3" -v first_data="$4" '
     # The settle time of the burst that answered the last sent frame: 20 ms, or as long as the burst took to begin.

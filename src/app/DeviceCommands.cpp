@@ -19,6 +19,9 @@ constexpr std::string_view BadDataMessage = "受信データが異常なため�
 constexpr std::string_view CheckedLinkAdvice =
     "「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
 
+constexpr std::string_view EndRefusedNotice =
+    "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
+
 /// The most records that a message lists one by one.
 constexpr std::size_t LongestList = 20;
 
@@ -47,6 +50,7 @@ ProductInfo WalrimMain::IdentifyDevice() {
   StatusLine& status = garmin_.Status();
   status.SetCaption("Initializing Device");
   garmin_.session.checked_link = controls.CheckedLink;
+  garmin_.session.TransferAborted = false;
   damaged_records_came_ = false;
   try {
     device_info_ = garmin_.ConnectDevice(controls.CommPort);
@@ -90,10 +94,6 @@ void WalrimMain::NoteReport(DataKind kind) {
   if (report.refused_records > 0) {
     notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +
                        "件あります．");
-  }
-  if (report.end_refused) {
-    notices_.push_back(name +
-                       "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．");
   }
   if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
   if (!report.cut_records.empty()) {
@@ -298,7 +298,8 @@ Outcome WalrimMain::UploadSelected() {
 WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
   bool failed = false;
   const std::int32_t result = RunTransfer([&] { return garmin_.Upload(kind, controls.CommPort); }, failed);
-  const bool all_taken = garmin_.session.report.refused_records == 0 && !garmin_.session.report.end_refused;
+  const bool end_refused = garmin_.session.report.end_refused;
+  const bool all_taken = garmin_.session.report.refused_records == 0 && !end_refused;
   NoteReport(kind);
   if (result == TransferTimedOut) {
     desktop_.ShowMessage(LinkLostMessage);
@@ -315,6 +316,10 @@ WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
   }
   Outcome asked = Outcome::Done;
   AskCount(kind, asked);
+  // Where the link is lost, that has been said.
+  if (end_refused && asked != Outcome::LinkLost) {
+    notices_.push_back("(" + std::string(DataKindName(kind)) + ")" + std::string(EndRefusedNotice));
+  }
   if (asked != Outcome::Done) return {false, asked};
   return {result >= 0, result >= 0 && all_taken ? Outcome::Done : Outcome::Refused};
 }

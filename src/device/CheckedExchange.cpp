@@ -1,6 +1,8 @@
 #include "device/CheckedExchange.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,8 +15,6 @@ using std::chrono::nanoseconds;
 using Found = CheckedFrameReader::Found;
 
 constexpr milliseconds PollTime{2};
-/// A line without a byte for this long has nothing more of a burst.
-constexpr milliseconds QuietTime{100};
 
 void CountInBurst(int& frames) {
   if (++frames > PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
@@ -23,24 +23,39 @@ void CountInBurst(int& frames) {
 }  // namespace
 
 PacketReply PacketLink::CheckedExchange::Run(int packet_id, const ByteBuffer& data) {
+  packet_id_ = packet_id;
+  started_at_ = link_.clock_.Monotonic();
   Send(packet_id, data);
   for (int tries = 1;; ++tries) {
     const Trouble trouble = Collect();
     if (trouble == Trouble::None) break;
-    if (trouble == Trouble::Silence || tries == MostTries) {
-      link_.Note(trouble == Trouble::Silence ? (link_.port_.LineLost() ? "line lost" : "time-out") : "given up");
-      if (reply_.Count == 0) reply_.Count = ReceiveTimeout;
-      return reply_;
-    }
+    const bool given_up = trouble == Trouble::Silence || tries == MostTries;
+    if (given_up && TakeDamagedAck()) break;
+    if (given_up) return Failed(trouble);
     Repeat(trouble, packet_id, data);
   }
   DropWhatFollows();
   return reply_;
 }
 
+PacketReply PacketLink::CheckedExchange::Failed(Trouble trouble) {
+  const std::string_view silence = link_.port_.LineLost() ? "line lost" : "time-out";
+  link_.Note(trouble == Trouble::Silence ? silence : "given up");
+  if (reply_.Count == 0) reply_.Count = ReceiveTimeout;
+  return reply_;
+}
+
+/// Not every receiver sends an ACK again when it is asked to. That one came for the packet is what counts.
+bool PacketLink::CheckedExchange::TakeDamagedAck() {
+  if (!damaged_ack_ || Complete()) return false;
+  TakeFrame(*damaged_ack_);
+  return true;
+}
+
 void PacketLink::CheckedExchange::Send(int packet_id, const ByteBuffer& data) {
   sent_id_ = packet_id;
   sent_data_ = data;
+  frames_ = 0;
   sent_at_ = link_.clock_.Monotonic();
   sent_line_time_ = LineByteTime * static_cast<std::int64_t>(FrameOnWire(packet_id, data).size());
   link_.SendPacket(packet_id, data);
@@ -52,40 +67,86 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::Collect() {
   while (!Complete()) {
     const Found found = NextFrame(ReceiveTimeoutTime);
     if (found == Found::Nothing) return TroubleOfSilence();
-    const Frame& frame = reader_.Last();
     if (!repeated_ && !settled_ && BeganTooEarly()) return SettleLateBurst(found);
-    if (found == Found::WholeFrame && frame.Id() == Pid_Nak_Byte) return Trouble::Refused;
-    const bool before_ack = answer_ == ExpectedAnswer::AckAndAnswer && FindAckSlot(reply_) < 0;
-    if (found == Found::WholeFrame || (before_ack && frame.Id() == Pid_Ack_Byte)) {
-      // Of a damaged ACK the answer behind it tells that the packet was taken.
-      TakeFrame(frame);
-    } else if (before_ack) {
-      damage_passed_over_ = true;
-    } else {
-      damaged_id_ = frame.Id();
-      return Trouble::Damaged;
-    }
-    if (damage_passed_over_ && reply_.Count > 0 && FindAckSlot(reply_) < 0) return Trouble::AckMissing;
+    CountInBurst(frames_);
+    const Trouble trouble = found == Found::WholeFrame ? TakeWhole(reader_.Last()) : TakeDamaged(reader_.Last());
+    if (trouble != Trouble::None) return trouble;
   }
   return Trouble::None;
+}
+
+PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TakeWhole(const Frame& frame) {
+  if (frame.Id() == Pid_Nak_Byte) return Trouble::Refused;
+  if (IsStale(frame)) return Trouble::None;
+  TakeFrame(frame);
+  const bool damage_before = damage_passed_over_ || reader_.Skipped() > 0;
+  return AckIsDue() && damage_before ? Trouble::AckMissing : Trouble::None;
+}
+
+PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TakeDamaged(const Frame& frame) {
+  if (answer_ == ExpectedAnswer::AckAndAnswer && AckIsDue()) {
+    // Of a damaged ACK the answer behind it tells that the packet was taken.
+    if (frame.Id() == Pid_Ack_Byte)
+      TakeFrame(frame);
+    else
+      damage_passed_over_ = true;
+    return Trouble::None;
+  }
+  damaged_id_ = frame.Id();
+  if (answer_ == ExpectedAnswer::Ack && frame.Id() == Pid_Ack_Byte) damaged_ack_ = frame;
+  return WaitBehindDamage();
+}
+
+/// What looked like a damaged frame may have been noise in front of one that is coming: that is not asked for, or it
+/// would come twice.
+PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::WaitBehindDamage() {
+  while (NextFrame(Patience()) != Found::Nothing) {
+    CountInBurst(frames_);
+    const Frame& frame = reader_.Last();
+    if (frame.damaged || IsStale(frame)) continue;
+    return TakeWhole(frame);
+  }
+  reader_ = {};
+  return Trouble::Damaged;
+}
+
+/// Frames that belong to an earlier exchange, or to none.
+bool PacketLink::CheckedExchange::IsStale(const Frame& frame) const {
+  const bool is_ack = frame.Id() == Pid_Ack_Byte;
+  const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == packet_id_;
+  switch (answer_) {
+    case ExpectedAnswer::OneFrame:
+      return is_ack || frame.Id() == link_.session_.link_pids.Pid_Records;
+    case ExpectedAnswer::Ack:
+      return !is_ack || !names_packet;
+    case ExpectedAnswer::AckAndAnswer:
+      return is_ack && (!AckIsDue() || !names_packet);
+  }
+  return false;
+}
+
+bool PacketLink::CheckedExchange::AckIsDue() const {
+  return answer_ != ExpectedAnswer::OneFrame && FindAckSlot(reply_) < 0;
 }
 
 bool PacketLink::CheckedExchange::Complete() const {
   if (answer_ == ExpectedAnswer::OneFrame) return reply_.Count > 0;
   const int ack = FindAckSlot(reply_);
-  return ack > 0 && reply_.Count > ack;
+  return ack > 0 && (answer_ == ExpectedAnswer::Ack || reply_.Count > ack);
 }
 
-/// Half a frame, or noise in place of one, is damage; nothing at all is a receiver that does not answer.
+/// Half a frame, noise in place of one, or an answer without its ACK is damage; nothing at all is a receiver that does
+/// not answer.
 PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TroubleOfSilence() {
   const int ack = FindAckSlot(reply_);
-  const bool damage = reader_.Pending() || damage_passed_over_ || (ack > 0 && reply_.Slot(ack).damaged);
+  const bool ack_damaged = ack > 0 && reply_.Slot(ack).damaged;
+  const bool ack_missing = answer_ == ExpectedAnswer::AckAndAnswer && ack < 0;
+  const bool damage = reader_.Pending() || damage_passed_over_ || ack_damaged || (ack_missing && reply_.Count > 0);
   TraceCutShort();
   damaged_id_ = reader_.Last().Id();
   reader_ = {};
-  if (!damage || link_.port_.LineLost()) return Trouble::Silence;
-  if (answer_ == ExpectedAnswer::OneFrame) return Trouble::Damaged;
-  return ack > 0 && !reply_.Slot(ack).damaged ? Trouble::Damaged : Trouble::AckMissing;
+  if (!damage || link_.port_.LineLost() || Cancelled()) return Trouble::Silence;
+  return ack_missing || ack_damaged ? Trouble::AckMissing : Trouble::Damaged;
 }
 
 /// A command can be sent again as it is: the receiver begins anew. A damaged frame is asked for, whatever it was.
@@ -111,16 +172,30 @@ Found PacketLink::CheckedExchange::NextFrame(nanoseconds patience) {
       last_progress = link_.clock_.Monotonic();
     }
     const nanoseconds limit = reader_.Pending() ? ReceiveTimeoutTime : patience;
-    if (link_.port_.LineLost() || link_.clock_.Monotonic() - last_progress > limit) return Found::Nothing;
+    const bool silent = link_.clock_.Monotonic() - last_progress > limit;
+    if (silent || link_.port_.LineLost() || Cancelled()) return Found::Nothing;
     link_.YieldNowAndThen();
     link_.port_.Wait(PollTime);
   }
 }
 
+/// Bytes that keep coming do not keep a cancelled transfer waiting.
+bool PacketLink::CheckedExchange::Cancelled() const {
+  return link_.session_.TransferAborted && link_.clock_.Monotonic() - started_at_ > ReceiveTimeoutTime;
+}
+
+/// How long a frame may still be on its way: as long as the receiver took for its slowest answer.
+nanoseconds PacketLink::CheckedExchange::Patience() const {
+  return std::clamp<nanoseconds>(slowest_answer_, QuietTime, ReceiveTimeoutTime);
+}
+
 /// Takes what has come, up to the end of a frame.
 Found PacketLink::CheckedExchange::TakeInput() {
   const nanoseconds now = link_.clock_.Monotonic();
-  if (!reader_.Pending()) frame_began_ = now;
+  if (!reader_.Pending()) {
+    frame_began_ = now;
+    slowest_answer_ = std::max(slowest_answer_, now - sent_at_);
+  }
   frame_ended_ = now;
   for (std::size_t left = link_.port_.InBufferCount(); left > 0; --left) {
     const auto byte = link_.port_.Input();
@@ -150,7 +225,7 @@ void PacketLink::CheckedExchange::TraceFound(Found found) {
   const auto raw = reader_.Raw();
   const auto skipped = raw.first(reader_.Skipped());
   if (!skipped.empty()) {
-    link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), skipped, "skipped"});
+    link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), skipped, SkippedMark});
   }
   link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), raw.subspan(skipped.size()),
                        found == Found::DamagedFrame ? "damaged" : ""});
@@ -184,7 +259,7 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::SettleLateBurs
     CountInBurst(count);
     frames.push_back(reader_.Last());
   }
-  const std::size_t wanted = answer_ == ExpectedAnswer::OneFrame ? 1 : 2;
+  const std::size_t wanted = answer_ == ExpectedAnswer::AckAndAnswer ? 2 : 1;
   for (std::size_t k = frames.size() < wanted ? 0 : frames.size() - wanted; k < frames.size(); ++k) {
     damaged_id_ = frames[k].Id();
     if (frames[k].damaged) return Trouble::Damaged;
@@ -198,7 +273,7 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::SettleLateBurs
 void PacketLink::CheckedExchange::DropWhatFollows() {
   link_.burst_frames_ = reply_.Count;
   FinishBurst(link_.burst_frames_);
-  if (repeated_) link_.DrainInput();
+  if (repeated_) link_.DrainInput(Patience());
 }
 
 void PacketLink::CheckedExchange::FinishBurst(int& frames) {

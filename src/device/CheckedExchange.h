@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 #include "device/CheckedFrameReader.h"
 #include "device/PacketLink.h"
@@ -24,8 +25,17 @@ class PacketLink::CheckedExchange {
  private:
   enum class Trouble { None, Silence, Refused, Damaged, AckMissing };
 
+  [[nodiscard]] PacketReply Failed(Trouble trouble);
+  [[nodiscard]] bool TakeDamagedAck();
   void Send(int packet_id, const ByteBuffer& data);
   [[nodiscard]] Trouble Collect();
+  [[nodiscard]] Trouble TakeWhole(const Frame& frame);
+  [[nodiscard]] Trouble TakeDamaged(const Frame& frame);
+  [[nodiscard]] Trouble WaitBehindDamage();
+  [[nodiscard]] bool IsStale(const Frame& frame) const;
+  [[nodiscard]] bool AckIsDue() const;
+  [[nodiscard]] bool Cancelled() const;
+  [[nodiscard]] std::chrono::nanoseconds Patience() const;
   [[nodiscard]] Trouble TroubleOfSilence();
   void Repeat(Trouble trouble, int packet_id, const ByteBuffer& data);
   [[nodiscard]] CheckedFrameReader::Found NextFrame(std::chrono::nanoseconds patience);
@@ -44,6 +54,8 @@ class PacketLink::CheckedExchange {
   CheckedFrameReader reader_;
   PacketReply reply_;
 
+  int packet_id_ = 0;
+  int frames_ = 0;  ///< that came since something was sent
   // What was sent last; a NAK is sent again too.
   int sent_id_ = 0;
   ByteBuffer sent_data_;
@@ -51,9 +63,12 @@ class PacketLink::CheckedExchange {
   int damaged_id_ = 0;  ///< what a NAK names; 0 where no id came
   bool damage_passed_over_ = false;
   bool settled_ = false;
+  std::optional<Frame> damaged_ack_;
 
+  std::chrono::nanoseconds started_at_{};
   std::chrono::nanoseconds sent_at_{};
   std::chrono::nanoseconds sent_line_time_{};
+  std::chrono::nanoseconds slowest_answer_{};
   std::chrono::nanoseconds frame_began_{};
   std::chrono::nanoseconds frame_ended_{};
 };

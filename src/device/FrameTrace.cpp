@@ -21,7 +21,8 @@ std::string Byte(std::span<const std::uint8_t> bytes, std::size_t index) {
 std::string TraceLine(const TracedFrame& frame) {
   std::string line = Seconds(frame.time);
   line += frame.direction == FrameDirection::Sent ? "\tTX\t" : "\tRX\t";
-  line += Byte(frame.bytes, 1) + '\t' + Byte(frame.bytes, 2) + '\t';
+  const auto framing = frame.mark == SkippedMark ? frame.bytes.first(0) : frame.bytes;
+  line += Byte(framing, 1) + '\t' + Byte(framing, 2) + '\t';
   constexpr char Digits[] = "0123456789ABCDEF";
   for (std::size_t i = 0; i < frame.bytes.size(); ++i) {
     if (i > 0) line += ' ';

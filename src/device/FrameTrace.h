@@ -19,6 +19,9 @@ struct TracedFrame {
   std::string_view mark;  ///< what is wrong with it; empty when nothing is
 };
 
+/// The mark of bytes that are no frame: they have neither id nor size.
+inline constexpr std::string_view SkippedMark = "skipped";
+
 /// Takes the frames of the link as they go. Must not throw.
 class FrameTrace {
  public:

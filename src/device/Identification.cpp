@@ -83,6 +83,8 @@ ProductInfo Garmin::RequestProduct(std::string_view port_name) {
   if (ack < 0) return {};
   ReceiveBehindAck(reply, ack);
   if (reply.Count < 0) return silent;
+  // Some receivers tell more about themselves unasked; the next exchange would take it for its answer.
+  link_.DrainInput();
   const Frame& frame = reply.Slot(ack + 1);
   // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
   if (frame.bytes[0] != DLE || frame.Id() != Pid_Product_Data) return {};

@@ -14,8 +14,8 @@ using std::chrono::nanoseconds;
 constexpr milliseconds PollTime{2};
 /// How often the event loop runs while an answer is waited for.
 constexpr milliseconds YieldInterval{10};
-/// A line without a byte for this long is quiet.
-constexpr milliseconds QuietTime{100};
+/// More bytes than a burst of five frames can have.
+constexpr std::size_t LongestBurst = 5 * 2 * Frame::LongestCapacity;
 /// How long an output buffer may stand still before it is taken for stuck.
 constexpr milliseconds OutputStallTime{3000};
 
@@ -183,9 +183,13 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
       std::chrono::duration_cast<nanoseconds>(ShortestSettleTime * static_cast<double>(session_.pacing_factor));
   std::size_t last_count = 0;
   nanoseconds settle_time{};
+  const nanoseconds start = clock_.Monotonic();
   while (true) {
     const std::size_t count = port_.InBufferCount();
     const nanoseconds now = clock_.Monotonic();
+    // Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
+    if (session_.TransferAborted && now - start > ReceiveTimeoutTime) timed_out = true;
+    if (timed_out || count > LongestBurst) return;
     if (count == 0) {
       if (port_.LineLost() || now - last_progress > ReceiveTimeoutTime) {
         timed_out = true;
@@ -246,10 +250,10 @@ PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data) {
   return ReceivePackets();
 }
 
-void PacketLink::DrainInput() {
+void PacketLink::DrainInput(nanoseconds quiet) {
   const auto start = clock_.Monotonic();
   auto last_input = start;
-  while (!port_.LineLost() && clock_.Monotonic() - last_input < QuietTime &&
+  while (!port_.LineLost() && clock_.Monotonic() - last_input < quiet &&
          clock_.Monotonic() - start < ReceiveTimeoutTime) {
     if (port_.InBufferCount() > 0) last_input = clock_.Monotonic();
     port_.ClearInBuffer();

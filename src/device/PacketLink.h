@@ -29,6 +29,8 @@ inline constexpr std::string_view DefaultPortSettings = "9600,N,8,1";
 inline constexpr std::chrono::milliseconds ReceiveTimeoutTime{1500};
 /// The shortest settle time of a burst, before the pacing factor.
 inline constexpr std::chrono::milliseconds ShortestSettleTime{20};
+/// A line without a byte for this long is quiet.
+inline constexpr std::chrono::milliseconds QuietTime{100};
 /// A byte on a line of 9600 baud: start bit, eight data bits, stop bit.
 inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / 9600};
 
@@ -45,8 +47,12 @@ struct PacketReply {
   [[nodiscard]] int FirstId() const { return Count >= 1 ? slots[1].Id() : -1; }
 };
 
-/// The frames that answer a packet: one behind an ACK or a sent record, an ACK and its answer behind a command.
-enum class ExpectedAnswer { OneFrame, AckAndAnswer };
+/// The frames that answer a packet.
+enum class ExpectedAnswer {
+  OneFrame,     ///< behind an ACK: the next record, or the end of them
+  Ack,          ///< behind what is uploaded, and behind an abort
+  AckAndAnswer  ///< behind a command
+};
 
 /// The first slot with an ACK; -1 when there is none.
 [[nodiscard]] int FindAckSlot(const PacketReply& reply);
@@ -80,12 +86,14 @@ class PacketLink {
   [[nodiscard]] PacketReply ExchangeData(int packet_id, const ByteBuffer& data);
   /// The same on a checked link, where the answer can have as many frames as answer says. A damaged frame is answered
   /// with NAK, a NAK with the packet once more; after three tries, and after a silence of 1.5 s, the frames that are
-  /// whole are the reply, or ReceiveTimeout where none is. The reply has no damaged frame but an ACK whose answer came.
+  /// whole are the reply, or ReceiveTimeout where none is. The reply has no damaged frame but an ACK: one whose answer
+  /// came, or one that the receiver did not send again. Frames that cannot be the answer are passed over. A cancelled
+  /// transfer waits 1.5 s in all.
   /// Throws std::out_of_range at a sixth frame in one burst, and where no frame is found in what comes.
   [[nodiscard]] PacketReply ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer);
 
-  /// Drops what comes until the line has been quiet for a moment, a second and a half at most.
-  void DrainInput();
+  /// Drops what comes until the line has been quiet for so long, a second and a half at most.
+  void DrainInput(std::chrono::nanoseconds quiet = QuietTime);
 
   /// Lets the event loop run.
   void YieldOnce() { event_loop_.Yield(); }

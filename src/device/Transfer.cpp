@@ -61,11 +61,12 @@ PacketReply Garmin::ExchangePacket(int packet_id, int first, int second) {
   return link_.ExchangeChecked(packet_id, data, AnswerTo(packet_id, first));
 }
 
-/// Only a request for product data and a command that begins a transfer are answered by more than one frame.
+/// A request for product data and a command that begins a transfer are answered by more than one frame.
 ExpectedAnswer Garmin::AnswerTo(int packet_id, int first) const {
   const bool command =
       packet_id == session.link_pids.Pid_Command_Data && first != session.device_commands.Cmnd_Abort_Transfer;
-  return packet_id == Pid_Product_Rqst || command ? ExpectedAnswer::AckAndAnswer : ExpectedAnswer::OneFrame;
+  if (packet_id == Pid_Product_Rqst || command) return ExpectedAnswer::AckAndAnswer;
+  return packet_id == Pid_Ack_Byte ? ExpectedAnswer::OneFrame : ExpectedAnswer::Ack;
 }
 
 bool Garmin::OpenForTransfer(std::string_view port_name) {
@@ -282,7 +283,7 @@ std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const st
     return last_status == ReceiveTimeout ? TransferTimedOut : TransferGivenUp;
   }
   reply = ExchangePacket(session.link_pids.Pid_Xfer_Cmplt, command);
-  session.report.end_refused = reply.Count >= 0 && FindAckSlot(reply) < 0;
+  session.report.end_refused = FindAckSlot(reply) < 0;
   return result_count;
 }
 

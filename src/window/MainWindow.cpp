@@ -85,7 +85,7 @@ QGroupBox* MainWindow::MakeDeviceGroup() {
   port_box_->setToolTip(QString::fromUtf8("受信機をつないだシリアルポート"));
   binder_.Bind(*port_box_, main_.controls.CommPort);
   checked_link_ = MakeCheckBox("CheckedLink", "誤り検査(&K)",
-                               "データの誤りを検査し，届かなければ送り直します．待ち時間が減り，通信が速くなります");
+                               "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります");
   binder_.Bind(*checked_link_, main_.controls.CheckedLink);
   gps_info_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
   gps_info_->setMargin(gps_info_->fontMetrics().averageCharWidth() / 2);

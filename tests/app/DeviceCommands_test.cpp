@@ -508,6 +508,28 @@ TEST_F(DeviceCommandsTest, AnUploadWhoseEndIsNotAcknowledgedIsSaidAndRunsNoAutoD
   EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
 }
 
+TEST_F(DeviceCommandsTest, AnUploadWhoseEndStaysRefusedOrUnansweredRunsNoAutoDeleteOnEitherLink) {
+  const auto answer = port.script;
+  for (const bool checked : {false, true}) {
+    for (const bool answered : {false, true}) {
+      port.script = answer;
+      main.controls.AutoDelete = false;
+      DownloadAll();
+      TickDo(true, false, false);
+      main.controls.AutoDelete = true;
+      main.controls.CheckedLink = checked;
+      port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
+        if (wire.at(1) != 12) return answer(wire);
+        if (!answered) return {};
+        return {{std::chrono::milliseconds{2}, WireFrame(21, Int16(12))}};
+      };
+      EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Refused);
+      EXPECT_TRUE(desktop.caption.starts_with("(Waypoint)受信機が転送の終わりを受け取らなかった")) << desktop.caption;
+      EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
+    }
+  }
+}
+
 TEST_F(DeviceCommandsTest, ACountThatIsNotAnsweredLeavesNoOldOne) {
   DownloadAll();
   TickDo(true, false, false);

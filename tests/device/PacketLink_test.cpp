@@ -265,6 +265,22 @@ TEST_F(PacketLinkTest, IdlingRestsAlsoWhenUnreadInputLiesThere) {
   EXPECT_GE(clock.now, milliseconds{100});
 }
 
+TEST_F(PacketLinkTest, BytesThatKeepComingDoNotKeepACancelledTransferWaiting) {
+  for (int i = 0; i < 600; ++i)
+    port.Queue(milliseconds{1400} * (i + 1), {0x24});
+  loop.on_yield = [this] { session.TransferAborted = clock.now > std::chrono::seconds{10}; };
+  EXPECT_EQ(link.ReceivePackets().Count, ReceiveTimeout);
+  EXPECT_LT(clock.now, std::chrono::seconds{12});
+}
+
+TEST_F(PacketLinkTest, ABurstThatNoAnswerCanBeIsNotWaitedFor) {
+  // 400 bytes of text each second, as from a receiver that speaks to itself.
+  for (int i = 0; i < 300; ++i)
+    port.Queue(milliseconds{950} + std::chrono::seconds{i}, Bytes(400, 0x24));
+  EXPECT_THROW(static_cast<void>(link.ReceivePackets()), std::out_of_range);
+  EXPECT_LT(clock.now, std::chrono::seconds{10});
+}
+
 TEST_F(PacketLinkTest, DrainingDropsWhatStillComesAndEnds) {
   port.Queue(milliseconds{30}, ShortWaypoint);
   port.Queue(milliseconds{90}, ShortWaypoint);
