@@ -33,7 +33,7 @@ namespace walrim {
 namespace {
 
 /// Fits a screen of 1024 x 768 with the desktop's own bars.
-constexpr QSize StartSize{1000, 680};
+constexpr QSize StartSize{1024, 680};
 constexpr int ProgressWidth = 160;
 
 std::vector<std::string> ToStrings(const QStringList& texts) {

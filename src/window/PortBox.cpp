@@ -1,5 +1,6 @@
 #include "window/PortBox.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <algorithm>
 
@@ -18,11 +19,11 @@ PortBox::PortBox(Ports ports, QWidget* parent) : QComboBox(parent), ports_(std::
   setObjectName("CommPort");
   setAccessibleName("CommPort");
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  setMinimumContentsLength(28);
+  setMinimumContentsLength(21);
   for (int number = 1; number <= MaxPortNumber; ++number)
     addItem(QString::number(number), QString::number(number));
   insertSeparator(count());
-  addItem(QString::fromUtf8("デモ受信機（実機なしで試せます）"), "demo");
+  addItem(QString::fromUtf8("デモ受信機（実機不要）"), "demo");
 }
 
 void PortBox::Refresh() {
@@ -33,6 +34,8 @@ void PortBox::Refresh() {
 
 void PortBox::showPopup() {
   Refresh();
+  // The list shows what the box has no room for.
+  view()->setMinimumWidth(view()->sizeHintForColumn(0) + 2 * view()->fontMetrics().averageCharWidth());
   QComboBox::showPopup();
 }
 
