@@ -1,9 +1,12 @@
-// Whatever comes over the line, an exchange on the checked link ends: with whole frames, failed after three tries, or
+// Whatever comes over the line, an exchange on the checked link ends within a minute, or once no frame was found in as
+// many bytes as are waited for, and a cancelled one within seconds: with whole frames, failed after three tries, or
 // with std::out_of_range. And data of any bytes come back as they were, also behind noise.
 //
-// The first byte tells what is sent (its lowest bit) and how the bytes come: so many at a time, a millisecond apart.
-// The rest is the line, cut by bytes FEh: each piece answers one packet.
+// The first byte tells what answer is waited for (its lowest two bits; 3: the next record, cancelled) and how the bytes
+// come: so many at a time, a millisecond apart (the next five bits), and with the high bit the last piece again and
+// again, unasked. The rest is the line, cut by bytes FEh: each piece answers one packet.
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
@@ -25,6 +28,12 @@ using Found = CheckedFrameReader::Found;
 constexpr std::uint8_t PieceEnd = 0xFE;
 constexpr std::size_t MostSent = 3;
 constexpr int TrackPointId = 34;
+constexpr std::chrono::seconds LongestExchange{60};
+constexpr std::chrono::seconds LongestCancelled{5};
+constexpr milliseconds RepeatTime{200};
+constexpr std::array Answers{ExpectedAnswer::OneFrame, ExpectedAnswer::AckAndAnswer, ExpectedAnswer::Ack,
+                             ExpectedAnswer::OneFrame};
+constexpr unsigned CancelledAnswer = 3;
 
 /// The pieces of the line, one for each packet that is sent.
 class PiecewiseLine {
@@ -40,14 +49,18 @@ class PiecewiseLine {
       const auto part = line_.subspan(from, std::min(step_, size - from));
       answers.push_back({++delay, {part.begin(), part.end()}});
     }
+    last_.assign(line_.begin(), end);
     line_ = line_.subspan(std::min(size + 1, line_.size()));
     return answers;
   }
   [[nodiscard]] bool AtEnd() const { return line_.empty(); }
+  /// The piece that came last.
+  [[nodiscard]] const Bytes& Last() const { return last_; }
 
  private:
   std::span<const std::uint8_t> line_;
   std::size_t step_;
+  Bytes last_;
 };
 
 /// Sound by its own bytes.
@@ -64,32 +77,55 @@ void CheckReply(const PacketReply& reply, ExpectedAnswer answer) {
   if (reply.Count < 1 || reply.Count > PacketReply::LastSlot) std::abort();
   for (int k = 1; k <= reply.Count; ++k) {
     const Frame& frame = reply.Slot(k);
-    // Only an ACK in front of its answer may be damaged.
+    // Only an ACK may be damaged.
     if (!frame.damaged)
       CheckWhole(frame);
-    else if (answer != ExpectedAnswer::AckAndAnswer || frame.Id() != Pid_Ack_Byte)
+    else if (answer == ExpectedAnswer::OneFrame || frame.Id() != Pid_Ack_Byte)
       std::abort();
   }
 }
 
-void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, ExpectedAnswer answer) {
+struct Manner {
+  bool endless = false;
+  bool cancelled = false;
+};
+
+/// Of an exchange. A trickle without a frame is listened to for as long as its bytes could still become one.
+std::chrono::nanoseconds LongestTime(const Manner& manner, std::size_t piece_size) {
+  if (manner.cancelled) return LongestCancelled;
+  if (!manner.endless || piece_size == 0) return LongestExchange;
+  return LongestExchange + RepeatTime * (CheckedFrameReader::MostPending / piece_size);
+}
+
+void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, ExpectedAnswer answer, Manner manner) {
   FakeClock clock;
   ScriptedPort port(clock);
   FakeEventLoop loop;
   DeviceSession session;
+  session.TransferAborted = manner.cancelled;
   PacketLink link(port, clock, loop, session);
   std::string settings;
   if (!link.OpenPort("1", settings)) std::abort();
   PiecewiseLine line(bytes, step);
   port.script = [&line](const Bytes&) { return line.Next(); };
+  std::chrono::nanoseconds exchange_began{};
+  std::chrono::nanoseconds next_repeat{};
+  loop.on_yield = [&] {
+    if (clock.now - exchange_began > LongestTime(manner, line.Last().size())) std::abort();
+    if (!manner.endless || !line.AtEnd() || clock.now < next_repeat) return;
+    next_repeat = clock.now + RepeatTime;
+    port.Queue({}, line.Last());
+  };
   do {
     port.sent.clear();
+    exchange_began = clock.now;
     try {
       CheckReply(link.ExchangeChecked(10, IntegerToBuffer(7), answer), answer);
     } catch (const std::out_of_range&) {
       link.DrainInput();
     }
-    if (port.sent.size() > MostSent) std::abort();
+    const bool too_long = clock.now - exchange_began > LongestTime(manner, line.Last().size());
+    if (port.sent.size() > MostSent || too_long) std::abort();
   } while (!line.AtEnd());
 }
 
@@ -119,8 +155,9 @@ void CheckRoundTrip(std::span<const std::uint8_t> bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::span<const std::uint8_t> input(data, size);
   if (input.empty()) return 0;
-  const auto answer = input[0] % 2 == 0 ? ExpectedAnswer::OneFrame : ExpectedAnswer::AckAndAnswer;
-  RunExchanges(input.subspan(1), input[0] / 2U + 1U, answer);
+  const ExpectedAnswer answer = Answers[input[0] % Answers.size()];
+  const std::size_t step = 1U + 2U * (input[0] / 4U % 32U);
+  RunExchanges(input.subspan(1), step, answer, {input[0] >= 128, input[0] % Answers.size() == CancelledAnswer});
   CheckRoundTrip(input.subspan(1));
   return 0;
 }

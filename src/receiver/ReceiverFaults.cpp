@@ -34,6 +34,7 @@ constexpr FaultRow FaultRows[] = {
     {"overlong", &ReceiverFaults::overlong, Number::Optional, 1, 1, MostCount},
     {"burst", &ReceiverFaults::burst, Number::Required, 0, 2, MostBurst},
     {"bad-checksum", &ReceiverFaults::bad_checksum, Number::Required, 0, 1, MostCount},
+    {"bad-ack", &ReceiverFaults::bad_ack, Number::Required, 0, 1, MostCount},
     {"unplug-after", &ReceiverFaults::unplug_after, Number::Required, 0, 1, MostCount},
     {"nak", &ReceiverFaults::nak, Number::Optional, 0, 1, MostCount},
 };

@@ -21,6 +21,7 @@ struct ReceiverFaults {
   std::optional<int> overlong;        ///< a frame that is too long in place of the Nth record of a transfer
   std::optional<int> burst;           ///< the first record of a transfer comes as N frames at once
   std::optional<int> bad_checksum;    ///< the Nth record of a transfer comes with a wrong checksum the first time
+  std::optional<int> bad_ack;         ///< the Nth ACK sent comes with a wrong checksum the first time
   std::optional<int> unplug_after;    ///< the line closes after N frames sent
   std::optional<int> nak;             ///< NAK for the Nth packet that calls for an answer, for every one with 0
 };

@@ -103,13 +103,13 @@ void SoftReceiver::TakeFrame(const ReceivedFrame& frame) {
   const LinePacket& packet = frame.packet;
   const bool answers_ours = packet.id == AckByte || packet.id == NakByte;
   if (!frame.intact || (!answers_ours && RefusesPacket())) {
-    SendFrame(LineFrameBytes(WordPacket(NakByte, packet.id)));
+    SendVerdict(NakByte, packet.id);
   } else if (packet.id == AckByte) {
     TakeAck(packet);
   } else if (packet.id == NakByte) {
-    if (awaiting_ack_) SendFrame(LineFrameBytes(*awaiting_ack_));
+    TakeNak();
   } else {
-    SendFrame(LineFrameBytes(WordPacket(AckByte, packet.id)));
+    SendVerdict(AckByte, packet.id);
     TakePacket(packet);
   }
 }
@@ -158,6 +158,11 @@ void SoftReceiver::TakeAck(const LinePacket& ack) {
   if (download_) SendNextRecord();
 }
 
+void SoftReceiver::TakeNak() {
+  const std::optional<LinePacket>& again = awaiting_ack_ ? awaiting_ack_ : last_verdict_;
+  if (again) SendFrame(LineFrameBytes(*again));
+}
+
 void SoftReceiver::StartUpload(std::uint16_t count) {
   download_.reset();
   awaiting_ack_.reset();
@@ -189,6 +194,12 @@ std::vector<LinePacket>* SoftReceiver::MemoryOf(std::uint16_t command) {
     default:
       return nullptr;
   }
+}
+
+void SoftReceiver::SendVerdict(std::uint8_t verdict, std::uint8_t packet_id) {
+  last_verdict_ = WordPacket(verdict, packet_id);
+  const bool spoilt = verdict == AckByte && faults_.bad_ack == ++acks_sent_;
+  SendFrame(LineFrameBytes(*last_verdict_, spoilt ? ChecksumError : std::uint8_t{0}));
 }
 
 // The packet that follows an ACK.

@@ -7,7 +7,8 @@
 //                                   Xfer_Cmplt (12) with the command's number
 //   command 0                    -> ACK, and the running transfer ends
 //   Records, records, Xfer_Cmplt -> an ACK for each; the records then replace the memory of their kind
-// A NAK has the last packet sent again, a frame that does not hold is answered with NAK.
+// A NAK has the last packet sent again, or, where none waits for its ACK, the last ACK or NAK; a frame that does not
+// hold is answered with NAK.
 #pragma once
 
 #include <chrono>
@@ -68,11 +69,14 @@ class SoftReceiver {
   void TakePacket(const LinePacket& packet);
   void TakeCommand(std::uint16_t command);
   void TakeAck(const LinePacket& ack);
+  void TakeNak();
   void StartUpload(std::uint16_t count);
   void TakeRecord(const LinePacket& packet);
   void FinishUpload(std::uint16_t command);
   [[nodiscard]] std::vector<LinePacket>* MemoryOf(std::uint16_t command);
 
+  /// The ACK or NAK of a packet that came.
+  void SendVerdict(std::uint8_t verdict, std::uint8_t packet_id);
   void SendAnswer(const LinePacket& packet);
   void SendNextRecord();
   void SendRecord(const std::vector<LinePacket>& records, std::size_t index);
@@ -95,7 +99,9 @@ class SoftReceiver {
   std::deque<DueByte> outgoing_;
   int frames_sent_ = 0;
   int packets_taken_ = 0;
+  int acks_sent_ = 0;
 
+  std::optional<LinePacket> last_verdict_;
   std::optional<LinePacket> awaiting_ack_;
   std::optional<Download> download_;
   std::optional<Upload> upload_;

@@ -173,6 +173,9 @@ constexpr Rule Rules[] = {
     {Download, Checked, "overlong=N", Records, Any, &AllWhole},
     {Download, Checked, "bad-checksum=N", Records, Any, &AllWhole},
 
+    // A plain link looks for an ACK's id alone; a checked one asks for it again, or goes by the answer behind it.
+    {Every, Both, "bad-ack=N", EveryAnswer, Any, &AllWhole},
+
     {Every, Plain, "nak", Always, Any, &NotIdentified},
     {Every, Plain, "nak=N", Set(Phase::Request), Any, &NotIdentified},
     {Every, Plain, "nak=N", Set(Phase::Opening), Any, &NotTaken},
@@ -225,6 +228,23 @@ std::vector<DataKind> HitKinds(const Row& row, const Ending& ending) {
   // What ends the command is met in the first kind.
   if (ending.outcome != Outcome::Done) kinds.resize(1);
   return kinds;
+}
+
+std::vector<DataKind> KindsReached(const Row& row, const Ending& ending) {
+  std::vector<DataKind> kinds = SelectedKinds(row);
+  if (ending.identity != Identity::Known) return {};
+  if (ending.outcome == Outcome::Done || ending.after == Whole) return kinds;
+  const auto hit = std::find(kinds.begin(), kinds.end(), HitKinds(row, ending).front());
+  // A kind that a download has brought whole is not where the command ended.
+  const bool next_too = row.command == Command::Download && ending.hit == Whole;
+  kinds.erase(std::min(hit + (next_too ? 2 : 1), kinds.end()), kinds.end());
+  return kinds;
+}
+
+bool NewNumberKnown(const Row& row, const Ending& ending, DataKind kind) {
+  const std::vector<DataKind> hit = HitKinds(row, ending);
+  const bool is_hit = std::find(hit.begin(), hit.end(), kind) != hit.end();
+  return !is_hit || ending.after == Whole;
 }
 
 Held HeldAfter(const Row& row, const Ending& ending, DataKind kind) {

@@ -48,6 +48,10 @@ struct Ending {
 [[nodiscard]] Held HeldAfter(const Row& row, const Ending& ending, DataKind kind);
 /// The kinds whose transfer is hit.
 [[nodiscard]] std::vector<DataKind> HitKinds(const Row& row, const Ending& ending);
+/// The kinds whose turn comes, the last one perhaps in vain.
+[[nodiscard]] std::vector<DataKind> KindsReached(const Row& row, const Ending& ending);
+/// Whether the receiver has told, behind a kind's upload, how much it holds.
+[[nodiscard]] bool NewNumberKnown(const Row& row, const Ending& ending, DataKind kind);
 [[nodiscard]] std::vector<std::string> MessagesOf(const Row& row, const Ending& ending);
 /// The text of the status line.
 [[nodiscard]] std::string StatusOf(const Row& row, const Ending& ending);

@@ -40,6 +40,7 @@ constexpr FaultForm Forms[] = {
     {"burst=5", Counts::Nothing, Set(Phase::First), true},
     {"burst=6", Counts::Nothing, Set(Phase::First), true},
     {"bad-checksum=N", Counts::Record, EveryRecord, true},
+    {"bad-ack=N", Counts::Packet, EveryPacket},
     {"nak", Counts::Nothing, Always},
     {"nak=N", Counts::Packet, EveryPacket},
 };

@@ -33,6 +33,7 @@ enum class Phase {
 };
 
 /// What the N of a fault counts.
+/// Each packet that calls for an answer has its ACK.
 enum class Counts { Nothing, FramesBefore, Frame, Packet, RecordsBefore, Record, HalfOfRecords };
 
 /// Sets of phases.

@@ -39,8 +39,10 @@ sends the others again itself.
 `tests/faults` holds the rows. Each is a command (the information, a download or an upload; of one kind or of all) on one
 of two models (GPS 12 and eTrex), over the plain and the checked link, against one fault of `walrim-receiver` that hits
 one answer of the receiver, in virtual time. What a row comes to is written down by hand, and the test compares: result,
-message boxes, status line, data set, the receiver's memory, counts, port, controls, and the same command once more on a
-receiver that does nothing wrong. `tests/faults/line` runs some rows with the real programs over a pseudo-terminal.
+message boxes, questions, status line, data set, the receiver's memory, counts, port and controls. The same command
+follows on the same receiver, where it still answers, and on one that does nothing wrong; an upload comes once more with
+`AutoDelete`, which deletes only what the receiver has taken whole. `tests/faults/line` runs some rows with the real
+programs over a pseudo-terminal.
 
 ## How to read it
 

@@ -170,6 +170,38 @@ TEST(ReceiverFaults, BadChecksumSpoilsOneRecordOfEachTransferOnce) {
   }
 }
 
+TEST(ReceiverFaults, BadAckSpoilsOneAckOfTheRunOnce) {
+  FaultyReceiver faulty({"bad-ack=2"});
+  EXPECT_EQ(faulty.host->Exchange(27, {1, 0}), (std::vector{Sound(6, {27, 0})}));
+  const auto spoiled = faulty.host->Exchange(35, {9});
+  ASSERT_EQ(spoiled.size(), 1U);
+  EXPECT_EQ(spoiled[0].id, 6);
+  EXPECT_FALSE(spoiled[0].sound);
+  EXPECT_EQ(spoiled[0].data, (Bytes{35, 0}));
+  EXPECT_EQ(faulty.host->Nak(6), (std::vector{Sound(6, {35, 0})})) << "the same ACK again, as it ought to be";
+  EXPECT_EQ(faulty.host->Exchange(12, {7, 0}), (std::vector{Sound(6, {12, 0})}));
+  EXPECT_EQ(faulty.receiver->Memory().waypoints, (std::vector<LinePacket>{{35, {9}}}));
+  for (const SeenFrame& frame : faulty.host->Command(7))
+    EXPECT_TRUE(frame.sound);
+}
+
+TEST(ReceiverFaults, BadAckCountsNeitherNaksNorRepeatedAcks) {
+  FaultyReceiver faulty({"bad-ack=2", "nak=2"});
+  EXPECT_EQ(faulty.host->Exchange(27, {1, 0}), (std::vector{Sound(6, {27, 0})}));
+  EXPECT_EQ(faulty.host->Nak(6), (std::vector{Sound(6, {27, 0})}));
+  EXPECT_EQ(faulty.host->Exchange(35, {9}), (std::vector{Sound(21, {35, 0})}));
+  EXPECT_FALSE(faulty.host->Exchange(35, {9}).at(0).sound);
+}
+
+TEST(ReceiverFaults, BadAckLeavesTheAnswerBehindItSound) {
+  FaultyReceiver faulty({"bad-ack=1"});
+  const auto frames = faulty.host->Command(7);
+  ASSERT_EQ(frames.size(), 2U);
+  EXPECT_FALSE(frames[0].sound);
+  EXPECT_EQ(frames[1], Sound(27, {5, 0}));
+  EXPECT_EQ(faulty.host->Nak(27), std::vector{Sound(27, {5, 0})}) << "what awaits its ACK comes again, not the ACK";
+}
+
 TEST(ReceiverFaults, UnplugAfterClosesTheLineWhenTheLastFrameHasPassed) {
   FaultyReceiver faulty({"unplug-after=3"});
   static_cast<void>(faulty.host->Command(7));
@@ -208,7 +240,7 @@ TEST(ReceiverFaults, EveryKindIsReadWithItsNumber) {
   const std::vector<std::string> forms = FaultForms();
   EXPECT_EQ(forms, (std::vector<std::string>{"silent", "silent-after=N", "early-complete=N", "unknown-first",
                                              "short-count=N", "gap=N", "dribble=N", "garbage[=N]", "overlong[=N]",
-                                             "burst=N", "bad-checksum=N", "unplug-after=N", "nak[=N]"}));
+                                             "burst=N", "bad-checksum=N", "bad-ack=N", "unplug-after=N", "nak[=N]"}));
   for (const std::string& form : forms) {
     ReceiverFaults faults;
     const std::string kind = form.substr(0, form.find_first_of("[="));
@@ -232,6 +264,7 @@ TEST(ReceiverFaults, WrongTextsAreToldAndChangeNothing) {
   EXPECT_FALSE(faults.silent);
   EXPECT_NE(AddFault(faults, "burst=1"), "");
   EXPECT_NE(AddFault(faults, "unplug-after=0"), "");
+  EXPECT_NE(AddFault(faults, "bad-ack=0"), "");
 }
 
 }  // namespace

@@ -167,6 +167,16 @@ TEST_F(SoftReceiverTest, KeepsNoMoreRecordsThanWereAnnounced) {
   EXPECT_EQ(receiver.Memory().waypoints, (std::vector<LinePacket>{{35, {0}}}));
 }
 
+TEST_F(SoftReceiverTest, ANakWhereNoPacketAwaitsItsAckBringsTheLastAckOrNakAgain) {
+  EXPECT_TRUE(host.Nak(0).empty()) << "nothing was sent";
+  EXPECT_EQ(host.Exchange(27, {1, 0}), std::vector{Sound(6, {27, 0})});
+  EXPECT_EQ(host.Nak(6), std::vector{Sound(6, {27, 0})});
+  Bytes damaged = HostFrame(35, {9});
+  damaged[3] ^= 1;
+  EXPECT_EQ(FramesIn(host.ExchangeBytes(damaged)), std::vector{Sound(21, {35, 0})});
+  EXPECT_EQ(host.Nak(21), std::vector{Sound(21, {35, 0})});
+}
+
 TEST_F(SoftReceiverTest, AnUploadOfNothingEmptiesTheKind) {
   static_cast<void>(host.Exchange(27, {0, 0}));
   static_cast<void>(host.Exchange(12, {4, 0}));
