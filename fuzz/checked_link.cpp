@@ -28,6 +28,8 @@ using Found = CheckedFrameReader::Found;
 constexpr std::uint8_t PieceEnd = 0xFE;
 constexpr std::size_t MostSent = 3;
 constexpr int TrackPointId = 34;
+/// More exchanges than this in one input find nothing new and take their time.
+constexpr int MostExchanges = 8;
 constexpr std::chrono::seconds LongestExchange{60};
 constexpr std::chrono::seconds LongestCancelled{5};
 constexpr milliseconds RepeatTime{200};
@@ -116,7 +118,7 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
     next_repeat = clock.now + RepeatTime;
     port.Queue({}, line.Last());
   };
-  do {
+  for (int exchange = 0; exchange < MostExchanges && (exchange == 0 || !line.AtEnd()); ++exchange) {
     port.sent.clear();
     exchange_began = clock.now;
     try {
@@ -126,7 +128,7 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
     }
     const bool too_long = clock.now - exchange_began > LongestTime(manner, line.Last().size());
     if (port.sent.size() > MostSent || too_long) std::abort();
-  } while (!line.AtEnd());
+  }
 }
 
 /// A frame of these data behind noise without a DLE is found at its last byte, whole.
