@@ -257,6 +257,7 @@ void PacketLink::DrainInput(nanoseconds quiet) {
          clock_.Monotonic() - start < ReceiveTimeoutTime) {
     if (port_.InBufferCount() > 0) last_input = clock_.Monotonic();
     port_.ClearInBuffer();
+    YieldNowAndThen();
     port_.Wait(PollTime);
   }
 }

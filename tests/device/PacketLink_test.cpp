@@ -281,6 +281,11 @@ TEST_F(PacketLinkTest, ABurstThatNoAnswerCanBeIsNotWaitedFor) {
   EXPECT_LT(clock.now, std::chrono::seconds{10});
 }
 
+TEST_F(PacketLinkTest, DrainingLetsTheEventLoopRun) {
+  link.DrainInput();
+  EXPECT_GE(loop.yields, 9);
+}
+
 TEST_F(PacketLinkTest, DrainingDropsWhatStillComesAndEnds) {
   port.Queue(milliseconds{30}, ShortWaypoint);
   port.Queue(milliseconds{90}, ShortWaypoint);
