@@ -50,6 +50,7 @@ SoftReceiver& DemoSerialPort::ReceiverOf(const ReceiverModel& model) {
   if (receiver == nullptr) {
     const HeldContents contents = options_.contents ? *options_.contents : DemoContents(model);
     receiver = std::make_unique<SoftReceiver>(model, EncodeMemory(contents, model), options_.baud, options_.faults);
+    receiver->SetClock(DemoUtcSeconds(), clock_.Monotonic());
   }
   return *receiver;
 }

@@ -22,6 +22,8 @@ struct ReceiverModel {
   WaypointLayout waypoint_layout;
   /// A201 and A301 with D202, D210, D301 and D310; else A200 and A300 with D201 and D300.
   bool has_links_and_track_headers;
+  /// What it announces behind its product data, as "A100 D108 ..."; empty: it announces nothing.
+  std::string_view protocols;
 };
 
 /// All models, in the order of their names in help texts and lists.
@@ -32,5 +34,9 @@ struct ReceiverModel {
 
 /// The answer to the product request.
 [[nodiscard]] LinePacket ProductDataPacket(const ReceiverModel& model);
+
+/// The list of protocols: for each of the words, such as "A100", its letter and its number in two bytes. A word that
+/// is none of these is left out, as are words past 85.
+[[nodiscard]] LinePacket ProtocolListPacket(std::string_view protocols);
 
 }  // namespace walrim

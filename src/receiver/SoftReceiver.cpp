@@ -1,7 +1,11 @@
 #include "receiver/SoftReceiver.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
+
+#include "receiver/ReceiverFix.h"
+#include "text/Dates.h"
 
 namespace walrim {
 
@@ -16,9 +20,12 @@ constexpr std::uint8_t TransferComplete = 12;
 constexpr std::uint8_t NakByte = 21;
 constexpr std::uint8_t Records = 27;
 constexpr std::uint8_t ProductRequest = 254;
+constexpr std::uint8_t ProductData = 255;
 
 constexpr std::uint16_t AbortTransfer = 0;
+constexpr std::uint16_t TransferPosition = 2;
 constexpr std::uint16_t TransferRoutes = 4;
+constexpr std::uint16_t TransferTime = 5;
 constexpr std::uint16_t TransferTracks = 6;
 constexpr std::uint16_t TransferWaypoints = 7;
 
@@ -67,11 +74,25 @@ std::vector<std::uint8_t> OverlongFrame(std::uint8_t id) {
 
 }  // namespace
 
+std::int64_t DemoUtcSeconds() {
+  return SecondsSinceGarminEpoch({2002, 12, 8, 3, 0, 0});
+}
+
 SoftReceiver::SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults)
     : model_(model),
       memory_(std::move(memory)),
       faults_(faults),
-      byte_time_(baud > 0 ? nanoseconds(std::chrono::seconds(1)) * BitsPerByte / baud : nanoseconds(0)) {}
+      byte_time_(baud > 0 ? nanoseconds(std::chrono::seconds(1)) * BitsPerByte / baud : nanoseconds(0)) {
+  SetClock(DemoUtcSeconds(), nanoseconds(0));
+}
+
+void SoftReceiver::SetClock(std::int64_t utc_s, nanoseconds now) {
+  clock_start_ = now - std::chrono::seconds(utc_s);
+}
+
+std::int64_t SoftReceiver::UtcSeconds() const {
+  return std::chrono::floor<std::chrono::seconds>(input_free_at_ - clock_start_).count();
+}
 
 void SoftReceiver::Receive(std::span<const std::uint8_t> bytes, nanoseconds now) {
   for (const std::uint8_t byte : bytes) {
@@ -122,6 +143,7 @@ bool SoftReceiver::RefusesPacket() {
 void SoftReceiver::TakePacket(const LinePacket& packet) {
   switch (packet.id) {
     case ProductRequest:
+      download_.reset();
       SendAnswer(ProductDataPacket(model_));
       break;
     case CommandData:
@@ -140,22 +162,31 @@ void SoftReceiver::TakePacket(const LinePacket& packet) {
 }
 
 void SoftReceiver::TakeCommand(std::uint16_t command) {
-  const std::vector<LinePacket>* records = MemoryOf(command);
-  if (command != AbortTransfer && records == nullptr) return;
-  upload_.reset();
-  download_.reset();
-  awaiting_ack_.reset();
-  if (records == nullptr) return;
-  download_ = Download{command, records, 0};
+  const bool transfer = MemoryOf(command) != nullptr;
+  if (transfer || command == AbortTransfer || command == TransferTime || command == TransferPosition) {
+    upload_.reset();
+    download_.reset();
+    awaiting_ack_.reset();
+  }
+  if (transfer) StartDownload(command);
+  if (command == TransferTime) SendAnswer(DateTimePacket(UtcSeconds()));
+  if (command == TransferPosition) SendAnswer(PositionPacket());
+}
+
+void SoftReceiver::StartDownload(std::uint16_t command) {
+  const std::vector<LinePacket>& records = *MemoryOf(command);
+  download_ = Download{command, &records, 0};
   const auto fewer = static_cast<std::size_t>(faults_.short_count.value_or(0));
-  SendAnswer(WordPacket(Records, records->size() - std::min(records->size(), fewer)));
+  SendAnswer(WordPacket(Records, records.size() - std::min(records.size(), fewer)));
 }
 
 // An ACK that names another packet than the last one sent is not for it.
 void SoftReceiver::TakeAck(const LinePacket& ack) {
   if (!awaiting_ack_ || ack.data.empty() || WordOf(ack) != awaiting_ack_->id) return;
+  const bool product_data = awaiting_ack_->id == ProductData;
   awaiting_ack_.reset();
   if (download_) SendNextRecord();
+  if (product_data && !model_.protocols.empty()) SendPacket(ProtocolListPacket(model_.protocols));
 }
 
 void SoftReceiver::TakeNak() {
@@ -173,14 +204,17 @@ void SoftReceiver::TakeRecord(const LinePacket& packet) {
   if (upload_ && upload_->records.size() < upload_->announced) upload_->records.push_back(packet);
 }
 
+// Hosts name other commands at the end than that of the records: what the records are tells where they belong.
 void SoftReceiver::FinishUpload(std::uint16_t command) {
   if (!upload_) return;
-  std::vector<LinePacket> records = std::move(upload_->records);
+  const std::vector<LinePacket> records = std::move(upload_->records);
   upload_.reset();
-  std::vector<LinePacket>* memory = MemoryOf(command);
-  const bool all_of_kind = std::all_of(records.begin(), records.end(),
-                                       [command](const LinePacket& record) { return IsRecordOf(command, record.id); });
-  if (memory != nullptr && all_of_kind) *memory = std::move(records);
+  for (const std::uint16_t kind : {TransferWaypoints, TransferRoutes, TransferTracks}) {
+    std::vector<LinePacket> of_kind;
+    std::copy_if(records.begin(), records.end(), std::back_inserter(of_kind),
+                 [kind](const LinePacket& record) { return IsRecordOf(kind, record.id); });
+    if (!of_kind.empty() || (records.empty() && kind == command)) *MemoryOf(kind) = std::move(of_kind);
+  }
 }
 
 std::vector<LinePacket>* SoftReceiver::MemoryOf(std::uint16_t command) {

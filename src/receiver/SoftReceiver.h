@@ -2,11 +2,14 @@
 // or a clock of its own.
 //
 // Commands (A010) and transfers (A100, A200/A201, A300/A301) on link protocol L001:
-//   product request (254)        -> ACK, product data (255)
+//   product request (254)        -> ACK, product data (255); for its ACK, on models that announce, the list of
+//                                   protocols (253)
 //   command 7, 4 or 6 (10)       -> ACK, Records (27) with the count, for each ACK the next record, then
 //                                   Xfer_Cmplt (12) with the command's number
+//   command 5 or 2               -> ACK, date and time (14) or position (17)
 //   command 0                    -> ACK, and the running transfer ends
-//   Records, records, Xfer_Cmplt -> an ACK for each; the records then replace the memory of their kind
+//   Records, records, Xfer_Cmplt -> an ACK for each; the records then replace the memory of their kind,
+//                                   whichever command the end names
 // A NAK has the last packet sent again, or, where none waits for its ACK, the last ACK or NAK; a frame that does not
 // hold is answered with NAK.
 #pragma once
@@ -26,6 +29,9 @@
 
 namespace walrim {
 
+/// Noon in Japan on the last day of the demonstration data, in seconds since 1989/12/31 00:00:00 UTC.
+[[nodiscard]] std::int64_t DemoUtcSeconds();
+
 /// Times are on any clock that only goes forward; each call's time is at or after the one before.
 class SoftReceiver {
  public:
@@ -33,6 +39,10 @@ class SoftReceiver {
   SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults);
   SoftReceiver(const SoftReceiver&) = delete;
   SoftReceiver& operator=(const SoftReceiver&) = delete;
+
+  /// Sets the clock to utc_s seconds since 1989/12/31 00:00:00 at this time; it runs on. Until then it is
+  /// DemoUtcSeconds at time 0.
+  void SetClock(std::int64_t utc_s, std::chrono::nanoseconds now);
 
   /// Puts bytes on the line towards the receiver. They pass one after the other from now, or from when the line is
   /// free; a frame is answered from when its last byte has passed.
@@ -68,6 +78,8 @@ class SoftReceiver {
   void TakeFrame(const ReceivedFrame& frame);
   void TakePacket(const LinePacket& packet);
   void TakeCommand(std::uint16_t command);
+  void StartDownload(std::uint16_t command);
+  [[nodiscard]] std::int64_t UtcSeconds() const;
   void TakeAck(const LinePacket& ack);
   void TakeNak();
   void StartUpload(std::uint16_t count);
@@ -92,6 +104,7 @@ class SoftReceiver {
   ReceiverMemory memory_;
   ReceiverFaults faults_;
   std::chrono::nanoseconds byte_time_;
+  std::chrono::nanoseconds clock_start_;  // when UTC was 1989/12/31 00:00:00
 
   LineFrameReader reader_;
   std::chrono::nanoseconds input_free_at_{std::chrono::nanoseconds::min()};

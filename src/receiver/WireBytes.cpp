@@ -45,6 +45,12 @@ void WireBytes::Float(float value) {
   U32(std::bit_cast<std::uint32_t>(value));
 }
 
+void WireBytes::Double(double value) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  U32(static_cast<std::uint32_t>(bits & 0xFFFFFFFF));
+  U32(static_cast<std::uint32_t>(bits >> 32));
+}
+
 void WireBytes::Position(double lat_deg, double lon_deg) {
   U32(Semicircles(lat_deg));
   U32(Semicircles(lon_deg));

@@ -21,6 +21,7 @@ class WireBytes {
   void U16(std::uint16_t value);
   void U32(std::uint32_t value);
   void Float(float value);
+  void Double(double value);
   /// 255 for true, 0 for false.
   void Boolean(bool value) { U8(value ? 255 : 0); }
   void Bytes(std::span<const std::uint8_t> values) { bytes_.insert(bytes_.end(), values.begin(), values.end()); }

@@ -86,6 +86,11 @@ nanoseconds Now() {
   return std::chrono::seconds(now.tv_sec) + nanoseconds(now.tv_nsec);
 }
 
+std::int64_t UtcSeconds() {
+  constexpr std::int64_t garmin_epoch_in_unix_time = 631'065'600;
+  return static_cast<std::int64_t>(time(nullptr)) - garmin_epoch_in_unix_time;
+}
+
 // The signals that end the program, as something to poll.
 int EndSignals() {
   sigset_t signals;
@@ -136,6 +141,7 @@ int Run(const Options& options) {
                  memory.skipped, memory.first_skipped_line);
   }
   SoftReceiver receiver(model, EncodeMemory(*memory.contents, model), options.baud, options.faults);
+  receiver.SetClock(UtcSeconds(), Now());
 
   const OwnedDescriptor end_signals(EndSignals());
   PseudoTerminal terminal;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
 
 #include "receiver/ReceiverHost.h"
 #include "receiver/ReceiverMemory.h"
@@ -248,6 +249,27 @@ TEST(ReceiverRecords, EveryModelIdentifiesItself) {
     }
   }
   EXPECT_EQ(FindReceiverModel("etrex"), nullptr);
+}
+
+TEST(ReceiverRecords, ProductIdsFollowThePublishedList) {
+  const std::map<std::string, std::pair<int, int>> least_and_version{
+      {"GPS 12", {77, 301}}, {"GPS 12XL", {96, 0}},  {"GPS 48", {96, 0}}, {"GPS II+", {73, 0}},
+      {"GPS III", {72, 0}},  {"GPS III+", {119, 0}}, {"eMap", {111, 0}},  {"eTrex", {130, 0}}};
+  for (const auto& [name, id] : least_and_version) {
+    const Bytes data = ProductDataPacket(*FindReceiverModel(name)).data;
+    EXPECT_EQ(data.at(0) + 256 * data.at(1), id.first) << name;
+    EXPECT_GE(data.at(2) + 256 * data.at(3), id.second) << name;
+  }
+}
+
+TEST(ReceiverRecords, AProtocolListLeavesOutWhatIsNone) {
+  EXPECT_EQ(ProtocolListPacket("A100  x1 D A1x 100 A70000 D65535"),
+            (LinePacket{253, Bytes{'A', 100, 0, 'D', 255, 255}}));
+  std::string many;
+  for (int i = 0; i < 100; ++i)
+    many += "A1 ";
+  EXPECT_EQ(ProtocolListPacket(many).data.size(), 255U);
+  EXPECT_TRUE(ProtocolListPacket("").data.empty());
 }
 
 TEST(ReceiverRecords, ProductDataByHand) {

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "receiver/ReceiverHost.h"
 #include "receiver/SoftReceiver.h"
+#include "text/Dates.h"
 
 namespace walrim {
 namespace {
@@ -34,6 +36,86 @@ TEST_F(SoftReceiverTest, AnswersTheProductRequestWithAckAndProductData) {
   ASSERT_EQ(frames.size(), 2U);
   EXPECT_EQ(frames[1].id, 255);
   EXPECT_TRUE(frames[1].sound);
+}
+
+TEST_F(SoftReceiverTest, TellsItsProtocolsBehindTheAckOfItsProductDataAndOnlyThen) {
+  EXPECT_EQ(FramesIn(host.ExchangeBytes(ProductRequestFrame)).size(), 2U);
+  EXPECT_TRUE(host.Ack(254).empty());
+  EXPECT_EQ(host.Nak(255).at(0).id, 255);
+  // P000 L001 A010, A100 D108, A201 D202 D108 D210, A301 D310 D301, A600 D600, A700 D700.
+  const Bytes protocols = BytesOf("P") + Bytes{0, 0} + BytesOf("L") + Bytes{1, 0} + BytesOf("A") + Bytes{10, 0} +
+                          BytesOf("A") + Bytes{100, 0} + BytesOf("D") + Bytes{108, 0} + BytesOf("A") + Bytes{201, 0} +
+                          BytesOf("D") + Bytes{202, 0} + BytesOf("D") + Bytes{108, 0} + BytesOf("D") + Bytes{210, 0} +
+                          BytesOf("A") + Bytes{0x2D, 1} + BytesOf("D") + Bytes{0x36, 1} + BytesOf("D") +
+                          Bytes{0x2D, 1} + BytesOf("A") + Bytes{0x58, 2} + BytesOf("D") + Bytes{0x58, 2} +
+                          BytesOf("A") + Bytes{0xBC, 2} + BytesOf("D") + Bytes{0xBC, 2};
+  EXPECT_EQ(host.Ack(255), std::vector{Sound(253, protocols)});
+  EXPECT_EQ(host.Nak(253), std::vector{Sound(253, protocols)});
+  EXPECT_TRUE(host.Ack(253).empty());
+  EXPECT_TRUE(host.Ack(255).empty());
+}
+
+TEST_F(SoftReceiverTest, AProductRequestEndsADownload) {
+  static_cast<void>(host.Command(7));
+  static_cast<void>(host.Ack(27));
+  EXPECT_EQ(FramesIn(host.ExchangeBytes(ProductRequestFrame)).size(), 2U);
+  EXPECT_EQ(host.Ack(255).size(), 1U);
+  EXPECT_TRUE(host.Ack(253).empty());
+}
+
+TEST(SoftReceiver, OnlyFourModelsAnnounceTheirProtocols) {
+  for (const ReceiverModel& model : ReceiverModels()) {
+    SoftReceiver receiver(model, {}, 9600, {});
+    ReceiverHost host(receiver);
+    static_cast<void>(host.ExchangeBytes(ProductRequestFrame));
+    const bool announces =
+        model.name == "GPS 12CX" || model.name == "GPS III+" || model.name == "eMap" || model.name == "eTrex";
+    EXPECT_EQ(host.Ack(255).size(), announces ? 1U : 0U) << model.name;
+  }
+}
+
+TEST(SoftReceiver, AnnouncementsNameTheLayoutsThatAreSent) {
+  const auto list = [](std::string_view model) { return ProtocolListPacket(FindReceiverModel(model)->protocols).data; };
+  const auto has = [](const Bytes& bytes, const Bytes& part) {
+    return std::search(bytes.begin(), bytes.end(), part.begin(), part.end()) != bytes.end();
+  };
+  const Bytes a200 = BytesOf("A") + Bytes{200, 0} + BytesOf("D") + Bytes{201, 0};
+  const Bytes a300 = BytesOf("A") + Bytes{0x2C, 1} + BytesOf("D") + Bytes{0x2C, 1};
+  const Bytes d104 = BytesOf("D") + Bytes{104, 0};
+  const Bytes d107 = BytesOf("D") + Bytes{107, 0};
+  const Bytes a100 = BytesOf("A") + Bytes{100, 0};
+  EXPECT_TRUE(has(list("GPS III+"), a100 + d104 + a200 + d104 + a300));
+  EXPECT_TRUE(has(list("GPS 12CX"), a100 + d107 + a200 + d107 + a300));
+  EXPECT_EQ(list("eMap"), list("eTrex"));
+}
+
+TEST_F(SoftReceiverTest, TellsTheTime) {
+  // 2026/11/22 01:02:03
+  receiver.SetClock(SecondsSinceGarminEpoch({2026, 11, 22, 1, 2, 3}), host.now);
+  EXPECT_EQ(host.Command(5), (std::vector{Sound(6, {10, 0}), Sound(14, {11, 22, 0xEA, 0x07, 1, 0, 2, 3})}));
+  EXPECT_TRUE(host.Ack(14).empty());
+  host.now += seconds(3600);
+  EXPECT_EQ(host.Command(5).at(1), Sound(14, {11, 22, 0xEA, 0x07, 2, 0, 2, 3}));
+}
+
+TEST_F(SoftReceiverTest, WithoutAClockSetItIsNoonInJapanAtItsStart) {
+  host.now = nanoseconds(0);
+  EXPECT_EQ(host.Command(5).at(1), Sound(14, {12, 8, 0xD2, 0x07, 3, 0, 0, 0}));
+}
+
+TEST_F(SoftReceiverTest, TellsItsPositionInRadians) {
+  // 35.6323 and 139.27 degrees: 0.62190095 and 2.43072005.
+  EXPECT_EQ(host.Command(2),
+            (std::vector{Sound(6, {10, 0}), Sound(17, {0xDF, 0x75, 0xEA, 0xD4, 0x9C, 0xE6, 0xE3, 0x3F, 0x07, 0x2B, 0x6A,
+                                                       0x5A, 0x1D, 0x72, 0x03, 0x40})}));
+  EXPECT_TRUE(host.Ack(17).empty());
+}
+
+TEST_F(SoftReceiverTest, AnswersAboutItselfEndADownload) {
+  static_cast<void>(host.Command(7));
+  static_cast<void>(host.Command(5));
+  EXPECT_TRUE(host.Ack(14).empty());
+  EXPECT_TRUE(host.Ack(27).empty());
 }
 
 TEST_F(SoftReceiverTest, UnderstandsAFrameFedByteByByte) {
@@ -107,7 +189,7 @@ TEST_F(SoftReceiverTest, AbortAfterTheCountAndInsteadOfTheLastAck) {
 }
 
 TEST_F(SoftReceiverTest, ACommandThatItDoesNotKnowIsAcknowledgedOnly) {
-  EXPECT_EQ(host.Command(5), std::vector{Sound(6, {10, 0})});
+  EXPECT_EQ(host.Command(3), std::vector{Sound(6, {10, 0})});
   EXPECT_EQ(host.Exchange(10, {}), std::vector{Sound(6, {10, 0})});
 }
 
@@ -151,11 +233,38 @@ TEST_F(SoftReceiverTest, AnAbortedUploadLeavesTheMemoryAsItWas) {
   EXPECT_EQ(receiver.Memory().waypoints, SmallMemory().waypoints);
 }
 
-TEST_F(SoftReceiverTest, RecordsOfAnotherKindThanTheTransferAreNotStored) {
+TEST_F(SoftReceiverTest, RoutesThatEndWithTheWaypointsCommandAreKept) {
+  static_cast<void>(host.Exchange(27, {3, 0}));
+  for (const std::uint8_t id : Bytes{29, 30, 98})
+    static_cast<void>(host.Exchange(id, {id}));
+  EXPECT_EQ(host.Exchange(12, {7, 0}), std::vector{Sound(6, {12, 0})});
+  EXPECT_EQ(receiver.Memory().routes, (std::vector<LinePacket>{{29, {29}}, {30, {30}}, {98, {98}}}));
+  EXPECT_EQ(receiver.Memory().waypoints, SmallMemory().waypoints);
+  EXPECT_EQ(receiver.Memory().tracks, SmallMemory().tracks);
+}
+
+TEST_F(SoftReceiverTest, AnEndThatNamesNoTransferKeepsTheRecords) {
   static_cast<void>(host.Exchange(27, {1, 0}));
   static_cast<void>(host.Exchange(35, {9}));
-  static_cast<void>(host.Exchange(12, {6, 0}));
+  static_cast<void>(host.Exchange(12, {0, 0}));
+  EXPECT_EQ(receiver.Memory().waypoints, (std::vector<LinePacket>{{35, {9}}}));
+  EXPECT_EQ(receiver.Memory().routes, SmallMemory().routes);
+}
+
+TEST_F(SoftReceiverTest, RecordsOfSeveralKindsGoEachToItsOwn) {
+  static_cast<void>(host.Exchange(27, {4, 0}));
+  for (const std::uint8_t id : Bytes{29, 35, 30, 35})
+    static_cast<void>(host.Exchange(id, {id, 1}));
+  static_cast<void>(host.Exchange(12, {4, 0}));
+  EXPECT_EQ(receiver.Memory().routes, (std::vector<LinePacket>{{29, {29, 1}}, {30, {30, 1}}}));
+  EXPECT_EQ(receiver.Memory().waypoints, (std::vector<LinePacket>{{35, {35, 1}}, {35, {35, 1}}}));
   EXPECT_EQ(receiver.Memory().tracks, SmallMemory().tracks);
+}
+
+TEST_F(SoftReceiverTest, RecordsThatItHasNoRoomForLeaveItsMemoryAlone) {
+  static_cast<void>(host.Exchange(27, {1, 0}));
+  EXPECT_EQ(host.Exchange(31, {9}), std::vector{Sound(6, {31, 0})});
+  static_cast<void>(host.Exchange(12, {7, 0}));
   EXPECT_EQ(receiver.Memory().waypoints, SmallMemory().waypoints);
 }
 
@@ -197,8 +306,8 @@ TEST_F(SoftReceiverTest, AnswersFromWhenTheLastByteOfTheFrameHasPassed) {
 
 TEST_F(SoftReceiverTest, BytesHandedOverAtOncePassOneAfterTheOther) {
   const nanoseconds start = host.now;
-  receiver.Receive(HostFrame(10, {5, 0}), start);
-  receiver.Receive(HostFrame(10, {5, 0}), start);
+  receiver.Receive(HostFrame(10, {3, 0}), start);
+  receiver.Receive(HostFrame(10, {3, 0}), start);
   EXPECT_EQ(receiver.InputFreeAt(), start + 16 * ByteTime);
   // The first ACK passes while the second frame is still coming in.
   EXPECT_EQ(receiver.Send(start + 16 * ByteTime).size(), 8U);

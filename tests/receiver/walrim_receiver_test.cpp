@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -15,6 +16,7 @@
 #include <unistd.h>
 
 #include "receiver/ReceiverHost.h"
+#include "text/Dates.h"
 
 namespace walrim {
 namespace {
@@ -261,6 +263,21 @@ TEST_F(WalrimReceiverTest, AClientThatWasKilledLeavesNothingBehind) {
   Client client(path);
   ASSERT_TRUE(client.Open());
   EXPECT_EQ(client.Exchange(ProductRequestFrame, 2).size(), 2U);
+}
+
+TEST_F(WalrimReceiverTest, TellsTheComputersTime) {
+  constexpr std::int64_t unix_time_of_the_epoch = 631065600;
+  Program program({"--baud", "0"});
+  Client client(program.Line());
+  ASSERT_TRUE(client.Open());
+  const auto frames = client.Exchange(HostFrame(10, {5, 0}), 2);
+  ASSERT_EQ(frames.size(), 2U);
+  ASSERT_EQ(frames[1].id, 14);
+  const Bytes& data = frames[1].data;
+  ASSERT_EQ(data.size(), 8U);
+  const CivilTime told{data[2] + 256 * data[3], data[0], data[1], data[4] + 256 * data[5], data[6], data[7]};
+  EXPECT_NEAR(static_cast<double>(SecondsSinceGarminEpoch(told) + unix_time_of_the_epoch),
+              static_cast<double>(std::time(nullptr)), 60);
 }
 
 TEST_F(WalrimReceiverTest, KeepsThePaceOfTheLine) {
