@@ -2,44 +2,63 @@
 
 namespace walrim {
 
+namespace {
+
+/// Cuts what a receiver sends into the logs of the data set. A header begins a log, and a flag inside it a segment;
+/// where no header came, a flag begins a log. Points in front of both are log 0.
+class LogCutter {
+ public:
+  explicit LogCutter(InternalData& data) : data_(data) {}
+
+  /// Returns the number of the log that the header begins.
+  int TakeHeader() {
+    header_came_ = true;
+    Begin();
+    return log_;
+  }
+  /// The slot that the next point is to be decoded into.
+  [[nodiscard]] int NextSlot() const { return slot_; }
+  void TakePoint(bool new_trk) {
+    if (new_trk && !header_came_) Begin();
+    ++slot_;
+    ++Points();
+  }
+  [[nodiscard]] int Logs() const { return log_; }
+
+ private:
+  void Begin() {
+    ++log_;
+    data_.tracks.TrackStart.at(static_cast<std::size_t>(log_)) = slot_;
+  }
+  int& Points() { return data_.tracks.TrackPointCount.at(static_cast<std::size_t>(log_)); }
+
+  InternalData& data_;
+  int slot_ = 0;
+  int log_ = 0;
+  bool header_came_ = false;
+};
+
+}  // namespace
+
 std::int32_t Garmin::DownloadTracks(std::string_view port_name, TransferMode mode) {
   const DeviceProtocols types = session.protocols;
-  int slot = 0;     // of the last point; receivers' points begin at 1
-  int headers = 0;  // numbered in arrival order on their own
-  int log = 0;      // 0 until the first point that begins a log
-  int points = 0;   // in the current log
-
-  const auto finish_log = [&] {
-    data_.tracks.TrackPointCount.at(static_cast<std::size_t>(log)) = points;
-    if (log == 0) data_.tracks.TrackStart[0] = 1;
-  };
-  const auto take_point = [&](const Frame& frame) {
-    ++slot;
-    if (!DecodeTrackPoint(data_, frame, slot, types.TrackPointType)) {
-      ++points;
-      return;
-    }
-    finish_log();
-    ++log;
-    points = 1;
-    data_.tracks.TrackStart.at(static_cast<std::size_t>(log)) = slot;
-  };
+  const bool with_headers = !types.TrackHeaderType.empty();
+  LogCutter cutter(data_);
 
   DownloadPlan plan;
   plan.command = session.device_commands.Cmnd_Transfer_Trk;
-  plan.most = MaxTrackPoints + MaxTrackLogs;
+  plan.most = MaxTrackPoints + (with_headers ? MaxTrackLogs : 0);
   plan.clear = [&] { data_.Clear(DataKind::TrackLog); };
   plan.is_record = [&](int id) { return id == session.link_pids.Pid_Trk_Hdr || id == session.link_pids.Pid_Trk_Data; };
   plan.take = [&](const Frame& frame) {
     if (frame.Id() == session.link_pids.Pid_Trk_Data) {
-      take_point(frame);
-    } else {
-      DecodeTrackHeader(data_, frame, ++headers, types.TrackHeaderType);
+      cutter.TakePoint(DecodeTrackPoint(data_, frame, cutter.NextSlot(), types.TrackPointType));
+    } else if (with_headers) {
+      DecodeTrackHeader(data_, frame, cutter.TakeHeader(), types.TrackHeaderType);
     }
   };
   plan.complete = [&] {
-    finish_log();
-    data_.tracks.TrackCount = log;
+    data_.tracks.TrackCount = cutter.Logs();
     data_.MirrorTrackCounters();
     return true;
   };

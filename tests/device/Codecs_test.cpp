@@ -100,7 +100,11 @@ TEST_F(Codecs, D104) {
   ASSERT_EQ(D104Vector.size(), 65U);
   DecodeWaypoint(data, FrameWith(D104Vector), 7, "D104");
   const D104Entry& entry = data.d104[7];
+  EXPECT_EQ(entry.ident.Padded(), "TAKAO ");
+  EXPECT_EQ(entry.cmnt.Bare(), "SUMMIT");
+  EXPECT_EQ(entry.lat_deg, 45.0);
   EXPECT_EQ(entry.lon_deg, -90.0);
+  EXPECT_EQ(entry.unused, 0.0);
   EXPECT_EQ(entry.dst_m, 12.5F);
   EXPECT_EQ(entry.smbl, 8246);
   EXPECT_EQ(entry.dspl, 3);
@@ -111,6 +115,10 @@ TEST_F(Codecs, D107) {
   ASSERT_EQ(D107Vector.size(), 65U);
   DecodeWaypoint(data, FrameWith(D107Vector), 7, "D107");
   const D107Entry& entry = data.d107[7];
+  EXPECT_EQ(entry.ident.Padded(), "TAKAO ");
+  EXPECT_EQ(entry.cmnt.Bare(), "SUMMIT");
+  EXPECT_EQ(entry.lat_deg, 45.0);
+  EXPECT_EQ(entry.lon_deg, 135.0);
   EXPECT_EQ(entry.smbl, 15);
   EXPECT_EQ(entry.dspl, 1);
   EXPECT_EQ(entry.dst_m, 12.5F);
@@ -128,6 +136,7 @@ TEST_F(Codecs, D108) {
   EXPECT_EQ(entry.smbl, 8246);
   EXPECT_EQ(entry.subclass, NoSubclass);
   EXPECT_EQ(entry.lat_deg, 45.0);
+  EXPECT_EQ(entry.lon_deg, 135.0);
   EXPECT_EQ(entry.alt_m, 12.5F);
   EXPECT_EQ(entry.dpth_m, UnknownMetres);
   EXPECT_EQ(entry.dist_m, 0.0F);
@@ -189,6 +198,7 @@ TEST_F(Codecs, D300) {
   ASSERT_EQ(vector.size(), 13U);
   EXPECT_TRUE(DecodeTrackPoint(data, FrameWith(vector), 4, "D300"));
   EXPECT_EQ(data.track_points[4].lat_deg, 45.0);
+  EXPECT_EQ(data.track_points[4].lon_deg, 135.0);
   EXPECT_EQ(data.track_points[4].time, 2452903544.0);
   EXPECT_TRUE(data.track_points[4].new_trk);
   EXPECT_EQ(data.track_points[4].alt_m, UnknownMetres);
@@ -199,8 +209,11 @@ TEST_F(Codecs, D301) {
   const Bytes vector = Joined({Lat45, Lon135, {0xFF, 0xFF, 0xFF, 0xFF}, Single12_5, SingleUnknown, {0x00}});
   ASSERT_EQ(vector.size(), 21U);
   EXPECT_FALSE(DecodeTrackPoint(data, FrameWith(vector), 4, "D301"));
+  EXPECT_EQ(data.track_points[4].lat_deg, 45.0);
+  EXPECT_EQ(data.track_points[4].lon_deg, 135.0);
   EXPECT_EQ(data.track_points[4].time, 4294967295.0);
   EXPECT_EQ(data.track_points[4].alt_m, 12.5F);
+  EXPECT_EQ(data.track_points[4].dpth_m, UnknownMetres);
   EXPECT_EQ(BytesOf(EncodeTrackPoint(data, 4, "D301")), vector);
 }
 

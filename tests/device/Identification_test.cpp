@@ -72,24 +72,35 @@ TEST(ChooseProtocols, ALaterModelOverwritesAnEarlierChoice) {
   EXPECT_EQ(protocols.TrackHeaderType, "");
 }
 
+/// All that a model's row of the tables decides, as one text.
+std::string TypesOf(const DeviceProtocols& chosen) {
+  std::string text;
+  for (const std::string_view type : {std::string_view(chosen.WaypointType), std::string_view(chosen.RouteProtocol),
+                                      std::string_view(chosen.RouteHeaderType), std::string_view(chosen.RouteLinkType),
+                                      std::string_view(chosen.TrackProtocol), std::string_view(chosen.TrackHeaderType),
+                                      std::string_view(chosen.TrackPointType)})
+    text.append(type.empty() ? "-" : type).append(" ");
+  return text;
+}
+
 struct Model {
   const char* description;
-  const char* waypoint;
-  const char* header;
+  const char* types;
 };
 class AllModels : public ::testing::TestWithParam<Model> {};
 TEST_P(AllModels, GetTheirTypes) {
-  const DeviceProtocols chosen = Chosen(GetParam().description);
-  EXPECT_EQ(chosen.WaypointType, GetParam().waypoint);
-  EXPECT_EQ(chosen.RouteHeaderType, GetParam().header);
+  EXPECT_EQ(TypesOf(Chosen(GetParam().description)), GetParam().types);
 }
-INSTANTIATE_TEST_SUITE_P(
-    Table, AllModels,
-    ::testing::Values(Model{"GPS 12 Software", "D103", "D201"}, Model{"GPS 12XL Software", "D103", "D201"},
-                      Model{"GPS 12CX Software", "D107", "D201"}, Model{"GPS 48 Software", "D103", "D201"},
-                      Model{"GPS II+ Software", "D103", "D201"}, Model{"GPS III Software", "D104", "D201"},
-                      Model{"GPS III+ Software", "D104", "D201"}, Model{"eMap Software", "D108", "D202"},
-                      Model{"eTrex Software", "D108", "D202"}));
+INSTANTIATE_TEST_SUITE_P(Table, AllModels,
+                         ::testing::Values(Model{"GPS 12 Software", "D103 A200 D201 - A300 - D300 "},
+                                           Model{"GPS 12XL Software", "D103 A200 D201 - A300 - D300 "},
+                                           Model{"GPS 12CX Software", "D107 A200 D201 - A300 - D300 "},
+                                           Model{"GPS 48 Software", "D103 A200 D201 - A300 - D300 "},
+                                           Model{"GPS II+ Software", "D103 A200 D201 - A300 - D300 "},
+                                           Model{"GPS III Software", "D104 A200 D201 - A300 - D300 "},
+                                           Model{"GPS III+ Software", "D104 A200 D201 - A300 - D300 "},
+                                           Model{"eMap Software", "D108 A201 D202 D210 A301 D310 D301 "},
+                                           Model{"eTrex Software", "D108 A201 D202 D210 A301 D310 D301 "}));
 
 TEST(ProtocolsBeforeIdentification, AreTheRichest) {
   const DeviceProtocols before = ProtocolsBeforeIdentification();

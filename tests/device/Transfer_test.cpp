@@ -53,6 +53,17 @@ class TransferTest : public ::testing::Test {
     data[12] = new_trk ? 1 : 0;
     return {34, data};
   }
+  static PlainPacket TrackPoint301(std::uint8_t time, bool new_trk = false) {
+    Bytes data(21, 0);
+    data[8] = time;
+    data[20] = new_trk ? 1 : 0;
+    return {34, data};
+  }
+  static std::vector<PlainPacket> TwoSegmentsAndASavedTrack() {
+    // Every time is different, so that a point tells where it came from.
+    return {{99, {1, 255, 'A', 0}}, TrackPoint301(1, true), TrackPoint301(2),       TrackPoint301(3, true),
+            TrackPoint301(4),       {99, {0, 4, 'B', 0}},   TrackPoint301(5, true), TrackPoint301(6)};
+  }
   void GiveWaypoints(int count) {
     for (int i = 1; i <= count; ++i)
       receiver.packets.push_back(Waypoint("W" + std::to_string(i)));
@@ -490,14 +501,14 @@ TEST_F(TransferTest, AnEightiethRouteHeaderIsARangeError) {
 
 // ---- Tracks
 
-TEST_F(TransferTest, AFirstPointWithNewTrkBeginsLog1AtPoint1) {
+TEST_F(TransferTest, AFirstPointWithNewTrkBeginsLog1) {
   Speak("GPS 12 Software");
   receiver.packets = {TrackPoint300(true), TrackPoint300(false), TrackPoint300(true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 3);
   EXPECT_EQ(data.mirrored_tracks.TrackCount, 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[1], 1);
+  EXPECT_EQ(data.mirrored_tracks.TrackStart[1], 0);
   EXPECT_EQ(data.mirrored_tracks.TrackPointCount[1], 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[2], 3);
+  EXPECT_EQ(data.mirrored_tracks.TrackStart[2], 2);
   EXPECT_EQ(data.mirrored_tracks.TrackPointCount[2], 1);
   EXPECT_EQ(data.mirrored_tracks.TrackPointCount[0], 0);
 }
@@ -507,21 +518,159 @@ TEST_F(TransferTest, PointsBeforeTheFirstNewTrkAreCountedInLog0) {
   receiver.packets = {TrackPoint300(false), TrackPoint300(false), TrackPoint300(true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 3);
   EXPECT_EQ(data.mirrored_tracks.TrackPointCount[0], 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[0], 1);
+  EXPECT_EQ(data.mirrored_tracks.TrackStart[0], 0);
   EXPECT_EQ(data.mirrored_tracks.TrackCount, 1);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[1], 3);
+  EXPECT_EQ(data.mirrored_tracks.TrackStart[1], 2);
 }
 
-TEST_F(TransferTest, TrackHeadersAreNumberedInArrivalOrder) {
-  Bytes point(21, 0);
-  point[20] = 1;
-  receiver.packets = {{99, {1, 3, 'A', 0}}, {34, point}, {99, {0, 4, 'B', 0}}, {34, point}};
-  EXPECT_EQ(Download(DataKind::TrackLog), 4);
+TEST_F(TransferTest, AHeaderBeginsALogAndAFlagInsideItASegment) {
+  receiver.packets = TwoSegmentsAndASavedTrack();
+  EXPECT_EQ(Download(DataKind::TrackLog), 8);
   EXPECT_EQ(data.tracks.TrackCount, 2);
   EXPECT_EQ(data.d310[1].trk_ident, "A");
+  EXPECT_EQ(data.tracks.TrackPointCount[1], 4);
+  EXPECT_TRUE(data.TrackPointAt(1, 2).new_trk);
   EXPECT_EQ(data.d310[2].trk_ident, "B");
   EXPECT_EQ(data.d310[2].color, 4);
   EXPECT_FALSE(data.d310[2].dspl);
+  EXPECT_EQ(data.tracks.TrackPointCount[2], 2);
+  EXPECT_EQ(data.TrackPointAt(2, 0).time, 5);
+}
+
+TEST_F(TransferTest, ALogOfTwoSegmentsGoesBackAsItCame) {
+  receiver.packets = TwoSegmentsAndASavedTrack();
+  ASSERT_EQ(Download(DataKind::TrackLog), 8);
+  receiver.received.clear();
+  EXPECT_EQ(Upload(DataKind::TrackLog), 8);
+  std::vector<PlainPacket> sent(receiver.received.begin() + 1, receiver.received.end() - 1);
+  std::vector<PlainPacket> expected = TwoSegmentsAndASavedTrack();
+  for (PlainPacket& packet : expected) {
+    // A truth is sent as 255.
+    std::uint8_t& truth = packet.id == 99 ? packet.data.front() : packet.data.back();
+    if (truth != 0) truth = 255;
+  }
+  EXPECT_EQ(sent, expected);
+}
+
+TEST_F(TransferTest, AHeaderBeginsALogWhoseFirstPointHasNoFlag) {
+  receiver.packets = {{99, {1, 255, 'A', 0}}, TrackPoint301(1, true), {99, {1, 255, 'B', 0}}, TrackPoint301(2)};
+  EXPECT_EQ(Download(DataKind::TrackLog), 4);
+  EXPECT_EQ(data.tracks.TrackCount, 2);
+  EXPECT_EQ(data.tracks.TrackPointCount[1], 1);
+  EXPECT_EQ(data.TrackPointAt(2, 0).time, 2);
+}
+
+TEST_F(TransferTest, PointsInFrontOfTheFirstHeaderAreALogOfTheirOwn) {
+  receiver.packets = {TrackPoint301(1), TrackPoint301(2, true), {99, {1, 255, 'A', 0}}, TrackPoint301(3, true)};
+  EXPECT_EQ(Download(DataKind::TrackLog), 4);
+  EXPECT_EQ(data.tracks.TrackPointCount[0], 1);
+  EXPECT_EQ(data.tracks.TrackCount, 2);
+  EXPECT_EQ(data.d310[1].trk_ident, "");
+  EXPECT_EQ(data.d310[2].trk_ident, "A");
+  EXPECT_EQ(data.TrackPointAt(2, 0).time, 3);
+}
+
+// A receiver that has no headers may not send any: what looks like one cuts nothing.
+TEST_F(TransferTest, WithoutTrackHeadersOnlyTheFlagsCut) {
+  Speak("GPS 12 Software");
+  receiver.packets = {TrackPoint300(true), {99, {1, 255, 'A', 0}}, TrackPoint300(false), TrackPoint300(true)};
+  EXPECT_EQ(Download(DataKind::TrackLog), 4);
+  EXPECT_EQ(data.tracks.TrackCount, 2);
+  EXPECT_EQ(data.tracks.TrackPointCount[1], 2);
+  EXPECT_EQ(data.d310[1].trk_ident, "");
+}
+
+TEST_F(TransferTest, PointsInFrontOfTheFirstLogGoBackFirst) {
+  Speak("GPS 12 Software");
+  receiver.packets = {TrackPoint300(false), TrackPoint300(false), TrackPoint300(true)};
+  ASSERT_EQ(Download(DataKind::TrackLog), 3);
+  receiver.received.clear();
+  EXPECT_EQ(Upload(DataKind::TrackLog), 3);
+  EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{27, 34, 34, 34, 12}));
+  EXPECT_EQ(receiver.received[1].data.at(12), 0);
+  EXPECT_EQ(receiver.received[3].data.at(12), 255);
+}
+
+TEST_F(TransferTest, NothingOfTheLogsThatWereHeldStaysBehindADownload) {
+  HoldLog(3);
+  HoldLog(4);
+  receiver.packets = {{99, {1, 255, 'N', 0}}, TrackPoint301(7, true)};
+  EXPECT_EQ(Download(DataKind::TrackLog), 2);
+  EXPECT_EQ(data.tracks.TrackCount, 1);
+  EXPECT_EQ(data.tracks.TrackPointCount[1], 1);
+  EXPECT_EQ(data.tracks.TrackPointCount[2], 0);
+  EXPECT_EQ(data.d310[2].trk_ident, "");
+  EXPECT_EQ(data.track_points[1].time, 0);
+}
+
+// ---- Exactly full, and one more
+
+TEST_F(TransferTest, AReceiverOf30000PointsIsReadAndWrittenWhole) {
+  Speak("GPS 12 Software");
+  receiver.packets.assign(30000, TrackPoint300(false));
+  receiver.packets.front() = TrackPoint300(true);
+  receiver.packets.back().data[8] = 77;
+  EXPECT_EQ(Download(DataKind::TrackLog), 30000);
+  EXPECT_EQ(data.tracks.TrackPointCount[1], 30000);
+  EXPECT_EQ(data.TrackPointAt(1, 29999).time, 77);
+  EXPECT_TRUE(desktop.messages.empty());
+  receiver.received.clear();
+  EXPECT_EQ(Upload(DataKind::TrackLog), 30000);
+  EXPECT_EQ(receiver.received.size(), 30002U);
+  EXPECT_EQ(receiver.received[30000].data[8], 77);
+}
+
+TEST_F(TransferTest, OneTrackPointTooManyIsRefusedBeforeAnythingIsEmptied) {
+  HoldLog(2);
+  Speak("GPS 12 Software");
+  receiver.announced = 30001;
+  EXPECT_EQ(Download(DataKind::TrackLog), -1);
+  EXPECT_TRUE(garmin.session.report.bad_answer);
+  EXPECT_EQ(data.tracks.TrackPointCount[1], 2);
+}
+
+TEST_F(TransferTest, HeadersAreAnnouncedBeyondThePoints) {
+  receiver.announced = 31536;
+  receiver.packets = {{99, {1, 255, 'A', 0}}, TrackPoint301(1, true)};
+  EXPECT_EQ(Download(DataKind::TrackLog), 31536);
+  receiver.announced = 31537;
+  EXPECT_EQ(Download(DataKind::TrackLog), -1);
+  EXPECT_TRUE(garmin.session.report.bad_answer);
+}
+
+TEST_F(TransferTest, AReceiverOf1536LogsIsReadWholeAndOneMoreIsARangeError) {
+  for (int log = 1; log <= 1536; ++log) {
+    receiver.packets.push_back({99, {1, 255, 'A', 0}});
+    receiver.packets.push_back(TrackPoint301(static_cast<std::uint8_t>(log % 200), true));
+  }
+  EXPECT_EQ(Download(DataKind::TrackLog), 3072);
+  EXPECT_EQ(data.tracks.TrackCount, 1536);
+  EXPECT_EQ(data.TrackPointAt(1536, 0).time, 1536 % 200);
+  EXPECT_EQ(Upload(DataKind::TrackLog), 3072);
+  receiver.packets.push_back({99, {1, 255, 'A', 0}});
+  EXPECT_THROW(static_cast<void>(Download(DataKind::TrackLog)), std::out_of_range);
+}
+
+TEST_F(TransferTest, AReceiverOf1999WaypointsIsReadAndWrittenWhole) {
+  Speak("GPS 12 Software");
+  GiveWaypoints(1999);
+  EXPECT_EQ(Download(), 1999);
+  EXPECT_EQ(data.d103[1999].ident.Bare(), "W1999");
+  EXPECT_TRUE(desktop.messages.empty());
+  EXPECT_EQ(Upload(DataKind::Waypoint), 1999);
+  EXPECT_EQ(receiver.received[receiver.received.size() - 2], receiver.packets.back());
+}
+
+TEST_F(TransferTest, RoutesMayAnnounceAPointAndALinkForEverySlot) {
+  Speak("GPS 12 Software");
+  receiver.packets = {RouteHeaderPacket(1, "R"), RoutePointPacket("A")};
+  receiver.announced = 15879;
+  EXPECT_EQ(Download(DataKind::Route), 15879);
+  EXPECT_EQ(data.routes.RouteCount, 1);
+  receiver.announced = 15880;
+  EXPECT_EQ(Download(DataKind::Route), -1);
+  EXPECT_TRUE(garmin.session.report.bad_answer);
+  EXPECT_EQ(data.routes.RouteCount, 1);
 }
 
 TEST_F(TransferTest, AnEarlyEndKeepsTheTrackPointsThatCame) {
