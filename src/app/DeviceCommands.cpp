@@ -95,6 +95,10 @@ void WalrimMain::NoteReport(DataKind kind) {
     notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +
                        "件あります．");
   }
+  if (!report.replaced_records.empty()) {
+    notices_.push_back(name + "受信機にない絵や色を，近いものに替えて送信しました：" +
+                       JoinNames(report.replaced_records) + "．");
+  }
   if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
   if (!report.cut_records.empty()) {
     desktop_.ShowMessage(name + "長すぎる記録の文字列の末尾を切って送信しました：" + JoinNames(report.cut_records));

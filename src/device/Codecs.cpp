@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "device/SmallSymbols.h"
+
 namespace walrim {
 
 namespace {
@@ -27,6 +29,29 @@ void WithWaypointTable(Data& data, std::string_view type_name, Use use) {
   }
 }
 
+// What a receiver cannot show is not sent to it. wanted is the waypoint with symbols and colours of any number.
+
+template <typename Entry>
+void FitSymbol(Entry& entry, const D108Entry& wanted, EncodeNotes* notes) {
+  const int code = wanted.smbl > LargestSmallSymbol ? wanted.smbl : entry.smbl;
+  if (code <= LargestSmallSymbol) return;
+  const SmallSymbol small = SmallSymbolFor(code);
+  entry.smbl = small.code;
+  if (notes != nullptr && !small.exact) notes->replaced = true;
+}
+
+void FitPictures(D103Entry& entry, const D108Entry& wanted, EncodeNotes* notes) {
+  FitSymbol(entry, wanted, notes);
+}
+void FitPictures(D107Entry& entry, const D108Entry& wanted, EncodeNotes* notes) {
+  FitSymbol(entry, wanted, notes);
+  if (entry.color <= LargestSmallColour) return;
+  if (notes != nullptr && entry.color != DefaultLargeColour) notes->replaced = true;
+  entry.color = 0;
+}
+void FitPictures(D104Entry&, const D108Entry&, EncodeNotes*) {}
+void FitPictures(D108Entry&, const D108Entry&, EncodeNotes*) {}
+
 }  // namespace
 
 void DecodeWaypoint(InternalData& data, const Frame& frame, int index, std::string_view type_name) {
@@ -36,8 +61,11 @@ void DecodeWaypoint(InternalData& data, const Frame& frame, int index, std::stri
 
 ByteBuffer EncodeWaypoint(const InternalData& data, int index, std::string_view type_name, EncodeNotes* notes) {
   ByteBuffer packet;
-  WithWaypointTable(data, type_name,
-                    [&](const auto& table, auto layout) { packet = EncodeFields(table.at(At(index)), layout, notes); });
+  WithWaypointTable(data, type_name, [&](const auto& table, auto layout) {
+    auto entry = table.at(At(index));
+    FitPictures(entry, data.d108.at(At(index)), notes);
+    packet = EncodeFields(entry, layout, notes);
+  });
   return packet;
 }
 

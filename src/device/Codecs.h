@@ -12,6 +12,11 @@
 
 namespace walrim {
 
+/// Whether a latitude is one; a longitude in semicircles always is.
+[[nodiscard]] constexpr bool IsLatitude(double degrees) {
+  return degrees >= -90 && degrees <= 90;
+}
+
 /// Fills slot index of the named type's waypoint table.
 void DecodeWaypoint(InternalData& data, const Frame& frame, int index, std::string_view type_name);
 [[nodiscard]] ByteBuffer EncodeWaypoint(const InternalData& data, int index, std::string_view type_name,

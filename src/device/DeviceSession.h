@@ -19,7 +19,8 @@ struct ProductInfo {
 
 /// What a transfer has to tell beyond its result code. Emptied when a transfer begins.
 struct TransferReport {
-  int damaged_records = 0;        ///< frames taken as records whose checksum or length was wrong
+  int damaged_records =
+      0;  ///< records whose frame had a wrong checksum or length, or whose position is not on the globe
   int refused_records = 0;        ///< sent records that were not acknowledged
   bool end_refused = false;       ///< the end of sent records was not acknowledged
   bool data_loss = false;         ///< the data-loss warning was shown
@@ -28,7 +29,8 @@ struct TransferReport {
   bool not_acknowledged = false;  ///< result 0 because it answered the first packet without an ACK
   bool bad_answer = false;        ///< given up because an announcement made no sense
   std::string unsendable;         ///< why an upload did not begin: a record that cannot be encoded; empty otherwise
-  std::vector<std::string> cut_records;  ///< sent records that were too long and lost the end of their texts
+  std::vector<std::string> cut_records;       ///< sent records that were too long and lost the end of their texts
+  std::vector<std::string> replaced_records;  ///< sent records with a symbol or colour that the receiver lacks
 };
 
 /// One run's state of the device module; owned by Garmin.

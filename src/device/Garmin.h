@@ -85,7 +85,7 @@ class Garmin {
     std::int32_t most;                             ///< more announced records than this are given up
     std::function<void()> clear;                   ///< empties the kind's tables
     std::function<bool(int packet_id)> is_record;  ///< whether a packet is one of the kind's records
-    std::function<void(const Frame&)> take;        ///< stores a record
+    std::function<bool(const Frame&)> take;        ///< stores a record; false where its position is not on the globe
     std::function<bool()> complete;                ///< sets the counts after a normal end; false: records were dropped
   };
 

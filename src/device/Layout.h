@@ -60,6 +60,7 @@ extern const Layout<D310Entry> D310Layout;
 /// What an encoder had to do to make a record fit.
 struct EncodeNotes {
   bool cut = false;                             ///< texts were cut so that the packet holds at most 250 bytes
+  bool replaced = false;                        ///< a symbol or a colour became one that the receiver can show
   std::optional<UnencodableCharacter> lacking;  ///< the first character that code page 932 lacks; sent as "?"
 };
 

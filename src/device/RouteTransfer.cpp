@@ -20,15 +20,13 @@ std::int32_t Garmin::DownloadRoutes(std::string_view port_name, TransferMode mod
   int point = 0;  // number of the route's last point, from 1; above LastReceivedPoint once points are dropped
   bool dropped = false;
 
-  // Brings what was decoded of the route just finished into the other layouts, and sets its count.
+  // Brings the header of the route just finished into the other layout, and sets its count.
   const auto finish_route = [&] {
     if (route == 0) return;
     const int kept = std::min(point, LastReceivedPoint);
     data_.routes.RoutePointCount.at(static_cast<std::size_t>(route)) = kept;
     data_.routes.first_point.at(static_cast<std::size_t>(route)) = 1;
     data_.SpreadRouteHeader(route, has_number);
-    for (int p = 1; p <= kept; ++p)
-      data_.SpreadWaypoint(RoutePointSlot(route, p), type);
   };
   const auto take_header = [&](const Frame& frame) {
     finish_route();
@@ -40,9 +38,12 @@ std::int32_t Garmin::DownloadRoutes(std::string_view port_name, TransferMode mod
     ++point;
     if (route == 0 || point > LastReceivedPoint) {
       dropped = true;  // there is no slot for it that is not another route's
-      return;
+      return true;
     }
     DecodeRoutePoint(data_, frame, route, point, types.WaypointType);
+    const auto slot = static_cast<std::size_t>(RoutePointSlot(route, point));
+    data_.SpreadWaypoint(RoutePointSlot(route, point), type);
+    return IsLatitude(data_.d108[slot].lat_deg);
   };
   const auto take_link = [&](const Frame& frame) {
     if (route == 0 || point > LastReceivedPoint) return;
@@ -61,10 +62,11 @@ std::int32_t Garmin::DownloadRoutes(std::string_view port_name, TransferMode mod
     if (frame.Id() == session.link_pids.Pid_Rte_Hdr) {
       take_header(frame);
     } else if (frame.Id() == session.link_pids.Pid_Rte_Wpt_Data) {
-      take_point(frame);
+      return take_point(frame);
     } else {
       take_link(frame);
     }
+    return true;
   };
   plan.complete = [&] {
     finish_route();

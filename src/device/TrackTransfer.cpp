@@ -52,10 +52,12 @@ std::int32_t Garmin::DownloadTracks(std::string_view port_name, TransferMode mod
   plan.is_record = [&](int id) { return id == session.link_pids.Pid_Trk_Hdr || id == session.link_pids.Pid_Trk_Data; };
   plan.take = [&](const Frame& frame) {
     if (frame.Id() == session.link_pids.Pid_Trk_Data) {
-      cutter.TakePoint(DecodeTrackPoint(data_, frame, cutter.NextSlot(), types.TrackPointType));
-    } else if (with_headers) {
-      DecodeTrackHeader(data_, frame, cutter.TakeHeader(), types.TrackHeaderType);
+      const int slot = cutter.NextSlot();
+      cutter.TakePoint(DecodeTrackPoint(data_, frame, slot, types.TrackPointType));
+      return IsLatitude(data_.track_points[static_cast<std::size_t>(slot)].lat_deg);
     }
+    if (with_headers) DecodeTrackHeader(data_, frame, cutter.TakeHeader(), types.TrackHeaderType);
+    return true;
   };
   plan.complete = [&] {
     data_.tracks.TrackCount = cutter.Logs();

@@ -198,8 +198,8 @@ std::int16_t Garmin::ReceiveLoop(const DownloadPlan& plan, bool& data_lost) {
     }
     if (is_record) {
       ++received;
-      plan.take(reply.Slot(1));
-      if (reply.Slot(1).damaged) ++session.report.damaged_records;
+      const bool on_globe = plan.take(reply.Slot(1));
+      if (reply.Slot(1).damaged || !on_globe) ++session.report.damaged_records;
       reply = ExchangePacket(Pid_Ack_Byte, id);
       // Once all that was announced has come, the answer to the last ACK is not needed.
       last_status = received == count && reply.Count < 0 ? std::int16_t{0} : reply.Count;
@@ -229,6 +229,7 @@ bool Garmin::CheckUpload(const std::vector<UploadStep>& steps) {
       return false;
     }
     if (notes.cut) session.report.cut_records.push_back(step.name);
+    if (notes.replaced) session.report.replaced_records.push_back(step.name);
   }
   return true;
 }

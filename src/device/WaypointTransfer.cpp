@@ -18,6 +18,7 @@ std::int32_t Garmin::DownloadWaypoints(std::string_view port_name, TransferMode 
   plan.take = [&](const Frame& frame) {
     DecodeWaypoint(data_, frame, ++index, type_name);
     data_.SpreadWaypoint(index, type);
+    return IsLatitude(data_.d108.at(static_cast<std::size_t>(index)).lat_deg);
   };
   plan.complete = [&] {
     data_.WaypointCount = session.RecordsAnnounced;

@@ -287,6 +287,22 @@ TEST_F(DeviceCommandsTest, DamagedRecordsAreTold) {
   EXPECT_TRUE(main.TakeNotices().empty());
 }
 
+TEST_F(DeviceCommandsTest, PicturesThatTheReceiverLacksAreToldOnce) {
+  for (const char* smbl : {"8246", "8246", "10"}) {
+    WaypointRecord record;
+    record[WaypointField::ident] = "A";
+    record[WaypointField::smbl] = smbl;
+    ASSERT_GT(main.Data().AddWaypoint(record), 0);
+  }
+  main.SetGpsNum(DataKind::Waypoint, "3");
+  TickDo(true, false, false);
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
+  const std::string notice = "(Waypoint)受信機にない絵や色を，近いものに替えて送信しました：Waypoint 1，Waypoint 2．";
+  EXPECT_EQ(main.TakeNotices(), std::vector<std::string>{notice});
+  EXPECT_EQ(desktop.caption, notice);
+  EXPECT_TRUE(desktop.messages.empty());
+}
+
 TEST_F(DeviceCommandsTest, AutoSaveAndAutoCopyFollowTheDownloadedKinds) {
   main.controls.AutoSave = true;
   main.controls.AutoCopy = true;

@@ -85,6 +85,7 @@ class Codecs : public ::testing::Test {
 TEST_F(Codecs, D103) {
   ASSERT_EQ(D103Vector.size(), 60U);
   DecodeWaypoint(data, FrameWith(D103Vector), 7, "D103");
+  data.SpreadWaypoint(7, WaypointType::D103);
   const D103Entry& entry = data.d103[7];
   EXPECT_EQ(entry.ident.Padded(), "TAKAO ");
   EXPECT_EQ(entry.lat_deg, 45.0);
@@ -114,6 +115,7 @@ TEST_F(Codecs, D104) {
 TEST_F(Codecs, D107) {
   ASSERT_EQ(D107Vector.size(), 65U);
   DecodeWaypoint(data, FrameWith(D107Vector), 7, "D107");
+  data.SpreadWaypoint(7, WaypointType::D107);
   const D107Entry& entry = data.d107[7];
   EXPECT_EQ(entry.ident.Padded(), "TAKAO ");
   EXPECT_EQ(entry.cmnt.Bare(), "SUMMIT");
@@ -189,6 +191,7 @@ TEST_F(Codecs, D210) {
 
 TEST_F(Codecs, ThirdPointOfRoute2LiesInEntry2203) {
   DecodeRoutePoint(data, FrameWith(D103Vector), 2, 3, "D103");
+  data.SpreadWaypoint(2203, WaypointType::D103);
   EXPECT_EQ(data.d103[2203].ident.Bare(), "TAKAO");
   EXPECT_EQ(BytesOf(EncodeRoutePoint(data, 2, 3, "D103")), D103Vector);
 }
@@ -307,8 +310,61 @@ TEST_F(Codecs, HalfWidthKatakanaInAFixedFieldComeThrough) {
   const Bytes katakana{0xC0, 0xB6, 0xB5, 0x20, 0x20, 0x20};  // ﾀｶｵ
   std::copy(katakana.begin(), katakana.end(), vector.begin());
   DecodeWaypoint(data, FrameWith(vector), 1, "D103");
+  data.SpreadWaypoint(1, WaypointType::D103);
   EXPECT_EQ(data.d103[1].ident.Bare(), "ﾀｶｵ");
   EXPECT_EQ(BytesOf(EncodeWaypoint(data, 1, "D103")), vector);
+}
+
+WaypointRecord WithPicture(const char* smbl, const char* color = "255") {
+  WaypointRecord record;
+  record[WaypointField::ident] = "A";
+  record[WaypointField::smbl] = smbl;
+  record[WaypointField::color] = color;
+  return record;
+}
+
+struct Picture {
+  const char* smbl;
+  int sent;
+  bool replaced;
+};
+
+// Flag and boat ramp are among the 16; a summit's nearest is the flag, a large city has none.
+TEST_F(Codecs, ASymbolThatAReceiverOf16LacksBecomesTheNearest) {
+  for (const auto& [smbl, sent, replaced] :
+       {Picture{"178", 10, false}, Picture{"150", 5, false}, Picture{"8246", 10, true}, Picture{"8200", 0, true},
+        Picture{"255", 0, true}, Picture{"16", 0, true}, Picture{"18", 0, false}, Picture{"15", 15, false},
+        Picture{"0", 0, false}}) {
+    const int slot = data.AddWaypoint(WithPicture(smbl));
+    for (const char* type : {"D103", "D107"}) {
+      EncodeNotes notes;
+      EXPECT_EQ(EncodeWaypoint(data, slot, type, &notes)[58], sent) << smbl << type;
+      EXPECT_EQ(notes.replaced, replaced) << smbl << type;
+    }
+    EncodeNotes notes;
+    EXPECT_EQ(WordFromBytes(SubBuffer(EncodeWaypoint(data, slot, "D108", &notes), 4, 2)), std::stoi(smbl));
+    EXPECT_EQ(WordFromBytes(SubBuffer(EncodeWaypoint(data, slot, "D104", &notes), 62, 2)), std::stoi(smbl));
+    EXPECT_FALSE(notes.replaced);
+  }
+}
+
+TEST_F(Codecs, ASymbolThatCameFromAReceiverOf16DoesNotGoBackBeyondThem) {
+  Bytes vector = D103Vector;
+  vector[58] = 54;
+  DecodeWaypoint(data, FrameWith(vector), 1, "D103");
+  data.SpreadWaypoint(1, WaypointType::D103);
+  EXPECT_EQ(EncodeWaypoint(data, 1, "D103")[58], 0);
+}
+
+TEST_F(Codecs, AColourThatD107LacksBecomesTheDefault) {
+  for (const auto& [color, sent, replaced] :
+       {Picture{"3", 3, false}, Picture{"4", 0, true}, Picture{"255", 0, false}}) {
+    const int slot = data.AddWaypoint(WithPicture("0", color));
+    EncodeNotes notes;
+    EXPECT_EQ(EncodeWaypoint(data, slot, "D107", &notes)[64], sent) << color;
+    EXPECT_EQ(notes.replaced, replaced) << color;
+    EXPECT_EQ(EncodeWaypoint(data, slot, "D108")[1], std::stoi(color));
+  }
 }
 
 TEST_F(Codecs, OtherTypeNamesDoNothing) {

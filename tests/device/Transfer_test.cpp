@@ -397,6 +397,24 @@ TEST_F(TransferTest, DamagedRecordsAreTakenAndCounted) {
   EXPECT_EQ(data.d103[3].ident.Bare(), "W3");
 }
 
+// 45h in the highest byte is a latitude of 97 degrees.
+TEST_F(TransferTest, PositionsOffTheGlobeCountAsDamaged) {
+  Speak("GPS 12 Software");
+  GiveWaypoints(3);
+  receiver.packets[1].data[9] = 0x45;
+  EXPECT_EQ(Download(), 3);
+  EXPECT_EQ(garmin.session.report.damaged_records, 1);
+  receiver.packets = {RouteHeaderPacket(1, "R"), RoutePointPacket("A"), RoutePointPacket("B")};
+  receiver.packets[1].data[9] = 0xBA;
+  EXPECT_EQ(Download(DataKind::Route), 3);
+  EXPECT_EQ(garmin.session.report.damaged_records, 1);
+  receiver.packets = {TrackPoint300(true), TrackPoint300(false)};
+  receiver.packets[0].data[3] = 0x45;
+  receiver.packets[1].data[3] = 0x40;  // the pole
+  EXPECT_EQ(Download(DataKind::TrackLog), 2);
+  EXPECT_EQ(garmin.session.report.damaged_records, 1);
+}
+
 TEST_F(TransferTest, SixFramesAtOnceEndTheTransferWithThePortClosed) {
   Speak("GPS 12 Software");
   GiveWaypoints(3);
