@@ -634,7 +634,7 @@ TEST_F(TransferTest, AReceiverOf30000PointsIsReadAndWrittenWhole) {
   EXPECT_TRUE(desktop.messages.empty());
   receiver.received.clear();
   EXPECT_EQ(Upload(DataKind::TrackLog), 30000);
-  EXPECT_EQ(receiver.received.size(), 30002U);
+  ASSERT_EQ(receiver.received.size(), 30002U);
   EXPECT_EQ(receiver.received[30000].data[8], 77);
 }
 
@@ -676,7 +676,7 @@ TEST_F(TransferTest, AReceiverOf1999WaypointsIsReadAndWrittenWhole) {
   EXPECT_EQ(data.d103[1999].ident.Bare(), "W1999");
   EXPECT_TRUE(desktop.messages.empty());
   EXPECT_EQ(Upload(DataKind::Waypoint), 1999);
-  EXPECT_EQ(receiver.received[receiver.received.size() - 2], receiver.packets.back());
+  EXPECT_EQ(receiver.received.at(receiver.received.size() - 2), receiver.packets.back());
 }
 
 TEST_F(TransferTest, RoutesMayAnnounceAPointAndALinkForEverySlot) {
