@@ -20,7 +20,9 @@ struct FaultRow {
 
 constexpr int MostCount = 1'000'000;
 constexpr int MostMilliseconds = 600'000;
+constexpr int MostLateMilliseconds = 3000;
 constexpr int MostBurst = 100;
+constexpr int MostProductFrames = 100;
 
 constexpr FaultRow FaultRows[] = {
     {"silent", &ReceiverFaults::silent, Number::None, 0, 0, 0},
@@ -37,6 +39,19 @@ constexpr FaultRow FaultRows[] = {
     {"bad-ack", &ReceiverFaults::bad_ack, Number::Required, 0, 1, MostCount},
     {"unplug-after", &ReceiverFaults::unplug_after, Number::Required, 0, 1, MostCount},
     {"nak", &ReceiverFaults::nak, Number::Optional, 0, 1, MostCount},
+    {"refuse", &ReceiverFaults::refuse, Number::Required, 0, 1, MostCount},
+    {"short-ack", &ReceiverFaults::short_ack, Number::None, 0, 0, 0},
+    {"empty-ack", &ReceiverFaults::empty_ack, Number::None, 0, 0, 0},
+    {"late-ack", &ReceiverFaults::late_ack, Number::Required, 0, 0, MostLateMilliseconds},
+    {"other-ack", &ReceiverFaults::other_ack, Number::Optional, 0, 1, MostCount},
+    {"two-acks", &ReceiverFaults::two_acks, Number::Optional, 500, 0, MostLateMilliseconds},
+    {"ack-once", &ReceiverFaults::ack_once, Number::None, 0, 0, 0},
+    {"repeat", &ReceiverFaults::repeat, Number::Optional, 1000, 1, MostMilliseconds},
+    {"pvt", &ReceiverFaults::pvt, Number::Optional, 1, 1, 4},
+    {"product-frames", &ReceiverFaults::product_frames, Number::Optional, 4, 1, MostProductFrames},
+    {"product-texts", &ReceiverFaults::product_texts, Number::Required, 0, 1, 3},
+    {"links-between", &ReceiverFaults::links_between, Number::None, 0, 0, 0},
+    {"two-segments", &ReceiverFaults::two_segments, Number::None, 0, 0, 0},
 };
 
 std::string Form(const FaultRow& row) {

@@ -11,10 +11,17 @@ namespace {
 
 constexpr std::uint8_t DateTimeData = 14;
 constexpr std::uint8_t PositionData = 17;
+constexpr std::uint8_t PvtData = 51;
 
 constexpr double RadiansPerDegree = std::numbers::pi / 180;
 constexpr double StandingLat = 35.6323 * RadiansPerDegree;
 constexpr double StandingLon = 139.2700 * RadiansPerDegree;
+// The ellipsoid is 39 m below the sea there, the station 190 m above it.
+constexpr float StandingAlt = 229;
+constexpr float EllipsoidAboveSea = -39;
+constexpr std::uint16_t Fix3D = 3;
+constexpr std::uint16_t LeapSeconds = 13;
+constexpr std::int64_t SecondsPerWeek = 7 * 86400;
 
 }  // namespace
 
@@ -35,6 +42,27 @@ LinePacket PositionPacket() {
   bytes.Double(StandingLat);
   bytes.Double(StandingLon);
   return {PositionData, bytes.Take()};
+}
+
+LinePacket PvtPacket(std::int64_t utc_s) {
+  const std::int64_t gps_s = utc_s + LeapSeconds;
+  const std::int64_t weeks = gps_s / SecondsPerWeek;
+  WireBytes bytes;
+  bytes.Float(StandingAlt);
+  bytes.Float(15);
+  bytes.Float(9);
+  bytes.Float(12);
+  bytes.U16(Fix3D);
+  bytes.Double(static_cast<double>(gps_s - weeks * SecondsPerWeek));
+  bytes.Double(StandingLat);
+  bytes.Double(StandingLon);
+  bytes.Float(0);
+  bytes.Float(0);
+  bytes.Float(0);
+  bytes.Float(EllipsoidAboveSea);
+  bytes.U16(LeapSeconds);
+  bytes.U32(static_cast<std::uint32_t>(weeks * 7));
+  return {PvtData, bytes.Take()};
 }
 
 }  // namespace walrim

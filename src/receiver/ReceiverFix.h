@@ -2,6 +2,9 @@
 //
 //   date and time (14) := D600 := month:8 day:8 year:16 hour:16 minute:8 second:8      UTC
 //   position (17)      := D700 := lat:double lon:double                                radians
+//   PVT (51)           := D800 := alt:float epe:float eph:float epv:float fix:16 tow:double lat:double lon:double
+//                         east:float north:float up:float msl_hght:float leap:16 wn_days:32
+//                         tow in seconds of the week, GPS time; UTC = 1989/12/31 + wn_days + tow - leap
 #pragma once
 
 #include <cstdint>
@@ -15,5 +18,8 @@ namespace walrim {
 
 /// Where the demonstration receiver stands: in front of a mountain railway's station, west of Tokyo.
 [[nodiscard]] LinePacket PositionPacket();
+
+/// A fix in three dimensions, standing there. utc_s as for DateTimePacket.
+[[nodiscard]] LinePacket PvtPacket(std::int64_t utc_s);
 
 }  // namespace walrim

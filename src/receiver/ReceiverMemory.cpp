@@ -19,6 +19,7 @@ constexpr std::uint16_t PlainDot = 0;        // D103, D107
 constexpr std::uint16_t PlainWaypoint = 18;  // D104, D108
 constexpr std::uint8_t DefaultColor = 0;     // D107
 constexpr std::uint8_t DefaultColor108 = 255;
+constexpr std::size_t NewTrackOffset301 = 20;
 
 // Receivers with one byte for the symbol show a dot for what it cannot hold.
 std::uint8_t SmallSymbol(const HeldWaypoint& waypoint) {
@@ -177,6 +178,26 @@ ReceiverMemory EncodeMemory(const HeldContents& contents, const ReceiverModel& m
     AppendTrackLog(memory.tracks, log, model.has_links_and_track_headers);
   }
   return memory;
+}
+
+std::vector<LinePacket> WithLinksBetweenPoints(const std::vector<LinePacket>& routes) {
+  std::vector<LinePacket> packets;
+  for (std::size_t i = 0; i < routes.size(); ++i) {
+    const bool last = i + 1 == routes.size() || routes[i + 1].id == record_id::RouteHeader;
+    if (routes[i].id != record_id::RouteLink || !last) packets.push_back(routes[i]);
+  }
+  return packets;
+}
+
+std::vector<LinePacket> WithTwoSegments(std::vector<LinePacket> tracks) {
+  if (tracks.empty() || tracks.front().id != record_id::TrackHeader) return tracks;
+  const auto end = std::find_if(tracks.begin() + 1, tracks.end(),
+                                [](const LinePacket& packet) { return packet.id == record_id::TrackHeader; });
+  const std::ptrdiff_t points = end - tracks.begin() - 1;
+  if (points < 2) return tracks;
+  std::vector<std::uint8_t>& middle = tracks[1 + static_cast<std::size_t>(points) / 2].data;
+  if (middle.size() > NewTrackOffset301) middle[NewTrackOffset301] = 255;
+  return tracks;
 }
 
 }  // namespace walrim

@@ -41,4 +41,10 @@ struct ReceiverMemory {
 /// field or, in D108 from the last one backwards, for a packet of 255 bytes are cut.
 [[nodiscard]] ReceiverMemory EncodeMemory(const HeldContents& contents, const ReceiverModel& model);
 
+/// Route packets without the link behind each route's last point.
+[[nodiscard]] std::vector<LinePacket> WithLinksBetweenPoints(const std::vector<LinePacket>& routes);
+
+/// Track packets whose first log, where it has a header, begins another segment in its middle.
+[[nodiscard]] std::vector<LinePacket> WithTwoSegments(std::vector<LinePacket> tracks);
+
 }  // namespace walrim

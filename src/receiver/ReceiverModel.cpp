@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "receiver/WireBytes.h"
@@ -12,6 +13,8 @@ namespace walrim {
 namespace {
 
 constexpr std::uint8_t ProductData = 255;
+constexpr std::uint8_t ExtraTexts = 248;
+constexpr std::uint8_t MeaninglessData = 247;
 constexpr std::uint8_t ProtocolList = 253;
 constexpr std::size_t ProtocolEntrySize = 3;
 
@@ -59,13 +62,21 @@ const ReceiverModel* FindReceiverModel(std::string_view name) {
   return model == std::end(Models) ? nullptr : model;
 }
 
-LinePacket ProductDataPacket(const ReceiverModel& model) {
+LinePacket ProductDataPacket(const ReceiverModel& model, int texts) {
   WireBytes bytes;
   bytes.U16(static_cast<std::uint16_t>(model.product_id));
   bytes.U16(static_cast<std::uint16_t>(model.software_version));
   bytes.EndedText(model.description, MaxLinePacketData);
-  bytes.EndedText(model.detail, MaxLinePacketData);
+  if (texts >= 2) bytes.EndedText(model.detail, MaxLinePacketData);
+  if (texts >= 3) bytes.EndedText("Boot Version 1.00", MaxLinePacketData);
   return {ProductData, bytes.Take()};
+}
+
+LinePacket PacketBehindProductData(int number) {
+  if (number % 4 == 0) return {MeaninglessData, {1, 2, 3, 4}};
+  WireBytes bytes;
+  bytes.EndedText("Product Text " + std::to_string(number), MaxLinePacketData);
+  return {ExtraTexts, bytes.Take()};
 }
 
 LinePacket ProtocolListPacket(std::string_view protocols) {

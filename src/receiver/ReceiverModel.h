@@ -32,8 +32,12 @@ struct ReceiverModel {
 /// The model of this name, written exactly so; nothing for another.
 [[nodiscard]] const ReceiverModel* FindReceiverModel(std::string_view name);
 
-/// The answer to the product request.
-[[nodiscard]] LinePacket ProductDataPacket(const ReceiverModel& model);
+/// The answer to the product request, with one, two or three texts.
+[[nodiscard]] LinePacket ProductDataPacket(const ReceiverModel& model, int texts = 2);
+
+/// What some receivers send behind their product data, from 1: texts (248), and as every fourth a packet (247) that
+/// means nothing.
+[[nodiscard]] LinePacket PacketBehindProductData(int number);
 
 /// The list of protocols: for each of the words, such as "A100", its letter and its number in two bytes. A word that
 /// is none of these is left out, as are words past 85.

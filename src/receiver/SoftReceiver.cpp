@@ -48,6 +48,10 @@ std::uint16_t WordOf(const LinePacket& packet) {
   return static_cast<std::uint16_t>(low + 256 * high);
 }
 
+nanoseconds FixInterval(int fixes_per_second) {
+  return nanoseconds(std::chrono::seconds(1)) / fixes_per_second;
+}
+
 bool IsRecordOf(std::uint16_t command, std::uint8_t id) {
   switch (command) {
     case TransferWaypoints:
@@ -90,30 +94,57 @@ void SoftReceiver::SetClock(std::int64_t utc_s, nanoseconds now) {
   clock_start_ = now - std::chrono::seconds(utc_s);
 }
 
-std::int64_t SoftReceiver::UtcSeconds() const {
-  return std::chrono::floor<std::chrono::seconds>(input_free_at_ - clock_start_).count();
+std::int64_t SoftReceiver::UtcSeconds(nanoseconds at) const {
+  return std::chrono::floor<std::chrono::seconds>(at - clock_start_).count();
 }
 
 void SoftReceiver::Receive(std::span<const std::uint8_t> bytes, nanoseconds now) {
   for (const std::uint8_t byte : bytes) {
     if (LineClosed()) return;
     input_free_at_ = std::max(now, input_free_at_) + byte_time_;
+    ActUnasked(input_free_at_);
     if (const auto frame = reader_.Take(byte)) TakeFrame(*frame);
   }
 }
 
 std::optional<nanoseconds> SoftReceiver::NextDue() const {
-  if (outgoing_.empty()) return std::nullopt;
-  return outgoing_.front().due;
+  const std::optional<nanoseconds> unasked = NextUnasked();
+  if (outgoing_.empty()) return unasked;
+  return std::min(outgoing_.front().due, unasked.value_or(nanoseconds::max()));
 }
 
 std::vector<std::uint8_t> SoftReceiver::Send(nanoseconds now) {
+  ActUnasked(now);
   std::vector<std::uint8_t> bytes;
   while (!outgoing_.empty() && outgoing_.front().due <= now) {
     bytes.push_back(outgoing_.front().byte);
     outgoing_.pop_front();
   }
   return bytes;
+}
+
+std::optional<nanoseconds> SoftReceiver::RepeatDue() const {
+  if (!faults_.repeat || !awaiting_ack_) return std::nullopt;
+  return awaiting_since_ + milliseconds(*faults_.repeat);
+}
+
+std::optional<nanoseconds> SoftReceiver::NextUnasked() const {
+  const std::optional<nanoseconds> repeat = RepeatDue();
+  if (NoFrameLeft() || (!repeat && !next_fix_at_)) return std::nullopt;
+  return std::min(repeat.value_or(nanoseconds::max()), next_fix_at_.value_or(nanoseconds::max()));
+}
+
+void SoftReceiver::ActUnasked(nanoseconds now) {
+  if (faults_.pvt && !next_fix_at_) next_fix_at_ = now + FixInterval(*faults_.pvt);
+  for (auto due = NextUnasked(); due && *due <= now; due = NextUnasked()) {
+    output_free_at_ = std::max(output_free_at_, *due);
+    if (due == next_fix_at_) {
+      SendFrame(LineFrameBytes(PvtPacket(UtcSeconds(*due))));
+      *next_fix_at_ += FixInterval(*faults_.pvt);
+    } else {
+      SendPacket(LinePacket(*awaiting_ack_));
+    }
+  }
 }
 
 bool SoftReceiver::LineClosed() const {
@@ -123,28 +154,28 @@ bool SoftReceiver::LineClosed() const {
 void SoftReceiver::TakeFrame(const ReceivedFrame& frame) {
   const LinePacket& packet = frame.packet;
   const bool answers_ours = packet.id == AckByte || packet.id == NakByte;
-  if (!frame.intact || (!answers_ours && RefusesPacket())) {
+  if (!frame.intact || (!answers_ours && RefusesPacket(packet))) {
     SendVerdict(NakByte, packet.id);
   } else if (packet.id == AckByte) {
     TakeAck(packet);
   } else if (packet.id == NakByte) {
     TakeNak();
   } else {
-    SendVerdict(AckByte, packet.id);
+    SendAck(packet.id);
     TakePacket(packet);
   }
 }
 
-bool SoftReceiver::RefusesPacket() {
+bool SoftReceiver::RefusesPacket(const LinePacket& packet) {
   ++packets_taken_;
-  return faults_.nak && (*faults_.nak == 0 || *faults_.nak == packets_taken_);
+  if (faults_.refuse == packets_taken_) refused_ = packet;
+  return refused_ == packet || (faults_.nak && (*faults_.nak == 0 || *faults_.nak == packets_taken_));
 }
 
 void SoftReceiver::TakePacket(const LinePacket& packet) {
   switch (packet.id) {
     case ProductRequest:
-      download_.reset();
-      SendAnswer(ProductDataPacket(model_));
+      SendProductData();
       break;
     case CommandData:
       TakeCommand(WordOf(packet));
@@ -169,15 +200,22 @@ void SoftReceiver::TakeCommand(std::uint16_t command) {
     awaiting_ack_.reset();
   }
   if (transfer) StartDownload(command);
-  if (command == TransferTime) SendAnswer(DateTimePacket(UtcSeconds()));
+  if (command == TransferTime) SendAnswer(DateTimePacket(UtcSeconds(input_free_at_)));
   if (command == TransferPosition) SendAnswer(PositionPacket());
 }
 
 void SoftReceiver::StartDownload(std::uint16_t command) {
-  const std::vector<LinePacket>& records = *MemoryOf(command);
-  download_ = Download{command, &records, 0};
+  download_ = Download{command, RecordsToSend(command), 0};
+  const std::size_t count = download_->records.size();
   const auto fewer = static_cast<std::size_t>(faults_.short_count.value_or(0));
-  SendAnswer(WordPacket(Records, records.size() - std::min(records.size(), fewer)));
+  SendAnswer(WordPacket(Records, count - std::min(count, fewer)));
+}
+
+std::vector<LinePacket> SoftReceiver::RecordsToSend(std::uint16_t command) {
+  const std::vector<LinePacket>& records = *MemoryOf(command);
+  if (command == TransferRoutes && faults_.links_between) return WithLinksBetweenPoints(records);
+  if (command == TransferTracks && faults_.two_segments) return WithTwoSegments(records);
+  return records;
 }
 
 // An ACK that names another packet than the last one sent is not for it.
@@ -190,8 +228,11 @@ void SoftReceiver::TakeAck(const LinePacket& ack) {
 }
 
 void SoftReceiver::TakeNak() {
-  const std::optional<LinePacket>& again = awaiting_ack_ ? awaiting_ack_ : last_verdict_;
-  if (again) SendFrame(LineFrameBytes(*again));
+  if (awaiting_ack_) {
+    SendPacket(LinePacket(*awaiting_ack_));
+  } else if (last_verdict_ && !faults_.ack_once) {
+    SendFrame(LineFrameBytes(*last_verdict_));
+  }
 }
 
 void SoftReceiver::StartUpload(std::uint16_t count) {
@@ -230,20 +271,52 @@ std::vector<LinePacket>* SoftReceiver::MemoryOf(std::uint16_t command) {
   }
 }
 
+// The frames behind them wait for no ACK.
+void SoftReceiver::SendProductData() {
+  download_.reset();
+  SendAnswer(ProductDataPacket(model_, faults_.product_texts.value_or(2)));
+  for (int i = 1; i <= faults_.product_frames.value_or(0); ++i)
+    SendFrame(LineFrameBytes(PacketBehindProductData(i)));
+}
+
 void SoftReceiver::SendVerdict(std::uint8_t verdict, std::uint8_t packet_id) {
   last_verdict_ = WordPacket(verdict, packet_id);
-  const bool spoilt = verdict == AckByte && faults_.bad_ack == ++acks_sent_;
-  SendFrame(LineFrameBytes(*last_verdict_, spoilt ? ChecksumError : std::uint8_t{0}));
+  SendFrame(LineFrameBytes(*last_verdict_));
+}
+
+LinePacket SoftReceiver::AckOf(std::uint8_t packet_id) const {
+  LinePacket ack = WordPacket(AckByte, packet_id);
+  if (faults_.short_ack) ack.data.resize(1);
+  if (faults_.empty_ack) ack.data.clear();
+  return ack;
+}
+
+void SoftReceiver::SendAck(std::uint8_t packet_id) {
+  ++acks_sent_;
+  LaterBy(milliseconds(faults_.late_ack.value_or(0)));
+  if (faults_.other_ack && (*faults_.other_ack == 0 || *faults_.other_ack == acks_sent_)) {
+    SendFrame(LineFrameBytes(AckOf(packet_id == Records ? CommandData : Records)));
+  }
+  last_verdict_ = AckOf(packet_id);
+  SendFrame(LineFrameBytes(*last_verdict_, faults_.bad_ack == acks_sent_ ? ChecksumError : std::uint8_t{0}));
+  if (faults_.two_acks && packet_id == TransferComplete) {
+    LaterBy(milliseconds(*faults_.two_acks));
+    SendFrame(LineFrameBytes(*last_verdict_));
+  }
+}
+
+void SoftReceiver::LaterBy(milliseconds time) {
+  output_free_at_ = std::max(input_free_at_, output_free_at_) + time;
 }
 
 // The packet that follows an ACK.
 void SoftReceiver::SendAnswer(const LinePacket& packet) {
-  output_free_at_ += milliseconds(faults_.gap.value_or(0));
+  LaterBy(milliseconds(faults_.gap.value_or(0)));
   SendPacket(packet);
 }
 
 void SoftReceiver::SendNextRecord() {
-  const std::vector<LinePacket>& records = *download_->records;
+  const std::vector<LinePacket>& records = download_->records;
   std::size_t end = records.size();
   if (faults_.early_complete) end = std::min(end, static_cast<std::size_t>(*faults_.early_complete));
   if (download_->sent < end) {
@@ -259,8 +332,7 @@ void SoftReceiver::SendRecord(const std::vector<LinePacket>& records, std::size_
   const int number = static_cast<int>(index) + 1;
   LinePacket record = records[index];
   if (faults_.overlong == number) {
-    awaiting_ack_ = record;
-    SendFrame(OverlongFrame(record.id));
+    SendAwaited(record, OverlongFrame(record.id));
     return;
   }
   if (faults_.unknown_first && number == 1) record.id = MeaninglessId;
@@ -276,8 +348,13 @@ void SoftReceiver::SendBurst(const std::vector<LinePacket>& records) {
 }
 
 void SoftReceiver::SendPacket(const LinePacket& packet, std::uint8_t checksum_error) {
+  SendAwaited(packet, LineFrameBytes(packet, checksum_error));
+}
+
+void SoftReceiver::SendAwaited(const LinePacket& packet, const std::vector<std::uint8_t>& frame) {
   awaiting_ack_ = packet;
-  SendFrame(LineFrameBytes(packet, checksum_error));
+  SendFrame(frame);
+  awaiting_since_ = std::max(input_free_at_, output_free_at_);
 }
 
 void SoftReceiver::SendFrame(const std::vector<std::uint8_t>& frame) {

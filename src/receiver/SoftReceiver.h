@@ -50,7 +50,8 @@ class SoftReceiver {
   /// When the last byte put on the line towards the receiver has passed; in the past when the line is free.
   [[nodiscard]] std::chrono::nanoseconds InputFreeAt() const { return input_free_at_; }
 
-  /// When the next byte from the receiver has passed; nothing when none is under way.
+  /// When the next byte from the receiver has passed, or it does something unasked; nothing when neither will be. What
+  /// it does unasked (fixes, repetitions) begins with the first call of Receive or Send.
   [[nodiscard]] std::optional<std::chrono::nanoseconds> NextDue() const;
   /// The bytes from the receiver that have passed by now, each given once.
   [[nodiscard]] std::vector<std::uint8_t> Send(std::chrono::nanoseconds now);
@@ -67,7 +68,7 @@ class SoftReceiver {
   };
   struct Download {
     std::uint16_t command;
-    const std::vector<LinePacket>* records;
+    std::vector<LinePacket> records;
     std::size_t sent;
   };
   struct Upload {
@@ -75,11 +76,17 @@ class SoftReceiver {
     std::vector<LinePacket> records;
   };
 
+  /// When something happens that no byte of the host brings about; nothing when nothing will.
+  [[nodiscard]] std::optional<std::chrono::nanoseconds> NextUnasked() const;
+  [[nodiscard]] std::optional<std::chrono::nanoseconds> RepeatDue() const;
+  void ActUnasked(std::chrono::nanoseconds now);
+
   void TakeFrame(const ReceivedFrame& frame);
   void TakePacket(const LinePacket& packet);
   void TakeCommand(std::uint16_t command);
   void StartDownload(std::uint16_t command);
-  [[nodiscard]] std::int64_t UtcSeconds() const;
+  [[nodiscard]] std::vector<LinePacket> RecordsToSend(std::uint16_t command);
+  [[nodiscard]] std::int64_t UtcSeconds(std::chrono::nanoseconds at) const;
   void TakeAck(const LinePacket& ack);
   void TakeNak();
   void StartUpload(std::uint16_t count);
@@ -87,18 +94,24 @@ class SoftReceiver {
   void FinishUpload(std::uint16_t command);
   [[nodiscard]] std::vector<LinePacket>* MemoryOf(std::uint16_t command);
 
+  void SendProductData();
   /// The ACK or NAK of a packet that came.
   void SendVerdict(std::uint8_t verdict, std::uint8_t packet_id);
+  void SendAck(std::uint8_t packet_id);
+  /// What is sent next begins this much later.
+  void LaterBy(std::chrono::milliseconds time);
+  [[nodiscard]] LinePacket AckOf(std::uint8_t packet_id) const;
   void SendAnswer(const LinePacket& packet);
   void SendNextRecord();
   void SendRecord(const std::vector<LinePacket>& records, std::size_t index);
   void SendBurst(const std::vector<LinePacket>& records);
   /// A packet that stands until the host has acknowledged it.
   void SendPacket(const LinePacket& packet, std::uint8_t checksum_error = 0);
+  void SendAwaited(const LinePacket& packet, const std::vector<std::uint8_t>& frame);
   void SendFrame(const std::vector<std::uint8_t>& frame);
   void SendBytes(std::span<const std::uint8_t> bytes);
   [[nodiscard]] bool NoFrameLeft() const;
-  [[nodiscard]] bool RefusesPacket();
+  [[nodiscard]] bool RefusesPacket(const LinePacket& packet);
 
   const ReceiverModel& model_;
   ReceiverMemory memory_;
@@ -115,7 +128,10 @@ class SoftReceiver {
   int acks_sent_ = 0;
 
   std::optional<LinePacket> last_verdict_;
+  std::optional<LinePacket> refused_;
   std::optional<LinePacket> awaiting_ack_;
+  std::chrono::nanoseconds awaiting_since_{0};
+  std::optional<std::chrono::nanoseconds> next_fix_at_;
   std::optional<Download> download_;
   std::optional<Upload> upload_;
 };

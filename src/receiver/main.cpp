@@ -118,6 +118,7 @@ void WaitFor(std::array<pollfd, 3>& descriptors, const std::optional<nanoseconds
 void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
   std::array<pollfd, 3> descriptors{pollfd{end_signals, POLLIN, 0}, pollfd{terminal.ClientDescriptor(), POLLIN, 0},
                                     pollfd{terminal.LineDescriptor(), POLLIN, 0}};
+  static_cast<void>(receiver.Send(Now()));  // what it sends unasked counts from here
   while (!receiver.LineClosed()) {
     WaitFor(descriptors, receiver.NextDue());
     if (descriptors[0].revents != 0) return;

@@ -102,6 +102,23 @@ class ReceiverHost {
     }
     return came;
   }
+  /// Takes all that comes within a time, for receivers that never fall silent.
+  Bytes ListenBytes(std::chrono::nanoseconds time) {
+    const std::chrono::nanoseconds end = now + time;
+    Bytes came = receiver_.Send(now);
+    for (auto due = receiver_.NextDue(); due && *due <= end; due = receiver_.NextDue()) {
+      now = std::max(now, *due);
+      came = came + receiver_.Send(now);
+    }
+    now = end;
+    return came;
+  }
+  std::vector<SeenFrame> Listen(std::chrono::nanoseconds time) { return FramesIn(ListenBytes(time)); }
+  /// Sends a frame and takes all that comes within a time.
+  std::vector<SeenFrame> Tell(std::uint8_t id, const Bytes& data, std::chrono::nanoseconds time) {
+    receiver_.Receive(HostFrame(id, data), now);
+    return Listen(time);
+  }
   std::vector<SeenFrame> Exchange(std::uint8_t id, const Bytes& data) {
     return FramesIn(ExchangeBytes(HostFrame(id, data)));
   }
