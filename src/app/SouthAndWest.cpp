@@ -1,7 +1,6 @@
 #include "app/SouthAndWest.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace walrim {
 
@@ -9,7 +8,7 @@ namespace {
 
 /// How many of count entries from first on, as far as there are entries, lie south or west.
 template <typename Entry>
-int CountIn(const std::vector<Entry>& entries, int first, int count) {
+int CountIn(const PagedTable<Entry>& entries, int first, int count) {
   const int end = std::min(first + count, static_cast<int>(entries.size()));
   int found = 0;
   for (int i = first; i < end; ++i) {

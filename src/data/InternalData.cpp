@@ -15,18 +15,6 @@ constexpr auto FirstRoutePoint = static_cast<std::size_t>(RoutePointBase);
 constexpr auto SlotCount = static_cast<std::size_t>(WaypointSlots);
 constexpr auto RouteTableSize = static_cast<std::size_t>(MaxRoutes) + 1;
 
-/// Resets entries [from, to) to what they are before anything is loaded into them.
-template <typename Entry>
-void Reset(std::vector<Entry>& table, std::size_t from, std::size_t to) {
-  std::fill(table.begin() + static_cast<std::ptrdiff_t>(from), table.begin() + static_cast<std::ptrdiff_t>(to),
-            Entry{});
-}
-
-template <typename Entry>
-void Reset(std::vector<Entry>& table) {
-  Reset(table, 0, table.size());
-}
-
 bool IsRoutePoint(int route, int point) {
   return route >= 0 && route <= MaxRoutes && point >= 0 && point < MaxRoutePoints;
 }
@@ -172,22 +160,22 @@ void InternalData::ClearAllWaypoints() {
 void InternalData::ResetWaypoints(WaypointType type, std::size_t from, std::size_t to) {
   switch (type) {
     case WaypointType::D103:
-      return Reset(d103, from, to);
+      return d103.Reset(from, to);
     case WaypointType::D104:
-      return Reset(d104, from, to);
+      return d104.Reset(from, to);
     case WaypointType::D107:
-      return Reset(d107, from, to);
+      return d107.Reset(from, to);
     case WaypointType::D108:
-      return Reset(d108, from, to);
+      return d108.Reset(from, to);
   }
 }
 
 void InternalData::ClearRoutes() {
   routes = {};
   MirrorRouteCounters();
-  Reset(d201);
-  Reset(d202);
-  Reset(d210);
+  d201.Reset();
+  d202.Reset();
+  d210.Reset();
   std::fill(route_from_d201.begin(), route_from_d201.end(), false);
   for (std::size_t i = 0; i < WaypointTypeCount; ++i) {
     ResetWaypoints(static_cast<WaypointType>(i), FirstRoutePoint, SlotCount);
@@ -201,8 +189,8 @@ void InternalData::ClearRoutes() {
 void InternalData::ClearTracks() {
   tracks = {};
   MirrorTrackCounters();
-  Reset(d310);
-  Reset(track_points);
+  d310.Reset();
+  track_points.Reset();
   import_cursor.track_log = 0;
   import_cursor.track_points = 0;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "data/DeviceEntries.h"
+#include "data/PagedTable.h"
 #include "data/Records.h"
 
 namespace walrim {
@@ -140,20 +141,20 @@ class InternalData {
   /// The waypoint type in force: that of the receiver identified last, D108 before.
   WaypointType CurrentWaypointType = WaypointType::D108;
 
-  // ---- Tables, indexed by slot, route, route * 100 + point, log, track point slot. at() checks the index.
-  std::vector<D103Entry> d103;
-  std::vector<D104Entry> d104;
-  std::vector<D107Entry> d107;
-  std::vector<D108Entry> d108;
+  // ---- Tables, indexed by slot, route, route * 100 + point, log, track point slot. Each checks its index.
+  PagedTable<D103Entry> d103;
+  PagedTable<D104Entry> d104;
+  PagedTable<D107Entry> d107;
+  PagedTable<D108Entry> d108;
   /// The layout whose text form a slot has: the receiver's for a downloaded waypoint, D108 for one from a file.
   std::vector<WaypointType> waypoint_origin;
-  std::vector<D201Entry> d201;
-  std::vector<D202Entry> d202;
+  PagedTable<D201Entry> d201;
+  PagedTable<D202Entry> d202;
   /// Per route: true where the header came as D201 (then its comment is D201's, and its points have no links).
   std::vector<bool> route_from_d201;
-  std::vector<D210Entry> d210;
-  std::vector<D310Entry> d310;
-  std::vector<TrackPointEntry> track_points;
+  PagedTable<D210Entry> d210;
+  PagedTable<D310Entry> d310;
+  PagedTable<TrackPointEntry> track_points;
 
  private:
   /// Puts a waypoint into all four layouts. slot must be one.
