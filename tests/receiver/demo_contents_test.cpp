@@ -134,16 +134,16 @@ TEST_P(DemoContentsTest, LogsPassTheSummitsAtTheirHeight) {
     EXPECT_LT(nearest, 100);
     return height;
   };
-  for (const HeldWaypoint& waypoint : contents.waypoints) {
-    if (waypoint.ident == "TAKAO") {
-      EXPECT_NEAR(height_at(0, waypoint.lat_deg, waypoint.lon_deg), 599, 20);
-      EXPECT_NEAR(height_at(2, waypoint.lat_deg, waypoint.lon_deg), 599, 20);
-    }
-    if (waypoint.ident == "JINBA") {
-      EXPECT_NEAR(height_at(0, waypoint.lat_deg, waypoint.lon_deg), 855, 20);
-      EXPECT_NEAR(height_at(1, waypoint.lat_deg, waypoint.lon_deg), 855, 20);
-    }
-  }
+  const auto expect_height = [&](std::string_view ident, std::size_t log, double height_m) {
+    const auto summit = std::find_if(contents.waypoints.begin(), contents.waypoints.end(),
+                                     [ident](const HeldWaypoint& waypoint) { return waypoint.ident == ident; });
+    ASSERT_NE(summit, contents.waypoints.end()) << ident;
+    EXPECT_NEAR(height_at(log, summit->lat_deg, summit->lon_deg), height_m, 20) << ident << " " << log;
+  };
+  expect_height("TAKAO", 0, 599);
+  expect_height("TAKAO", 2, 599);
+  expect_height("JINBA", 0, 855);
+  expect_height("JINBA", 1, 855);
 }
 
 TEST_P(DemoContentsTest, EncodesToWholeRecords) {
