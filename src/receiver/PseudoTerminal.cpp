@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <poll.h>
+#include <string_view>
 #include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -29,6 +30,26 @@ bool SetRawMode(int descriptor) {
   cfsetispeed(&mode, B9600);
   cfsetospeed(&mode, B9600);
   return tcsetattr(descriptor, TCSANOW, &mode) == 0;
+}
+
+// By its name: what a killed program left behind points to a pseudo-terminal that is gone.
+bool IsTerminalPath(std::string_view path) {
+  constexpr std::string_view folder = "/dev/pts/";
+  return path.starts_with(folder) && path.size() > folder.size() &&
+         path.find_first_not_of("0123456789", folder.size()) == std::string_view::npos;
+}
+
+// Made beside it and renamed over it, so that the link is there at every moment.
+std::error_code Replace(const std::string& link, const std::string& target) {
+  namespace fs = std::filesystem;
+  std::error_code problem;
+  const std::string fresh = link + "." + std::to_string(getpid());
+  fs::create_symlink(target, fresh, problem);
+  if (problem) return problem;
+  fs::rename(fresh, link, problem);
+  std::error_code ignored;
+  if (problem) fs::remove(fresh, ignored);
+  return problem;
 }
 
 }  // namespace
@@ -114,17 +135,14 @@ std::string PathLink::Make(const std::string& link, const std::string& target) {
   namespace fs = std::filesystem;
   std::error_code problem;
   const fs::file_status status = fs::symlink_status(link, problem);
-  if (status.type() != fs::file_type::not_found && status.type() != fs::file_type::symlink) {
-    return link + " exists and is no symbolic link";
-  }
-  // Made beside it and renamed over it, so that the link is there at every moment.
-  const std::string fresh = link + "." + std::to_string(getpid());
-  fs::create_symlink(target, fresh, problem);
-  if (!problem) fs::rename(fresh, link, problem);
-  if (problem) {
-    std::error_code ignored;
-    fs::remove(fresh, ignored);
-    return link + ": " + problem.message();
+  if (status.type() == fs::file_type::not_found) {
+    fs::create_symlink(target, link, problem);
+    if (problem) return link + ": " + problem.message();
+  } else if (!IsTerminalPath(fs::read_symlink(link, problem).string())) {
+    return link + " exists and is no symbolic link to a pseudo-terminal";
+  } else {
+    problem = Replace(link, target);
+    if (problem) return link + ": " + problem.message();
   }
   link_ = link;
   target_ = target;

@@ -60,7 +60,7 @@ class PseudoTerminal {
   int clients_ = 0;
 };
 
-/// A symbolic link that goes away with its owner.
+/// A symbolic link to a pseudo-terminal, which goes away with its owner.
 class PathLink {
  public:
   PathLink() = default;
@@ -68,8 +68,8 @@ class PathLink {
   PathLink& operator=(const PathLink&) = delete;
   ~PathLink() { Remove(); }
 
-  /// Makes link point to target. A link that is there is replaced; anything else there is left alone and refused.
-  /// Gives what went wrong, or an empty text.
+  /// Makes link point to target. A link to a pseudo-terminal, be it one that is gone, is replaced; anything else there
+  /// is left alone and refused. Gives what went wrong, or an empty text.
   [[nodiscard]] std::string Make(const std::string& link, const std::string& target);
   /// Removes the link, unless it has been made to point elsewhere since.
   void Remove();

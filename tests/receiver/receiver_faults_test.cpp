@@ -364,6 +364,16 @@ TEST(ReceiverFaults, PvtFourTimesASecondStandsBetweenAnswersAndDisturbsNone) {
   EXPECT_GE(fixes, 6);
 }
 
+TEST(ReceiverFaults, WhatIsUnaskedComesBeforeALaterQuestionsAnswer) {
+  FaultyReceiver faulty({"pvt"});
+  static_cast<void>(faulty.host->Listen(milliseconds(10)));
+  faulty.host->now += milliseconds(1500);
+  const auto frames = faulty.host->Tell(10, {0, 0}, milliseconds(100));
+  ASSERT_EQ(frames.size(), 2U);
+  EXPECT_EQ(frames[0].id, 51);
+  EXPECT_EQ(frames[1], Sound(6, {10, 0}));
+}
+
 TEST(ReceiverFaults, PvtByHand) {
   // 2002/12/08 03:00:01 UTC is second 10814 of its week in GPS time; the week began on day 4725, a Sunday.
   const Bytes expected =

@@ -196,21 +196,44 @@ TEST_F(WalrimReceiverTest, MakesItsLinkAndRemovesItAtTheEnd) {
   }
 }
 
-TEST_F(WalrimReceiverTest, ReplacesALinkButNoFile) {
+TEST_F(WalrimReceiverTest, ReplacesALinkToAPseudoTerminalThatIsGone) {
   const fs::path link = folder / "gps";
-  fs::create_symlink("/nowhere", link);
-  {
+  fs::create_symlink("/dev/pts/987654", link);
+  Program program({"--link", link.string()});
+  const std::string path = program.Line();
+  EXPECT_EQ(fs::read_symlink(link), path);
+  program.Signal(SIGTERM);
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(WalrimReceiverTest, ReplacesNoLinkToAnythingElse) {
+  const fs::path precious = folder / "precious";
+  std::ofstream(precious) << "precious";
+  const fs::path link = folder / "gps";
+  for (const auto& target : {precious, fs::path("/nowhere"), fs::path("/dev/pts/"), fs::path("/dev/pts/1x"),
+                             fs::path("/dev/pts/../null"), fs::path("/dev/null"), fs::path("/tmp/dev/pts/1")}) {
+    fs::create_symlink(target, link);
     Program program({"--link", link.string()});
-    const std::string path = program.Line();
-    EXPECT_EQ(fs::read_symlink(link), path);
+    EXPECT_EQ(program.Wait(), 1) << target;
+    EXPECT_EQ(program.Output(), "");
+    EXPECT_NE(program.Errors().find(link.string()), std::string::npos);
+    EXPECT_EQ(fs::read_symlink(link), target);
+    fs::remove(link);
   }
+  EXPECT_TRUE(fs::is_regular_file(precious));
+}
+
+TEST_F(WalrimReceiverTest, ReplacesNoFileAndNoFolder) {
   const fs::path file = folder / "file";
   std::ofstream(file) << "precious";
-  Program program({"--link", file.string()});
-  EXPECT_EQ(program.Wait(), 1);
-  EXPECT_EQ(program.Output(), "");
-  EXPECT_NE(program.Errors().find(file.string()), std::string::npos);
-  EXPECT_TRUE(fs::is_regular_file(file));
+  for (const fs::path& path : {file, folder, file / "below"}) {
+    Program program({"--link", path.string()});
+    EXPECT_EQ(program.Wait(), 1) << path;
+    EXPECT_EQ(program.Output(), "");
+    EXPECT_NE(program.Errors().find(path.string()), std::string::npos);
+  }
+  EXPECT_EQ(fs::file_size(file), 8U);
 }
 
 TEST_F(WalrimReceiverTest, LeavesALinkThatPointsElsewhereByNow) {
