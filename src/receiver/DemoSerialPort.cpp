@@ -49,7 +49,8 @@ SoftReceiver& DemoSerialPort::ReceiverOf(const ReceiverModel& model) {
   std::unique_ptr<SoftReceiver>& receiver = receivers_[model.name];
   if (receiver == nullptr) {
     const HeldContents contents = options_.contents ? *options_.contents : DemoContents(model);
-    receiver = std::make_unique<SoftReceiver>(model, EncodeMemory(contents, model), options_.baud, options_.faults);
+    receiver = std::make_unique<SoftReceiver>(model, EncodeMemory(contents, model), options_.baud, options_.faults,
+                                              options_.temper);
     receiver->SetClock(DemoUtcSeconds(), clock_.Monotonic());
   }
   return *receiver;

@@ -22,9 +22,10 @@
 namespace walrim {
 
 struct DemoReceiverOptions {
-  std::string model = "eTrex";           ///< what the port's name does not tell
-  int baud = 9600;                       ///< the line's pace; 0 takes no time
-  ReceiverFaults faults;                 ///< of every model's receiver
+  std::string model = "eTrex";  ///< what the port's name does not tell
+  int baud = 9600;              ///< the line's pace; 0 takes no time
+  ReceiverFaults faults;        ///< of every model's receiver
+  ReceiverTemper temper = ReceiverTemper::Lenient;
   std::optional<HeldContents> contents;  ///< none: the demonstration data
 };
 

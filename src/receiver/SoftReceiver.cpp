@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "receiver/ReceiverFix.h"
+#include "receiver/StrictRules.h"
 #include "text/Dates.h"
 
 namespace walrim {
@@ -32,6 +33,8 @@ constexpr std::uint16_t TransferWaypoints = 7;
 constexpr std::uint8_t MeaninglessId = 200;
 constexpr std::uint8_t ChecksumError = 0x55;
 constexpr std::uint8_t Noise[] = {0x00, 0xFF, 0x5A, 0xA5, 0x7E};
+
+constexpr int StrictRepeatMs = 1000;
 
 constexpr std::int64_t BitsPerByte = 10;
 // A host that asks on and on without reading is not answered for ever.
@@ -82,10 +85,12 @@ std::int64_t DemoUtcSeconds() {
   return SecondsSinceGarminEpoch({2002, 12, 8, 3, 0, 0});
 }
 
-SoftReceiver::SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults)
+SoftReceiver::SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults,
+                           ReceiverTemper temper)
     : model_(model),
       memory_(std::move(memory)),
       faults_(faults),
+      temper_(temper),
       byte_time_(baud > 0 ? nanoseconds(std::chrono::seconds(1)) * BitsPerByte / baud : nanoseconds(0)) {
   SetClock(DemoUtcSeconds(), nanoseconds(0));
 }
@@ -124,8 +129,8 @@ std::vector<std::uint8_t> SoftReceiver::Send(nanoseconds now) {
 }
 
 std::optional<nanoseconds> SoftReceiver::RepeatDue() const {
-  if (!faults_.repeat || !awaiting_ack_) return std::nullopt;
-  return awaiting_since_ + milliseconds(*faults_.repeat);
+  if (!awaiting_ack_ || (!faults_.repeat && !Strict())) return std::nullopt;
+  return awaiting_since_ + milliseconds(faults_.repeat.value_or(StrictRepeatMs));
 }
 
 std::optional<nanoseconds> SoftReceiver::NextUnasked() const {
@@ -169,7 +174,19 @@ void SoftReceiver::TakeFrame(const ReceivedFrame& frame) {
 bool SoftReceiver::RefusesPacket(const LinePacket& packet) {
   ++packets_taken_;
   if (faults_.refuse == packets_taken_) refused_ = packet;
-  return refused_ == packet || (faults_.nak && (*faults_.nak == 0 || *faults_.nak == packets_taken_));
+  if (refused_ == packet || (Strict() && !Allowed(packet))) return true;
+  return faults_.nak && (*faults_.nak == 0 || *faults_.nak == packets_taken_);
+}
+
+// Records come announced. The last one may come once more, where the host has not seen its ACK.
+bool SoftReceiver::Allowed(const LinePacket& packet) const {
+  const bool record = IsRecordOf(TransferWaypoints, packet.id) || IsRecordOf(TransferRoutes, packet.id) ||
+                      IsRecordOf(TransferTracks, packet.id);
+  if (!WellFormed(packet, model_)) return false;
+  if (!record) return true;
+  if (!upload_) return false;
+  return upload_->records.size() < upload_->announced ||
+         (!upload_->records.empty() && upload_->records.back() == packet);
 }
 
 void SoftReceiver::TakePacket(const LinePacket& packet) {
@@ -250,6 +267,10 @@ void SoftReceiver::FinishUpload(std::uint16_t command) {
   if (!upload_) return;
   const std::vector<LinePacket> records = std::move(upload_->records);
   upload_.reset();
+  if (Strict()) {
+    StoreUpload(memory_, records, model_);
+    return;
+  }
   for (const std::uint16_t kind : {TransferWaypoints, TransferRoutes, TransferTracks}) {
     std::vector<LinePacket> of_kind;
     std::copy_if(records.begin(), records.end(), std::back_inserter(of_kind),

@@ -29,6 +29,10 @@
 
 namespace walrim {
 
+/// A strict receiver takes and keeps what StrictRules.h says: it refuses ill-formed packets and unannounced records
+/// with NAK, and sends every second again what was not acknowledged.
+enum class ReceiverTemper { Lenient, Strict };
+
 /// Noon in Japan on the last day of the demonstration data, in seconds since 1989/12/31 00:00:00 UTC.
 [[nodiscard]] std::int64_t DemoUtcSeconds();
 
@@ -36,7 +40,8 @@ namespace walrim {
 class SoftReceiver {
  public:
   /// A line of baud bits a second takes ten bit times for a byte, in either direction; with 0 it takes no time.
-  SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults);
+  SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults,
+               ReceiverTemper temper = ReceiverTemper::Lenient);
   SoftReceiver(const SoftReceiver&) = delete;
   SoftReceiver& operator=(const SoftReceiver&) = delete;
 
@@ -94,6 +99,9 @@ class SoftReceiver {
   void FinishUpload(std::uint16_t command);
   [[nodiscard]] std::vector<LinePacket>* MemoryOf(std::uint16_t command);
 
+  [[nodiscard]] bool Strict() const { return temper_ == ReceiverTemper::Strict; }
+  [[nodiscard]] bool Allowed(const LinePacket& packet) const;
+
   void SendProductData();
   /// The ACK or NAK of a packet that came.
   void SendVerdict(std::uint8_t verdict, std::uint8_t packet_id);
@@ -116,6 +124,7 @@ class SoftReceiver {
   const ReceiverModel& model_;
   ReceiverMemory memory_;
   ReceiverFaults faults_;
+  ReceiverTemper temper_;
   std::chrono::nanoseconds byte_time_;
   std::chrono::nanoseconds clock_start_;  // when UTC was 1989/12/31 00:00:00
 

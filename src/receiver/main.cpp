@@ -34,6 +34,7 @@ struct Options {
   std::string link;
   std::vector<std::string> fault_texts;
   ReceiverFaults faults;
+  bool strict = false;
 };
 
 constexpr int ExitDone = 0;
@@ -61,6 +62,8 @@ void DescribeOptions(CLI::App& app, Options& options) {
       ->check(CLI::Range(0, MaxBaud))
       ->capture_default_str();
   app.add_option("--link", options.link, "Symbolic link to the pseudo-terminal while it serves");
+  app.add_flag("--strict", options.strict,
+               "Takes only what the protocol's pages allow, and keeps a real receiver's limits");
   app.add_option("--fault", options.fault_texts, FaultHelp())
       ->type_name("KIND[=N]")
       ->expected(1)
@@ -118,7 +121,6 @@ void WaitFor(std::array<pollfd, 3>& descriptors, const std::optional<nanoseconds
 void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
   std::array<pollfd, 3> descriptors{pollfd{end_signals, POLLIN, 0}, pollfd{terminal.ClientDescriptor(), POLLIN, 0},
                                     pollfd{terminal.LineDescriptor(), POLLIN, 0}};
-  static_cast<void>(receiver.Send(Now()));  // what it sends unasked counts from here
   while (!receiver.LineClosed()) {
     WaitFor(descriptors, receiver.NextDue());
     if (descriptors[0].revents != 0) return;
@@ -141,7 +143,8 @@ int Run(const Options& options) {
     std::fprintf(stderr, "walrim-receiver: %s: %d lines skipped, the first is line %d\n", options.memory_path.c_str(),
                  memory.skipped, memory.first_skipped_line);
   }
-  SoftReceiver receiver(model, EncodeMemory(*memory.contents, model), options.baud, options.faults);
+  SoftReceiver receiver(model, EncodeMemory(*memory.contents, model), options.baud, options.faults,
+                        options.strict ? ReceiverTemper::Strict : ReceiverTemper::Lenient);
   receiver.SetClock(UtcSeconds(), Now());
 
   const OwnedDescriptor end_signals(EndSignals());

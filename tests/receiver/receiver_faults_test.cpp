@@ -459,7 +459,7 @@ TEST(ReceiverFaults, TwoSegmentsOfTheFirstLogStandUnderOneHeader) {
 TEST(ReceiverFaults, TwoSegmentsNeedAHeaderAndTwoPoints) {
   const std::vector<LinePacket> plain{{34, PointOf301(1, 255)}, {34, PointOf301(2, 0)}};
   EXPECT_EQ(WithTwoSegments(plain), plain);
-  const std::vector<LinePacket> one{{99, {1, 2, 0}}, {34, PointOf301(1, 255)}, {99, {1, 2, 0}}};
+  const std::vector<LinePacket> one{{99, {1, 2, 0}}, {34, PointOf301(1, 0)}, {99, {1, 2, 0}}};
   EXPECT_EQ(WithTwoSegments(one), one);
   EXPECT_TRUE(WithTwoSegments({}).empty());
   const std::vector<LinePacket> odd{{99, {}}, {34, {}}, {34, {}}};

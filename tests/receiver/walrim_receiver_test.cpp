@@ -373,9 +373,27 @@ TEST_F(WalrimReceiverTest, HelpNamesTheOptions) {
   Program program({"--help"});
   EXPECT_EQ(program.Wait(), 0);
   const std::string help = program.Output();
-  for (const auto* option : {"--model", "--memory", "--baud", "--link", "--fault", "GPS 12CX", "unplug-after=N"}) {
+  for (const auto* option :
+       {"--model", "--memory", "--baud", "--link", "--fault", "--strict", "GPS 12CX", "unplug-after=N"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
+}
+
+TEST_F(WalrimReceiverTest, StrictRefusesWhatWasNotAnnounced) {
+  Program program({"--baud", "0", "--strict"});
+  Client client(program.Line());
+  ASSERT_TRUE(client.Open());
+  EXPECT_EQ(client.Exchange(HostFrame(35, {1}), 1), std::vector{Sound(21, {35, 0})});
+}
+
+TEST_F(WalrimReceiverTest, TellsItsFixUnaskedWithoutBeingSpokenTo) {
+  Program program({"--baud", "0", "--fault", "pvt=4"});
+  Client client(program.Line());
+  ASSERT_TRUE(client.Open());
+  const auto frames = client.Take(2);
+  ASSERT_EQ(frames.size(), 2U);
+  EXPECT_EQ(frames[0].id, 51);
+  EXPECT_EQ(frames[1].id, 51);
 }
 
 TEST_F(WalrimReceiverTest, SeveralFaultsMayBeGiven) {
