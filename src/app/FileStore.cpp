@@ -72,28 +72,33 @@ std::size_t FirstRoom(int fd) {
   return std::min(static_cast<std::size_t>(status.st_size), LargestFile) + 1;
 }
 
+/// Reads up to the end; false, with the reason in errno, where that fails.
+bool ReadAll(int fd, std::string& bytes) {
+  bytes.resize(FirstRoom(fd));
+  std::size_t length = 0;
+  for (;;) {
+    if (length > LargestFile) {
+      errno = EFBIG;
+      return false;
+    }
+    if (length == bytes.size()) bytes.resize(2 * length);
+    const ssize_t got = ::read(fd, bytes.data() + length, bytes.size() - length);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return false;
+    length += static_cast<std::size_t>(got);
+    if (got > 0) continue;
+    bytes.resize(length);
+    return true;
+  }
+}
+
 }  // namespace
 
 std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* problem) {
   const bool standard_input = path == "-";
   const Descriptor file(standard_input ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  std::string bytes(FirstRoom(file.Get()), '\0');
-  std::size_t length = 0;
-  while (file.Get() >= 0) {
-    if (length > LargestFile) {
-      errno = EFBIG;
-      break;
-    }
-    if (length == bytes.size()) bytes.resize(2 * length);
-    const ssize_t got = ::read(file.Get(), bytes.data() + length, bytes.size() - length);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) break;
-    length += static_cast<std::size_t>(got);
-    if (got == 0) {
-      bytes.resize(length);
-      return bytes;
-    }
-  }
+  std::string bytes;
+  if (file.Get() >= 0 && ReadAll(file.Get(), bytes)) return bytes;
   if (problem != nullptr) *problem = LastError();
   return std::nullopt;
 }

@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
-#include <grp.h>
 #include <gtest/gtest.h>
 #include <optional>
 #include <sched.h>
@@ -27,7 +26,6 @@ namespace {
 namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
 
-constexpr uid_t Nobody = 65534;
 constexpr std::size_t Large = 3U * 1024U * 1024U;
 /// Exit status of a child that found that it may not mount.
 constexpr int MayNotMount = 77;
@@ -94,12 +92,6 @@ class FileSizeLimit {
   rlimit before_{};
   sighandler_t handler_;
 };
-
-/// Gives up the right to write everywhere. False where the process keeps it.
-bool BecomeNobody() {
-  if (::geteuid() != 0) return true;
-  return ::setgroups(0, nullptr) == 0 && ::setgid(Nobody) == 0 && ::setuid(Nobody) == 0;
-}
 
 /// Makes a namespace of mounts for this process alone. A user who may not mount gets one of users with it, in which
 /// the user is the same and may.

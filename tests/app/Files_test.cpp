@@ -1,5 +1,7 @@
 // Export, copy and import, and the files behind them.
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -15,6 +17,7 @@
 #include "app/OutputTypes.h"
 #include "app/WalrimMain.h"
 #include "support/Fakes.h"
+#include "support/Processes.h"
 
 namespace walrim {
 namespace {
@@ -45,6 +48,11 @@ class FilesTest : public ::testing::Test {
   }
   std::size_t FilesInFolder() const {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator{}));
+  }
+  /// The message about a file of the folder; the folder itself for no name.
+  std::string ReadProblem(std::string_view name, int error_number) const {
+    return "ファイルを読み込めません：" + (name.empty() ? folder.string() : Path(name)) + "（" +
+           std::strerror(error_number) + "）";
   }
   /// Holds one waypoint and ticks it.
   void HoldWaypoint(std::string_view ident = "TAKAO") {
@@ -134,8 +142,7 @@ TEST_F(FilesTest, AutoDeleteKeepsWhatCouldNotBeWritten) {
   main.controls.AutoDelete = true;
   desktop.save_path = Path("missing/a.grc");
   EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages.size(), 1U);
-  EXPECT_EQ(desktop.messages[0].find("ファイルに書き込めません：" + Path("missing/a.grc")), 0U);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{WriteProblemText(Path("missing/a.grc"), std::strerror(ENOENT))});
   EXPECT_EQ(main.Data().WaypointCount, 1);
 }
 
@@ -228,11 +235,32 @@ TEST_F(FilesTest, ACancelledOpenDialogAndAnEmptyPathDoNothing) {
   EXPECT_TRUE(desktop.captions.empty());
 }
 
-TEST_F(FilesTest, AMissingFileAndAFolderAreSaid) {
-  EXPECT_EQ(main.ImportFile(Path("none.grc")), Outcome::Refused);
-  EXPECT_EQ(main.ImportFile(folder.string()), Outcome::Refused);
-  ASSERT_EQ(desktop.messages.size(), 2U);
-  EXPECT_EQ(desktop.messages[0].find("ファイルを読み込めません："), 0U);
+TEST_F(FilesTest, AFileThatCannotBeReadIsSaidWithItsReason) {
+  Put(Path("secret.grc"), "WPT\tD\tWGS84\tA\t35\t139\r\n");
+  ::chmod(Path("secret.grc").c_str(), 0);
+  ::chmod(folder.c_str(), 0755);
+  const auto read_all = [this] {
+    if (!BecomeNobody()) std::_Exit(2);
+    EXPECT_EQ(main.ImportFile(Path("none.grc")), Outcome::Refused);
+    EXPECT_EQ(main.ImportFile(Path("secret.grc")), Outcome::Refused);
+    EXPECT_EQ(main.ImportFile(Path("secret.grc/a.grc")), Outcome::Refused);
+    EXPECT_EQ(main.ImportFile(folder.string()), Outcome::Refused);
+    EXPECT_EQ(desktop.messages,
+              (std::vector<std::string>{ReadProblem("none.grc", ENOENT), ReadProblem("secret.grc", EACCES),
+                                        ReadProblem("secret.grc/a.grc", ENOTDIR), ReadProblem("", EISDIR)}));
+    std::_Exit(HasFailure() ? 1 : 0);
+  };
+  EXPECT_EXIT(read_all(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FilesTest, StandardInputThatIsClosedIsSaidWithItsReason) {
+  const auto read_it = [this] {
+    ::close(STDIN_FILENO);
+    FileProblem problem;
+    const bool read = ReadWholeFile("-", &problem).has_value();
+    std::_Exit(!read && problem.detail == std::strerror(EBADF) ? 0 : 1);
+  };
+  EXPECT_EXIT(read_it(), ::testing::ExitedWithCode(0), "");
 }
 
 TEST(RecognizeFormat, GoesByTheFirstColumnOfTheFirstLineInAnyCase) {
@@ -313,7 +341,7 @@ TEST_F(FilesTest, ReadingAFileThatIsTooLargeIsRefused) {
   fs::resize_file(Path("a"), LargestFile + 1);
   FileProblem problem;
   EXPECT_FALSE(ReadWholeFile(Path("a"), &problem));
-  EXPECT_FALSE(problem.detail.empty());
+  EXPECT_EQ(problem.detail, std::strerror(EFBIG));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <grp.h>
 #include <iterator>
 #include <poll.h>
 #include <signal.h>
@@ -129,6 +130,15 @@ class TemporaryFolder {
  private:
   std::filesystem::path path_;
 };
+
+/// The user without rights.
+inline constexpr uid_t Nobody = 65534;
+
+/// Gives up the right to read and write everywhere. False where the process keeps it.
+inline bool BecomeNobody() {
+  if (::geteuid() != 0) return true;
+  return ::setgroups(0, nullptr) == 0 && ::setgid(Nobody) == 0 && ::setuid(Nobody) == 0;
+}
 
 inline std::string FileContents(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
