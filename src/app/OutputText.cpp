@@ -20,14 +20,6 @@ constexpr std::array<std::string_view, DataKindCount> ExportStatus{"Export Wpt["
 /// Records between two turns of the event loop.
 constexpr int RecordsPerYield = 64;
 
-/// Standard lines write numbers without commas, so that one stands inside a text.
-int LinesWithComma(std::string_view text) {
-  int lines = 0;
-  for (std::size_t at = text.find(','); at != std::string_view::npos; at = text.find(',', text.find('\n', at)))
-    ++lines;
-  return lines;
-}
-
 /// Commas of a WPT+ line whose last field holds none.
 std::ptrdiff_t CommasOf(std::string_view line) {
   if (line.starts_with("RN")) return 2;
@@ -106,7 +98,6 @@ std::string WalrimMain::BuildStandard() {
   for (const DataKind kind : AllDataKinds) {
     if (wanted[IndexOf(kind)]) writer.AppendKind(text, kind, controls.WithHeader, progress);
   }
-  NoteCommas(LinesWithComma(text), "コンマ");
   return text;
 }
 

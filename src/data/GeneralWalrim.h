@@ -5,6 +5,8 @@
 //   tag     = "WPT" | "RTH" | "RTP" | "TRH" | "TRP"
 //   column  = text | '="' text '"'         no TAB inside, no escape
 //
+// Commas split columns too, but not in ="..." between TABs: that is one column, its commas and quotes are the text's.
+//
 // Writer and reader walk the same table of sections.
 #pragma once
 
@@ -137,7 +139,8 @@ class StandardReader {
 
   [[nodiscard]] static const Section* SectionOf(std::string_view tag);
   [[nodiscard]] static bool IsHeaderLine(const Section& section, std::span<const std::string_view> columns);
-  /// A column of the line without quotes and equals signs; empty where the line has ended before it.
+  /// A column's text: what stands in ="...", else the column without quotes and equals signs. Empty where the line has
+  /// ended before it.
   [[nodiscard]] std::string_view Value(std::size_t column);
   [[nodiscard]] std::string_view StrippedValue(std::size_t column);
   /// The 18 columns from first on. Empty ones read as the bytes of when_empty, missing ones as no subclass.

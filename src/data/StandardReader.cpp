@@ -38,6 +38,31 @@ bool IsStripped(char c) {
   return c == '"' || c == '=';
 }
 
+/// Whether a column is ="text" as a whole.
+bool IsWrapped(std::string_view column) {
+  return column.size() >= 3 && column.starts_with("=\"") && column.back() == '"';
+}
+
+/// Splits a line at its TABs and commas, but not at the commas of a text that stands wrapped between two TABs.
+/// Throws std::out_of_range, with the first column set, where there are too many.
+std::size_t SplitLine(std::string_view line, std::array<std::string_view, MaxColumns>& columns) {
+  const bool may_have_both = line.find(',') != std::string_view::npos && line.find("\t=\"") != std::string_view::npos;
+  if (!may_have_both) return SplitColumns(line, columns);
+  std::array<std::string_view, MaxColumns> parts;
+  std::size_t count = 0;
+  for (std::size_t begin = 0, end = 0; begin <= line.size(); begin = end + 1) {
+    end = std::min(line.find('\t', begin), line.size());
+    const std::string_view piece = TrimBlanks(line.substr(begin, end - begin));
+    const bool whole = begin > 0 && IsWrapped(piece);
+    const std::size_t part_count = whole ? 1 : SplitColumns(piece, parts);
+    if (whole) parts[0] = piece;
+    if (count + part_count > MaxColumns) throw std::out_of_range("a line has more columns than it may");
+    std::copy_n(parts.begin(), part_count, columns.begin() + static_cast<std::ptrdiff_t>(count));
+    count += part_count;
+  }
+  return count;
+}
+
 bool HasStripped(std::string_view value) {
   for (const char c : value) {
     if (IsStripped(c)) return true;
@@ -102,7 +127,7 @@ void StandardReader::ReadLine(std::string_view line) {
   ++line_number_;
   std::size_t count = 0;
   try {
-    count = SplitColumns(line, columns_);
+    count = SplitLine(line, columns_);
   } catch (const std::out_of_range&) {
     if (SectionOf(columns_.front()) != nullptr) Skip(TooManyColumns);
     return;
@@ -153,16 +178,12 @@ bool StandardReader::IsHeaderLine(const Section& section, std::span<const std::s
 std::string_view StandardReader::Value(std::size_t column) {
   if (column >= line_.size()) return {};
   const std::string_view value = line_[column];
+  if (IsWrapped(value)) return value.substr(2, value.size() - 3);
   return HasStripped(value) ? StrippedValue(column) : value;
 }
 
 std::string_view StandardReader::StrippedValue(std::size_t column) {
   const std::string_view value = line_[column];
-  // The usual wrapping is taken off without a copy.
-  if (value.size() >= 3 && value[0] == '=' && value[1] == '"' && value.back() == '"') {
-    const std::string_view inner = value.substr(2, value.size() - 3);
-    if (!HasStripped(inner)) return inner;
-  }
   if (stripped_.size() <= column) stripped_.resize(MaxColumns);
   stripped_[column] = StripValue(value);
   return stripped_[column];
@@ -207,6 +228,7 @@ std::string_view StandardReader::ReadAngle(std::size_t column, double& degrees) 
   if (column < line_.size() && degree_type_.meaning == "D" && PlainNumber(line_[column], degrees)) return {};
   const std::string_view value = Value(column);
   if (TrimBlanks(value).empty()) return NoPosition;
+  if (value.find(',') != std::string_view::npos) return BadAngle;
   try {
     degrees = DegreesOfAngle(value, degree_type_.meaning);
   } catch (const std::out_of_range&) {

@@ -227,7 +227,53 @@ TEST_F(StandardReaderTest, APositionThatIsNoNumberIsNotTakenForZero) {
 }
 
 TEST_F(StandardReaderTest, AnIdentThatAnOwnCommaCutIsNotTakenForAPosition) {
-  ExpectSkipped("WPT\tD\tWGS84\t=\"A,B\"\t35.5\t139.25", "緯度または経度の書き方が不正です");
+  ExpectSkipped("WPT\tD\tWGS84\tA,B\t35.5\t139.25", "緯度または経度の書き方が不正です");
+  ExpectSkipped("WPT,D,WGS84,=\"A,B\",35.5,139.25", "緯度または経度の書き方が不正です");
+  ExpectSkipped("WPT\tD\tWGS84\tA\t=\"35,5\"\t139.25", "緯度または経度の書き方が不正です");
+}
+
+TEST_F(StandardReaderTest, AWrappedTextKeepsItsCommasQuotesAndEqualsSigns) {
+  const ImportSummary summary = ReadLines({"WPT\tD\tWGS84\t=\"HUT,2\"\t35.5\t135.25\t=\"A, B,\"\t=\"10\"",
+                                           "wpt\tD\tWGS84\t=\"\"\"\t35\t135\t=\",\"\"\"",
+                                           "WPT\tD\tWGS84\t =\"A=B\" \t35\t135\t=\"SAY \"HI\", X=1\"",
+                                           "RTH\t1\t=\"OUT,AND \"BACK\"\"\t1", "TRH\t1\tTRUE\t4\t=\"A,B\""});
+  EXPECT_EQ(summary.stored, (std::array<int, DataKindCount>{3, 1, 1}));
+  EXPECT_EQ(summary.skipped, 0);
+  EXPECT_EQ(summary.overfull, 0);
+  EXPECT_EQ(data_.d108[1].ident, "HUT,2");
+  EXPECT_EQ(data_.d108[1].cmnt, "A, B,");
+  EXPECT_EQ(data_.d108[1].lat_deg, 35.5);
+  EXPECT_EQ(data_.d108[1].smbl, 10);
+  EXPECT_EQ(data_.d108[2].ident, "\"");
+  EXPECT_EQ(data_.d108[2].cmnt, ",\"\"");
+  EXPECT_EQ(data_.d108[3].ident, "A=B");
+  EXPECT_EQ(data_.d108[3].cmnt, "SAY \"HI\", X=1");
+  EXPECT_EQ(data_.d202[1].rte_ident, "OUT,AND \"BACK\"");
+  EXPECT_EQ(data_.d310[1].trk_ident, "A,B");
+}
+
+TEST_F(StandardReaderTest, AWrappedTextAtTheEndOfALineKeepsItsCommas) {
+  ReadLines({ShortWaypoint("A") + std::string(38, '\t') + "=\"Y,Z\""});
+  const WaypointRecord record = data_.GetWaypoint(1);
+  EXPECT_NE(std::count(record.text.begin(), record.text.end(), "Y,Z"), 0);
+}
+
+TEST_F(StandardReaderTest, WhatIsNotWrappedAsAWholeIsSplitAsBefore) {
+  ReadLines({"WPT\tD\tWGS84\t=\"A\",35,135.25,=\"B\", 7", "WPT,D,WGS84,=\"A\",35,135.25,=\"C\"\t=\"8\""});
+  EXPECT_EQ(data_.d108[1].lon_deg, 135.25);
+  EXPECT_EQ(data_.d108[1].cmnt, "B");
+  EXPECT_EQ(data_.d108[1].smbl, 7);
+  EXPECT_EQ(data_.d108[2].cmnt, "C");
+  EXPECT_EQ(data_.d108[2].smbl, 8);
+}
+
+TEST_F(StandardReaderTest, ColumnsAreCountedWithAWrappedTextAsOne) {
+  const std::string text = "\t=\"" + std::string(300, ',') + "\"";
+  const std::string six = "WPT\tD\tWGS84\tA\t35\t135";
+  ExpectSkipped(six + text + std::string(250, '\t'), "列が多すぎます");
+  ExpectSkipped(six + text + std::string(250, ','), "列が多すぎます");
+  EXPECT_EQ(ReadLines({six + text + std::string(249, '\t')}).skipped, 0);
+  EXPECT_EQ(data_.d108[1].cmnt, std::string(300, ','));
 }
 
 TEST_F(StandardReaderTest, ZeroIsAPositionLikeOthers) {
@@ -442,7 +488,7 @@ TEST_F(StandardReaderTest, LinesEndWithAnyLineEnd) {
 }
 
 TEST_F(StandardReaderTest, ACommaSplitsAColumn) {
-  ReadLines({"WPT,D,WGS84,A,35.5,135.25,X", ShortWaypoint("B") + "\t=\"left,right\"\t10"});
+  ReadLines({"WPT,D,WGS84,A,35.5,135.25,X", ShortWaypoint("B") + "\tleft,right\t10"});
   EXPECT_EQ(data_.d108[1].cmnt, "X");
   EXPECT_EQ(data_.d108[2].cmnt, "LEFT");
   EXPECT_EQ(data_.d108[2].smbl, 0);
