@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/BusyGuard.h"
+#include "app/CutTexts.h"
 #include "app/WalrimMain.h"
 #include "text/Utf8.h"
 
@@ -21,6 +22,8 @@ constexpr std::string_view CheckedLinkAdvice =
 
 constexpr std::string_view EndRefusedNotice =
     "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
+
+constexpr std::string_view CutNotice = "切って送信した文字列があるため，内部データは削除しませんでした．";
 
 /// The most records that a message lists one by one.
 constexpr std::size_t LongestList = 20;
@@ -101,8 +104,18 @@ void WalrimMain::NoteReport(DataKind kind) {
   }
   if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
   if (!report.cut_records.empty()) {
+    something_lost_ = true;
     desktop_.ShowMessage(name + "長すぎる記録の文字列の末尾を切って送信しました：" + JoinNames(report.cut_records));
   }
+}
+
+/// Names and comments that the receiver's fields are too short for were cut without a sign on the line.
+void WalrimMain::NoteCutTexts(DataKind kind) {
+  const int cut = CountCutTexts(data_, kind, garmin_.session.protocols);
+  if (cut == 0) return;
+  something_lost_ = true;
+  notices_.push_back("(" + std::string(DataKindName(kind)) + ")受信機の欄より長い文字列が" + std::to_string(cut) +
+                     "件あり，末尾を切って送信しました．");
 }
 
 /// The status line is left empty, or tells what went wrong without a message.
@@ -247,9 +260,17 @@ void WalrimMain::RunAutoSaveAndCopy() {
   bool all_done = true;
   controls.DoCheck = controls.DownCheck;
   desktop_.ControlsChanged();
-  if (controls.AutoSave) all_done = ExportSelected() == Outcome::Done;
-  if (controls.AutoCopy) all_done = CopySelected() == Outcome::Done && all_done;
-  if (all_done && controls.AutoDelete) Delete_Click();
+  bool lost = false;
+  if (controls.AutoSave) {
+    all_done = ExportSelected() == Outcome::Done;
+    lost = something_lost_;
+  }
+  if (controls.AutoCopy) {
+    all_done = CopySelected() == Outcome::Done && all_done;
+    lost = lost || something_lost_;
+  }
+  something_lost_ = lost;
+  if (all_done) DeleteHandled(NotReadBackNotice);
   if (of_download.empty()) return;
   notices_.insert(notices_.begin(), of_download.begin(), of_download.end());
   ShowNotices();
@@ -271,6 +292,7 @@ Outcome WalrimMain::GpsUpLoad_Click() {
   {
     const BusyGuard guard(busy_);
     notices_.clear();
+    something_lost_ = false;
     controls.CancelEnabled = true;
     desktop_.ControlsChanged();
     cancel_requested_ = false;
@@ -280,7 +302,7 @@ Outcome WalrimMain::GpsUpLoad_Click() {
     controls.CancelEnabled = false;
     desktop_.ControlsChanged();
   }
-  if (outcome == Outcome::Done && controls.AutoDelete) Delete_Click();
+  if (outcome == Outcome::Done) DeleteHandled(CutNotice);
   return outcome;
 }
 
@@ -305,6 +327,7 @@ WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
   const bool end_refused = garmin_.session.report.end_refused;
   const bool all_taken = garmin_.session.report.refused_records == 0 && !end_refused;
   NoteReport(kind);
+  NoteCutTexts(kind);
   if (result == TransferTimedOut) {
     desktop_.ShowMessage(LinkLostMessage);
     return {false, Outcome::LinkLost};

@@ -5,9 +5,11 @@
 
 #include "app/BusyGuard.h"
 #include "app/FileStore.h"
+#include "app/ReadBack.h"
 #include "app/WalrimMain.h"
 #include "text/Cp932.h"
 #include "text/Numbers.h"
+#include "text/Utf8.h"
 
 namespace walrim {
 
@@ -90,14 +92,27 @@ std::optional<std::string> WalrimMain::EncodeText(const std::string& text) {
   return text;
 }
 
-/// Only what was really written, or copied, may go.
-Outcome WalrimMain::DeleteBehind(Outcome outcome) {
-  if (outcome == Outcome::Done && controls.AutoDelete) Delete_Click();
-  return outcome;
+/// What AutoDelete does behind a command that did all it was asked for: only what was kept elsewhere as a whole may go.
+void WalrimMain::DeleteHandled(std::string_view lost) {
+  if (!controls.AutoDelete) return;
+  if (something_lost_) {
+    notices_.emplace_back(lost);
+    ShowNotices();
+  } else {
+    Delete_Click();
+  }
+}
+
+/// Whether a text that was written reads back as the kinds it was written of.
+bool WalrimMain::GivesBack(const std::string& text) {
+  const FileFormat format = OutputTypeOfName(controls.OutputTypeOption).format;
+  return ReadsBack(data_, WantedKinds(), text, format, controls.UTCOffsetNum);
 }
 
 Outcome WalrimMain::FileExport_Click() {
-  return DeleteBehind(ExportSelected());
+  const Outcome outcome = ExportSelected();
+  if (outcome == Outcome::Done) DeleteHandled(NotReadBackNotice);
+  return outcome;
 }
 
 Outcome WalrimMain::ExportSelected() {
@@ -131,6 +146,10 @@ Outcome WalrimMain::ExportTo(const std::string& path) {
     return Outcome::Refused;
   }
   const Outcome outcome = WriteText(path, BuildText());
+  if (outcome == Outcome::Done && controls.AutoDelete) {
+    auto bytes = ReadWholeFile(path);
+    something_lost_ = !bytes || !GivesBack(DecodeOwnedText(*std::move(bytes)));
+  }
   status.SetCaption("");
   return outcome;
 }
@@ -153,7 +172,9 @@ Outcome WalrimMain::WriteText(const std::string& path, const std::optional<std::
 }
 
 Outcome WalrimMain::Copy_Click() {
-  return DeleteBehind(CopySelected());
+  const Outcome outcome = CopySelected();
+  if (outcome == Outcome::Done) DeleteHandled(NotReadBackNotice);
+  return outcome;
 }
 
 Outcome WalrimMain::CopySelected() {
@@ -169,6 +190,7 @@ Outcome WalrimMain::CopySelected() {
     return Outcome::Refused;
   }
   desktop_.SetClipboardText(*text);
+  something_lost_ = controls.AutoDelete && !GivesBack(*text);
   return Outcome::Done;
 }
 

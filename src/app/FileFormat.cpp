@@ -1,9 +1,7 @@
 #include "app/FileFormat.h"
 
-#include <stdexcept>
 #include <string>
 
-#include "geo/GeneralLib.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -23,14 +21,9 @@ constexpr FirstColumn FirstColumns[] = {
     {"TP", FileFormat::WptPlus},
 };
 
-/// First column of the first line, in upper case; empty when the line has too many columns.
+/// First column of the first line, in upper case.
 std::string FirstWord(std::string_view text) {
-  const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
-  try {
-    return UpperCase(SplitColumns(line).front());
-  } catch (const std::out_of_range&) {
-    return {};
-  }
+  return UpperCase(TrimBlanks(text.substr(0, text.find_first_of("\t,\r\n"))));
 }
 
 }  // namespace

@@ -9,12 +9,11 @@
 #include "app/ImportReport.h"
 #include "app/ImportSource.h"
 #include "app/PrivateFolder.h"
+#include "app/TextImport.h"
 #include "app/WalrimMain.h"
 #include "data/WaypointValues.h"
 #include "device/NameTables.h"
 #include "dialogs/MapPoint.h"
-#include "formats/MpsWpt.h"
-#include "formats/ProAtlas.h"
 #include "text/Numbers.h"
 #include "text/Utf8.h"
 
@@ -112,26 +111,8 @@ Outcome WalrimMain::ReadFileIn(const std::string& path) {
 }
 
 void WalrimMain::ReadTextIn(const std::string& text, FileFormat format) {
-  if (format == FileFormat::Standard) {
-    StandardReader reader(data_, controls.UTCOffsetNum);
-    reader.ReadText(text);
-    last_import_.summary = reader.Summary();
-  } else if (format == FileFormat::WptPlus) {
-    ReadWptIn(text);
-  } else {
-    const Conversion wpt = ConvertScriptToWpt(text);
-    ReadWptIn(wpt.text);
-    last_import_.skipped_statements = wpt.skipped;
-    last_import_.first_skipped_statement_why = wpt.first_skipped_why;
-  }
+  last_import_ = ReadTextInto(data_, text, format, controls.UTCOffsetNum);
   ShowCounters(last_import_.summary);
-}
-
-void WalrimMain::ReadWptIn(const std::string& text) {
-  WptReader reader(data_, controls.UTCOffsetNum);
-  reader.ReadText(text);
-  last_import_.summary = reader.Summary();
-  last_import_.messages = reader.Messages();
 }
 
 void WalrimMain::ShowCounters(const ImportSummary& summary) {

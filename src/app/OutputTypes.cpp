@@ -9,9 +9,9 @@ namespace walrim {
 namespace {
 
 constexpr OutputType Types[] = {
-    {"標準", "grc", "標準ファイル (*.grc)|*.grc|"},
-    {"WPT+", "txt", "WPT+ファイル (*.txt)|*.txt|"},
-    {"MPS", "mps", "MPSファイル (*.mps)|*.mps|"},
+    {"標準", "grc", "標準ファイル (*.grc)|*.grc|", FileFormat::Standard},
+    {"WPT+", "txt", "WPT+ファイル (*.txt)|*.txt|", FileFormat::WptPlus},
+    {"MPS", "mps", "MPSファイル (*.mps)|*.mps|", FileFormat::MapServerScript},
 };
 
 template <typename Matches>

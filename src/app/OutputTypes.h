@@ -5,12 +5,15 @@
 #include <string>
 #include <string_view>
 
+#include "app/FileFormat.h"
+
 namespace walrim {
 
 struct OutputType {
   std::string_view name;       ///< as OutputTypeOption shows it
   std::string_view extension;  ///< of its files, without the point
   std::string_view filter;     ///< entry of the file dialogs' filter
+  FileFormat format;           ///< what its texts are read as
 };
 
 /// All output types in the order of OutputTypeOption.

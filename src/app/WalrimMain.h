@@ -38,6 +38,9 @@ inline constexpr std::uint32_t FullBackColor = 0x8000000F;    ///< at the limit:
 /// The question before a file is replaced, and the message that a file cannot be written.
 [[nodiscard]] std::string OverwriteQuestion(std::string_view path);
 [[nodiscard]] std::string WriteProblemText(std::string_view path, std::string_view detail);
+/// Why AutoDelete deleted nothing behind an export or a copy.
+inline constexpr std::string_view NotReadBackNotice =
+    "書き出した内容を読み戻すと失われるものがあるため，内部データは削除しませんでした．";
 /// The message that a kind can take no more.
 [[nodiscard]] std::string CapacityMessage(DataKind kind);
 
@@ -192,7 +195,9 @@ class WalrimMain {
   void GpsNum_Change(DataKind kind);
   Outcome ExportSelected();
   Outcome CopySelected();
-  Outcome DeleteBehind(Outcome outcome);
+  void DeleteHandled(std::string_view lost);
+  [[nodiscard]] bool GivesBack(const std::string& text);
+  void NoteCutTexts(DataKind kind);
   [[nodiscard]] bool SomethingToWrite();
   Outcome WriteText(const std::string& path, const std::optional<std::string>& text);
   [[nodiscard]] std::array<bool, DataKindCount> WantedKinds() const;
@@ -214,7 +219,6 @@ class WalrimMain {
   Outcome EndImport(Outcome outcome);
   Outcome ReadFileIn(const std::string& path);
   void ReadTextIn(const std::string& text, FileFormat format);
-  void ReadWptIn(const std::string& text);
   Outcome ImportText(const std::string& text, std::string_view link_status);
   Outcome ImportFileLink(const std::string& link);
   Outcome FetchLink(const std::string& link);
@@ -237,6 +241,8 @@ class WalrimMain {
   std::array<bool, DataKindCount> loaded_{};
   std::array<bool, DataKindCount> capacity_warned_{};
   bool damaged_records_came_ = false;
+  /// What the last command wrote or sent is less than what is held: AutoDelete deletes nothing.
+  bool something_lost_ = false;
   bool busy_ = false;
   bool cancel_requested_ = false;
 };
