@@ -429,7 +429,7 @@ TEST_F(EndToEnd, ACommaThatCutATextIsTold) {
   const Receiver receiver(WithMemory());
   ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--kinds", "waypoint"}).status, 0);
   std::string text = FileContents(Path("a.grc"));
-  text.replace(text.find("SOUTH WEST"), 10, "SOUTH,WEST");
+  text.replace(text.find("=\"SOUTH WEST"), 12, "SOUTH,\"WEST");
   PutFile(Path("b.grc"), text);
   const Result convert = Run({"convert", Path("b.grc"), "-o", "-", "--quiet"});
   EXPECT_EQ(convert.status, 0);
