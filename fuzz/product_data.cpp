@@ -1,9 +1,10 @@
 // Whoever answers the product request, and with what: identification ends with the port closed, and the protocols
 // chosen are ones that the transfers know.
 //
-// The first byte's lowest bit chooses the checked link. The rest is a list of frames: id, number of data bytes, data.
+// The first byte chooses the link, or lets it be chosen. The rest is a list of frames: id, number of data bytes, data.
 // The last one may be cut short. An id of 0 stands for bytes on the line that are no frame.
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -21,8 +22,9 @@ using namespace walrim;
 
 namespace {
 
-/// Of a packet on the checked link.
+/// Of a packet on the checked link. Any number of frames is acknowledged.
 constexpr std::size_t MostTries = 3;
+constexpr int Ack = 6;
 
 Bytes WireBytes(std::span<const std::uint8_t> input) {
   Bytes wire;
@@ -67,10 +69,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   RecordingDesktop desktop;
   Garmin garmin(*data, port, clock, loop, desktop);
   const std::span<const std::uint8_t> input(bytes, size);
-  garmin.session.checked_link = !input.empty() && input[0] % 2 == 1;
-  const std::size_t most_sent = garmin.session.checked_link ? MostTries : 1;
+  constexpr std::array choices{LinkChoice::Plain, LinkChoice::Checked, LinkChoice::Automatic};
+  garmin.session.link_choice = choices[input.empty() ? 0 : input[0] % choices.size()];
+  const std::size_t most_sent = garmin.session.link_choice == LinkChoice::Checked ? MostTries : 1;
   const Bytes answer = WireBytes(input.subspan(std::min<std::size_t>(1, size)));
-  port.script = [&answer](const Bytes&) {
+  port.script = [&answer](const Bytes& sent) {
+    if (sent.at(1) == Ack) return std::vector<ScriptedPort::Answer>{};
     return std::vector<ScriptedPort::Answer>{{std::chrono::milliseconds{2}, answer}};
   };
   bool identified = false;
@@ -87,6 +91,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   }
   const DeviceProtocols& protocols = garmin.session.protocols;
   if (identified ? !Known(protocols) : protocols != Unidentified()) std::abort();
-  if (port.PortOpen() || port.sent.empty() || port.sent.size() > most_sent) std::abort();
+  const auto asked =
+      std::count_if(port.sent.begin(), port.sent.end(), [](const Bytes& sent) { return sent.at(1) != Ack; });
+  if (port.PortOpen() || port.sent.empty() || static_cast<std::size_t>(asked) > most_sent) std::abort();
   return 0;
 }

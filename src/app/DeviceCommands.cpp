@@ -17,8 +17,7 @@ constexpr std::string_view BadAnswerMessage = "受信機からの応答が正し
 constexpr std::string_view BadDataMessage = "受信データが異常なため，通信を中止しました．";
 
 /// What helps against damaged records, which a checked link never takes.
-constexpr std::string_view CheckedLinkAdvice =
-    "「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
+constexpr std::string_view CheckedLinkAdvice = "「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
 
 constexpr std::string_view EndRefusedNotice =
     "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
@@ -31,6 +30,12 @@ constexpr std::size_t LongestList = 20;
 /// A port that was there when the receiver was identified, and is no more: the adapter was pulled between two kinds.
 bool PortIsGone(const PortResult& result) {
   return result.problem == PortProblem::Missing || result.problem == PortProblem::Other;
+}
+
+/// Which link the transfers use, for the status line.
+std::string LinkText(const DeviceSession& session) {
+  const std::string text = session.checked_link ? "誤り検査：する" : "誤り検査：しない";
+  return session.link_choice == LinkChoice::Automatic ? text + "（自動）" : text;
 }
 
 std::string JoinNames(const std::vector<std::string>& names) {
@@ -52,7 +57,7 @@ void WalrimMain::Cancel_Click() {
 ProductInfo WalrimMain::IdentifyDevice() {
   StatusLine& status = garmin_.Status();
   status.SetCaption("Initializing Device");
-  garmin_.session.checked_link = controls.CheckedLink;
+  garmin_.session.link_choice = controls.CheckedLink;
   garmin_.session.TransferAborted = false;
   damaged_records_came_ = false;
   try {
@@ -65,6 +70,7 @@ ProductInfo WalrimMain::IdentifyDevice() {
   controls.GpsInfo =
       WithoutControlCharacters(device_info_.Description) + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
   desktop_.ControlsChanged();
+  if (device_info_.ProductId > 0) status.SetCaption(LinkText(garmin_.session));
   return device_info_;
 }
 

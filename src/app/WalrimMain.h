@@ -59,7 +59,7 @@ struct Controls {
   bool CancelEnabled = false;
 
   std::string CommPort = "1";  ///< port number 1 to 4, or what else the serial port knows
-  bool CheckedLink = false;    ///< damaged frames are asked for again, and no burst is waited for
+  LinkChoice CheckedLink = LinkChoice::Automatic;
   std::string OutputTypeOption = "標準";
   std::string DegreeType = "D";
   std::string Datum = "WGS84";

@@ -110,8 +110,15 @@ void Parser::AddLine(CLI::App& command) {
   command.add_option("--pacing", arguments.pacing_factor, "Receive pacing factor (default 1.0)")
       ->type_name("X")
       ->check(PacingRange);
-  command.add_flag("--checked-link", arguments.checked_link,
-                   "Test checksums, ask for damaged frames again, and wait no longer than for a whole answer");
+  const auto add_link = [&](const char* name, LinkChoice choice, const char* help) {
+    return command.add_flag_callback(
+        name, [this, choice] { arguments.link = choice; }, help);
+  };
+  CLI::Option* checked = add_link("--checked-link", LinkChoice::Checked,
+                                  "Always test checksums, ask for damaged frames again, and wait no longer than for a "
+                                  "whole answer (default: where the receiver's first answer is framed as published)");
+  CLI::Option* plain = add_link("--plain-link", LinkChoice::Plain, "Never do so: damage is told, not mended");
+  plain->excludes(checked);
   command.add_option("--trace", arguments.trace_path, "Write every frame of the line to a file")
       ->type_name("FILE")
       ->check(NotEmpty);

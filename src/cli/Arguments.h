@@ -35,7 +35,7 @@ struct Arguments {
   bool force = false;
   bool quiet = false;
   float pacing_factor = 1.0F;
-  bool checked_link = false;
+  LinkChoice link = LinkChoice::Automatic;
   std::string trace_path;  ///< empty: no trace
   MpsOptions mps_options;
 };

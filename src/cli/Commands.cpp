@@ -59,7 +59,7 @@ class Terminal {
         main_(port_, clock_, watchdog_, desktop_) {
     Controls& controls = main_.controls;
     controls.CommPort = arguments.port;
-    controls.CheckedLink = arguments.checked_link;
+    controls.CheckedLink = arguments.link;
     controls.DegreeType = arguments.degree_type;
     controls.Datum = arguments.datum;
     controls.UTCOffsetNum = arguments.utc_offset_hours;

@@ -282,6 +282,23 @@ void PacketLink::CheckedExchange::FinishBurst(int& frames) {
     CountInBurst(frames);
 }
 
+void PacketLink::CheckedExchange::AcknowledgeRest() {
+  started_at_ = link_.clock_.Monotonic();
+  while (NextFrame(QuietTime) != Found::Nothing && link_.clock_.Monotonic() - started_at_ < ReceiveTimeoutTime) {
+    const Frame& frame = reader_.Last();
+    const bool verdict = frame.Id() == Pid_Ack_Byte || frame.Id() == Pid_Nak_Byte;
+    if (!frame.damaged && !verdict) link_.Acknowledge(frame.Id());
+  }
+}
+
+void PacketLink::AcknowledgeInput() {
+  try {
+    CheckedExchange(*this, ExpectedAnswer::OneFrame).AcknowledgeRest();
+  } catch (const std::out_of_range&) {
+    DrainInput();
+  }
+}
+
 PacketReply PacketLink::ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer) {
   int frames_before = std::exchange(burst_frames_, 0);
   if (frames_before > 0) CheckedExchange(*this, answer).FinishBurst(frames_before);

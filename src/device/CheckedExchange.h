@@ -21,6 +21,8 @@ class PacketLink::CheckedExchange {
   /// Drops what still comes of a burst of which so many frames have been taken, and counts it. Throws
   /// std::out_of_range when they are more than a burst can have.
   void FinishBurst(int& frames);
+  /// See PacketLink::AcknowledgeInput.
+  void AcknowledgeRest();
 
  private:
   enum class Trouble { None, Silence, Refused, Damaged, AckMissing };

@@ -33,6 +33,13 @@ struct TransferReport {
   std::vector<std::string> replaced_records;  ///< sent records with a symbol or colour that the receiver lacks
 };
 
+/// The link of the transfers behind an identification, as the user wants it.
+enum class LinkChoice {
+  Automatic,  ///< the checked one where the answer to the identification keeps to the published framing
+  Checked,
+  Plain
+};
+
 /// One run's state of the device module; owned by Garmin.
 struct DeviceSession {
   LinkPids link_pids;
@@ -40,7 +47,8 @@ struct DeviceSession {
   DeviceProtocols protocols = ProtocolsBeforeIdentification();
   bool TransferAborted = false;  ///< the cancel and failure flag of all transfers
   std::int32_t RecordsAnnounced = 0;
-  bool checked_link = false;   ///< frames are tested, damaged ones sent again, and no burst is waited for
+  LinkChoice link_choice = LinkChoice::Automatic;
+  bool checked_link = false;   ///< in use: frames are tested, damaged ones sent again, and no burst is waited for
   float pacing_factor = 1.0F;  ///< stretches the settle time of received bursts; 0 is taken as 1
   TransferReport report;
   std::int64_t input_seen = 0;  ///< grows over the whole run whenever something comes: whoever waits sees progress

@@ -51,8 +51,9 @@ class Garmin {
   [[nodiscard]] const PortResult& LastPortResult() const { return link_.LastPortResult(); }
   [[nodiscard]] StatusLine& Status() { return status_; }
 
-  /// Identifies the receiver at a port and chooses its protocols. Shows the port-in-use message and returns an empty
-  /// ProductInfo when the port cannot be opened. A silent receiver gives id -1.
+  /// Identifies the receiver at a port, and chooses its protocols and the link (session.checked_link). Shows the
+  /// port-in-use message and returns an empty ProductInfo when the port cannot be opened. A silent receiver gives id
+  /// -1.
   [[nodiscard]] ProductInfo ConnectDevice(std::string_view port_name);
   /// The product request alone.
   [[nodiscard]] ProductInfo RequestProduct(std::string_view port_name);
@@ -119,6 +120,9 @@ class Garmin {
   void ShowPortProblem(std::string_view port_name);
   void SendAbort();
   void AbandonTransfer();
+  /// Where the choice is automatic: chooses by the answer to the product request, and reads that as it was published.
+  void ChooseLink(PacketReply& reply);
+  [[nodiscard]] static ProductInfo ReadProduct(const Frame& frame);
   void ReceiveBehindAck(PacketReply& reply, int ack_slot);
   void NoteFirstAnswer(const PacketReply& reply);
   void ShowDataLoss();

@@ -64,6 +64,7 @@ ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
     return {};
   }
   SetDefaultProtocols();
+  session.checked_link = session.link_choice == LinkChoice::Checked;
   ProductInfo info = RequestProduct(port_name);
   if (!info.Description.empty()) ChooseProtocols(info.Description, session.protocols);
   // A silent receiver says nothing about the data that are held.
@@ -79,16 +80,35 @@ ProductInfo Garmin::RequestProduct(std::string_view port_name) {
   const PortGuard guard(link_);
   PacketReply reply = ExchangePacket(Pid_Product_Rqst);
   if (reply.Count < 0) return silent;
-  const int ack = FindAckSlot(reply);
-  if (ack < 0) return {};
-  ReceiveBehindAck(reply, ack);
+  if (FindAckSlot(reply) < 0) return {};
+  ReceiveBehindAck(reply, FindAckSlot(reply));
   if (reply.Count < 0) return silent;
-  // Some receivers tell more about themselves unasked; the next exchange would take it for its answer.
-  link_.DrainInput();
-  const Frame& frame = reply.Slot(ack + 1);
+  ChooseLink(reply);
+  const Frame& frame = reply.Slot(FindAckSlot(reply) + 1);
   // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
-  if (frame.bytes[0] != DLE || frame.Id() != Pid_Product_Data) return {};
+  const bool is_product = frame.bytes[0] == DLE && frame.Id() == Pid_Product_Data;
+  // Some receivers tell more about themselves, some once their product data are acknowledged; the next exchange would
+  // take it for its answer.
+  if (is_product && session.checked_link) {
+    link_.Acknowledge(Pid_Product_Data);
+    link_.AcknowledgeInput();
+  } else {
+    link_.DrainInput();
+  }
+  return is_product ? ReadProduct(frame) : ProductInfo{};
+}
 
+void Garmin::ChooseLink(PacketReply& reply) {
+  if (session.link_choice == LinkChoice::Automatic) {
+    if (auto published = link_.AnswerAsPublished()) {
+      session.checked_link = true;
+      reply = *published;
+    }
+  }
+  link_.Note(session.checked_link ? "checked link" : "plain link");
+}
+
+ProductInfo Garmin::ReadProduct(const Frame& frame) {
   const ByteBuffer data = PacketData(frame);
   ProductInfo info;
   info.ProductId = IntegerFromBytes(data);

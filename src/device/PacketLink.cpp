@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "device/CheckedFrameReader.h"
+
 namespace walrim {
 
 namespace {
@@ -156,6 +158,7 @@ Frame PacketLink::ReceivePacket() {
       WaitForBurst(last_progress, timed_out);
       continue;
     }
+    heard_.push_back(*byte);
     bool ended = false;
     try {
       ended = builder.Take(*byte);
@@ -246,8 +249,27 @@ void PacketLink::ReceiveMore(PacketReply& reply) {
 
 PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data) {
   port_.ClearInBuffer();
+  heard_.clear();
   SendPacket(packet_id, data);
   return ReceivePackets();
+}
+
+std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
+  using Found = CheckedFrameReader::Found;
+  CheckedFrameReader reader;
+  PacketReply reply;
+  for (const std::uint8_t byte : heard_) {
+    const Found found = reader.Take(byte);
+    if (found == Found::Nothing) continue;
+    if (found == Found::DamagedFrame || reader.Skipped() > 0) return std::nullopt;
+    if (reply.Count < PacketReply::LastSlot) reply.slots.at(static_cast<std::size_t>(++reply.Count)) = reader.Last();
+  }
+  if (reader.Pending() || reply.Count == 0) return std::nullopt;
+  return reply;
+}
+
+void PacketLink::Acknowledge(int packet_id) {
+  SendPacket(Pid_Ack_Byte, IntegerToBuffer(packet_id));
 }
 
 void PacketLink::DrainInput(nanoseconds quiet) {

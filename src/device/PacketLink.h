@@ -1,6 +1,6 @@
 // The packet link to a receiver: frames over a serial port, sent and received.
 //
-// By default the link does not test the checksum of what it receives, sends no NAK and repeats nothing; damage is only
+// The plain link does not test the checksum of what it receives, sends no NAK and repeats nothing; damage is only
 // noted. A checked link (DeviceSession::checked_link) tests, has damaged frames sent again, and waits no longer than
 // for the frames that an exchange can have.
 #pragma once
@@ -9,7 +9,9 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "device/ByteBuffer.h"
 #include "device/DeviceSession.h"
@@ -84,6 +86,10 @@ class PacketLink {
   void ReceiveMore(PacketReply& reply);
   /// Drops what has come, sends, and receives the answer.
   [[nodiscard]] PacketReply ExchangeData(int packet_id, const ByteBuffer& data);
+  /// The frames of everything that has come since ExchangeData dropped what was there, read as they were published:
+  /// none of their data ends one. Nothing where a size, a checksum or a doubled byte is wrong, or a byte belongs to no
+  /// frame.
+  [[nodiscard]] std::optional<PacketReply> AnswerAsPublished() const;
   /// The same on a checked link, where the answer can have as many frames as answer says. A damaged frame is answered
   /// with NAK, a NAK with the packet once more; after three tries, and after a silence of 1.5 s, the frames that are
   /// whole are the reply, or ReceiveTimeout where none is. The reply has no damaged frame but an ACK: one whose answer
@@ -94,6 +100,12 @@ class PacketLink {
 
   /// Drops what comes until the line has been quiet for so long, a second and a half at most.
   void DrainInput(std::chrono::nanoseconds quiet = QuietTime);
+  /// Acknowledges a packet whose ACK nothing answers.
+  void Acknowledge(int packet_id);
+  /// Acknowledges what comes unasked until the line has been quiet for a moment, a second and a half at most.
+  void AcknowledgeInput();
+  /// Writes a line of text into the trace.
+  void Note(std::string_view text);
 
   /// Lets the event loop run.
   void YieldOnce() { event_loop_.Yield(); }
@@ -109,7 +121,6 @@ class PacketLink {
   void Rest(std::chrono::milliseconds at_most);
   void YieldNowAndThen();
   [[nodiscard]] std::chrono::nanoseconds TraceTime() const { return clock_.Monotonic() - trace_start_; }
-  void Note(std::string_view text);
 
   SerialPort& port_;
   const Clock& clock_;
@@ -120,6 +131,7 @@ class PacketLink {
   std::chrono::nanoseconds last_yield_{};
   bool input_while_sending_ = false;  ///< something came before the last packet had left
   int burst_frames_ = 0;              ///< frames of the last checked exchange; 0 when it failed
+  std::vector<std::uint8_t> heard_;   ///< bytes of the last exchange of the plain link
   PortResult last_port_result_;
 };
 

@@ -41,6 +41,18 @@ void ControlBinder::Bind(QComboBox& box, std::string& value) {
   });
 }
 
+void ControlBinder::Bind(QComboBox& box, LinkChoice& value) {
+  QObject::connect(&box, &QComboBox::currentIndexChanged, &box, [this, &box, &value](int index) {
+    if (index < 0) return;
+    value = static_cast<LinkChoice>(box.itemData(index).toInt());
+    changed_();
+  });
+  show_.emplace_back([&box, &value] {
+    const QSignalBlocker blocker(box);
+    box.setCurrentIndex(box.findData(static_cast<int>(value)));
+  });
+}
+
 void ControlBinder::Show() const {
   for (const auto& show : show_)
     show();

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "device/DeviceSession.h"
+
 class QCheckBox;
 class QComboBox;
 class QSpinBox;
@@ -22,6 +24,8 @@ class ControlBinder {
   void Bind(QSpinBox& box, int& value);
   /// value is the data (a text) of the entry that is chosen.
   void Bind(QComboBox& box, std::string& value);
+  /// value is the data (its number) of the entry that is chosen.
+  void Bind(QComboBox& box, LinkChoice& value);
 
   /// Shows every bound value.
   void Show() const;

@@ -1,8 +1,8 @@
 #include "window/MainWindow.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QGridLayout>
@@ -35,6 +35,16 @@ namespace {
 /// Fits a screen of 1024 x 768 with the desktop's own bars.
 constexpr QSize StartSize{1024, 680};
 constexpr int ProgressWidth = 160;
+
+QComboBox* MakeLinkChoice() {
+  QComboBox* box = MakeComboBox("CheckedLink",
+                                "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります．"
+                                "「自動」は，受信機の最初の応答が正しい形であればそうします");
+  box->addItem(QString::fromUtf8("自動"), static_cast<int>(LinkChoice::Automatic));
+  box->addItem(QString::fromUtf8("する"), static_cast<int>(LinkChoice::Checked));
+  box->addItem(QString::fromUtf8("しない"), static_cast<int>(LinkChoice::Plain));
+  return box;
+}
 
 std::vector<std::string> ToStrings(const QStringList& texts) {
   std::vector<std::string> strings;
@@ -84,13 +94,13 @@ QGroupBox* MainWindow::MakeDeviceGroup() {
   gps_info_ = new ElidedLabel("GpsInfo", Qt::ElideRight);
   port_box_->setToolTip(QString::fromUtf8("受信機をつないだシリアルポート"));
   binder_.Bind(*port_box_, main_.controls.CommPort);
-  checked_link_ = MakeCheckBox("CheckedLink", "誤り検査(&K)",
-                               "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります");
+  checked_link_ = MakeLinkChoice();
   binder_.Bind(*checked_link_, main_.controls.CheckedLink);
   gps_info_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
   gps_info_->setMargin(gps_info_->fontMetrics().averageCharWidth() / 2);
   line->addWidget(MakeCaption("ポート(&P)", *port_box_));
   line->addWidget(port_box_);
+  line->addWidget(MakeCaption("誤り検査(&K)", *checked_link_));
   line->addWidget(checked_link_);
   line->addWidget(get_gps_info_);
   line->addWidget(gps_info_, 1);

@@ -16,7 +16,7 @@
 #include "window/WindowDialogs.h"
 
 class QAction;
-class QCheckBox;
+class QComboBox;
 class QGroupBox;
 class QProgressBar;
 class QPushButton;
@@ -98,7 +98,7 @@ class MainWindow : public QMainWindow {
   ControlBinder binder_;
   PortBox::Ports ports_;
   PortBox* port_box_ = nullptr;
-  QCheckBox* checked_link_ = nullptr;
+  QComboBox* checked_link_ = nullptr;
   QPushButton* get_gps_info_ = nullptr;
   ElidedLabel* gps_info_ = nullptr;
   DataPanel* data_panel_ = nullptr;

@@ -20,6 +20,7 @@ class DeviceCommandsTest : public ::testing::Test {
  protected:
   DeviceCommandsTest() {
     receiver.description = "GPS 12 Software";
+    main.controls.CheckedLink = LinkChoice::Plain;
     receiver.packets_of[WaypointCommand] = {Waypoint("W1"), Waypoint("W2")};
     receiver.packets_of[RouteCommand] = {RouteHeaderPacket("R1"), {30, Waypoint("P1").data}};
     receiver.packets_of[TrackCommand] = {Track(true), Track(false), Track(true)};
@@ -83,6 +84,38 @@ TEST_F(DeviceCommandsTest, InfoShowsTheReceiverAndItsCounts) {
   EXPECT_EQ(desktop.caption, "");
   EXPECT_FALSE(main.Busy());
   EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(DeviceCommandsTest, TheStatusLineSaysWhichLinkIsUsed) {
+  const std::pair<LinkChoice, std::string_view> texts[] = {{LinkChoice::Plain, "誤り検査：しない"},
+                                                           {LinkChoice::Checked, "誤り検査：する"},
+                                                           {LinkChoice::Automatic, "誤り検査：する（自動）"}};
+  for (const auto& [choice, text] : texts) {
+    desktop.captions.clear();
+    main.controls.CheckedLink = choice;
+    EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
+    EXPECT_TRUE(desktop.Showed(text)) << text;
+  }
+}
+
+TEST_F(DeviceCommandsTest, WhereTheFirstAnswerIsSpoiltThePlainLinkIsChosenAndSaid) {
+  main.controls.CheckedLink = LinkChoice::Automatic;
+  const auto answer = port.script;
+  port.script = [&](const Bytes& wire) {
+    auto answers = answer(wire);
+    if (wire.at(1) == 254) answers.at(0).bytes.at(5) ^= 0x01;  // the checksum of the ACK
+    return answers;
+  };
+  receiver.packets_of[WaypointCommand][0].data[14] = 0x10;
+  receiver.packets_of[WaypointCommand][0].data[15] = 0x03;
+  TickDownload(true, false, false);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_TRUE(desktop.Showed("誤り検査：しない（自動）"));
+  EXPECT_TRUE(main.DamagedRecordsCame());
+  port.script = answer;
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_TRUE(desktop.Showed("誤り検査：する（自動）"));
+  EXPECT_FALSE(main.DamagedRecordsCame());
 }
 
 TEST_F(DeviceCommandsTest, InfoOfASilentReceiverShowsTheDescriptionAndNothingElse) {
@@ -281,7 +314,7 @@ TEST_F(DeviceCommandsTest, DamagedRecordsAreTold) {
   EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
   const std::string notice =
       "(Waypoint)破損した記録が1件届きました．"
-      "「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
+      "「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
   EXPECT_EQ(main.TakeNotices(), std::vector<std::string>{notice});
   EXPECT_EQ(desktop.caption, notice);
   EXPECT_TRUE(main.TakeNotices().empty());
@@ -533,7 +566,7 @@ TEST_F(DeviceCommandsTest, AnUploadWhoseEndStaysRefusedOrUnansweredRunsNoAutoDel
       DownloadAll();
       TickDo(true, false, false);
       main.controls.AutoDelete = true;
-      main.controls.CheckedLink = checked;
+      main.controls.CheckedLink = checked ? LinkChoice::Checked : LinkChoice::Plain;
       port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
         if (wire.at(1) != 12) return answer(wire);
         if (!answered) return {};

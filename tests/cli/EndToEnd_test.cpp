@@ -206,7 +206,7 @@ TEST_P(Faults, EndWithAMessageAStatusAndTheOldFileUntouchedUnlessDone) {
   PutFile(Path("a.grc"), "old");
   {
     const Receiver faulty(WithMemory({"--fault", GetParam().fault}));
-    const Result download = OnLine("download", faulty, {"-o", Path("a.grc"), "--force"});
+    const Result download = OnLine("download", faulty, {"-o", Path("a.grc"), "--force", "--plain-link"});
     EXPECT_EQ(download.status, GetParam().status) << download.err;
     EXPECT_TRUE(download.Said(GetParam().says)) << download.err;
   }
@@ -268,19 +268,39 @@ TEST_F(EndToEnd, SixFramesInABurstFailOnTheCheckedLinkAtTheLinesPace) {
   EXPECT_TRUE(download.Said("受信データが異常なため，通信を中止しました．")) << download.err;
 }
 
+TEST_F(EndToEnd, WithoutAnOptionTheLinkIsChosenSaidAndMendsDamage) {
+  const Receiver faulty(WithMemory({"--fault", "bad-checksum=1"}));
+  const Result download = OnLine("download", faulty, {"-o", Path("a.grc"), "--trace", Path("trace")});
+  EXPECT_EQ(download.status, 0) << download.err;
+  EXPECT_FALSE(download.Said("破損")) << download.err;
+  EXPECT_TRUE(download.Said("誤り検査：する（自動）\n")) << download.err;
+  const std::string trace = FileContents(Path("trace"));
+  EXPECT_NE(trace.find("\t--\tchecked link\n"), std::string::npos) << trace;
+  EXPECT_NE(trace.find("\tTX\t6\t2\t10 06 02 FF 00 F9 10 03\n"), std::string::npos) << "the ACK of the product data";
+}
+
+TEST_F(EndToEnd, ThePlainLinkAcknowledgesNoProductDataAndSaysSo) {
+  const Receiver receiver(WithMemory());
+  const Result info = OnLine("info", receiver, {"--plain-link", "--trace", Path("trace")});
+  EXPECT_EQ(info.status, 0);
+  EXPECT_TRUE(info.Said("誤り検査：しない\n")) << info.err;
+  const std::string trace = FileContents(Path("trace"));
+  EXPECT_NE(trace.find("\t--\tplain link\n"), std::string::npos) << trace;
+  EXPECT_EQ(trace.find("\tTX\t6\t"), std::string::npos) << trace;
+}
+
 TEST_F(EndToEnd, DamagedRecordsNameTheOptionThatHelps) {
   const Receiver faulty(WithMemory({"--fault", "bad-checksum=1"}));
-  const Result download = OnLine("download", faulty, {"-o", Path("a.grc")});
+  const Result download = OnLine("download", faulty, {"-o", Path("a.grc"), "--plain-link"});
   EXPECT_EQ(download.status, 0);
   EXPECT_TRUE(download.Said("--checked-link")) << download.err;
-  EXPECT_TRUE(download.Said("CheckedLink")) << download.err;
 }
 
 class UploadFaults : public EndToEnd, public ::testing::WithParamInterface<FaultCase> {};
 
 TEST_P(UploadFaults, EndWithAMessageAndAStatus) {
   const Receiver faulty({"--fault", GetParam().fault});
-  const Result upload = OnLine("upload", faulty, {Path("memory.grc")});
+  const Result upload = OnLine("upload", faulty, {Path("memory.grc"), "--plain-link"});
   EXPECT_EQ(upload.status, GetParam().status) << upload.err;
   EXPECT_TRUE(upload.Said(GetParam().says)) << upload.err;
 }

@@ -148,6 +148,26 @@ TEST(ArgumentsTest, KindsAreAListAndMayBeGivenTwice) {
   EXPECT_EQ(two.arguments->kinds, (std::array<bool, 3>{true, false, true}));
 }
 
+TEST(ArgumentsTest, TheLinkIsAutomaticCheckedOrPlainAndNeverBoth) {
+  const char* words[] = {"walrim-cli", "info", "--port", "1", "--checked-link", "--plain-link"};
+  const ParsedArguments neither = ParseArguments(4, words);
+  ASSERT_TRUE(neither.arguments);
+  EXPECT_EQ(neither.arguments->link, LinkChoice::Automatic);
+  const ParsedArguments checked = ParseArguments(5, words);
+  ASSERT_TRUE(checked.arguments);
+  EXPECT_EQ(checked.arguments->link, LinkChoice::Checked);
+  std::swap(words[4], words[5]);
+  const ParsedArguments plain = ParseArguments(5, words);
+  ASSERT_TRUE(plain.arguments);
+  EXPECT_EQ(plain.arguments->link, LinkChoice::Plain);
+  for (int i = 0; i < 2; ++i) {
+    const ParsedArguments both = ParseArguments(6, words);
+    EXPECT_FALSE(both.arguments);
+    EXPECT_EQ(both.exit_status, ExitStatus::BadUsage);
+    std::swap(words[4], words[5]);
+  }
+}
+
 TEST(ArgumentsTest, KindsTakeNoFileNameThatFollows) {
   const char* words[] = {"walrim-cli", "convert", "--kinds", "track", "a.grc", "b.grc", "-o", "out", "--quiet"};
   const ParsedArguments parsed = ParseArguments(9, words);

@@ -327,7 +327,7 @@ class CheckedTransferTest : public ::testing::Test {
       ASSERT_EQ(AddFault(options.faults, fault), "");
     port.emplace(std::move(options), clock, [this](nanoseconds time) { clock.Advance(time); });
     garmin.emplace(data, *port, clock, loop, desktop);
-    garmin->session.checked_link = true;
+    garmin->session.link_choice = LinkChoice::Checked;
     garmin->Link().SetTrace(&trace);
     loop.on_yield = [this] {
       if (loop.yields > 200'000) garmin->session.TransferAborted = true;
@@ -445,7 +445,7 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
       RecordingDesktop desktop;
       InternalData data;
       Garmin garmin(data, port, clock, loop, desktop);
-      garmin.session.checked_link = checked;
+      garmin.session.link_choice = checked ? LinkChoice::Checked : LinkChoice::Plain;
       const auto answer = port.script;
       port.script = [&](const Bytes& wire) {
         auto answers = answer(wire);

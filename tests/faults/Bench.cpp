@@ -126,7 +126,8 @@ void AppendTurn(std::vector<ExchangeOnLine>& run, const LinePort::OneWay& turn) 
 }  // namespace
 
 Bench::Bench(Link link) {
-  main.controls.CheckedLink = link == Link::Checked;
+  constexpr std::array choices{LinkChoice::Plain, LinkChoice::Checked, LinkChoice::Automatic};
+  main.controls.CheckedLink = choices[static_cast<std::size_t>(link)];
   main.controls.CommPort = "demo";
 }
 

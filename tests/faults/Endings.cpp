@@ -14,7 +14,7 @@ constexpr std::string_view BadData = "受信データが異常なため，通信
 constexpr std::string_view DataLoss =
     "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
 constexpr std::string_view DamagedNotice =
-    "破損した記録が1件届きました．「誤り検査」(CheckedLink)にチェックを付けて，もう一度ダウンロードしてください．";
+    "破損した記録が1件届きました．「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
 constexpr std::string_view RefusedNotice = "受信機が受け取らなかった記録が1件あります．";
 constexpr std::string_view EndNotice =
     "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
@@ -75,12 +75,17 @@ constexpr unsigned Upload = 4;
 constexpr unsigned Every = Info | Download | Upload;
 constexpr unsigned Plain = 1;
 constexpr unsigned Checked = 2;
-constexpr unsigned Both = Plain | Checked;
+constexpr unsigned Automatic = 4;
+constexpr unsigned All = Plain | Checked | Automatic;
+/// The product request goes over the plain link, what is behind it over the checked one.
+constexpr unsigned PlainAsked = Plain | Automatic;
+constexpr unsigned CheckedThen = Checked | Automatic;
 
 constexpr Phases Always = Set(Phase::Throughout);
 constexpr Phases Records = Phase::First | Phase::Middle | Phase::Last;
 constexpr Phases Identification = Phase::Request | Phase::Product;
 constexpr Phases EveryAnswer = ~Always;
+constexpr Phases BehindIdentification = EveryAnswer & ~Identification;
 
 /// Whether it matters that another kind is to follow.
 enum class Then { Any, NoKind, AnotherKind };
@@ -99,59 +104,59 @@ constexpr auto NoKind = Then::NoKind;
 constexpr auto AnotherKind = Then::AnotherKind;
 
 constexpr Rule Rules[] = {
-    {Every, Both, "", Always, Any, &AllWhole},
-    {Every, Both, "silent", Always, Any, &NobodyThere},
+    {Every, All, "", Always, Any, &AllWhole},
+    {Every, All, "silent", Always, Any, &NobodyThere},
 
-    {Every, Both, "silent-after=N", Identification, Any, &NobodyThere},
-    {Every, Both, "silent-after=N", Set(Phase::Opening), Any, &Lost},
-    {Info, Both, "silent-after=N", Set(Phase::Number), Any, &Lost},
-    {Download, Both, "silent-after=N", Records | Phase::Number, Any, &LostInside},
+    {Every, All, "silent-after=N", Identification, Any, &NobodyThere},
+    {Every, All, "silent-after=N", Set(Phase::Opening), Any, &Lost},
+    {Info, All, "silent-after=N", Set(Phase::Number), Any, &Lost},
+    {Download, All, "silent-after=N", Records | Phase::Number, Any, &LostInside},
     // What stands behind the last record is not needed, but the next kind is asked for in vain.
-    {Download, Both, "silent-after=N", Phase::Close | Phase::End, NoKind, &AllWhole},
-    {Download, Both, "silent-after=N", Phase::Close | Phase::End, AnotherKind, &LostBehind},
-    {Upload, Both, "silent-after=N", Records, Any, &Lost},
-    {Upload, Both, "silent-after=N", Phase::NewOpening | Phase::NewNumber, Any, &LostBehind},
+    {Download, All, "silent-after=N", Phase::Close | Phase::End, NoKind, &AllWhole},
+    {Download, All, "silent-after=N", Phase::Close | Phase::End, AnotherKind, &LostBehind},
+    {Upload, All, "silent-after=N", Records, Any, &Lost},
+    {Upload, All, "silent-after=N", Phase::NewOpening | Phase::NewNumber, Any, &LostBehind},
     // The receiver hears the end of the records, although its ACK does not come back.
-    {Upload, Both, "silent-after=N", Set(Phase::Close), Any, &LostBehind},
-    {Info | Upload, Both, "silent-after=N", Set(Phase::End), NoKind, &AllWhole},
-    {Info | Upload, Both, "silent-after=N", Set(Phase::End), AnotherKind, &LostBehind},
+    {Upload, All, "silent-after=N", Set(Phase::Close), Any, &LostBehind},
+    {Info | Upload, All, "silent-after=N", Set(Phase::End), NoKind, &AllWhole},
+    {Info | Upload, All, "silent-after=N", Set(Phase::End), AnotherKind, &LostBehind},
 
-    {Every, Both, "unplug-after=N", Set(Phase::Product), Any, &NobodyThere},
-    {Every, Both, "unplug-after=N", Set(Phase::Opening), Any, &Gone},
-    {Info, Both, "unplug-after=N", Set(Phase::Number), Any, &Lost},
-    {Download, Both, "unplug-after=N", Records | Phase::Number, Any, &LostInside},
-    {Download, Both, "unplug-after=N", Set(Phase::Close), NoKind, &AllWhole},
-    {Download, Both, "unplug-after=N", Set(Phase::Close), AnotherKind, &GoneBehind},
-    {Upload, Both, "unplug-after=N", Records, Any, &Lost},
+    {Every, All, "unplug-after=N", Set(Phase::Product), Any, &NobodyThere},
+    {Every, All, "unplug-after=N", Set(Phase::Opening), Any, &Gone},
+    {Info, All, "unplug-after=N", Set(Phase::Number), Any, &Lost},
+    {Download, All, "unplug-after=N", Records | Phase::Number, Any, &LostInside},
+    {Download, All, "unplug-after=N", Set(Phase::Close), NoKind, &AllWhole},
+    {Download, All, "unplug-after=N", Set(Phase::Close), AnotherKind, &GoneBehind},
+    {Upload, All, "unplug-after=N", Records, Any, &Lost},
     // The end of the records does not reach the receiver any more; the port is missed when the new number is asked for.
-    {Upload, Both, "unplug-after=N", Set(Phase::Close), Any, &Gone},
-    {Upload, Both, "unplug-after=N", Set(Phase::NewOpening), Any, &GoneBehind},
-    {Upload, Both, "unplug-after=N", Set(Phase::NewNumber), Any, &LostBehind},
-    {Every, Both, "unplug-after=N", Set(Phase::End), NoKind, &AllWhole},
-    {Every, Both, "unplug-after=N", Set(Phase::End), AnotherKind, &GoneBehind},
+    {Upload, All, "unplug-after=N", Set(Phase::Close), Any, &Gone},
+    {Upload, All, "unplug-after=N", Set(Phase::NewOpening), Any, &GoneBehind},
+    {Upload, All, "unplug-after=N", Set(Phase::NewNumber), Any, &LostBehind},
+    {Every, All, "unplug-after=N", Set(Phase::End), NoKind, &AllWhole},
+    {Every, All, "unplug-after=N", Set(Phase::End), AnotherKind, &GoneBehind},
 
-    {Download, Both, "early-complete=N", Records, Any, &EndedEarly},
-    {Download, Both, "unknown-first", Set(Phase::First), Any, &Stalled},
+    {Download, All, "early-complete=N", Records, Any, &EndedEarly},
+    {Download, All, "unknown-first", Set(Phase::First), Any, &Stalled},
 
-    {Info, Both, "short-count=1", Set(Phase::Number), Any, &FewerShown},
-    {Info, Both, "short-count=1000", Set(Phase::Number), Any, &FewerShown},
-    {Download, Both, "short-count=1", Set(Phase::Number), Any, &MoreThanAnnounced},
-    {Download, Both, "short-count=N", Set(Phase::Number), Any, &MoreThanAnnounced},
-    {Download, Both, "short-count=1000", Set(Phase::Number), Any, &NoneAnnounced},
-    {Upload, Both, "short-count=1", Set(Phase::NewNumber), Any, &AllWhole},
-    {Upload, Both, "short-count=1000", Set(Phase::NewNumber), Any, &AllWhole},
+    {Info, All, "short-count=1", Set(Phase::Number), Any, &FewerShown},
+    {Info, All, "short-count=1000", Set(Phase::Number), Any, &FewerShown},
+    {Download, All, "short-count=1", Set(Phase::Number), Any, &MoreThanAnnounced},
+    {Download, All, "short-count=N", Set(Phase::Number), Any, &MoreThanAnnounced},
+    {Download, All, "short-count=1000", Set(Phase::Number), Any, &NoneAnnounced},
+    {Upload, All, "short-count=1", Set(Phase::NewNumber), Any, &AllWhole},
+    {Upload, All, "short-count=1000", Set(Phase::NewNumber), Any, &AllWhole},
 
-    {Every, Both, "gap=200", Always, Any, &AllWhole},
-    {Every, Both, "gap=1400", Always, Any, &AllWhole},
-    {Every, Both, "gap=1600", Always, Any, &NobodyThere},
-    {Every, Both, "dribble=40", Always, Any, &AllWhole},
-    {Every, Both, "dribble=200", Always, Any, &AllWhole},
+    {Every, All, "gap=200", Always, Any, &AllWhole},
+    {Every, All, "gap=1400", Always, Any, &AllWhole},
+    {Every, All, "gap=1600", Always, Any, &NobodyThere},
+    {Every, All, "dribble=40", Always, Any, &AllWhole},
+    {Every, All, "dribble=200", Always, Any, &AllWhole},
     // A frame takes longer than the 30 seconds of the terminal's patience, but bytes come.
-    {Every, Both, "dribble=1000", Always, Any, &AllWhole},
-    {Every, Both, "dribble=1600", Always, Any, &NobodyThere},
+    {Every, All, "dribble=1000", Always, Any, &AllWhole},
+    {Every, All, "dribble=1600", Always, Any, &NobodyThere},
 
-    {Every, Plain, "garbage", Always, Any, &NotIdentified},
-    {Every, Plain, "garbage=N", Identification, Any, &NotIdentified},
+    {Every, PlainAsked, "garbage", Always, Any, &NotIdentified},
+    {Every, PlainAsked, "garbage=N", Identification, Any, &NotIdentified},
     {Every, Plain, "garbage=N", Set(Phase::Opening), Any, &NotTaken},
     {Info | Download, Plain, "garbage=N", Set(Phase::Number), Any, &BadNumber},
     {Download, Plain, "garbage=N", Records, Any, &Stalled},
@@ -163,21 +168,22 @@ constexpr Rule Rules[] = {
     {Every, Plain, "garbage=N", Set(Phase::End), Any, &AllWhole},
 
     {Download, Plain, "overlong=N", Records, Any, &Nonsense},
-    {Download, Both, "burst=5", Set(Phase::First), Any, &AllWhole},
-    {Download, Both, "burst=6", Set(Phase::First), Any, &Nonsense},
+    {Download, All, "burst=5", Set(Phase::First), Any, &AllWhole},
+    {Download, All, "burst=6", Set(Phase::First), Any, &Nonsense},
     {Download, Plain, "bad-checksum=N", Records, Any, &TakenDamaged},
 
     // On a checked link what was damaged is asked for again, and noise is passed over.
     {Every, Checked, "garbage", Always, Any, &AllWhole},
-    {Every, Checked, "garbage=N", EveryAnswer, Any, &AllWhole},
-    {Download, Checked, "overlong=N", Records, Any, &AllWhole},
-    {Download, Checked, "bad-checksum=N", Records, Any, &AllWhole},
+    {Every, Checked, "garbage=N", Identification, Any, &AllWhole},
+    {Every, CheckedThen, "garbage=N", BehindIdentification, Any, &AllWhole},
+    {Download, CheckedThen, "overlong=N", Records, Any, &AllWhole},
+    {Download, CheckedThen, "bad-checksum=N", Records, Any, &AllWhole},
 
     // A plain link looks for an ACK's id alone; a checked one asks for it again, or goes by the answer behind it.
-    {Every, Both, "bad-ack=N", EveryAnswer, Any, &AllWhole},
+    {Every, All, "bad-ack=N", EveryAnswer, Any, &AllWhole},
 
-    {Every, Plain, "nak", Always, Any, &NotIdentified},
-    {Every, Plain, "nak=N", Set(Phase::Request), Any, &NotIdentified},
+    {Every, PlainAsked, "nak", Always, Any, &NotIdentified},
+    {Every, PlainAsked, "nak=N", Set(Phase::Request), Any, &NotIdentified},
     {Every, Plain, "nak=N", Set(Phase::Opening), Any, &NotTaken},
     {Upload, Plain, "nak=N", Records, Any, &RecordRefused},
     {Upload, Plain, "nak=N", Set(Phase::Close), Any, &NotClosed},
@@ -185,7 +191,8 @@ constexpr Rule Rules[] = {
     {Every, Plain, "nak=N", Set(Phase::End), Any, &AllWhole},
     // A checked link sends again what was not taken, three times in all.
     {Every, Checked, "nak", Always, Any, &NobodyThere},
-    {Every, Checked, "nak=N", EveryAnswer, Any, &AllWhole},
+    {Every, Checked, "nak=N", Set(Phase::Request), Any, &AllWhole},
+    {Every, CheckedThen, "nak=N", BehindIdentification, Any, &AllWhole},
 };
 
 bool Matches(const Rule& rule, const Row& row) {

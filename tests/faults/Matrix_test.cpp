@@ -20,7 +20,7 @@ std::string GroupName(const ::testing::TestParamInfo<Group>& info) {
   const Group& group = info.param;
   std::string name(CommandName(group.command));
   name.append(group.kind ? DataKindName(*group.kind) : "All").append("_").append(group.model);
-  name.append(group.link == Link::Plain ? "_Plain" : "_Checked");
+  name.append("_").append(LinkName(group.link));
   std::erase(name, ' ');
   return name;
 }
@@ -31,7 +31,7 @@ void PrintTo(const Group& group, std::ostream* out) {
 
 std::vector<Group> Groups() {
   std::vector<Group> groups;
-  for (const Link link : {Link::Plain, Link::Checked}) {
+  for (const Link link : AllLinks) {
     for (const std::string_view model : MatrixModels()) {
       groups.push_back({Command::Info, std::nullopt, model, link});
       for (const Command command : {Command::Download, Command::Upload}) {

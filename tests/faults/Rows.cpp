@@ -1,7 +1,5 @@
 #include "faults/Rows.h"
 
-#include <array>
-
 namespace walrim {
 
 namespace {
@@ -132,6 +130,15 @@ std::vector<Row> AllRows(Link link) {
   return all;
 }
 
+std::vector<Row> RowsOverAllLinks() {
+  std::vector<Row> all;
+  for (const Link link : AllLinks) {
+    const std::vector<Row> rows = AllRows(link);
+    all.insert(all.end(), rows.begin(), rows.end());
+  }
+  return all;
+}
+
 bool Selected(const Row& row, DataKind kind) {
   return !row.kind || row.kind == kind;
 }
@@ -163,7 +170,8 @@ std::string_view CommandName(Command command) {
 }
 
 std::string_view LinkName(Link link) {
-  return link == Link::Plain ? "plain link" : "checked link";
+  constexpr std::array<std::string_view, AllLinks.size()> names{"plain", "checked", "automatic"};
+  return names[static_cast<std::size_t>(link)];
 }
 
 std::string_view PhaseName(Phase phase) {
@@ -185,7 +193,7 @@ std::string_view PhaseName(Phase phase) {
 std::string RowName(const Row& row) {
   std::string name(CommandName(row.command));
   name += row.kind ? " of " + std::string(DataKindName(*row.kind)) : " of all";
-  name.append(", ").append(row.model).append(", ").append(LinkName(row.link)).append(", ");
+  name.append(", ").append(row.model).append(", ").append(LinkName(row.link)).append(" link, ");
   name.append(row.fault->text.empty() ? "no fault" : row.fault->text).append(" at ").append(PhaseName(row.phase));
   if (row.struck) name.append(" of ").append(DataKindName(*row.struck));
   return name;

@@ -1,6 +1,7 @@
 // The rows of the fault matrix: every command, against every fault, at every phase where the fault can strike.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,8 +14,9 @@
 namespace walrim {
 
 enum class Command { Info, Download, Upload };
-/// How the program reads the line.
-enum class Link { Plain, Checked };
+/// How the program reads the line; automatic: as the identification says.
+enum class Link { Plain, Checked, Automatic };
+inline constexpr std::array AllLinks{Link::Plain, Link::Checked, Link::Automatic};
 
 /// What goes wrong, named by the receiver's answer (or record) that it hits.
 enum class Phase {
@@ -74,8 +76,9 @@ struct Row {
 [[nodiscard]] std::span<const FaultForm> MatrixFaults();
 /// All rows of one command on one model over one link.
 [[nodiscard]] std::vector<Row> RowsOf(Command command, std::optional<DataKind> kind, std::string_view model, Link link);
-/// All rows over one link.
+/// All rows over one link, and over every link.
 [[nodiscard]] std::vector<Row> AllRows(Link link);
+[[nodiscard]] std::vector<Row> RowsOverAllLinks();
 
 [[nodiscard]] bool Selected(const Row& row, DataKind kind);
 /// Whether another kind is to follow the one that is hit.
@@ -89,6 +92,7 @@ struct Row {
 [[nodiscard]] int RecordNumber(Phase phase, int count);
 
 [[nodiscard]] std::string_view CommandName(Command command);
+/// "plain", "checked", "automatic".
 [[nodiscard]] std::string_view LinkName(Link link);
 [[nodiscard]] std::string_view PhaseName(Phase phase);
 /// The row in words, for whoever reads of its failure.

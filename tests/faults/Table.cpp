@@ -29,15 +29,16 @@ A walk that has not been copied yet is in the receiver alone. For whoever connec
   port is closed, the controls are back, and the next command works.
 
 What the plain link cannot mend it tells: a damaged record is taken as it came, a record or an end of the records that the
-receiver refuses is not sent again. The checked link (`--checked-link`; 誤り検査 in the window) has the one sent again and
-sends the others again itself.
+receiver refuses is not sent again. The checked link has the one sent again and sends the others again itself. Without
+`--checked-link` and `--plain-link` (誤り検査 in the window: 自動) the receiver is identified over the plain link, and where
+its answer keeps to the published framing, the rest goes over the checked one.
 
 ## How the table is made
 
     docs/make-reliability build/everyday
 
 `tests/faults` holds the rows. Each is a command (the information, a download or an upload; of one kind or of all) on one
-of two models (GPS 12 and eTrex), over the plain and the checked link, against one fault of `walrim-receiver` that hits
+of two models (GPS 12 and eTrex), over the plain, the checked and the automatic link, against one fault of `walrim-receiver` that hits
 one answer of the receiver, in virtual time. What a row comes to is written down by hand, and the test compares: result,
 message boxes, questions, status line, data set, the receiver's memory, counts, port and controls. The same command
 follows on the same receiver, where it still answers, and on one that does nothing wrong; an upload comes once more with
@@ -50,7 +51,7 @@ programs over a pseudo-terminal.
 |---|---|
 | fault | as `walrim-receiver --fault` takes it; N stands for the frame, packet or record of the next column |
 | it hits | the answer that does not come, or comes otherwise. Where it matters, whether another kind is to follow |
-| link | plain, checked, or both |
+| link | plain, checked, automatic, or all |
 | rows | combinations of kind, model and link that come to this end |
 | exit | status of `walrim-cli` |
 | what is shown | message boxes, the status line's text behind the kind's name, and what the terminal says; `demo` is the name of the port |
@@ -135,19 +136,24 @@ std::vector<Line> LinesOf(Command command, Link link) {
   return lines;
 }
 
-/// The lines of both links in the order of the faults; what is the same over both is one.
+/// Adds a line; what is the same over another link becomes one with it.
+void AddLine(std::vector<Line>& lines, const Line& line) {
+  const auto same = std::find_if(lines.begin(), lines.end(),
+                                 [&](const Line& one) { return SameEnd(one, line) && one.phases == line.phases; });
+  if (same == lines.end()) {
+    lines.push_back(line);
+    return;
+  }
+  same->links.push_back(line.links.front());
+  same->rows += line.rows;
+}
+
+/// The lines of all links in the order of the faults.
 std::vector<Line> LinesOf(Command command) {
-  std::vector<Line> lines = LinesOf(command, Link::Plain);
-  for (const Line& checked : LinesOf(command, Link::Checked)) {
-    const auto same = std::find_if(lines.begin(), lines.end(), [&](const Line& one) {
-      return SameEnd(one, checked) && one.phases == checked.phases;
-    });
-    if (same == lines.end()) {
-      lines.push_back(checked);
-    } else {
-      same->links.push_back(Link::Checked);
-      same->rows += checked.rows;
-    }
+  std::vector<Line> lines;
+  for (const Link link : AllLinks) {
+    for (const Line& line : LinesOf(command, link))
+      AddLine(lines, line);
   }
   std::stable_sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.fault < b.fault; });
   return lines;
@@ -169,6 +175,14 @@ std::string WhereText(const Line& line) {
   return text;
 }
 
+std::string LinksText(const Line& line) {
+  if (line.links.size() == AllLinks.size()) return "all";
+  std::string text;
+  for (const Link link : line.links)
+    AddPart(text, LinkName(link), ", ");
+  return text;
+}
+
 std::string ShownText(const Ending& ending) {
   std::string text;
   for (const std::string_view message : ending.messages)
@@ -183,8 +197,7 @@ std::string TableRow(const Line& line, const Words& words) {
   const Ending& ending = *line.ending;
   std::string text = "| ";
   text += line.fault->text.empty() ? "none" : "`" + std::string(line.fault->text) + "`";
-  text += " | " + WhereText(line) + " | ";
-  text += line.links.size() > 1 ? "both" : line.links.front() == Link::Plain ? "plain" : "checked";
+  text += " | " + WhereText(line) + " | " + LinksText(line);
   text += " | " + std::to_string(line.rows) + " | " + std::to_string(ending.exit_status) + " | " + ShownText(ending);
   for (const Held held : {ending.hit, ending.before, ending.after})
     text.append(" | ").append(Word(words, held));
@@ -212,8 +225,7 @@ std::string ReliabilityDocument() {
   std::string document(Beginning);
   for (const Command command : {Command::Info, Command::Download, Command::Upload})
     document += SectionOf(command);
-  const std::size_t rows = AllRows(Link::Plain).size() + AllRows(Link::Checked).size();
-  return document + "\n" + std::to_string(rows) + " rows in all.\n";
+  return document + "\n" + std::to_string(RowsOverAllLinks().size()) + " rows in all.\n";
 }
 
 }  // namespace walrim

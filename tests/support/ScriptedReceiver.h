@@ -125,16 +125,20 @@ class ScriptedReceiver {
     if (command == 0) return {{delay, Ack(10)}};
     command_ = command;
     next_ = 0;
+    awaiting_ = 27;
     return AckAnd(10, {27, Int16(announced.value_or(static_cast<int>(Packets().size())))});
   }
-  Answers OnAck(int) {
-    if (next_ > Packets().size()) return {};
+  /// Only the ACK of a number of records or of a record calls for the next one.
+  Answers OnAck(int id) {
+    if (id != awaiting_ || next_ > Packets().size()) return {};
     const PlainPacket packet = next_ < Packets().size() ? Packets()[next_] : PlainPacket{12, Int16(command_)};
     ++next_;
+    awaiting_ = packet.id;
     return {{delay, WireFrame(packet.id, packet.data)}};
   }
 
   int command_ = 0;
+  int awaiting_ = 0;
   std::size_t next_ = 0;
 };
 

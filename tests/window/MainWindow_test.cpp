@@ -614,6 +614,7 @@ TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
   DemoReceiverOptions options;
   options.faults.bad_checksum = 2;
   UseReceiver(options);
+  ChooseLink("しない");
   Check("AutoSave");
   Check("DownCheck_0");
   answerer.ChooseFile(QString::fromStdString(folder.Path("auto.grc")));
@@ -622,21 +623,55 @@ TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
   EXPECT_TRUE(Status().find("破損した記録が1件") != std::string::npos) << Status();
 }
 
-TEST_F(WindowTest, DamagedRecordsNameTheBoxThatHelpsAndWithItTheyComeWhole) {
+TEST_F(WindowTest, TheLinkIsChosenByTheReceiverUnlessTheUserDoesIt) {
+  auto& box = Get<QComboBox>("CheckedLink");
+  QStringList entries;
+  for (int i = 0; i < box.count(); ++i)
+    entries.append(box.itemText(i));
+  EXPECT_EQ(entries.join(' ').toStdString(), "自動 する しない");
+  EXPECT_EQ(box.currentText().toStdString(), "自動");
+  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Automatic);
+  QTest::keyClick(&box, Qt::Key_Down);
+  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Checked);
+  QTest::keyClick(&box, Qt::Key_Down);
+  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Plain);
+  window->Main().controls.CheckedLink = LinkChoice::Automatic;
+  window->ShowControls();
+  EXPECT_EQ(box.currentText().toStdString(), "自動");
+}
+
+TEST_F(WindowTest, AltKLeadsToTheChoiceOfTheLink) {
+  const auto captions = window->findChildren<QLabel*>();
+  const auto caption = std::find_if(captions.begin(), captions.end(), [&](const QLabel* label) {
+    return label->buddy() == &Get<QComboBox>("CheckedLink");
+  });
+  ASSERT_NE(caption, captions.end());
+  EXPECT_EQ((*caption)->text().toStdString(), "誤り検査(&K)");
+}
+
+TEST_F(WindowTest, ADamagedRecordComesWholeWhereTheLinkIsChosenByItself) {
   DemoReceiverOptions options;
   options.faults.bad_checksum = 2;
   UseReceiver(options);
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  const QString caption = Get<QCheckBox>("CheckedLink").text().remove("(&K)");
-  EXPECT_NE(Status().find(caption.toStdString()), std::string::npos) << Status();
-  EXPECT_NE(Status().find("CheckedLink"), std::string::npos) << Status();
+  EXPECT_EQ(Status(), "");
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text(), "19");
+}
+
+TEST_F(WindowTest, DamagedRecordsNameTheBoxThatHelpsAndWithItTheyComeWhole) {
+  DemoReceiverOptions options;
+  options.faults.bad_checksum = 2;
+  UseReceiver(options);
+  Check("DownCheck_0");
+  ChooseLink("しない");
+  Click("GpsDownLoad");
+  EXPECT_NE(Status().find("「誤り検査」を「する」にして"), std::string::npos) << Status();
 
   UseReceiver(options);
   Check("DownCheck_0");
-  Check("CheckedLink");
-  EXPECT_TRUE(Get<QCheckBox>("CheckedLink").isChecked());
-  EXPECT_TRUE(window->Main().controls.CheckedLink);
+  ChooseLink("する");
+  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Checked);
   Click("GpsDownLoad");
   EXPECT_EQ(Status(), "");
   EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text(), "19");

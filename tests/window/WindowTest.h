@@ -64,6 +64,10 @@ class WindowTestBase : public testing::Test {
     for (int kind = 0; kind < 3; ++kind)
       Check(QString("%1_%2").arg(control).arg(kind));
   }
+  void ChooseLink(const char* text) const {
+    auto& box = Get<QComboBox>("CheckedLink");
+    box.setCurrentIndex(box.findText(QString::fromUtf8(text)));
+  }
   /// The texts of an indexed text box: "12|2|3".
   [[nodiscard]] std::string Texts(const char* control) const {
     QStringList texts;

@@ -76,8 +76,9 @@ std::string KindWord(DataKind kind) {
 }
 
 bool TellsStatus(const std::string& line) {
-  constexpr std::array<std::string_view, 6> beginnings{
-      "Initializing Device", "Get Data Num of ", "DownLoading : ", "UpLoading : ", "Import from ", "Export "};
+  constexpr std::array<std::string_view, 7> beginnings{
+      "Initializing Device", "誤り検査：",   "Get Data Num of ", "DownLoading : ",
+      "UpLoading : ",        "Import from ", "Export "};
   return std::any_of(beginnings.begin(), beginnings.end(),
                      [&](std::string_view beginning) { return line.starts_with(beginning); });
 }
@@ -114,6 +115,7 @@ class FaultLine : public ::testing::TestWithParam<Sample> {
     std::vector<std::string> words{WALRIM_CLI, std::string(CommandName(row_.command)), "--port", port_};
     words.insert(words.end(), {"--pacing", "0.1"});
     if (row_.link == Link::Checked) words.emplace_back("--checked-link");
+    if (row_.link == Link::Plain) words.emplace_back("--plain-link");
     if (row_.kind) words.insert(words.end(), {"--kinds", KindWord(*row_.kind)});
     if (row_.command == Command::Download) words.insert(words.end(), {"-o", Output(), "--force"});
     if (row_.command == Command::Upload) words.push_back(folder_.Path("moved.grc"));
@@ -183,6 +185,9 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Sample{Info, All, ETrex, Link::Plain, "", Phase::Throughout, NoKind},
                       Sample{Info, All, Old12, Link::Plain, "silent", Phase::Throughout, NoKind},
                       Sample{Info, All, ETrex, Link::Plain, "unplug-after=N", Phase::Opening, Route},
+                      Sample{Info, All, ETrex, Link::Automatic, "", Phase::Throughout, NoKind},
+                      Sample{Download, All, ETrex, Link::Automatic, "bad-checksum=N", Phase::First, NoKind},
+                      Sample{Upload, All, Old12, Link::Automatic, "nak=N", Phase::Last, TrackLog},
                       Sample{Info, All, ETrex, Link::Checked, "garbage", Phase::Throughout, NoKind},
                       Sample{Download, All, ETrex, Link::Plain, "silent-after=N", Phase::Middle, Route},
                       Sample{Download, All, Old12, Link::Plain, "unplug-after=N", Phase::Last, TrackLog},
