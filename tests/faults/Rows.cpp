@@ -99,6 +99,10 @@ bool HasLinksAndHeaders(std::string_view model) {
   return model == "eTrex";
 }
 
+bool AnnouncesProtocols(std::string_view model) {
+  return model == "eTrex";
+}
+
 std::span<const FaultForm> MatrixFaults() {
   return Forms;
 }

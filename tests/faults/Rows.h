@@ -72,6 +72,8 @@ struct Row {
 /// The models of the matrix: one of plain routes and track logs, one with route links and track headers.
 [[nodiscard]] std::span<const std::string_view> MatrixModels();
 [[nodiscard]] bool HasLinksAndHeaders(std::string_view model);
+/// Whether it sends the list of its protocols once its product data are acknowledged.
+[[nodiscard]] bool AnnouncesProtocols(std::string_view model);
 
 [[nodiscard]] std::span<const FaultForm> MatrixFaults();
 /// All rows of one command on one model over one link.

@@ -85,10 +85,11 @@ TEST(FaultMatrixRows, PhasesStandWhereTheCleanRunHasThem) {
   }
 }
 
-/// The product request, where the checked link is used the ACK of its answer, then a kind's opening, its records and
-/// what ends them, the new number's question, the abort.
+/// The product request; over the checked link the ACKs of its answer and of the list of protocols; then a kind's
+/// opening, its records and what ends them, the new number's question, the abort.
 std::size_t ExchangesOf(const Row& row) {
-  std::size_t exchanges = row.link == Link::Plain ? 1 : 2;
+  std::size_t exchanges = 1;
+  if (row.link != Link::Plain) exchanges += AnnouncesProtocols(row.model) ? 2U : 1U;
   for (const DataKind kind : AllDataKinds) {
     if (!Selected(row, kind)) continue;
     const std::size_t records = MovedRecords(row, kind).size();
