@@ -186,10 +186,12 @@ TEST(StrictRules, RoutesAndTheirPointsThatHaveNoRoomAreDropped) {
   upload.push_back(Header201(21, "TOO MANY"));
   upload.push_back(Point103("A"));
   upload.push_back(Header201(3, "AGAIN"));
+  upload.push_back(Point103("Z"));
   StoreUpload(memory, upload, Model("GPS 12"));
-  ASSERT_EQ(memory.routes.size(), 20U + 30U);
+  ASSERT_EQ(memory.routes.size(), 20U + 30U + 1U);
   EXPECT_EQ(memory.routes[2], Header201(3, "AGAIN"));
-  EXPECT_EQ(memory.routes[19], Header201(20, "LONG"));
+  EXPECT_EQ(memory.routes[3], Point103("Z")) << "each route has room of its own";
+  EXPECT_EQ(memory.routes[20], Header201(20, "LONG"));
   EXPECT_EQ(memory.routes.back(), Point103("29"));
 }
 
@@ -197,9 +199,10 @@ TEST(StrictRules, ARoutePointThatIsDroppedTakesItsLinkAlong) {
   ReceiverMemory memory;
   StoreUpload(memory,
               {Point108("EARLY"), Link("E"), Header202("R"), Link("H"), Point108("a"), Link("1"), Point108("\x8D\x82"),
-               Link("2"), Point108("B"), Link("3")},
+               Link("2"), Point108("B"), Link("3"), Header202("S"), Link("4")},
               Model("eTrex"));
-  EXPECT_EQ(memory.routes, (Packets{Header202("R"), Point108("A"), Link("1"), Point108("B"), Link("3")}));
+  EXPECT_EQ(memory.routes,
+            (Packets{Header202("R"), Point108("A"), Link("1"), Point108("B"), Link("3"), Header202("S")}));
 }
 
 TEST(StrictRules, TracksGoToTheEndOfTheActiveLog) {
