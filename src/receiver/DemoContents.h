@@ -6,7 +6,8 @@
 
 namespace walrim {
 
-/// Waypoints, two routes and three track logs, with the symbols and display codes that the model has.
+/// Waypoints, two routes and three track logs, the first of them in two segments, with the symbols and display codes
+/// that the model has.
 [[nodiscard]] HeldContents DemoContents(const ReceiverModel& model);
 
 }  // namespace walrim

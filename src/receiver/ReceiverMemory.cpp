@@ -193,10 +193,11 @@ std::vector<LinePacket> WithTwoSegments(std::vector<LinePacket> tracks) {
   if (tracks.empty() || tracks.front().id != record_id::TrackHeader) return tracks;
   const auto end = std::find_if(tracks.begin() + 1, tracks.end(),
                                 [](const LinePacket& packet) { return packet.id == record_id::TrackHeader; });
-  const std::ptrdiff_t points = end - tracks.begin() - 1;
-  if (points < 2) return tracks;
-  std::vector<std::uint8_t>& middle = tracks[1 + static_cast<std::size_t>(points) / 2].data;
-  if (middle.size() > NewTrackOffset301) middle[NewTrackOffset301] = 255;
+  const auto count = static_cast<std::size_t>(end - tracks.begin()) - 1;
+  for (std::size_t i = 1; i < count; ++i) {
+    std::vector<std::uint8_t>& point = tracks[1 + i].data;
+    if (point.size() > NewTrackOffset301) point[NewTrackOffset301] = i == count / 2 ? 255 : 0;
+  }
   return tracks;
 }
 

@@ -44,7 +44,7 @@ struct ReceiverMemory {
 /// Route packets without the link behind each route's last point.
 [[nodiscard]] std::vector<LinePacket> WithLinksBetweenPoints(const std::vector<LinePacket>& routes);
 
-/// Track packets whose first log, where it has a header, begins another segment in its middle.
+/// Track packets whose first log, where it has a header, has two segments: the second begins in its middle.
 [[nodiscard]] std::vector<LinePacket> WithTwoSegments(std::vector<LinePacket> tracks);
 
 }  // namespace walrim

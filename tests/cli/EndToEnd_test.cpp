@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
@@ -114,16 +115,29 @@ class DemonstrationData : public EndToEnd, public ::testing::WithParamInterface<
 
 TEST_P(DemonstrationData, ComeBackAsTheyWereToo) {
   const Receiver receiver({"--model", GetParam()});
-  const std::string kinds = "waypoint,route";
-  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--kinds", kinds}).status, 0);
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc")}).status, 0);
   ASSERT_EQ(OnLine("upload", receiver, {Path("a.grc")}).status, 0);
-  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("b.grc"), "--kinds", kinds}).status, 0);
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("b.grc")}).status, 0);
   EXPECT_EQ(FileContents(Path("a.grc")), FileContents(Path("b.grc")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, DemonstrationData,
                          ::testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
                                            "eMap", "eTrex"));
+
+TEST_F(EndToEnd, ALogOfTwoSegmentsDoesNotTakeTheNextOnesName) {
+  const Receiver receiver;
+  const Result download = OnLine("download", receiver, {"-o", "-", "--encoding", "utf8", "--kinds", "track"});
+  ASSERT_EQ(download.status, 0) << download.err;
+  std::vector<std::string> headers;
+  std::istringstream lines(download.out);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("TRH")) headers.push_back(line.substr(0, line.find('\r')));
+  }
+  EXPECT_EQ(headers,
+            (std::vector<std::string>{"TRH\t180\tTRUE\t255\t=\"TAKAO-JINBA\"", "TRH\t140\tTRUE\t255\t=\"JINBA-FUJINO\"",
+                                      "TRH\t120\tTRUE\t255\t=\"TAKAO LOOP\""}));
+}
 
 TEST_F(EndToEnd, InfoPrintsFourLines) {
   const Receiver receiver(WithMemory());

@@ -88,11 +88,9 @@ TEST_P(DemoContentsTest, RoutesRunAlongTheWaypoints) {
 
 TEST_P(DemoContentsTest, TrackLogsAreWalks) {
   for (const HeldTrackLog& log : contents.track_logs) {
-    EXPECT_TRUE(log.points[0].new_trk);
     for (std::size_t i = 1; i < log.points.size(); ++i) {
       const HeldTrackPoint& from = log.points[i - 1];
       const HeldTrackPoint& to = log.points[i];
-      EXPECT_FALSE(to.new_trk);
       ASSERT_GT(to.time_s, from.time_s) << log.trk_ident << " " << i;
       const double metres = DistanceM(from.lat_deg, from.lon_deg, to.lat_deg, to.lon_deg);
       const double km_per_hour = metres / (to.time_s - from.time_s) * 3.6;
@@ -157,6 +155,25 @@ TEST_P(DemoContentsTest, EncodesToWholeRecords) {
   for (const HeldRoute& route : contents.routes)
     route_points += route.points.size();
   EXPECT_EQ(memory.routes.size(), 2 + route_points * (model.has_links_and_track_headers ? 2 : 1));
+}
+
+TEST_P(DemoContentsTest, TheFirstLogHasTwoSegmentsAndTheOthersOne) {
+  ASSERT_EQ(contents.track_logs.size(), 3U);
+  for (std::size_t log = 0; log < 3; ++log) {
+    const std::vector<HeldTrackPoint>& points = contents.track_logs[log].points;
+    for (std::size_t i = 0; i < points.size(); ++i)
+      EXPECT_EQ(points[i].new_trk, i == 0 || (log == 0 && i == 125)) << log << " " << i;
+  }
+}
+
+TEST(DemoContents, ASegmentBeginsByItsFlagAloneAndASavedLogByItsHeader) {
+  std::string order;
+  for (const LinePacket& packet :
+       EncodeMemory(DemoContents(*FindReceiverModel("eTrex")), *FindReceiverModel("eTrex")).tracks) {
+    const std::string mark = packet.id == 99 ? "H" : packet.data.at(20) == 255 ? "F" : ".";
+    if (mark != "." || !order.ends_with('.')) order += mark;
+  }
+  EXPECT_EQ(order, "HF.F.HF.HF.");
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, DemoContentsTest,

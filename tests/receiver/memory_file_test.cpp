@@ -5,6 +5,7 @@
 
 #include "receiver/MemoryFile.h"
 #include "receiver/ReceiverDatum.h"
+#include "receiver/ReceiverMemory.h"
 
 namespace walrim {
 namespace {
@@ -241,6 +242,25 @@ TEST(MemoryFile, LoadsAFile) {
   std::remove(path.c_str());
   ASSERT_TRUE(result.contents);
   EXPECT_EQ(result.contents->waypoints.size(), 1U);
+}
+
+TEST(MemoryFile, HeadersAndFlagsAreSentAsTheFileHasThem) {
+  const MemoryFileResult result = ParseMemoryFile(
+      "TRH\t3\tTRUE\t255\t=\"ACTIVE LOG\"\r\n"
+      "TRP\tD\tWGS84\t35\t139\t\tTRUE\r\n"
+      "TRP\tD\tWGS84\t35\t139\t\tFALSE\r\n"
+      "TRP\tD\tWGS84\t35\t139\t\tTRUE\r\n"
+      "TRH\t2\tTRUE\t255\t=\"SAVED\"\r\n"
+      "TRP\tD\tWGS84\t35\t139\t\tFALSE\r\n"
+      "TRP\tD\tWGS84\t35\t139\t\tTRUE\r\n",
+      9);
+  ASSERT_TRUE(result.contents);
+  std::string order;
+  for (const LinePacket& packet : EncodeMemory(*result.contents, *FindReceiverModel("eTrex")).tracks) {
+    if (packet.id == 99) order += "H";
+    if (packet.id == 34) order += packet.data.at(20) == 255 ? "F" : ".";
+  }
+  EXPECT_EQ(order, "HF.FH.F");
 }
 
 }  // namespace

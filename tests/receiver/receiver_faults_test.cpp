@@ -442,7 +442,7 @@ Bytes PointOf301(std::uint8_t mark, std::uint8_t new_trk) {
 TEST(ReceiverFaults, TwoSegmentsOfTheFirstLogStandUnderOneHeader) {
   FaultyReceiver faulty({"two-segments"});
   const std::vector<LinePacket> held{{99, {1, 2, 0}},          {34, PointOf301(1, 255)}, {34, PointOf301(2, 0)},
-                                     {34, PointOf301(3, 0)},   {34, PointOf301(4, 0)},   {99, {1, 3, 0}},
+                                     {34, PointOf301(3, 0)},   {34, PointOf301(4, 255)}, {99, {1, 3, 0}},
                                      {34, PointOf301(5, 255)}, {34, PointOf301(6, 0)}};
   static_cast<void>(faulty.host->Exchange(27, {8, 0}));
   for (const LinePacket& packet : held)
@@ -452,6 +452,7 @@ TEST(ReceiverFaults, TwoSegmentsOfTheFirstLogStandUnderOneHeader) {
   for (const LinePacket& packet : held)
     expected.push_back(Sound(packet.id, packet.data));
   expected[4].data[20] = 255;
+  expected[5].data[20] = 0;
   expected.push_back(Sound(12, {6, 0}));
   EXPECT_EQ(faulty.host->Download(6), expected);
 }
