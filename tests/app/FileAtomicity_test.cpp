@@ -478,6 +478,59 @@ TEST_F(FileAtomicity, LinksThatLeadInACircleAreSaidAndStay) {
   EXPECT_TRUE(fs::is_symlink(folder.Path("two")));
 }
 
+class SharedFolder : public FileAtomicity {
+ protected:
+  void SetUp() override {
+    if (::geteuid() != 0) GTEST_SKIP() << "only the administrator can make a link of another user";
+    fs::create_directory(folder.Path("shared"));
+    ::chmod(folder.Path("shared").c_str(), 01777);
+    ASSERT_EQ(::chown(folder.Path("shared").c_str(), Nobody - 1, Nobody - 1), 0);
+    fs::create_symlink("../data.grc", link);
+  }
+  /// Gives the link to a user.
+  void Own(uid_t user) { ASSERT_EQ(::lchown(link.c_str(), user, user), 0); }
+
+  std::string link = folder.Path("shared/link");
+};
+
+TEST_F(SharedFolder, ALinkOfAnotherUserIsNotFollowed) {
+  Own(Nobody);
+  for (const std::string& at : {link, folder.Path("own")}) {
+    EXPECT_TRUE(FileExists(at));
+    const auto problem = WriteWholeFile(at, New());
+    ASSERT_TRUE(problem);
+    EXPECT_EQ(problem->detail, "ほかの利用者が置いたリンクです");
+    ASSERT_TRUE(CheckWritable(at));
+    EXPECT_EQ(CheckWritable(at)->detail, problem->detail);
+    EXPECT_TRUE(Holds(path, Old()));
+    EXPECT_TRUE(fs::is_symlink(link));
+    if (at == link) fs::create_symlink("shared/link", folder.Path("own"));
+  }
+}
+
+TEST_F(SharedFolder, ALinkOfAnotherUserToNothingMakesNoFile) {
+  fs::remove(path);
+  Own(Nobody);
+  EXPECT_TRUE(WriteWholeFile(link, New()));
+  EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(SharedFolder, OnesOwnLinkAndOneOfTheFoldersOwnerAreFollowed) {
+  for (const uid_t owner : {uid_t{0}, Nobody - 1}) {
+    Own(owner);
+    PutFile(path, Old());
+    EXPECT_FALSE(WriteWholeFile(link, New()));
+    EXPECT_TRUE(Holds(path, New()));
+  }
+}
+
+TEST_F(SharedFolder, ALinkOfAnotherUserInAFolderThatIsNotSharedIsFollowed) {
+  Own(Nobody);
+  ::chmod(folder.Path("shared").c_str(), 0755);
+  EXPECT_FALSE(WriteWholeFile(link, New()));
+  EXPECT_TRUE(Holds(path, New()));
+}
+
 TEST_F(FileAtomicity, AnotherHardLinkKeepsTheOldContents) {
   fs::create_hard_link(path, folder.Path("backup"));
   EXPECT_FALSE(WriteWholeFile(path, New()));

@@ -2,6 +2,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -253,6 +254,36 @@ TEST_F(FilesTest, AFileThatCannotBeReadIsSaidWithItsReason) {
   EXPECT_EXIT(read_all(), ::testing::ExitedWithCode(0), "");
 }
 
+TEST_F(FilesTest, WhatIsNoRegularFileIsRefusedAtOnce) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  const std::vector<std::string> refused{Path("pipe"), "/dev/null", "/dev/zero"};
+  for (const std::string& path : refused) {
+    desktop.messages.clear();
+    EXPECT_EQ(main.ImportFrom(path), Outcome::Refused);
+    EXPECT_EQ(main.ImportTyped("file://" + path), Outcome::Refused);
+    EXPECT_EQ(main.TakeDrop({path}, ""), Outcome::Refused);
+    EXPECT_EQ(main.WalrimCmd("GetFile", path, ""), CommandRefused);
+    desktop.open_path = path;
+    EXPECT_EQ(main.FileImport_Click(), Outcome::Refused);
+    EXPECT_EQ(desktop.messages,
+              std::vector<std::string>(5, "ファイルを読み込めません：" + path + "（通常のファイルではありません）"));
+  }
+}
+
+TEST_F(FilesTest, StandardInputMayBeAPipe) {
+  int pipe[2];
+  ASSERT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
+  ASSERT_EQ(::write(pipe[1], "WPT,D", 5), 5);
+  ::close(pipe[1]);
+  const int own_input = ::dup(STDIN_FILENO);
+  ::dup2(pipe[0], STDIN_FILENO);
+  ::close(pipe[0]);
+  const auto bytes = ReadWholeFile("-");
+  if (own_input >= 0) ::dup2(own_input, STDIN_FILENO);
+  ::close(own_input);
+  EXPECT_EQ(bytes, "WPT,D");
+}
+
 TEST_F(FilesTest, StandardInputThatIsClosedIsSaidWithItsReason) {
   const auto read_it = [this] {
     ::close(STDIN_FILENO);
@@ -326,6 +357,21 @@ TEST_F(FilesTest, ADeviceIsWrittenAndNotReplaced) {
   EXPECT_FALSE(WriteWholeFile("/dev/null", "gone"));
   EXPECT_TRUE(fs::is_character_file("/dev/null"));
   EXPECT_TRUE(WriteWholeFile("/dev/full", "never"));  // a device that is always full
+}
+
+TEST_F(FilesTest, AFileThatCannotBeLookedAtMayExist) {
+  fs::create_directory(Path("locked"));
+  Put(Path("locked/a"), "old");
+  ::chmod(folder.c_str(), 0755);
+  ::chmod(Path("locked").c_str(), 0);
+  const auto look = [this] {
+    const bool right = BecomeNobody() && FileExists(Path("locked/a")) && FileExists(Path("locked/b")) &&
+                       !FileExists(Path("a")) && !FileExists(Path("missing/a"));
+    std::_Exit(right ? 0 : 1);
+  };
+  EXPECT_EXIT(look(), ::testing::ExitedWithCode(0), "");
+  ::chmod(Path("locked").c_str(), 0700);
+  EXPECT_FALSE(FileExists(Path("locked/a/b")));
 }
 
 TEST_F(FilesTest, AFolderCannotBeWritten) {
