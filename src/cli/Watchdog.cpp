@@ -18,12 +18,16 @@ void Exit(int) {
   ::_exit(1);
 }
 
+/// A signal that is ignored stays so: whoever started the program wants it to outlive a terminal, or a Ctrl-C.
 void Handle(void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
   action.sa_flags = static_cast<int>(SA_RESETHAND);  // once only: a second signal is not caught
-  for (const int number : {SIGINT, SIGTERM, SIGHUP})
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction before {};
+    if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) continue;
     sigaction(number, &action, nullptr);
+  }
 }
 
 }  // namespace

@@ -19,7 +19,8 @@ inline constexpr std::chrono::seconds StallTime{30};
 void ExitOnSignals();
 /// Lets writing to a pipe that nobody reads any more be an error like others, instead of the program's end.
 void IgnoreBrokenPipes();
-/// Notes these signals from now on. A second SIGINT ends the program the hard way.
+/// Notes these signals from now on, but for those that the program's starter let it ignore. A second SIGINT ends the
+/// program the hard way.
 void CatchSignals();
 
 /// The event loop of the terminal: looks after the signals and the progress whenever a transfer yields.
