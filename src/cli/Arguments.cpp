@@ -53,6 +53,7 @@ struct Parser {
   void AddLine(CLI::App& command);
   void AddKinds(CLI::App& command);
   void AddUtcOffset(CLI::App& command);
+  void AddForce(CLI::App& command);
   void AddWriting(CLI::App& command);
   CLI::App& Add(const char* name, const char* help, CliCommand command);
   void Finish();
@@ -76,6 +77,7 @@ CLI::App& Parser::Add(const char* name, const char* help, CliCommand command) {
 void Parser::AddCommands() {
   CLI::App& info = Add("info", "Identify the receiver and ask how many records it holds", CliCommand::Info);
   AddLine(info);
+  AddForce(info);
 
   CLI::App& download = Add("download", "Download records and write them to a file", CliCommand::Download);
   AddLine(download);
@@ -85,6 +87,7 @@ void Parser::AddCommands() {
 
   CLI::App& upload = Add("upload", "Read files and upload what they hold", CliCommand::Upload);
   AddLine(upload);
+  AddForce(upload);
   AddKinds(upload);
   AddUtcOffset(upload);
   upload.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
@@ -140,6 +143,10 @@ void Parser::AddUtcOffset(CLI::App& command) {
       ->check(CLI::Range(-24, 24));
 }
 
+void Parser::AddForce(CLI::App& command) {
+  command.add_flag("--force", arguments.force, "Replace an existing file");
+}
+
 void Parser::AddWriting(CLI::App& command) {
   command.add_option("-o,--output", arguments.output, "File to write; - is standard output")
       ->required()
@@ -158,7 +165,7 @@ void Parser::AddWriting(CLI::App& command) {
   command.add_option("--encoding", encoding, "sjis or utf8 (default sjis)")
       ->type_name("E")
       ->transform(CLI::IsMember({"sjis", "utf8"}, CLI::ignore_case));
-  command.add_flag("--force", arguments.force, "Replace an existing file");
+  AddForce(command);
 
   command
       .add_option("--mps-utc-offset", arguments.mps_options.utc_offset_hours, "Map-server script: hours added to times")

@@ -20,6 +20,7 @@
 #include "qt/QtClock.h"
 #include "qt/QtSerialPort.h"
 #include "receiver/DemoSerialPort.h"
+#include "text/Utf8.h"
 
 namespace walrim {
 
@@ -105,8 +106,9 @@ bool Terminal::StartTrace() {
     Message("通信の記録は，読み書きするデータとは別のファイルにしてください：" + arguments_.trace_path);
     return false;
   }
-  if (!trace_.Open(arguments_.trace_path)) {
+  if (!trace_.Open(arguments_.trace_path, arguments_.force)) {
     Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
+    if (trace_.Refused()) Message(ForceAdvice);
     return false;
   }
   main_.Device().Link().SetTrace(&trace_);
@@ -179,12 +181,11 @@ bool Terminal::OutputUsable() {
   const OutputType& type = OutputTypeOfExtension(extension);
   main_.controls.OutputTypeOption = type.name;
   if (path == StandardStream) return true;
-  if (FileExists(path) && !desktop_.AskOkCancel(OverwriteQuestion(path))) return false;
   if (const auto problem = CheckWritable(path)) {
     Message(WriteProblemText(path, problem->detail));
     return false;
   }
-  return true;
+  return !FileExists(path) || desktop_.AskOkCancel(OverwriteQuestion(path));
 }
 
 ExitStatus Terminal::WriteStandardOutput() {
@@ -226,7 +227,8 @@ bool Terminal::ImportFiles() {
     const Outcome outcome = main_.ImportFile(path);
     desktop_.SetStatusCaption("");
     if (outcome != Outcome::Done) {
-      Message("（" + path + "）");
+      // Most messages name their file.
+      if (desktop_.LastMessage().find(path) == std::string::npos) Message("（" + path + "）");
       return false;
     }
     ReportImport(path);
@@ -286,7 +288,7 @@ ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
   try {
     return Run(arguments, argc, argv);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "処理を中止しました：%s\n", error.what());
+    std::fprintf(stderr, "処理を中止しました：%s\n", WithoutControlCharacters(error.what()).c_str());
     return ExitStatus::Refused;
   }
 }

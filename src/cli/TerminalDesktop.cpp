@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstdio>
 
+#include "text/Utf8.h"
+
 namespace walrim {
 
 namespace {
@@ -21,11 +23,12 @@ void Print(std::string_view text) {
 
 /// Names and descriptions come from outside; only line feeds may reach the terminal as what they are.
 std::string Printable(std::string_view text) {
-  std::string printable(text);
-  for (char& c : printable) {
-    if (c != '\n' && (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)) c = ' ';
+  std::string printable;
+  for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+    printable += WithoutControlCharacters(text.substr(0, end)) + "\n";
+    text.remove_prefix(end + 1);
   }
-  return printable;
+  return printable + WithoutControlCharacters(text);
 }
 
 }  // namespace
@@ -38,6 +41,7 @@ TerminalDesktop::~TerminalDesktop() {
 
 void TerminalDesktop::ShowMessage(std::string_view text) {
   EndStatusLine();
+  last_message_ = text;
   Print(Printable(text) + "\n");
 }
 
@@ -50,6 +54,7 @@ bool TerminalDesktop::AskYesNo(std::string_view text) {
 bool TerminalDesktop::AskOkCancel(std::string_view text) {
   if (options_.force) return true;
   ShowMessage(text);
+  ShowMessage(ForceAdvice);
   return false;
 }
 

@@ -9,6 +9,9 @@
 
 namespace walrim {
 
+/// What helps where a file is not replaced.
+inline constexpr std::string_view ForceAdvice = "--force を指定すると，上書きします．";
+
 /// On a terminal the status is one line that is rewritten in place; elsewhere it is a line whenever the text changes,
 /// but at most a few times a second while it only counts.
 class TerminalDesktop : public Desktop {
@@ -27,6 +30,7 @@ class TerminalDesktop : public Desktop {
   void ShowMessage(std::string_view text) override;
   /// There is nobody to ask: shows the question; the answer is No.
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
+  /// With force the answer is OK; without, shows the question and what helps, and the answer is Cancel.
   [[nodiscard]] bool AskOkCancel(std::string_view text) override;
   [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override;
   [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override;
@@ -39,6 +43,7 @@ class TerminalDesktop : public Desktop {
 
   /// Lets the status that stands on the terminal's line stay there.
   void KeepStatus() { EndStatusLine(); }
+  [[nodiscard]] const std::string& LastMessage() const { return last_message_; }
   /// True once a question was asked that there is nobody to answer.
   [[nodiscard]] bool AskedYesNo() const { return asked_yes_no_; }
 
@@ -49,6 +54,7 @@ class TerminalDesktop : public Desktop {
   Options options_;
   const Clock& clock_;
   std::string status_;
+  std::string last_message_;
   std::string printed_;  ///< what stands on the terminal's line, or was printed last
   std::string pending_;  ///< a counting text that was held back
   std::chrono::nanoseconds printed_at_{};

@@ -2,18 +2,60 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "app/Descriptor.h"
+#include "app/FileStore.h"
 
 namespace walrim {
 
-bool TraceFile::Open(const std::string& path) {
+namespace {
+
+constexpr std::string_view Heading = "# seconds\tdirection\tid\tsize\tbytes";
+
+/// Whether an open file has nothing to lose: it is empty, an older trace, or no file that keeps anything.
+bool HoldsNothingElse(int fd) {
+  struct stat status {};
+  if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0) return true;
+  std::string beginning(Heading.size(), '\0');
+  const ssize_t got = ::pread(fd, beginning.data(), beginning.size(), 0);
+  return got == static_cast<ssize_t>(Heading.size()) && beginning == Heading;
+}
+
+}  // namespace
+
+bool TraceFile::Open(const std::string& path, bool replace) {
   problem_.clear();
-  file_.reset(std::fopen(path.c_str(), "we"));
-  if (!file_) {
-    NoteProblem();
+  file_.reset();
+  refused_ = false;
+  if (!Begin(path, replace)) {
+    if (problem_.empty()) NoteProblem();
     return false;
   }
-  WriteLine("# seconds\tdirection\tid\tsize\tbytes");
+  WriteLine(std::string(Heading));
   return problem_.empty();
+}
+
+bool TraceFile::Begin(const std::string& path, bool replace) {
+  if (const auto problem = CheckLink(path)) {
+    problem_ = problem->detail;
+    return false;
+  }
+  Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666));
+  if (file.Get() < 0) return false;
+  if (!replace && !HoldsNothingElse(file.Get())) {
+    problem_ = "通信の記録ではないファイルです";
+    refused_ = true;
+    return false;
+  }
+  // A pipe or a terminal has no length to cut.
+  if (::ftruncate(file.Get(), 0) != 0 && errno != EINVAL) return false;
+  file_.reset(::fdopen(file.Get(), "w"));
+  if (file_) file.Set(-1);  // fclose closes it
+  return file_ != nullptr;
 }
 
 void TraceFile::WriteLine(const std::string& line) {

@@ -12,8 +12,11 @@ namespace walrim {
 /// Every line is flushed as it goes, so that the trace is complete whatever happens next.
 class TraceFile : public FrameTrace {
  public:
-  /// Begins a new file. False when it cannot be written; Problem then says why.
-  [[nodiscard]] bool Open(const std::string& path);
+  /// Begins a new file. False when it cannot be written; Problem then says why. A file that holds anything but a trace
+  /// is replaced only where that is wanted.
+  [[nodiscard]] bool Open(const std::string& path, bool replace = false);
+  /// Open refused to replace a file.
+  [[nodiscard]] bool Refused() const { return refused_; }
   /// The system's words for the first thing that went wrong; empty when nothing did.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
@@ -27,8 +30,10 @@ class TraceFile : public FrameTrace {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
   void NoteProblem();
+  [[nodiscard]] bool Begin(const std::string& path, bool replace);
   std::unique_ptr<std::FILE, Closer> file_;
   std::string problem_;
+  bool refused_ = false;
 };
 
 }  // namespace walrim

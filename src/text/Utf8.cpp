@@ -121,9 +121,13 @@ std::string DecodeOwnedText(std::string bytes) {
 }
 
 std::string WithoutControlCharacters(std::string_view text) {
-  std::string shown(text);
-  for (char& c : shown) {
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
+  std::string shown;
+  shown.reserve(text.size());
+  while (!text.empty()) {
+    const std::string_view before = text;
+    const char32_t character = TakeCharacter(text);
+    const bool is_control = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    shown.append(is_control ? " " : before.substr(0, before.size() - text.size()));
   }
   return shown;
 }

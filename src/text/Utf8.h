@@ -23,7 +23,8 @@ void AppendCharacter(std::string& text, char32_t character);
 /// Text without leading and trailing blanks (the character 0x20 alone).
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text);
 
-/// Text with a blank for every control character (below 0x20, and 0x7F): for what comes from outside and is shown.
+/// Text with a blank for every control character (below U+0020, and U+007F to U+009F): for what comes from outside and
+/// is shown.
 [[nodiscard]] std::string WithoutControlCharacters(std::string_view text);
 
 /// Text of a file's or the clipboard's bytes: bytes that begin with the UTF-8 mark (dropped) or are valid UTF-8 are

@@ -344,12 +344,55 @@ TEST_F(EndToEnd, CtrlCWhileStandardInputIsReadExitsWithOneAndLeavesNoFile) {
   // A pipe that nobody writes to: the open end keeps the program waiting.
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
   const int held = ::open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC);
-  Process process(Words({"convert", Path("pipe"), "-o", Path("a.grc")}));
+  Process process(
+      {"/bin/sh", "-c", "exec " + std::string(WALRIM_CLI) + " convert - -o " + Path("a.grc") + " <" + Path("pipe")});
   ASSERT_TRUE(process.ReadUntil("Import from")) << process.Err();
   process.Signal(SIGINT);
   EXPECT_EQ(process.Wait(), 1);
   EXPECT_EQ(folder.Names().size(), 2U);
   ::close(held);
+}
+
+TEST_F(EndToEnd, APipeThatNobodyWritesToIsNotWaitedFor) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  const Result convert = Run({"convert", Path("pipe"), "-o", Path("a.grc"), "--quiet"});
+  EXPECT_EQ(convert.status, 1);
+  EXPECT_EQ(convert.err, "ファイルを読み込めません：" + Path("pipe") + "（通常のファイルではありません）\n");
+}
+
+class IgnoredSignal : public EndToEnd, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(IgnoredSignal, StaysIgnored) {
+  const Receiver receiver({}, "9600");
+  Process process({"/bin/sh", "-c",
+                   "trap '' " + std::string(GetParam()) + "; exec " + WALRIM_CLI + " download --port " +
+                       receiver.Port() + " --kinds waypoint -o " + Path("a.grc")});
+  ASSERT_TRUE(process.ReadUntil("DownLoading : Waypoint [")) << process.Err();
+  process.Signal(GetParam() == std::string_view("HUP")   ? SIGHUP
+                 : GetParam() == std::string_view("INT") ? SIGINT
+                                                         : SIGTERM);
+  EXPECT_EQ(process.Wait(), 0) << process.Err();
+  EXPECT_EQ(FileContents(Path("a.grc")).find("WPT\t"), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, IgnoredSignal, ::testing::Values("HUP", "INT", "TERM"));
+
+TEST_F(EndToEnd, ClosedStandardStreamsAreNoFilesOfTheProgram) {
+  const Receiver receiver(WithMemory());
+  const std::string download = std::string(WALRIM_CLI) + " download --pacing 0.1 --port " + receiver.Port();
+  Process to_file(
+      {"/bin/sh", "-c", "exec " + download + " -o " + Path("a.grc") + " --trace " + Path("trace") + " 0<&- 1>&- 2>&-"});
+  EXPECT_EQ(to_file.Wait(), 0);
+  EXPECT_EQ(FileContents(Path("a.grc")).find("WPT\t"), 0U);
+  const std::string trace = FileContents(Path("trace"));
+  EXPECT_EQ(trace.find("# seconds\t"), 0U);
+  EXPECT_EQ(trace.find("Export"), std::string::npos) << trace;
+  EXPECT_EQ(trace.find("DownLoading"), std::string::npos) << trace;
+  Process to_output({"/bin/sh", "-c", "exec " + download + " -o - 1>&-"});
+  EXPECT_EQ(to_output.Wait(), 1) << "data that nobody gets";
+  Process from_input({"/bin/sh", "-c", "exec " + std::string(WALRIM_CLI) + " convert - -o - 0<&-"});
+  EXPECT_EQ(from_input.Wait(), 1);
+  EXPECT_NE(from_input.Err().find("Bad file descriptor"), std::string::npos);
 }
 
 TEST_F(EndToEnd, CtrlCDuringTheIdentificationExitsWithOneToo) {
@@ -381,6 +424,19 @@ TEST_F(EndToEnd, ATraceIsNeverWrittenOverTheData) {
   EXPECT_EQ(nowhere.status, 1);
   EXPECT_TRUE(nowhere.Said("No such file or directory"));
   EXPECT_TRUE(OnLine("info", receiver, {"--trace", "/dev/full"}).Said("No space left on device"));
+}
+
+TEST_F(EndToEnd, AFileThatIsNoTraceIsNotReplacedByOneWithoutForce) {
+  const Receiver receiver;
+  PutFile(Path("notes"), "mine");
+  const Result refused = OnLine("info", receiver, {"--trace", Path("notes"), "--quiet"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.err, "ファイルに書き込めません：" + Path("notes") +
+                             "（通信の記録ではないファイルです）\n--force を指定すると，上書きします．\n");
+  EXPECT_EQ(FileContents(Path("notes")), "mine");
+  EXPECT_EQ(OnLine("info", receiver, {"--trace", Path("notes"), "--force"}).status, 0);
+  EXPECT_EQ(FileContents(Path("notes")).find("# seconds\t"), 0U);
+  EXPECT_EQ(OnLine("info", receiver, {"--trace", Path("notes")}).status, 0) << "an older trace";
 }
 
 TEST_F(EndToEnd, TheTraceHoldsEveryFrameAlsoWhenTheLinkFails) {
@@ -422,6 +478,7 @@ TEST_F(EndToEnd, AnExistingFileIsLeftAloneBeforeAnythingIsDownloaded) {
   const Result download = OnLine("download", receiver, {"-o", Path("a.grc")});
   EXPECT_EQ(download.status, 1);
   EXPECT_TRUE(download.Said("このファイル（" + Path("a.grc") + ")は存在します．上書きしますか？"));
+  EXPECT_TRUE(download.Said("\n--force を指定すると，上書きします．\n"));
   EXPECT_FALSE(download.Said("DownLoading"));
   EXPECT_EQ(FileContents(Path("a.grc")), "old");
 }
@@ -431,6 +488,20 @@ TEST_F(EndToEnd, AFolderThatDoesNotExistIsSaidBeforeAnythingIsDownloaded) {
   const Result download = OnLine("download", receiver, {"-o", Path("missing/a.grc")});
   EXPECT_EQ(download.status, 1);
   EXPECT_FALSE(download.Said("DownLoading"));
+  EXPECT_TRUE(download.Said("No such file or directory"));
+  EXPECT_FALSE(download.Said("--force"));
+}
+
+TEST_F(EndToEnd, AFileThatCannotBeImportedIsNamedOnce) {
+  const Result missing = Run({"convert", Path("none.grc"), "-o", "-", "--quiet"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.err, "ファイルを読み込めません：" + Path("none.grc") + "（No such file or directory）\n");
+  PutFile(Path("unknown"), "what is this");
+  const Result unknown = Run({"convert", Path("unknown"), "-o", "-", "--quiet"});
+  EXPECT_EQ(unknown.status, 1);
+  const std::size_t at = unknown.err.find(Path("unknown"));
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_EQ(unknown.err.find(Path("unknown"), at + 1), std::string::npos);
 }
 
 TEST_F(EndToEnd, ConvertReadsSeveralFilesIntoOne) {

@@ -1,6 +1,8 @@
 #include <chrono>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "cli/Arguments.h"
 #include "cli/TerminalDesktop.h"
@@ -62,6 +64,27 @@ TEST_F(TerminalDesktopTest, QuietHidesTheStatusAndNotTheMessages) {
   EXPECT_EQ(printed, "M\n");
 }
 
+TEST_F(TerminalDesktopTest, ControlCharactersDoNotReachTheTerminal) {
+  const std::string printed = Printed([&] {
+    TerminalDesktop desktop({false, false, false}, clock);
+    desktop.SetStatusCaption(
+        "A\xC2\x9B"
+        "31mB");
+    desktop.ShowMessage(
+        "C\x1b[31m\x7f\xC2\x80\xC2\x9F\xC2\xA0\nD\xC2\x85"
+        "高尾");
+  });
+  EXPECT_EQ(printed, "A 31mB\nC [31m   \xC2\xA0\nD 高尾\n");
+}
+
+TEST_F(TerminalDesktopTest, ARefusedOverwriteNamesTheOption) {
+  const std::string printed = Printed([&] {
+    TerminalDesktop desktop({true, false, false}, clock);
+    EXPECT_FALSE(desktop.AskOkCancel("上書きしますか？"));
+  });
+  EXPECT_EQ(printed, "上書きしますか？\n--force を指定すると，上書きします．\n");
+}
+
 TEST_F(TerminalDesktopTest, ForceAnswersTheOverwriteQuestionAlone) {
   static_cast<void>(Printed([&] {
     TerminalDesktop with({true, true, false}, clock);
@@ -121,6 +144,40 @@ TEST(TraceFileTest, WritesALineAFrame) {
     EXPECT_EQ(FileContents(folder.Path("trace")),
               "# seconds\tdirection\tid\tsize\tbytes\n1.500000\tTX\t10\t0\t10 0A 00 F6 10 03\n");
   }
+}
+
+TEST(TraceFileTest, ReplacesOnlyAnotherTraceUnlessThatIsWanted) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("trace");
+  for (const std::string_view data : {"WPT\tD", "# seconds\tdirection\tid\tsize\tbytez", "#"}) {
+    PutFile(path, data);
+    TraceFile trace;
+    EXPECT_FALSE(trace.Open(path));
+    EXPECT_TRUE(trace.Refused());
+    EXPECT_EQ(trace.Problem(), "通信の記録ではないファイルです");
+    EXPECT_EQ(FileContents(path), data);
+    EXPECT_TRUE(trace.Open(path, true));
+    EXPECT_FALSE(trace.Refused());
+    EXPECT_EQ(FileContents(path), "# seconds\tdirection\tid\tsize\tbytes\n");
+  }
+  PutFile(path, FileContents(path) + "1.5\tTX\n");
+  EXPECT_TRUE(TraceFile().Open(path));
+  EXPECT_EQ(FileContents(path), "# seconds\tdirection\tid\tsize\tbytes\n");
+  PutFile(path, "");
+  EXPECT_TRUE(TraceFile().Open(path));
+  EXPECT_TRUE(TraceFile().Open("/dev/null"));
+}
+
+TEST(TraceFileTest, FollowsNoLinkOfAnotherUserInASharedFolder) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only the administrator can make a link of another user";
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder.Path("shared"));
+  ::chmod(folder.Path("shared").c_str(), 01777);
+  std::filesystem::create_symlink("../data", folder.Path("shared/trace"));
+  ASSERT_EQ(::lchown(folder.Path("shared/trace").c_str(), Nobody, Nobody), 0);
+  TraceFile trace;
+  EXPECT_FALSE(trace.Open(folder.Path("shared/trace"), true));
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("data")));
 }
 
 TEST(ArgumentsTest, DefaultsAreTheDocumentedOnes) {

@@ -68,5 +68,21 @@ TEST(DecodeText, RecognisesUtf8AndElseReadsShiftJis) {
   EXPECT_EQ(DecodeText("plain"), "plain");
 }
 
+TEST(WithoutControlCharacters, BothKindsBecomeBlanks) {
+  EXPECT_EQ(WithoutControlCharacters("a\tb\x1f"
+                                     "c\x7f"),
+            "a b c ");
+  EXPECT_EQ(WithoutControlCharacters("\xC2\x80"
+                                     "a\xC2\x9B"
+                                     "b\xC2\x9F"),
+            " a b ");
+  EXPECT_EQ(WithoutControlCharacters("\xC2\xA0 ~ 高尾 \xC3\x9B"), "\xC2\xA0 ~ 高尾 \xC3\x9B");
+  EXPECT_EQ(WithoutControlCharacters("a\x9B"
+                                     "b\xC2"),
+            "a\x9B"
+            "b\xC2")
+      << "bytes that are no characters stay";
+}
+
 }  // namespace
 }  // namespace walrim
