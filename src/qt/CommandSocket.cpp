@@ -129,22 +129,38 @@ bool CommandSocket::Lock(const std::string& name) {
 }
 
 std::string CommandSocket::Listen(const std::string& name) {
-  Close();
+  CloseServer();
   const std::string cannot = "コマンドを受け付けられません（" + name + "）．";
   if (name.empty() || !Lock(name)) return cannot;
   if (flock(lock_, LOCK_EX | LOCK_NB) != 0 || ServerAnswers(name)) {
-    Close();
+    CloseServer();
     return "別のWalrimのウィンドウがコマンドを受け付けています．";
   }
   server_ = std::make_unique<QLocalServer>();
   server_->setSocketOptions(QLocalServer::UserAccessOption);
   QObject::connect(server_.get(), &QLocalServer::newConnection, [this] { Accept(); });
   if (RemoveStaleSocket(name) && server_->listen(Text(name))) return {};
-  Close();
+  CloseServer();
   return cannot;
 }
 
+std::string CommandSocket::ListenWhenFree(const std::string& name, std::chrono::milliseconds interval) {
+  const std::string problem = Listen(name);
+  if (problem.empty()) return problem;
+  retry_ = std::make_unique<QTimer>();
+  QObject::connect(retry_.get(), &QTimer::timeout, [this, name] {
+    if (Listen(name).empty()) retry_->stop();
+  });
+  retry_->start(interval);
+  return problem;
+}
+
 void CommandSocket::Close() {
+  if (retry_) retry_->stop();
+  CloseServer();
+}
+
+void CommandSocket::CloseServer() {
   if (server_) {
     server_->close();
     server_->disconnect();

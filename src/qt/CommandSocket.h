@@ -12,6 +12,7 @@
 
 class QLocalServer;
 class QLocalSocket;
+class QTimer;
 
 namespace walrim {
 
@@ -37,12 +38,17 @@ class CommandSocket {
   /// Takes calls under a name (a path). What a killed program left there is replaced, a living server is not. Returns
   /// why it cannot; empty on success.
   [[nodiscard]] std::string Listen(const std::string& name);
+  /// The same; where it cannot, it is tried again at this interval until it can or Close is called: the window that had
+  /// the name may have been closed.
+  [[nodiscard]] std::string ListenWhenFree(const std::string& name,
+                                           std::chrono::milliseconds interval = std::chrono::seconds{1});
   [[nodiscard]] bool Listening() const { return server_ != nullptr; }
   /// Takes no more calls. A command that is running still gets its result back.
   void Close();
 
  private:
   [[nodiscard]] bool Lock(const std::string& name);
+  void CloseServer();
   void Accept();
   void Read(QLocalSocket& client);
   void Run(QLocalSocket& client, const CommandCall& call);
@@ -50,6 +56,7 @@ class CommandSocket {
   Handler handler_;
   std::chrono::milliseconds patience_;
   std::unique_ptr<QLocalServer> server_;
+  std::unique_ptr<QTimer> retry_;
   int lock_ = -1;  ///< the file that a living server holds locked; -1 for none
   /// A handler is running; it may outlive this.
   std::shared_ptr<bool> running_ = std::make_shared<bool>(false);

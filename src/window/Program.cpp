@@ -65,8 +65,8 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     if (hooks.complete) hooks.complete();
     window.setWindowIcon(ProgramIcon());
     LoadTranslation(translator);
-    // A second window works as well; it is only not the one that gets the commands.
-    static_cast<void>(socket.Listen(CommandSocketName()));
+    // A second window works as well; it gets the commands once the first one has gone.
+    static_cast<void>(socket.ListenWhenFree(CommandSocketName()));
     window.RefreshPorts();
     window.ImportFiles(arguments.files);
   };

@@ -6,6 +6,7 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -174,6 +175,29 @@ TEST_F(CommandSocketTest, ALivingServerIsNotDisplaced) {
   first.Close();
   EXPECT_EQ(second.Listen(name), "");
   EXPECT_EQ(Send({"x", "", ""}).result, 2);
+}
+
+TEST_F(CommandSocketTest, WhenTheFirstGoesTheSecondTakesTheCommands) {
+  CommandSocket first(Record());
+  ASSERT_EQ(first.Listen(name), "");
+  CommandSocket second([](const auto&, const auto&, const auto&) { return std::optional<std::int32_t>(2); });
+  EXPECT_NE(second.ListenWhenFree(name, milliseconds{1}), "");
+  first.Close();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return second.Listening(); }));
+  EXPECT_EQ(Send({"x", "", ""}).result, 2);
+}
+
+TEST_F(CommandSocketTest, WhoeverIsClosedNoLongerWaitsForTheName) {
+  CommandSocket first(Record());
+  ASSERT_EQ(first.Listen(name), "");
+  CommandSocket second(Record());
+  CommandSocket third(Record());
+  EXPECT_NE(second.ListenWhenFree(name, milliseconds{1}), "");
+  EXPECT_NE(third.ListenWhenFree(name, milliseconds{1}), "");
+  second.Close();
+  first.Close();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return third.Listening(); }));
+  EXPECT_FALSE(second.Listening());
 }
 
 TEST_F(CommandSocketTest, WhatIsNoSocketIsNotRemoved) {

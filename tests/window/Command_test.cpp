@@ -199,6 +199,18 @@ TEST_F(WindowProcessTest, ASecondWindowLeavesTheCommandsToTheFirst) {
   EXPECT_EQ(Call({"Delete", "ALL"}), Printed(CommandDone));
 }
 
+TEST_F(WindowProcessTest, WhenTheFirstWindowGoesTheSecondTakesTheCommands) {
+  const auto first = Start();
+  ASSERT_TRUE(TakesCommands());
+  const AttemptsToListen attempts;
+  const auto second = Start();
+  ASSERT_TRUE(attempts.AwaitOne());
+  first->Signal(SIGKILL);
+  EXPECT_EQ(first->Wait(), 128 + SIGKILL);
+  ASSERT_TRUE(TakesCommands());
+  EXPECT_EQ(Call({"GetFile", folder.Path("a.grc")}), Printed(CommandDone));
+}
+
 TEST_F(WindowProcessTest, TheSocketIsItsUsersAlone) {
   const auto window = Start();
   ASSERT_TRUE(TakesCommands());
