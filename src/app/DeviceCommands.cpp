@@ -100,11 +100,16 @@ void WalrimMain::NoteReport(DataKind kind) {
     notices_.push_back(name + "破損した記録が" + std::to_string(report.damaged_records) + "件届きました．" +
                        std::string(CheckedLinkAdvice));
   }
+  if (report.missing_records > 0) {
+    notices_.push_back(std::string(DataKindName(kind)) + "：" + std::to_string(garmin_.session.RecordsAnnounced) +
+                       "件中" + std::to_string(report.missing_records) + "件が届きませんでした．");
+  }
   if (report.refused_records > 0) {
     notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +
                        "件あります．");
   }
   if (!report.replaced_records.empty()) {
+    something_lost_ = true;
     notices_.push_back(name + "受信機にない絵や色を，近いものに替えて送信しました：" +
                        JoinNames(report.replaced_records) + "．");
   }

@@ -47,6 +47,7 @@ void WalrimMain::SetGpsNum(DataKind kind, const std::string& text) {
   controls.GpsNum[IndexOf(kind)] = text;
   GpsNum_Change(kind);
   desktop_.ControlsChanged();
+  desktop_.RecordsChanged();
 }
 
 void WalrimMain::GpsNum_Change(DataKind kind) {

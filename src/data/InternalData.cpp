@@ -155,6 +155,8 @@ void InternalData::ClearAllWaypoints() {
   for (std::size_t i = 0; i < WaypointTypeCount; ++i)
     ClearWaypoints(WaypointTypeName(static_cast<WaypointType>(i)));
   std::fill(waypoint_origin.begin(), waypoint_origin.begin() + RoutePointBase, WaypointType::D108);
+  first_missing_waypoint = 0;
+  last_missing_waypoint = 0;
 }
 
 void InternalData::ResetWaypoints(WaypointType type, std::size_t from, std::size_t to) {
@@ -204,6 +206,45 @@ void InternalData::Clear(DataKind kind) {
     case DataKind::TrackLog:
       return ClearTracks();
   }
+}
+
+void InternalData::TakeWaypointSlots(InternalData& other, std::size_t from, std::size_t to) {
+  d103.Take(other.d103, from, to);
+  d104.Take(other.d104, from, to);
+  d107.Take(other.d107, from, to);
+  d108.Take(other.d108, from, to);
+  std::copy(other.waypoint_origin.begin() + static_cast<std::ptrdiff_t>(from),
+            other.waypoint_origin.begin() + static_cast<std::ptrdiff_t>(to),
+            waypoint_origin.begin() + static_cast<std::ptrdiff_t>(from));
+}
+
+void InternalData::TakeKind(DataKind kind, InternalData& other) {
+  Clear(kind);
+  switch (kind) {
+    case DataKind::Waypoint:
+      TakeWaypointSlots(other, 1, FirstRoutePoint);
+      WaypointCount = other.WaypointCount;
+      WaypointHighWater = other.WaypointHighWater;
+      first_missing_waypoint = other.first_missing_waypoint;
+      last_missing_waypoint = other.last_missing_waypoint;
+      break;
+    case DataKind::Route:
+      TakeWaypointSlots(other, FirstRoutePoint, SlotCount);
+      d201.Take(other.d201, 0, d201.size());
+      d202.Take(other.d202, 0, d202.size());
+      d210.Take(other.d210, 0, d210.size());
+      route_from_d201 = other.route_from_d201;
+      routes = other.routes;
+      MirrorRouteCounters();
+      break;
+    case DataKind::TrackLog:
+      d310.Take(other.d310, 0, d310.size());
+      track_points.Take(other.track_points, 0, track_points.size());
+      tracks = other.tracks;
+      MirrorTrackCounters();
+      break;
+  }
+  other.Clear(kind);
 }
 
 int InternalData::Count(DataKind kind) const {

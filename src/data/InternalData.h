@@ -99,6 +99,9 @@ class InternalData {
   /// Clears one kind wholly.
   void Clear(DataKind kind);
 
+  /// Takes one kind out of another data set, in place of what this one held of it. The other one is left without it.
+  void TakeKind(DataKind kind, InternalData& other);
+
   // ---- Text form
 
   /// Text form of slot (see waypoint_origin). Zero characters in fixed-width texts become blanks, in the entry too.
@@ -133,6 +136,12 @@ class InternalData {
 
   int WaypointCount = 0;      ///< highest user waypoint slot in use
   int WaypointHighWater = 0;  ///< highest slot that an add has set since the last clear
+  /// User waypoints from this slot on, up to the last one of a download, were announced but never came; 0 for none.
+  int first_missing_waypoint = 0;
+  int last_missing_waypoint = 0;
+  [[nodiscard]] bool IsMissingWaypoint(int slot) const {
+    return first_missing_waypoint > 0 && slot >= first_missing_waypoint && slot <= last_missing_waypoint;
+  }
   RouteCounters routes;
   TrackCounters tracks;
   RouteCounters mirrored_routes;
@@ -157,6 +166,7 @@ class InternalData {
   PagedTable<TrackPointEntry> track_points;
 
  private:
+  void TakeWaypointSlots(InternalData& other, std::size_t from, std::size_t to);
   /// Puts a waypoint into all four layouts. slot must be one.
   void StoreWaypoint(const WaypointValues& values, int slot);
   void ResetWaypoints(WaypointType type, std::size_t from, std::size_t to);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace walrim {
@@ -32,6 +33,24 @@ class PagedTable {
     auto& page = pages_[index / PageSize];
     if (!page) page = std::make_unique<Page>();
     return (*page)[index % PageSize];
+  }
+
+  /// Takes entries from, to - 1 and all between out of a table of the same size, which has then what they were at
+  /// first.
+  void Take(PagedTable& other, std::size_t from, std::size_t to) {
+    Reset(from, to);
+    for (std::size_t first = from; first < to;) {
+      const std::size_t page = first / PageSize;
+      const std::size_t end = std::min(to, (page + 1) * PageSize);
+      if (end - first == PageSize) {
+        pages_[page] = std::move(other.pages_[page]);
+      } else if (other.pages_[page]) {
+        for (std::size_t i = first; i < end; ++i)
+          at(i) = std::move(other.at(i));
+      }
+      first = end;
+    }
+    other.Reset(from, to);
   }
 
   /// Makes entries from, to - 1 and all between what they were at first. to is at most size().

@@ -21,6 +21,7 @@ struct ProductInfo {
 struct TransferReport {
   int damaged_records =
       0;  ///< records whose frame had a wrong checksum or length, or whose position is not on the globe
+  int missing_records = 0;        ///< records that were announced and never came
   int refused_records = 0;        ///< sent records that were not acknowledged
   bool end_refused = false;       ///< the end of sent records was not acknowledged
   bool data_loss = false;         ///< the data-loss warning was shown

@@ -84,7 +84,7 @@ class Garmin {
   struct DownloadPlan {
     int command;                                   ///< the transfer command
     std::int32_t most;                             ///< more announced records than this are given up
-    std::function<void()> clear;                   ///< empties the kind's tables
+    DataKind kind;                                 ///< what the records are
     std::function<bool(int packet_id)> is_record;  ///< whether a packet is one of the kind's records
     std::function<bool(const Frame&)> take;        ///< stores a record; false where its position is not on the globe
     std::function<bool()> complete;                ///< sets the counts after a normal end; false: records were dropped
@@ -130,6 +130,7 @@ class Garmin {
   void EndProgress();
 
   InternalData& data_;
+  InternalData incoming_;  ///< what a download brings, until it has ended: what is held stays as it is so long
   const Clock& clock_;
   Desktop& desktop_;
   PacketLink link_;

@@ -24,15 +24,15 @@ std::int32_t Garmin::DownloadRoutes(std::string_view port_name, TransferMode mod
   const auto finish_route = [&] {
     if (route == 0) return;
     const int kept = std::min(point, LastReceivedPoint);
-    data_.routes.RoutePointCount.at(static_cast<std::size_t>(route)) = kept;
-    data_.routes.first_point.at(static_cast<std::size_t>(route)) = 1;
-    data_.SpreadRouteHeader(route, has_number);
+    incoming_.routes.RoutePointCount.at(static_cast<std::size_t>(route)) = kept;
+    incoming_.routes.first_point.at(static_cast<std::size_t>(route)) = 1;
+    incoming_.SpreadRouteHeader(route, has_number);
   };
   const auto take_header = [&](const Frame& frame) {
     finish_route();
     ++route;
     point = 0;
-    DecodeRouteHeader(data_, frame, route, types.RouteHeaderType);
+    DecodeRouteHeader(incoming_, frame, route, types.RouteHeaderType);
   };
   const auto take_point = [&](const Frame& frame) {
     ++point;
@@ -40,20 +40,20 @@ std::int32_t Garmin::DownloadRoutes(std::string_view port_name, TransferMode mod
       dropped = true;  // there is no slot for it that is not another route's
       return true;
     }
-    DecodeRoutePoint(data_, frame, route, point, types.WaypointType);
+    DecodeRoutePoint(incoming_, frame, route, point, types.WaypointType);
     const auto slot = static_cast<std::size_t>(RoutePointSlot(route, point));
-    data_.SpreadWaypoint(RoutePointSlot(route, point), type);
-    return IsLatitude(data_.d108[slot].lat_deg);
+    incoming_.SpreadWaypoint(RoutePointSlot(route, point), type);
+    return IsLatitude(incoming_.d108[slot].lat_deg);
   };
   const auto take_link = [&](const Frame& frame) {
     if (route == 0 || point > LastReceivedPoint) return;
-    DecodeRouteLink(data_, frame, route, point, types.RouteLinkType);
+    DecodeRouteLink(incoming_, frame, route, point, types.RouteLinkType);
   };
 
   DownloadPlan plan;
   plan.command = session.device_commands.Cmnd_Transfer_Rte;
   plan.most = MaxRoutes * (1 + 2 * MaxRoutePoints);
-  plan.clear = [&] { data_.Clear(DataKind::Route); };
+  plan.kind = DataKind::Route;
   plan.is_record = [&](int id) {
     return id == session.link_pids.Pid_Rte_Hdr || id == session.link_pids.Pid_Rte_Wpt_Data ||
            (with_links && id == session.link_pids.Pid_Rte_Link_Data);
@@ -70,8 +70,7 @@ std::int32_t Garmin::DownloadRoutes(std::string_view port_name, TransferMode mod
   };
   plan.complete = [&] {
     finish_route();
-    data_.routes.RouteCount = route;
-    data_.MirrorRouteCounters();
+    incoming_.routes.RouteCount = route;
     return !dropped;
   };
   return RunDownload(port_name, mode, plan);

@@ -43,25 +43,24 @@ class LogCutter {
 std::int32_t Garmin::DownloadTracks(std::string_view port_name, TransferMode mode) {
   const DeviceProtocols types = session.protocols;
   const bool with_headers = !types.TrackHeaderType.empty();
-  LogCutter cutter(data_);
+  LogCutter cutter(incoming_);
 
   DownloadPlan plan;
   plan.command = session.device_commands.Cmnd_Transfer_Trk;
   plan.most = MaxTrackPoints + (with_headers ? MaxTrackLogs : 0);
-  plan.clear = [&] { data_.Clear(DataKind::TrackLog); };
+  plan.kind = DataKind::TrackLog;
   plan.is_record = [&](int id) { return id == session.link_pids.Pid_Trk_Hdr || id == session.link_pids.Pid_Trk_Data; };
   plan.take = [&](const Frame& frame) {
     if (frame.Id() == session.link_pids.Pid_Trk_Data) {
       const int slot = cutter.NextSlot();
-      cutter.TakePoint(DecodeTrackPoint(data_, frame, slot, types.TrackPointType));
-      return IsLatitude(data_.track_points[static_cast<std::size_t>(slot)].lat_deg);
+      cutter.TakePoint(DecodeTrackPoint(incoming_, frame, slot, types.TrackPointType));
+      return IsLatitude(incoming_.track_points[static_cast<std::size_t>(slot)].lat_deg);
     }
-    if (with_headers) DecodeTrackHeader(data_, frame, cutter.TakeHeader(), types.TrackHeaderType);
+    if (with_headers) DecodeTrackHeader(incoming_, frame, cutter.TakeHeader(), types.TrackHeaderType);
     return true;
   };
   plan.complete = [&] {
-    data_.tracks.TrackCount = cutter.Logs();
-    data_.MirrorTrackCounters();
+    incoming_.tracks.TrackCount = cutter.Logs();
     return true;
   };
   return RunDownload(port_name, mode, plan);

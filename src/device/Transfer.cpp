@@ -162,7 +162,7 @@ std::int32_t Garmin::RunDownload(std::string_view port_name, TransferMode mode, 
 }
 
 std::int32_t Garmin::ReceiveRecords(const DownloadPlan& plan) {
-  plan.clear();
+  incoming_.Clear(plan.kind);
   status_.SetStatus("PUSH");
   bool data_lost = false;
   std::int16_t last_status = 0;
@@ -176,6 +176,7 @@ std::int32_t Garmin::ReceiveRecords(const DownloadPlan& plan) {
   EndProgress();
   if (!session.TransferAborted) {
     if (!plan.complete()) data_lost = true;
+    data_.TakeKind(plan.kind, incoming_);
     if (data_lost) ShowDataLoss();
   }
   return EndDownload(last_status, session.RecordsAnnounced);
@@ -194,6 +195,7 @@ std::int16_t Garmin::ReceiveLoop(const DownloadPlan& plan, bool& data_lost) {
     const bool is_record = reply.Count >= 1 && plan.is_record(id);
     if (reply.Count >= 1 && id == pids.Pid_Xfer_Cmplt) {
       data_lost = true;
+      session.report.missing_records = count - received;
       return last_status;
     }
     if (is_record) {

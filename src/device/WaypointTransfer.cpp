@@ -13,19 +13,23 @@ std::int32_t Garmin::DownloadWaypoints(std::string_view port_name, TransferMode 
   DownloadPlan plan;
   plan.command = session.device_commands.Cmnd_Transfer_Wpt;
   plan.most = MaxWaypoints;
-  plan.clear = [&] { data_.Clear(DataKind::Waypoint); };
+  plan.kind = DataKind::Waypoint;
   plan.is_record = [&](int id) { return id == session.link_pids.Pid_Wpt_Data; };
   plan.take = [&](const Frame& frame) {
-    DecodeWaypoint(data_, frame, ++index, type_name);
-    data_.SpreadWaypoint(index, type);
-    return IsLatitude(data_.d108.at(static_cast<std::size_t>(index)).lat_deg);
+    DecodeWaypoint(incoming_, frame, ++index, type_name);
+    incoming_.SpreadWaypoint(index, type);
+    return IsLatitude(incoming_.d108.at(static_cast<std::size_t>(index)).lat_deg);
   };
   plan.complete = [&] {
-    data_.WaypointCount = session.RecordsAnnounced;
-    data_.WaypointHighWater = session.RecordsAnnounced;
+    incoming_.WaypointCount = session.RecordsAnnounced;
+    incoming_.WaypointHighWater = session.RecordsAnnounced;
     // Records that never came are the type's cleared defaults.
     for (int slot = index + 1; slot <= session.RecordsAnnounced; ++slot)
-      data_.SpreadWaypoint(slot, type);
+      incoming_.SpreadWaypoint(slot, type);
+    if (index < session.RecordsAnnounced) {
+      incoming_.first_missing_waypoint = index + 1;
+      incoming_.last_missing_waypoint = session.RecordsAnnounced;
+    }
     return true;
   };
   return RunDownload(port_name, mode, plan);

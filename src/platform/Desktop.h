@@ -38,6 +38,8 @@ class Desktop {
 
   /// A control's value, background or enabled state was changed by the program.
   virtual void ControlsChanged() = 0;
+  /// A kind of the data set holds other records than before, in the middle of a command too.
+  virtual void RecordsChanged() {}
 };
 
 }  // namespace walrim

@@ -58,7 +58,7 @@ std::vector<std::string> ToStrings(const QStringList& texts) {
 MainWindow::MainWindow(const WindowParts& parts, Contents contents)
     : status_(new ElidedLabel("Status", Qt::ElideMiddle, this)),
       progress_(new QProgressBar(this)),
-      desktop_(*this, *status_, *progress_, [this] { ShowControls(); }),
+      desktop_(*this, *status_, *progress_, {[this] { ShowControls(); }, [this] { RefreshRecords(); }}),
       dialogs_(*this),
       main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet),
       binder_([this] { SettingsChanged(); }),
@@ -107,6 +107,27 @@ QGroupBox* MainWindow::MakeDeviceGroup() {
   return group;
 }
 
+/// What the last command had to tell beyond its messages, whole: the status line has no room for it.
+QLabel* MainWindow::MakeNotices() {
+  auto* label = new QLabel;
+  NameControl(*label, "Notices");
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  label->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
+  label->setMargin(label->fontMetrics().averageCharWidth() / 2);
+  label->hide();
+  return label;
+}
+
+void MainWindow::ShowNotices(const std::vector<std::string>& notices) {
+  QStringList lines;
+  for (const std::string& notice : notices)
+    lines.append(QString::fromStdString(notice));
+  notices_->setText(lines.join(QLatin1Char('\n')));
+  notices_->setVisible(!lines.isEmpty());
+}
+
 void MainWindow::BuildCentre() {
   auto* centre = new QWidget;
   auto* grid = new QGridLayout(centre);
@@ -119,6 +140,8 @@ void MainWindow::BuildCentre() {
   grid->addWidget(auto_action_group_, 0, 1, 2, 1);
   grid->addWidget(output_group_, 2, 0, 1, 2);
   grid->addWidget(records_, 3, 0, 1, 2);
+  notices_ = MakeNotices();
+  grid->addWidget(notices_, 4, 0, 1, 2);
   grid->setColumnStretch(0, 1);
   grid->setRowStretch(3, 1);
   setCentralWidget(centre);
@@ -217,6 +240,7 @@ void MainWindow::Run(const std::function<void()>& command) {
 void MainWindow::BeginCommand() {
   focus_before_ = focusWidget();
   command_runs_ = true;
+  ShowNotices({});
   ShowControls();
 }
 
@@ -225,6 +249,7 @@ void MainWindow::EndCommand() {
   desktop_.SetProgress(0, 0);
   ShowControls();
   RefreshRecords();
+  ShowNotices(main_.TakeNotices());
   if (focus_before_ != nullptr) focus_before_->setFocus();
   if (close_wanted_) close();
 }

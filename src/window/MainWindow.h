@@ -18,6 +18,7 @@
 class QAction;
 class QComboBox;
 class QGroupBox;
+class QLabel;
 class QProgressBar;
 class QPushButton;
 class QShortcut;
@@ -71,6 +72,7 @@ class MainWindow : public QMainWindow {
 
  private:
   void BuildCentre();
+  [[nodiscard]] QLabel* MakeNotices();
   [[nodiscard]] QGroupBox* MakeDeviceGroup();
   void BuildStatusBar();
   void BuildMenus();
@@ -82,6 +84,8 @@ class MainWindow : public QMainWindow {
   void Run(const std::function<void()>& command);
   void BeginCommand();
   void EndCommand();
+  /// Shows them below the tables, a line each; none takes no room.
+  void ShowNotices(const std::vector<std::string>& notices);
   void SettingsChanged();
   void RefreshRecords();
   void CancelTransfer();
@@ -105,6 +109,7 @@ class MainWindow : public QMainWindow {
   QGroupBox* output_group_ = nullptr;
   QGroupBox* auto_action_group_ = nullptr;
   RecordTables* records_ = nullptr;
+  QLabel* notices_ = nullptr;
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;
   QAction* cancel_action_ = nullptr;

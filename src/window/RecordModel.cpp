@@ -1,5 +1,8 @@
 #include "window/RecordModel.h"
 
+#include <QFont>
+#include <QGuiApplication>
+#include <QPalette>
 #include <algorithm>
 #include <iterator>
 #include <stdexcept>
@@ -77,6 +80,10 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   const RecordColumn& column = columns_[static_cast<std::size_t>(index.column())];
+  if (IsMissing(RefOf(index.row()))) {
+    const QVariant mark = MissingMark(role);
+    if (mark.isValid()) return mark;
+  }
   switch (role) {
     case Qt::DisplayRole:
       return ShownText(RefOf(index.row()), column);
@@ -109,6 +116,24 @@ QString RecordModel::ShownText(RowRef ref, const RecordColumn& column) const {
   if (!Holds(ref)) return {};
   const std::string text = CellText(ref, column);
   return QString::fromStdString(WithoutControlCharacters(TrimBlanks(text)));
+}
+
+/// What stands in the place of a record that never came looks like no record.
+QVariant RecordModel::MissingMark(int role) const {
+  switch (role) {
+    case Qt::FontRole: {
+      QFont font = QGuiApplication::font();
+      font.setItalic(true);
+      return font;
+    }
+    case Qt::ForegroundRole:
+      return QGuiApplication::palette().brush(QPalette::PlaceholderText);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+      return QStringLiteral("受信機から届かなかった記録です");
+    default:
+      return {};
+  }
 }
 
 QVariant RecordModel::CodeTip(RowRef ref, const RecordColumn& column) const {

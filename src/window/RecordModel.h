@@ -79,6 +79,8 @@ class RecordModel : public QAbstractTableModel {
   /// The rows there are now, in rising order.
   [[nodiscard]] virtual std::vector<RowRef> HeldRows() const = 0;
   [[nodiscard]] virtual bool Holds(RowRef ref) const = 0;
+  /// Whether the record was announced by the receiver and never came.
+  [[nodiscard]] virtual bool IsMissing(RowRef /*ref*/) const { return false; }
   /// The standard line whose columns the row shows, and the lines that are copied for it.
   virtual void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const = 0;
   virtual void AppendLines(std::string& out, RowRef ref) const = 0;
@@ -101,6 +103,7 @@ class RecordModel : public QAbstractTableModel {
 
  private:
   [[nodiscard]] QString ShownText(RowRef ref, const RecordColumn& column) const;
+  [[nodiscard]] QVariant MissingMark(int role) const;
   [[nodiscard]] QVariant CodeTip(RowRef ref, const RecordColumn& column) const;
   void Fetch(RowRef ref) const;
   [[nodiscard]] std::vector<RowRef> Ordered(std::vector<RowRef> rows) const;

@@ -22,6 +22,7 @@ class WaypointModel : public RecordModel {
  protected:
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   [[nodiscard]] bool Holds(RowRef ref) const override;
+  [[nodiscard]] bool IsMissing(RowRef ref) const override { return data_.IsMissingWaypoint(ref.record); }
   void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const override;
   void AppendLines(std::string& out, RowRef ref) const override;
   [[nodiscard]] std::string CellText(RowRef ref, const RecordColumn& column) const override;

@@ -49,9 +49,8 @@ QMessageBox::StandardButton RunBox(QWidget& window, QMessageBox::Icon icon, std:
 
 }  // namespace
 
-WindowDesktop::WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress,
-                             std::function<void()> controls_changed)
-    : window_(window), status_(status), progress_(progress), controls_changed_(std::move(controls_changed)) {}
+WindowDesktop::WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, Hooks hooks)
+    : window_(window), status_(status), progress_(progress), hooks_(std::move(hooks)) {}
 
 void WindowDesktop::ShowMessage(std::string_view text) {
   if (silent_) return;

@@ -19,8 +19,14 @@ class ElidedLabel;
 
 class WindowDesktop : public Desktop {
  public:
-  /// All must outlive this object. controls_changed is called when the program has changed controls.
-  WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, std::function<void()> controls_changed);
+  /// What is called when the program has changed controls, or the records that are held.
+  struct Hooks {
+    std::function<void()> controls_changed;
+    std::function<void()> records_changed;
+  };
+
+  /// All must outlive this object.
+  WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, Hooks hooks);
 
   void ShowMessage(std::string_view text) override;
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
@@ -32,7 +38,8 @@ class WindowDesktop : public Desktop {
   void SetStatusCaption(std::string_view text) override;
   [[nodiscard]] std::string StatusCaption() const override;
   void SetProgress(std::int64_t done, std::int64_t total) override;
-  void ControlsChanged() override { controls_changed_(); }
+  void ControlsChanged() override { hooks_.controls_changed(); }
+  void RecordsChanged() override { hooks_.records_changed(); }
 
   /// From now on nobody is asked or told anything: every question is answered as it does least.
   void FallSilent() { silent_ = true; }
@@ -43,7 +50,7 @@ class WindowDesktop : public Desktop {
   QWidget& window_;
   ElidedLabel& status_;
   QProgressBar& progress_;
-  std::function<void()> controls_changed_;
+  Hooks hooks_;
   QString folder_;  ///< where the last file dialog ended
   bool silent_ = false;
 };

@@ -336,6 +336,24 @@ TEST_F(DeviceCommandsTest, PicturesThatTheReceiverLacksAreToldOnce) {
   EXPECT_TRUE(desktop.messages.empty());
 }
 
+TEST_F(DeviceCommandsTest, RecordsThatNeverCameAreCountedByKind) {
+  receiver.announced = 6;
+  TickDownload(true, false, false);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.messages.size(), 1U);  // the prescribed one
+  EXPECT_EQ(main.TakeNotices(), std::vector<std::string>{"Waypoint：6件中4件が届きませんでした．"});
+  EXPECT_EQ(desktop.caption, "Waypoint：6件中4件が届きませんでした．");
+  EXPECT_FALSE(main.Data().IsMissingWaypoint(2));
+  EXPECT_TRUE(main.Data().IsMissingWaypoint(3));
+  EXPECT_TRUE(main.Data().IsMissingWaypoint(6));
+  EXPECT_FALSE(main.Data().IsMissingWaypoint(7));
+
+  receiver.announced.reset();
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_TRUE(main.TakeNotices().empty());
+  EXPECT_FALSE(main.Data().IsMissingWaypoint(3));
+}
+
 TEST_F(DeviceCommandsTest, AutoSaveAndAutoCopyFollowTheDownloadedKinds) {
   main.controls.AutoSave = true;
   main.controls.AutoCopy = true;

@@ -33,6 +33,26 @@ TEST(PagedTable, ResetTakesTheEntriesNamedAndNoOther) {
   EXPECT_EQ(table[249].value, 7);
 }
 
+TEST(PagedTable, TakeMovesTheEntriesNamedAndNoOther) {
+  PagedTable<Entry> from(250);
+  PagedTable<Entry> to(250);
+  from[49].value = 1;
+  from[60].value = 2;
+  from[150].value = 3;
+  to[49].value = 4;
+  to[70].value = 5;
+  to[151].value = 6;
+  to.Take(from, 50, 220);
+  EXPECT_EQ(to[49].value, 4);
+  EXPECT_EQ(to[60].value, 2);
+  EXPECT_EQ(to[70].value, 7);
+  EXPECT_EQ(to[150].value, 3);
+  EXPECT_EQ(to[151].value, 7);
+  EXPECT_EQ(from[49].value, 1);
+  EXPECT_EQ(from[60].value, 7);
+  EXPECT_EQ(from[150].value, 7);
+}
+
 TEST(PagedTable, AnIndexBeyondItsSizeIsAnError) {
   PagedTable<Entry> table(250);
   EXPECT_THROW(static_cast<void>(table[250]), std::out_of_range);

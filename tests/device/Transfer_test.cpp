@@ -285,6 +285,22 @@ TEST_F(TransferTest, AnEarlyXferCmpltWarnsOnceAndKeepsTheAnnouncedCount) {
   EXPECT_EQ(receiver.received.back(), Abort);
 }
 
+// The tables and the upload of another kind go by what is held.
+TEST_F(TransferTest, WhatIsHeldStaysUntilADownloadHasEnded) {
+  Speak("GPS 12 Software");
+  HoldWaypoint("OLD");
+  GiveWaypoints(3);
+  std::vector<std::string> seen;
+  loop.on_yield = [&] {
+    if (receiver.received.back() != Abort) seen.push_back(data.GetWaypoint(1)[WaypointField::ident]);
+  };
+  EXPECT_EQ(Download(), 3);
+  ASSERT_FALSE(seen.empty());
+  EXPECT_EQ(seen, std::vector<std::string>(seen.size(), "OLD"));
+  EXPECT_EQ(data.d103[1].ident.Bare(), "W1");
+  EXPECT_EQ(data.WaypointCount, 3);
+}
+
 TEST_F(TransferTest, AReceiverWithMoreThanItAnnouncedWarnsToo) {
   Speak("GPS 12 Software");
   GiveWaypoints(5);

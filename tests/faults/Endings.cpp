@@ -272,8 +272,24 @@ std::vector<std::string> MessagesOf(const Row& row, const Ending& ending) {
   return messages;
 }
 
+namespace {
+
+/// How many records of the kinds that were hit never came.
+std::string MissingNotices(const Row& row, const Ending& ending) {
+  std::string notices;
+  for (const DataKind kind : HitKinds(row, ending)) {
+    const int count = static_cast<int>(MovedRecords(row, kind).size());
+    notices.append(DataKindName(kind)).append("：").append(std::to_string(count)).append("件中");
+    notices.append(std::to_string(count - RecordsBeforeFault(row, count))).append("件が届きませんでした．");
+  }
+  return notices;
+}
+
+}  // namespace
+
 std::string StatusOf(const Row& row, const Ending& ending) {
   std::string status;
+  if (ending.hit == CutAndBlank) return MissingNotices(row, ending);
   if (ending.notice.empty()) return status;
   for (const DataKind kind : HitKinds(row, ending))
     status.append("(").append(DataKindName(kind)).append(")").append(ending.notice);

@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QMenuBar>
 #include <QSpinBox>
+#include <QTableView>
 #include <filesystem>
 
 #include "window/WindowTest.h"
@@ -621,6 +622,74 @@ TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
   Click("GpsDownLoad");
   EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("WPT\t"));
   EXPECT_TRUE(Status().find("破損した記録が1件") != std::string::npos) << Status();
+}
+
+// The names in the waypoints' table; none while it is not there.
+std::vector<std::string> ShownNames(const MainWindow& window) {
+  std::vector<std::string> names;
+  const auto* table = window.findChild<QTableView*>("WaypointTable");
+  for (int row = 0; table != nullptr && row < table->model()->rowCount(); ++row)
+    names.push_back(table->model()->index(row, 1).data().toString().toStdString());
+  return names;
+}
+
+TEST_F(WindowTest, DuringADownloadTheTablesShowWhatIsHeldAndEachKindAsItEnds) {
+  CheckAll("DownCheck");
+  bool shown_behind_its_kind = false;
+  event_loop.on_yield = [&] {
+    if (!Status().starts_with("DownLoading : Route")) return;
+    shown_behind_its_kind = ShownNames(*window).size() == 19 && !ShownNames(*window).front().empty();
+  };
+  Click("GpsDownLoad");
+  EXPECT_TRUE(shown_behind_its_kind);
+
+  const auto held = ShownNames(*window);
+  answerer.Answer(QMessageBox::Yes);
+  int turns = 0;
+  event_loop.on_yield = [&] {
+    if (!Status().starts_with("DownLoading : Waypoint")) return;
+    ++turns;
+    EXPECT_EQ(ShownNames(*window), held);
+  };
+  Check("DownCheck_1", false);
+  Check("DownCheck_2", false);
+  Click("GpsDownLoad");
+  EXPECT_GT(turns, 0);
+}
+
+TEST_F(WindowTest, RecordsThatNeverCameAreToldUntilTheNextCommandAndMarked) {
+  DemoReceiverOptions options;
+  options.faults.early_complete = 5;
+  UseReceiver(options);
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  const auto& notices = Get<QLabel>("Notices");
+  EXPECT_TRUE(notices.isVisible());
+  EXPECT_EQ(notices.text().toStdString(), "Waypoint：19件中14件が届きませんでした．");
+  const QAbstractItemModel& rows = *window->findChild<QTableView*>("WaypointTable")->model();
+  const auto tip = [&](int row) { return rows.index(row, 1).data(Qt::ToolTipRole).toString().toStdString(); };
+  EXPECT_EQ(tip(4), "");
+  EXPECT_EQ(tip(5), "受信機から届かなかった記録です");
+  EXPECT_EQ(tip(18), "受信機から届かなかった記録です");
+  EXPECT_TRUE(rows.index(5, 1).data(Qt::FontRole).value<QFont>().italic());
+  Click("Copy");
+  EXPECT_FALSE(notices.isVisible());
+}
+
+// The status line has no room for it.
+TEST_F(WindowTest, ADamageMessageIsShownWhole) {
+  DemoReceiverOptions options;
+  options.faults.bad_checksum = 2;
+  UseReceiver(options);
+  ChooseLink("しない");
+  Check("DownCheck_0");
+  Click("GpsDownLoad");
+  const auto& notices = Get<QLabel>("Notices");
+  EXPECT_EQ(notices.text().toStdString(), Status());
+  EXPECT_TRUE(Status().find("(CheckedLink)") == std::string::npos);
+  window->resize(window->minimumSizeHint());
+  QTest::qWait(0);
+  EXPECT_GE(notices.height(), notices.heightForWidth(notices.width()));
 }
 
 TEST_F(WindowTest, TheLinkIsChosenByTheReceiverUnlessTheUserDoesIt) {
