@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "packaging/Bash.h"
 #include "packaging/HelpTexts.h"
 #include "receiver/DemoSerialPort.h"
 #include "support/Processes.h"
@@ -12,31 +13,6 @@ namespace walrim {
 namespace {
 
 const std::string CompletionFile = WALRIM_SOURCE_DIR "/share/bash-completion/completions/walrim-cli";
-
-std::string Quoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text)
-    quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
-
-/// A bash without a person's settings, away from the terminal that the tests run on.
-std::vector<std::string> Bash(std::vector<std::string> arguments) {
-  std::vector<std::string> words{"/usr/bin/env",
-                                 "-i",
-                                 "PATH=/usr/bin:/bin",
-                                 "TERM=dumb",
-                                 "LC_ALL=C.UTF-8",
-                                 "INPUTRC=/dev/null",
-                                 "HISTFILE=",
-                                 "setsid",
-                                 "--wait",
-                                 "bash",
-                                 "--norc",
-                                 "--noprofile"};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  return words;
-}
 
 /// What is offered for a line with the cursor at its end, in order. "(files)" stands for the files that bash itself
 /// offers when nothing else is.
@@ -66,17 +42,6 @@ std::vector<std::string> OfferedOptions(const std::string& command) {
   std::vector<std::string> options = Offers("walrim-cli " + command + (command.empty() ? "--" : " --"));
   std::sort(options.begin(), options.end());
   return options;
-}
-
-std::vector<std::string> LongOptions(const std::vector<HelpOption>& options) {
-  std::vector<std::string> names;
-  for (const HelpOption& option : options) {
-    for (const std::string& name : option.names) {
-      if (name.starts_with("--")) names.push_back(name);
-    }
-  }
-  std::sort(names.begin(), names.end());
-  return names;
 }
 
 using Words = std::vector<std::string>;
