@@ -82,9 +82,14 @@ class QtInet::Fetch {
     silence_.setSingleShot(true);
     silence_.setInterval(limits.silence);
     QObject::connect(&silence_, &QTimer::timeout, [this] { Finish(Failed("サーバーからの応答がありません．")); });
+    no_progress_.setSingleShot(true);
+    no_progress_.setInterval(limits.no_progress);
+    QObject::connect(&no_progress_, &QTimer::timeout,
+                     [this] { Finish(Failed("サーバーからのデータが進まないため，読み込みを中止しました．")); });
   }
 
   InetResult Run(const QUrl& url) {
+    no_progress_.start();
     Request(url);
     if (!done_) loop_.exec();
     // A program that ends leaves all its event loops.
@@ -108,6 +113,7 @@ class QtInet::Fetch {
     if (std::exchange(done_, true)) return;
     result_ = std::move(result);
     silence_.stop();
+    no_progress_.stop();
     socket_.reset();
     loop_.quit();
   }
@@ -144,7 +150,9 @@ class QtInet::Fetch {
   void BytesCame() {
     silence_.start();
     const QByteArray bytes = socket_->readAll();
+    const std::size_t had = answer_.body.size();
     answer_.Take({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (answer_.body.size() > had) no_progress_.start();
     AnswerGrew();
   }
 
@@ -207,6 +215,7 @@ class QtInet::Fetch {
   const std::optional<QSslConfiguration>& tls_;
   QEventLoop loop_;
   QTimer silence_;
+  QTimer no_progress_;
   std::unique_ptr<QSslSocket, LaterDeleter> socket_;
   QUrl url_;
   HttpAnswer answer_{0};

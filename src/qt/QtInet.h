@@ -14,6 +14,8 @@ namespace walrim {
 struct InetLimits {
   std::size_t most_bytes = 32U * 1024U * 1024U;
   std::chrono::milliseconds silence{30'000};  ///< without a byte
+  /// Without a byte of the data themselves, whatever else comes: headers, redirects, lengths.
+  std::chrono::milliseconds no_progress{60'000};
   int most_redirects = 5;
 };
 

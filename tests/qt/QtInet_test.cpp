@@ -107,6 +107,19 @@ void SendEndlessly(QTcpSocket& connection) {
   more();
 }
 
+/// Sends a first part and then a piece again and again, at most so often; then closes.
+Server::Page Trickling(const QByteArray& first, const QByteArray& piece, int interval_ms, int pieces = 400) {
+  return [=](QTcpSocket& connection) {
+    connection.write(first);
+    auto* const timer = new QTimer(&connection);
+    QObject::connect(timer, &QTimer::timeout, &connection, [&connection, piece, left = pieces]() mutable {
+      connection.write(piece);
+      if (--left == 0) connection.disconnectFromHost();
+    });
+    timer->start(interval_ms);
+  };
+}
+
 bool Contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
@@ -286,6 +299,28 @@ TEST_F(QtInetTest, TheBodyOfARedirectIsNotWaitedFor) {
     SendEndlessly(connection);
   };
   ExpectBytes(server.Link("/moved"), "WPT");
+}
+
+TEST_F(QtInetTest, ATrickleThatBringsNoDataHasAnEnd) {
+  const QByteArray ok = "HTTP/1.1 200 OK\r\n";
+  server.pages["/header"] = Trickling(ok + "X: ", "x", 5);
+  server.pages["/lines"] = Trickling(ok, "X: y\r\n", 5);
+  server.pages["/interim"] = Trickling("", "HTTP/1.1 100 Continue\r\n\r\n", 5);
+  server.pages["/length"] = Trickling(ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nWPT\r\n1;", "x", 5);
+  for (const char* page : {"/header", "/lines", "/interim", "/length"}) {
+    QtInet impatient({.no_progress = milliseconds{100}});
+    const InetResult result = impatient.OpenUrl(server.Link(page));
+    EXPECT_EQ(result.error, "サーバーからのデータが進まないため，読み込みを中止しました．") << page;
+    EXPECT_EQ(result.bytes, "");
+  }
+}
+
+TEST_F(QtInetTest, DataThatComeSlowlyAreReadToTheirEnd) {
+  server.pages["/slow"] = Trickling("HTTP/1.1 200 OK\r\n\r\n", "W", 60, 20);
+  QtInet patient({.no_progress = milliseconds{1000}});
+  const InetResult result = patient.OpenUrl(server.Link("/slow"));
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.bytes, std::string(20, 'W'));
 }
 
 TEST_F(QtInetTest, CancelEndsTheReading) {
