@@ -23,6 +23,7 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # The libraries are found in the programs; the others are opened at run time, or are data.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, qt6-translations-l10n, fonts-noto-cjk | fonts-japanese-gothic")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ca-certificates)
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, bash-completion")
 
 set(CPACK_STRIP_FILES ON)
