@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "qt/LineSettings.h"
+#include "qt/LockFile.h"
 
 namespace walrim {
 
@@ -55,6 +56,15 @@ PortProblem ProblemOf(QSerialPort::SerialPortError error) {
     default:
       return PortProblem::Other;
   }
+}
+
+/// What a program that is gone left behind keeps the line as one that is there would.
+void NameStaleLock(PortResult& result) {
+  const auto lock = FindStaleLock(result.device);
+  if (!lock) return;
+  result.problem = PortProblem::Other;
+  result.detail = "終了したプログラム（プロセス" + std::to_string(lock->process) +
+                  "）のロックファイルが残っています．" + lock->path + " を削除してください．";
 }
 
 bool IsPortNumber(std::string_view name) {
@@ -115,6 +125,7 @@ PortResult QtSerialPort::OpenDevice(PortResult found, std::string_view settings)
   if (!port_.open(QIODevice::ReadWrite)) {
     found.problem = ProblemOf(port_.error());
     if (found.problem == PortProblem::Other) found.detail = port_.errorString().toStdString();
+    if (found.problem == PortProblem::InUse) NameStaleLock(found);
     return found;
   }
   // A pseudo-terminal has no such lines and refuses; a cable that is fed from them needs both.

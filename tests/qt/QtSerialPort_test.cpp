@@ -1,6 +1,7 @@
 #include "qt/QtSerialPort.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -16,8 +17,10 @@
 #include <thread>
 #include <unistd.h>
 
+#include "qt/LockFile.h"
 #include "qt/PseudoTerminal.h"
 #include "qt/QtEventLoop.h"
+#include "support/Processes.h"
 
 namespace walrim {
 namespace {
@@ -376,6 +379,81 @@ TEST_F(QtSerialPortTest, ALockThatAnotherProgramHoldsMeansInUse) {
   EXPECT_EQ(port.Open(line.Device(), Settings).problem, PortProblem::InUse);
   close(node);
   OpenPort();
+}
+
+/// A process number that nobody has.
+pid_t DeadProcess() {
+  const pid_t child = fork();
+  if (child == 0) _exit(0);
+  int status = 0;
+  waitpid(child, &status, 0);
+  return child;
+}
+
+/// The lock file of another user's program.
+class LockOfAnother {
+ public:
+  LockOfAnother(const std::string& device, pid_t process) : path_("/var/lock/LCK.." + device.substr(5)) {
+    std::replace(path_.begin() + 10, path_.end(), '/', '_');
+    std::ofstream(path_) << process << "\nminicom\n";
+  }
+  LockOfAnother(const LockOfAnother&) = delete;
+  LockOfAnother& operator=(const LockOfAnother&) = delete;
+  ~LockOfAnother() { std::filesystem::remove(path_); }
+  [[nodiscard]] const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+/// What comes of opening a port as a user without rights, who may use the line.
+class LockedPort : public QtSerialPortTest {
+ protected:
+  void SetUp() override {
+    if (geteuid() != 0) GTEST_SKIP() << "only the administrator can make a lock file of another user";
+    QtSerialPortTest::SetUp();
+    chmod(line.Device().c_str(), 0666);
+  }
+  void ExpectOnOpening(PortProblem problem, const std::string& detail) {
+    const auto open = [&] {
+      if (!BecomeNobody()) std::_Exit(2);
+      const PortResult result = port.Open(line.Device(), Settings);
+      std::_Exit(result.problem == problem && result.detail == detail ? 0 : 1);
+    };
+    EXPECT_EXIT(open(), ::testing::ExitedWithCode(0), "");
+  }
+};
+
+TEST_F(LockedPort, NamesAStaleLockFile) {
+  const pid_t gone = DeadProcess();
+  const LockOfAnother lock(line.Device(), gone);
+  ExpectOnOpening(PortProblem::Other, "終了したプログラム（プロセス" + std::to_string(gone) +
+                                          "）のロックファイルが残っています．" + lock.Path() + " を削除してください．");
+}
+
+TEST_F(LockedPort, OfALivingProcessIsInUse) {
+  const LockOfAnother lock(line.Device(), getpid());
+  ExpectOnOpening(PortProblem::InUse, "");
+}
+
+TEST(LockFile, IsLookedForInAllFoldersAndHasToNameAProcessThatIsGone) {
+  const ScratchFolder scratch;
+  std::filesystem::create_directory(scratch.File("one"));
+  std::filesystem::create_directory(scratch.File("two"));
+  const std::vector<std::filesystem::path> folders{scratch.File("missing"), scratch.File("one"), scratch.File("two")};
+  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB0", folders));
+  const auto put = [&](const std::string& name, const std::string& text) { std::ofstream(scratch.File(name)) << text; };
+  put("one/LCK..ttyUSB0", std::to_string(getpid()) + "\n");
+  put("two/LCK..ttyUSB1", "nobody");
+  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB0", folders));
+  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB1", folders));
+  const pid_t gone = DeadProcess();
+  put("two/LCK..ttyUSB0", std::to_string(gone) + "\nwalrim-cli\nhost\n");
+  const auto stale = FindStaleLock("/dev/ttyUSB0", folders);
+  ASSERT_TRUE(stale);
+  EXPECT_EQ(stale->path, scratch.File("two/LCK..ttyUSB0"));
+  EXPECT_EQ(stale->process, gone);
+  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB2", folders));
 }
 
 TEST_F(QtSerialPortTest, AMissingPathIsMissing) {
