@@ -104,15 +104,17 @@ CommandAnswer AwaitReply(QLocalSocket& socket, int wait_ms) {
 
 }  // namespace
 
-std::string CommandSocketName() {
-  return CommandSocketName(qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString(), QDir::tempPath().toStdString());
+CommandPlace FindCommandPlace() {
+  return FindCommandPlace(qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString(), QDir::tempPath().toStdString());
 }
 
-std::string CommandSocketName(const std::string& runtime_folder, const std::string& temporary_folder) {
-  if (IsPrivateFolder(runtime_folder)) return runtime_folder + "/walrim-command";
+CommandPlace FindCommandPlace(const std::string& runtime_folder, const std::string& temporary_folder) {
+  constexpr const char* File = "/walrim-command";
+  if (IsPrivateFolder(runtime_folder)) return {runtime_folder + File, {}};
   const std::string folder = temporary_folder + "/walrim-" + std::to_string(geteuid());
   mkdir(folder.c_str(), S_IRWXU);
-  return IsPrivateFolder(folder) ? folder + "/walrim-command" : std::string();
+  if (IsPrivateFolder(folder)) return {folder + File, {}};
+  return {{}, folder + " がこの利用者だけのフォルダーではないため，コマンドを使えません．"};
 }
 
 CommandSocket::CommandSocket(Handler handler, std::chrono::milliseconds patience)
@@ -211,12 +213,13 @@ void CommandSocket::Run(QLocalSocket& client, const CommandCall& call) {
   if (caller) Answer(*caller, reply);
 }
 
-CommandAnswer SendCommand(const std::string& name, const CommandCall& call,
+CommandAnswer SendCommand(const CommandPlace& place, const CommandCall& call,
                           std::optional<std::chrono::milliseconds> reply_wait) {
+  if (!place.problem.empty()) return {Outcome::NoWindow, 0, place.problem};
   const auto message = EncodeCall(call);
   if (!message) return Unanswered(Outcome::Failed, "コマンドの文字が正しくないか，長すぎます．");
   QLocalSocket socket;
-  const CommandAnswer connected = Connect(socket, name);
+  const CommandAnswer connected = Connect(socket, place.name);
   if (connected.outcome != Outcome::Result) return connected;
   socket.write(message->data(), static_cast<qint64>(message->size()));
   while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(ConnectWaitMs)) {

@@ -16,10 +16,16 @@ class QTimer;
 
 namespace walrim {
 
+/// Where commands are taken.
+struct CommandPlace {
+  std::string name;     ///< the socket's path; empty where there can be none
+  std::string problem;  ///< then why, in Japanese
+};
+
 /// The socket of the user who runs the program: in the runtime folder, or where that is not the user's alone, in a
-/// folder of the temporary one. Empty where neither can be had.
-[[nodiscard]] std::string CommandSocketName();
-[[nodiscard]] std::string CommandSocketName(const std::string& runtime_folder, const std::string& temporary_folder);
+/// folder of the temporary one.
+[[nodiscard]] CommandPlace FindCommandPlace();
+[[nodiscard]] CommandPlace FindCommandPlace(const std::string& runtime_folder, const std::string& temporary_folder);
 
 /// The server. Needs a QCoreApplication; all happens in its event loop.
 class CommandSocket {
@@ -75,9 +81,13 @@ struct CommandAnswer {
   std::string error;  ///< in Japanese; empty for a result
 };
 
-/// Calls a command of the window that listens under a name and waits for its result: for ever, as a command takes its
+/// Calls a command of the window that listens at a place and waits for its result: for ever, as a command takes its
 /// time, or at most reply_wait.
-[[nodiscard]] CommandAnswer SendCommand(const std::string& name, const CommandCall& call,
+[[nodiscard]] CommandAnswer SendCommand(const CommandPlace& place, const CommandCall& call,
                                         std::optional<std::chrono::milliseconds> reply_wait = std::nullopt);
+[[nodiscard]] inline CommandAnswer SendCommand(const std::string& name, const CommandCall& call,
+                                               std::optional<std::chrono::milliseconds> reply_wait = std::nullopt) {
+  return SendCommand(CommandPlace{name, {}}, call, reply_wait);
+}
 
 }  // namespace walrim

@@ -65,8 +65,10 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     if (hooks.complete) hooks.complete();
     window.setWindowIcon(ProgramIcon());
     LoadTranslation(translator);
+    const CommandPlace place = FindCommandPlace();
     // A second window works as well; it gets the commands once the first one has gone.
-    static_cast<void>(socket.ListenWhenFree(CommandSocketName()));
+    if (place.problem.empty()) static_cast<void>(socket.ListenWhenFree(place.name));
+    if (!place.problem.empty()) window.Main().Device().Status().SetCaption(place.problem);
     window.RefreshPorts();
     window.ImportFiles(arguments.files);
   };
@@ -80,7 +82,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
 }
 
 int RunCommandCall(const CommandCall& call) {
-  const CommandAnswer answer = SendCommand(CommandSocketName(), call);
+  const CommandAnswer answer = SendCommand(FindCommandPlace(), call);
   if (answer.outcome == CommandAnswer::Outcome::Result) {
     std::printf("%d\n", answer.result);
     return std::fflush(stdout) == 0 ? 0 : 1;

@@ -356,26 +356,44 @@ TEST_F(CommandSocketTest, WhatCannotBeSentIsAFailure) {
   EXPECT_EQ(Send({"GetFile", std::string(MostCommandBytes - 20, 'x'), ""}).outcome, Outcome::Result);
 }
 
-TEST(CommandSocketName, LiesInAFolderOfTheUserAlone) {
+TEST(CommandPlace, LiesInAFolderOfTheUserAlone) {
   const QTemporaryDir folder;
   const std::string top = folder.path().toStdString();
   const std::string runtime = top + "/runtime";
   ASSERT_EQ(mkdir(runtime.c_str(), 0700), 0);
-  EXPECT_EQ(CommandSocketName(runtime, top), runtime + "/walrim-command");
+  EXPECT_EQ(FindCommandPlace(runtime, top).name, runtime + "/walrim-command");
+  EXPECT_EQ(FindCommandPlace(runtime, top).problem, "");
   ASSERT_EQ(chmod(runtime.c_str(), 0755), 0);
   const std::string own = top + "/walrim-" + std::to_string(geteuid());
   for (const std::string& unfit : {runtime, top + "/missing", std::string()}) {
-    EXPECT_EQ(CommandSocketName(unfit, top), own + "/walrim-command");
+    EXPECT_EQ(FindCommandPlace(unfit, top).name, own + "/walrim-command");
     struct stat made {};
     ASSERT_EQ(lstat(own.c_str(), &made), 0);
     EXPECT_EQ(made.st_mode & 0777, 0700U);
   }
   ASSERT_EQ(chmod(own.c_str(), 0770), 0);
-  EXPECT_EQ(CommandSocketName("", top), "");
+  const std::string problem = own + " がこの利用者だけのフォルダーではないため，コマンドを使えません．";
+  EXPECT_EQ(FindCommandPlace("", top).name, "");
+  EXPECT_EQ(FindCommandPlace("", top).problem, problem);
   ASSERT_EQ(rmdir(own.c_str()), 0);
   ASSERT_EQ(symlink(runtime.c_str(), own.c_str()), 0);
   ASSERT_EQ(chmod(runtime.c_str(), 0700), 0);
-  EXPECT_EQ(CommandSocketName("", top), "") << "a link may lead anywhere";
+  EXPECT_EQ(FindCommandPlace("", top).name, "") << "a link may lead anywhere";
+}
+
+TEST(CommandPlace, ThatIsAnotherUsersIsNamed) {
+  if (geteuid() != 0) GTEST_SKIP() << "only the administrator can make a folder of another user";
+  const QTemporaryDir folder;
+  const std::string top = folder.path().toStdString();
+  const std::string own = top + "/walrim-0";
+  ASSERT_EQ(mkdir(own.c_str(), 0700), 0);
+  ASSERT_EQ(chown(own.c_str(), 65534, 65534), 0);
+  const CommandPlace place = FindCommandPlace("", top);
+  EXPECT_EQ(place.name, "");
+  EXPECT_NE(place.problem.find(own), std::string::npos);
+  const CommandAnswer answer = SendCommand(place, {"Delete", "ALL", ""});
+  EXPECT_EQ(answer.outcome, CommandAnswer::Outcome::NoWindow);
+  EXPECT_EQ(answer.error, place.problem);
 }
 
 }  // namespace

@@ -103,7 +103,7 @@ class OwnRuntimeFolder {
 /// Sees when a window has tried to take commands and let it be: it opens the lock's file and closes it again.
 class AttemptsToListen {
  public:
-  AttemptsToListen() { inotify_add_watch(watch_, (CommandSocketName() + ".lock").c_str(), IN_CLOSE_WRITE); }
+  AttemptsToListen() { inotify_add_watch(watch_, (FindCommandPlace().name + ".lock").c_str(), IN_CLOSE_WRITE); }
   ~AttemptsToListen() { close(watch_); }
   AttemptsToListen(const AttemptsToListen&) = delete;
   AttemptsToListen& operator=(const AttemptsToListen&) = delete;
@@ -131,7 +131,7 @@ class WindowProcessTest : public testing::Test {
   static bool TakesCommands() {
     return QTest::qWaitFor(
         [] {
-          return SendCommand(CommandSocketName(), {"SetDoCheck", "", ""}).outcome == CommandAnswer::Outcome::Result;
+          return SendCommand(FindCommandPlace(), {"SetDoCheck", "", ""}).outcome == CommandAnswer::Outcome::Result;
         },
         60000);
   }
@@ -180,7 +180,7 @@ TEST_F(WindowProcessTest, AfterAHardEndTheNextWindowTakesCommandsAgain) {
   ASSERT_TRUE(TakesCommands());
   window->Signal(SIGKILL);
   EXPECT_EQ(window->Wait(), 128 + SIGKILL);
-  EXPECT_TRUE(std::filesystem::exists(CommandSocketName())) << "it had no time to tidy up";
+  EXPECT_TRUE(std::filesystem::exists(FindCommandPlace().name)) << "it had no time to tidy up";
   EXPECT_EQ(Call({"Delete", "ALL"}).status, 1);
   window = Start();
   ASSERT_TRUE(TakesCommands());
@@ -215,7 +215,7 @@ TEST_F(WindowProcessTest, TheSocketIsItsUsersAlone) {
   const auto window = Start();
   ASSERT_TRUE(TakesCommands());
   struct stat file {};
-  ASSERT_EQ(stat(CommandSocketName().c_str(), &file), 0);
+  ASSERT_EQ(stat(FindCommandPlace().name.c_str(), &file), 0);
   EXPECT_TRUE(S_ISSOCK(file.st_mode));
   EXPECT_EQ(file.st_mode & 077U, 0U);
 }
@@ -226,7 +226,7 @@ class CommandTest : public WindowTest {
  protected:
   CommandTest() {
     PutFile(folder.Path("a.grc"), OneWaypoint);
-    EXPECT_EQ(socket.Listen(CommandSocketName()), "");
+    EXPECT_EQ(socket.Listen(FindCommandPlace().name), "");
   }
 
   OwnRuntimeFolder runtime{folder};
