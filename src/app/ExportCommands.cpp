@@ -99,7 +99,7 @@ void WalrimMain::DeleteHandled(std::string_view lost) {
     notices_.emplace_back(lost);
     ShowNotices();
   } else {
-    Delete_Click();
+    DeleteSelected();
   }
 }
 

@@ -22,6 +22,15 @@ namespace walrim {
 namespace {
 
 constexpr std::string_view UnsupportedMessage = "未対応のファイルです．";
+constexpr std::string_view SupportedFiles =
+    "標準形式（grc），WPT+形式（txt），MPS形式（mps）のファイルを取り込めます．";
+constexpr std::string_view SupportedTexts = "標準形式，WPT+形式，MPS形式の文字列か，地図上の位置を取り込めます．";
+constexpr std::string_view EmptyClipboardMessage = "クリップボードにデータがありません．";
+
+/// The refusal of a file or a link, by its name, with what is expected.
+std::string UnsupportedFileText(const std::string& name) {
+  return std::string(UnsupportedMessage) + "\n" + name + "\n" + std::string(SupportedFiles);
+}
 
 /// A pasted text's format as the status line names it, and the ending of the file that it passes through.
 struct PastedFormat {
@@ -89,10 +98,10 @@ Outcome WalrimMain::ImportFile(const std::string& path) {
   if (busy_) return Outcome::Busy;
   const BusyGuard guard(busy_);
   last_import_ = {};
-  return path.empty() ? Outcome::Done : ReadFileIn(path);
+  return path.empty() ? Outcome::Done : ReadFileIn(path, path);
 }
 
-Outcome WalrimMain::ReadFileIn(const std::string& path) {
+Outcome WalrimMain::ReadFileIn(const std::string& path, const std::string& shown_name) {
   FileProblem problem;
   auto bytes = ReadWholeFile(path, &problem);
   if (!bytes) {
@@ -103,7 +112,7 @@ Outcome WalrimMain::ReadFileIn(const std::string& path) {
   // Standard input has no name that could tell a script.
   const FileFormat format = path == "-" ? RecognizeText(text) : RecognizeFormat(text, path);
   if (format == FileFormat::Unknown) {
-    desktop_.ShowMessage(UnsupportedMessage);
+    desktop_.ShowMessage(UnsupportedFileText(path == "-" ? "標準入力" : shown_name));
     return Outcome::Refused;
   }
   ReadTextIn(text, format);
@@ -125,7 +134,13 @@ void WalrimMain::ShowCounters(const ImportSummary& summary) {
 
 Outcome WalrimMain::Paste_Click() {
   if (busy_) return Outcome::Busy;
-  return ImportText(desktop_.ClipboardText(), "Clip From URL=");
+  const std::string text = desktop_.ClipboardText();
+  if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
+    ClearStatus();
+    desktop_.ShowMessage(EmptyClipboardMessage);
+    return Outcome::Refused;
+  }
+  return ImportText(text, "Clip From URL=");
 }
 
 Outcome WalrimMain::ImportTyped(const std::string& text) {
@@ -146,6 +161,7 @@ Outcome WalrimMain::ImportText(const std::string& text, std::string_view link_st
     case LinkScheme::None:
       return ImportPlainText(text);
     case LinkScheme::Ftp:
+      ClearStatus();
       desktop_.ShowMessage(FtpRefusal);
       return Outcome::Refused;
     case LinkScheme::File:
@@ -171,7 +187,7 @@ Outcome WalrimMain::ImportFileLink(const std::string& link) {
 /// The answer passes through a temporary file, as everything that is read does.
 Outcome WalrimMain::FetchLink(const std::string& link) {
   if (inet_ == nullptr) {
-    desktop_.ShowMessage(UnsupportedMessage);
+    desktop_.ShowMessage(UnsupportedFileText(link));
     return Outcome::Refused;
   }
   const BusyGuard guard(busy_);
@@ -189,10 +205,10 @@ Outcome WalrimMain::FetchLink(const std::string& link) {
     return Outcome::Refused;
   }
   const bool is_script = RecognizeText(answer.bytes) == FileFormat::MapServerScript;
-  return ReadThroughFile("TempLink" + (is_script ? ".mps" : EndingOfLink(link)), answer.bytes);
+  return ReadThroughFile("TempLink" + (is_script ? ".mps" : EndingOfLink(link)), answer.bytes, link);
 }
 
-Outcome WalrimMain::ReadThroughFile(const std::string& name, const std::string& bytes) {
+Outcome WalrimMain::ReadThroughFile(const std::string& name, const std::string& bytes, const std::string& shown_name) {
   const PrivateFolder folder;
   std::string problem = folder.Problem();
   if (problem.empty()) {
@@ -202,7 +218,7 @@ Outcome WalrimMain::ReadThroughFile(const std::string& name, const std::string& 
     desktop_.ShowMessage(WriteProblemText(name, problem));
     return Outcome::Refused;
   }
-  return ReadFileIn(folder.File(name));
+  return ReadFileIn(folder.File(name), shown_name);
 }
 
 Outcome WalrimMain::ImportPlainText(const std::string& whole_text) {
@@ -214,7 +230,7 @@ Outcome WalrimMain::ImportPlainText(const std::string& whole_text) {
   garmin_.Status().SetCaption(pasted.status);
   const BusyGuard guard(busy_);
   last_import_ = {};
-  return EndImport(ReadThroughFile("TempClip" + std::string(pasted.extension), text));
+  return EndImport(ReadThroughFile("TempClip" + std::string(pasted.extension), text, "クリップボード"));
 }
 
 // ---- A point from a map
@@ -222,7 +238,7 @@ Outcome WalrimMain::ImportPlainText(const std::string& whole_text) {
 Outcome WalrimMain::ImportPoint(const std::string& text) {
   const auto point = RecognizeMapPoint(text);
   if (!point || dialogs_ == nullptr) {
-    desktop_.ShowMessage(UnsupportedMessage);
+    desktop_.ShowMessage(std::string(UnsupportedMessage) + "\n" + std::string(SupportedTexts));
     return Outcome::Refused;
   }
   clip_.SetNames(NameTablesFor(data_.CurrentWaypointType));

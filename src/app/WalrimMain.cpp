@@ -72,7 +72,19 @@ void WalrimMain::EmptyKind(DataKind kind) {
   desktop_.ControlsChanged();
 }
 
+/// What an earlier command told of the records that go is no longer true.
 Outcome WalrimMain::Delete_Click() {
+  if (busy_) return Outcome::Busy;
+  const Outcome outcome = DeleteSelected();
+  if (AnyChecked(controls.DoCheck)) ClearStatus();
+  return outcome;
+}
+
+void WalrimMain::ClearStatus() {
+  if (!desktop_.StatusCaption().empty()) garmin_.Status().SetCaption("");
+}
+
+Outcome WalrimMain::DeleteSelected() {
   if (busy_) return Outcome::Busy;
   const BusyGuard guard(busy_);
   StatusLine& status = garmin_.Status();

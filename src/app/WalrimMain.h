@@ -188,7 +188,11 @@ class WalrimMain {
   void RunAutoSaveAndCopy();
   void NoteReport(DataKind kind);
   void ShowNotices();
+  /// Takes away what an earlier command has told.
+  void ClearStatus();
   void EmptyKind(DataKind kind);
+  /// Empties the kinds of DoCheck; the status line has then what it had before.
+  Outcome DeleteSelected();
   template <typename Transfer>
   std::int32_t RunTransfer(Transfer transfer, bool& failed);
 
@@ -217,12 +221,12 @@ class WalrimMain {
   [[nodiscard]] std::int32_t SetDoCheck(const std::string& kind_number, const std::string& value);
   [[nodiscard]] Outcome GetFile(const std::string& path);
   Outcome EndImport(Outcome outcome);
-  Outcome ReadFileIn(const std::string& path);
+  Outcome ReadFileIn(const std::string& path, const std::string& shown_name);
   void ReadTextIn(const std::string& text, FileFormat format);
   Outcome ImportText(const std::string& text, std::string_view link_status);
   Outcome ImportFileLink(const std::string& link);
   Outcome FetchLink(const std::string& link);
-  Outcome ReadThroughFile(const std::string& name, const std::string& bytes);
+  Outcome ReadThroughFile(const std::string& name, const std::string& bytes, const std::string& shown_name);
   Outcome ImportPlainText(const std::string& text);
   Outcome ImportPoint(const std::string& text);
   void ShowCounters(const ImportSummary& summary);

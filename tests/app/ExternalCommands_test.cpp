@@ -1,5 +1,6 @@
 // The commands that other programs give.
 #include "app/AppTest.h"
+#include "support/Refusals.h"
 
 namespace walrim {
 namespace {
@@ -103,7 +104,7 @@ TEST_F(ExternalCommands, GetFileOfAFileThatCannotBeUsedIsRefusedAndUploadsNothin
   EXPECT_EQ(main.WalrimCmd("GetFile", Path("missing.grc"), ""), CommandRefused);
   EXPECT_EQ(main.WalrimCmd("GetFile", Put("a.grc", "what is this\r\n"), ""), CommandRefused);
   ASSERT_EQ(desktop.messages.size(), 2U);
-  EXPECT_EQ(desktop.messages[1], "未対応のファイルです．");
+  EXPECT_EQ(desktop.messages[1], RefusedFile(Path("a.grc")));
   EXPECT_EQ(desktop.caption, "");
   EXPECT_FALSE(Uploaded());
 }

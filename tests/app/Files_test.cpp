@@ -19,6 +19,7 @@
 #include "app/WalrimMain.h"
 #include "support/Fakes.h"
 #include "support/Processes.h"
+#include "support/Refusals.h"
 
 namespace walrim {
 namespace {
@@ -225,7 +226,7 @@ TEST_F(FilesTest, ImportAppendsAndShowsAllThatIsHeld) {
 TEST_F(FilesTest, AnUnknownFileIsRefusedAndNothingIsImported) {
   Put(Path("a.txt"), "hello\r\nWPT\tD\tWGS84\tA\t35\t139\r\n");
   EXPECT_EQ(main.ImportFile(Path("a.txt")), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"未対応のファイルです．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{RefusedFile(Path("a.txt"))});
   EXPECT_EQ(main.Data().WaypointCount, 0);
 }
 

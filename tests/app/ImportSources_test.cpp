@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "app/AppTest.h"
+#include "support/Refusals.h"
 #include "text/Cp932.h"
 #include "text/Numbers.h"
 
@@ -11,8 +12,6 @@ namespace walrim {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view Unsupported = "未対応のファイルです．";
 
 /// A text in one of the formats, and how a paste of it is told. Each holds the waypoint 高尾.
 struct FormatCase {
@@ -182,7 +181,7 @@ TEST_F(ImportSources, AScriptIsKnownByTheLastThreeLettersOfItsPath) {
   }
   EXPECT_EQ(main.Data().WaypointCount, 4);
   EXPECT_EQ(main.ImportFile(Put("a.txt", script)), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, Strings{std::string(Unsupported)});
+  EXPECT_EQ(desktop.messages, Strings{RefusedFile(Path("a.txt"))});
 }
 
 TEST_F(ImportSources, TheFirstWordGoesBeforeThePath) {
@@ -199,7 +198,8 @@ TEST_F(ImportSources, WhatIsNoneOfTheFormatsIsRefusedFromEverySource) {
   EXPECT_EQ(main.Paste_Click(), Outcome::Refused);
   inet.answer.bytes = "<html>hello</html>";
   EXPECT_EQ(main.ImportTyped("http://example.com/a.grc"), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, Strings(4, std::string(Unsupported)));
+  EXPECT_EQ(desktop.messages,
+            (Strings{RefusedFile(path), RefusedText, EmptyClipboard, RefusedFile("http://example.com/a.grc")}));
   EXPECT_EQ(main.Data().WaypointCount, 0);
   EXPECT_EQ(desktop.caption, "");
   EXPECT_EQ(dialogs.clip_shown, 0);
@@ -233,6 +233,37 @@ TEST_F(ImportSources, FtpIsRefusedWithItsMessageInAnyCase) {
   EXPECT_EQ(desktop.messages, Strings(6, "現時点ではFTPには対応していません（http://かfile://）"));
   EXPECT_EQ(inet.links, Strings{});
   EXPECT_EQ(desktop.captions, Strings{});
+}
+
+TEST_F(ImportSources, ARefusalTakesAnOlderSuccessFromTheStatusLine) {
+  const std::string good = Put("good.grc", Formats[0].text);
+  const std::vector<std::function<Outcome()>> refused{[&] { return main.ImportTyped("ftp://example.com/a.grc"); },
+                                                      [&] { return main.TakeDrop({}, "ftp://example.com/a.grc"); },
+                                                      [&] { return main.TakeDrop({}, "file://other-host/a.grc"); },
+                                                      [&] { return main.TakeDrop({}, "hello"); },
+                                                      [&] { return main.TakeDrop({Path("missing.grc")}, ""); },
+                                                      [&] {
+                                                        desktop.clipboard = " \r\n";
+                                                        return main.Paste_Click();
+                                                      }};
+  for (std::size_t i = 0; i < refused.size(); ++i) {
+    ASSERT_EQ(main.ImportFrom(good), Outcome::Done);
+    ASSERT_NE(desktop.caption, "");
+    EXPECT_EQ(refused[i](), Outcome::Refused) << i;
+    EXPECT_EQ(desktop.caption, "") << i;
+  }
+}
+
+TEST_F(ImportSources, ADeleteTakesAnOlderSuccessFromTheStatusLine) {
+  const std::string good = Put("good.grc", Formats[0].text);
+  ASSERT_EQ(main.ImportFrom(good), Outcome::Done);
+  const std::string told = desktop.caption;
+  main.controls.DoCheck.fill(false);
+  EXPECT_EQ(main.Delete_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.caption, told) << "nothing was deleted";
+  main.controls.DoCheck.fill(true);
+  EXPECT_EQ(main.Delete_Click(), Outcome::Done);
+  EXPECT_EQ(desktop.caption, "");
 }
 
 TEST_F(ImportSources, AFileLinkIsAPathWithItsEscapesDecoded) {
@@ -323,7 +354,7 @@ TEST_F(ImportSources, AFetchedAnswerPassesThroughAPrivateFileWithTheEndingOfItsL
 TEST_F(ImportSources, WithoutTheNetLinksAreRefused) {
   WalrimMain plain(port, clock, loop, desktop, &dialogs);
   EXPECT_EQ(plain.ImportTyped("http://example.com/a.grc"), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, Strings{std::string(Unsupported)});
+  EXPECT_EQ(desktop.messages, Strings{RefusedFile("http://example.com/a.grc")});
   EXPECT_FALSE(plain.Busy());
 }
 
@@ -548,7 +579,7 @@ TEST_F(MapPoints, TheLastPointThatFitsTellsThatTheKindIsFull) {
 TEST_F(MapPoints, WithoutDialogsAPointIsRefused) {
   WalrimMain plain(port, clock, loop, desktop);
   EXPECT_EQ(plain.ImportTyped("35.6252, 139.2437"), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, Strings{std::string(Unsupported)});
+  EXPECT_EQ(desktop.messages, Strings{RefusedText});
 }
 
 TEST_F(MapPoints, WithAutoUploadADroppedPointUploadsItsKindAlone) {

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "qt/CommandSocket.h"
+#include "support/Refusals.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -249,7 +250,7 @@ TEST_F(CommandTest, AFileOfTheCallersFolderIsImported) {
 TEST_F(CommandTest, AFileThatCannotBeUsedIsToldInTheWindowAndRefused) {
   PutFile(folder.Path("other.bin"), "hello\r\n");
   EXPECT_EQ(Call({"GetFile", folder.Path("other.bin")}), Printed(CommandRefused));
-  EXPECT_EQ(Messages(), "未対応のファイルです．");
+  EXPECT_EQ(Messages(), RefusedFile(folder.Path("other.bin")));
   EXPECT_EQ(Call({"GetFile", folder.Path("missing.grc")}), Printed(CommandRefused));
   EXPECT_EQ(answerer.boxes.size(), 2U);
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");

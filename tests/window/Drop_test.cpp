@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "support/Refusals.h"
 #include "window/DialogPlans.h"
 #include "window/WindowTest.h"
 
@@ -15,7 +16,6 @@ constexpr std::string_view OneWaypoint = "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\
 constexpr std::string_view OneRoute = "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 const std::string OnePoint = "35.6252, 139.2437";
 constexpr const char* FtpMessage = "現時点ではFTPには対応していません（http://かfile://）";
-constexpr const char* Unsupported = "未対応のファイルです．";
 constexpr const char* Hint = "ここで放すと，内部データに取り込みます．";
 
 /// Data as a file manager or a browser drags them.
@@ -91,7 +91,8 @@ TEST_F(DropTest, SeveralFilesAreReadOneAfterTheOther) {
   PutFile(folder.Path("other.bin"), "hello\r\n");
   EXPECT_TRUE(Drop(Dragged({FileUrl("a.grc"), FileUrl("other.bin"), FileUrl("b.grc")})));
   EXPECT_EQ(Texts("GpsNum"), "1|1|-");
-  EXPECT_EQ(Messages(), Unsupported) << "one that cannot be used does not keep the others out";
+  EXPECT_EQ(Messages(), RefusedFile(folder.Path("other.bin")))
+      << "one that cannot be used does not keep the others out";
   EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，Route 1")) << Status();
 }
 
@@ -170,7 +171,7 @@ TEST_F(DropTest, ATextOfLinesIsImported) {
 
 TEST_F(DropTest, ATextThatIsNothingIsRefused) {
   EXPECT_TRUE(Drop(Dragged("good morning")));
-  EXPECT_EQ(Messages(), Unsupported);
+  EXPECT_EQ(Messages(), RefusedText);
 }
 
 TEST_F(DropTest, APointFromAMapOpensItsDialog) {
@@ -348,14 +349,14 @@ TEST_F(PasteTest, NothingAndNonsenseAreRefusedAndHarmNothing) {
   window->ImportFiles({folder.Path("a.grc")});
   for (const char* text : {"", "good morning", "35.6252", "91, 181"})
     Paste(text, false);
-  EXPECT_EQ(Messages(), std::string(Unsupported) + "|" + Unsupported + "|" + Unsupported + "|" + Unsupported);
+  EXPECT_EQ(Messages(), EmptyClipboard + "|" + RefusedText + "|" + RefusedText + "|" + RefusedText);
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
 TEST_F(PasteTest, ACopiedImageIsNoText) {
   QGuiApplication::clipboard()->setImage(QImage(4, 4, QImage::Format_RGB32));
   Click("Paste");
-  EXPECT_EQ(Messages(), Unsupported);
+  EXPECT_EQ(Messages(), EmptyClipboard);
 }
 
 // ---- Typed links

@@ -5,6 +5,7 @@
 #include <QTableView>
 #include <filesystem>
 
+#include "support/Refusals.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -583,7 +584,7 @@ TEST_F(WindowTest, ACancelledOpenDialogShowsNothing) {
 TEST_F(WindowTest, AFileOfAnotherKindIsRefused) {
   PutFile(folder.Path("in.grc"), "hello\r\n");
   window->ImportFiles({folder.Path("in.grc")});
-  EXPECT_EQ(Messages(), "未対応のファイルです．");
+  EXPECT_EQ(Messages(), RefusedFile(folder.Path("in.grc")));
 }
 
 // ---- Auto-actions
