@@ -631,5 +631,83 @@ TEST_F(DeviceCommandsTest, AnUploadThatIsNotAcknowledgedIsSaid) {
   EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信機が要求に応じませんでした．"});
 }
 
+// ---- What is shown meanwhile
+
+/// The status line and whether Cancel can be pressed, at each command that begins a transfer.
+struct Shown {
+  std::string caption;
+  bool cancel_enabled = false;
+  friend bool operator==(const Shown&, const Shown&) = default;
+};
+void PrintTo(const Shown& shown, std::ostream* out) {
+  *out << shown.caption << (shown.cancel_enabled ? " +" : " -");
+}
+
+class ShownMeanwhile : public DeviceCommandsTest {
+ protected:
+  ShownMeanwhile() {
+    port.script = [this, answer = port.script](const Bytes& wire) {
+      const PlainPacket packet = Unwrapped(wire);
+      const bool begins = (packet.id == 10 && packet != Abort) || packet.id == 27;
+      if (begins) shown.push_back({desktop.caption, main.controls.CancelEnabled});
+      return answer(wire);
+    };
+  }
+
+  std::vector<Shown> shown;
+};
+
+TEST_F(ShownMeanwhile, EachNumberIsAskedForUnderItsKindsName) {
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
+  std::vector<std::string> captions;
+  for (const Shown& one : shown)
+    captions.push_back(one.caption);
+  EXPECT_EQ(captions, (std::vector<std::string>{"Get Data Num of Waypoint", "Get Data Num of Route",
+                                                "Get Data Num of TrackLog"}));
+}
+
+TEST_F(ShownMeanwhile, EachKindIsDownloadedUnderItsNameAndCanBeCancelled) {
+  TickDownload(true, true, true);
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  EXPECT_EQ(shown,
+            (std::vector<Shown>{
+                {"DownLoading : Waypoint", true}, {"DownLoading : Route", true}, {"DownLoading : TrackLog", true}}));
+  EXPECT_FALSE(main.controls.CancelEnabled);
+}
+
+TEST_F(ShownMeanwhile, EachKindIsUploadedUnderItsNameAndCanBeCancelled) {
+  DownloadAll();
+  shown.clear();
+  TickDo(true, true, true);
+  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
+  // Behind each kind its new number is asked for.
+  EXPECT_EQ(shown, (std::vector<Shown>{{"UpLoading : Waypoint", true},
+                                       {"UpLoading : Waypoint", true},
+                                       {"UpLoading : Route", true},
+                                       {"UpLoading : Route", true},
+                                       {"UpLoading : TrackLog", true},
+                                       {"UpLoading : TrackLog", true}}));
+  EXPECT_FALSE(main.controls.CancelEnabled);
+}
+
+TEST_F(DeviceCommandsTest, AnInfoThatFailsIsFollowedByNoAutoDownload) {
+  main.controls.AutoDownload = true;
+  receiver.silent_after = 2;
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::LinkLost);
+  receiver.silent_after.reset();
+  EXPECT_FALSE(main.DataSetLoaded(DataKind::Waypoint));
+  EXPECT_EQ(main.controls.DownCheck, (std::array<bool, 3>{false, false, false}));
+}
+
+TEST_F(DeviceCommandsTest, AKindIsStillThereWhileItsLossIsTold) {
+  DownloadAll();
+  receiver.silent_after = 8;
+  std::string told;
+  desktop.on_message = [&] { told = main.controls.GpsNum[1]; };
+  EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::LinkLost);
+  EXPECT_EQ(told, "2");
+  EXPECT_EQ(main.controls.GpsNum[1], "-");
+}
+
 }  // namespace
 }  // namespace walrim

@@ -48,7 +48,10 @@ class FakeEventLoop : public EventLoop {
 /// Records what it is asked; answers come from its fields.
 class RecordingDesktop : public Desktop {
  public:
-  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
+  void ShowMessage(std::string_view text) override {
+    messages.emplace_back(text);
+    if (on_message) on_message();
+  }
   [[nodiscard]] bool AskYesNo(std::string_view text) override {
     questions.emplace_back(text);
     return yes;
@@ -85,6 +88,7 @@ class RecordingDesktop : public Desktop {
   std::string save_path{DialogCancelled};
   std::string clipboard;
   std::string caption;
+  std::function<void()> on_message;  ///< while a message is shown
   std::vector<std::string> messages;
   std::vector<std::string> questions;
   std::vector<std::string> filters;

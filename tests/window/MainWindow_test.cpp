@@ -349,13 +349,15 @@ TEST_F(WindowTest, ExitEndsTheProgram) {
 TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefore) {
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  const std::string waypoints = Get<QLineEdit>("GpsNum_0").text().toStdString();
   DemoReceiverOptions options;
-  options.faults.silent_after = 40;
+  options.faults.silent_after = 40;  // inside the routes
   UseReceiver(options);
   CheckAll("DownCheck");
   Click("GpsDownLoad");
   EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(Texts("GpsNum"), "19|-|-");
+  EXPECT_EQ(Data().WaypointCount, 19);
+  EXPECT_EQ(Data().routes.RouteCount, 0);
   EXPECT_FALSE(demo_port->PortOpen());
   EXPECT_TRUE(Get<QPushButton>("GpsDownLoad").isEnabled());
 }
