@@ -71,7 +71,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   const std::span<const std::uint8_t> input(bytes, size);
   constexpr std::array choices{LinkChoice::Plain, LinkChoice::Checked, LinkChoice::Automatic};
   garmin.session.link_choice = choices[input.empty() ? 0 : input[0] % choices.size()];
-  const std::size_t most_sent = garmin.session.link_choice == LinkChoice::Checked ? MostTries : 1;
+  // The request is repeated once.
+  const std::size_t most_sent = 2 * (garmin.session.link_choice == LinkChoice::Checked ? MostTries : 1);
   const Bytes answer = WireBytes(input.subspan(std::min<std::size_t>(1, size)));
   port.script = [&answer](const Bytes& sent) {
     if (sent.at(1) == Ack) return std::vector<ScriptedPort::Answer>{};

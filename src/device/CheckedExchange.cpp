@@ -25,6 +25,7 @@ void CountInBurst(int& frames) {
 PacketReply PacketLink::CheckedExchange::Run(int packet_id, const ByteBuffer& data) {
   packet_id_ = packet_id;
   started_at_ = link_.clock_.Monotonic();
+  link_.BeginExchange(packet_id, answer_);
   Send(packet_id, data);
   for (int tries = 1;; ++tries) {
     const Trouble trouble = Collect();
@@ -39,8 +40,14 @@ PacketReply PacketLink::CheckedExchange::Run(int packet_id, const ByteBuffer& da
 }
 
 PacketReply PacketLink::CheckedExchange::Failed(Trouble trouble) {
-  const std::string_view silence = link_.port_.LineLost() ? "line lost" : "time-out";
-  link_.Note(trouble == Trouble::Silence ? silence : "given up");
+  std::string_view note = "given up";
+  if (trouble == Trouble::Silence) {
+    reply_.why = link_.why_;
+    note = link_.port_.LineLost() ? "line lost" : reply_.why == NoAnswer::Cancel ? "cancelled" : "time-out";
+  } else {
+    reply_.why = trouble == Trouble::Refused ? NoAnswer::Refusal : NoAnswer::Damage;
+  }
+  link_.Note(note);
   if (reply_.Count == 0) reply_.Count = ReceiveTimeout;
   return reply_;
 }
@@ -67,6 +74,7 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::Collect() {
   while (!Complete()) {
     const Found found = NextFrame(ReceiveTimeoutTime);
     if (found == Found::Nothing) return TroubleOfSilence();
+    if (PassOver(found)) continue;
     if (!repeated_ && !settled_ && BeganTooEarly()) return SettleLateBurst(found);
     CountInBurst(frames_);
     const Trouble trouble = found == Found::WholeFrame ? TakeWhole(reader_.Last()) : TakeDamaged(reader_.Last());
@@ -75,9 +83,22 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::Collect() {
   return Trouble::None;
 }
 
+/// Acknowledges a frame that came unasked.
+bool PacketLink::CheckedExchange::PassOver(Found found) {
+  if (found != Found::WholeFrame || !link_.BelongsToNoTransfer(reader_.Last())) return false;
+  link_.Acknowledge(reader_.Last().Id());
+  return true;
+}
+
 PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TakeWhole(const Frame& frame) {
   if (frame.Id() == Pid_Nak_Byte) return Trouble::Refused;
-  if (IsStale(frame)) return Trouble::None;
+  if (IsStale(frame)) {
+    // A number of records that comes again was not heard to be acknowledged.
+    const bool number = answer_ == ExpectedAnswer::OneFrame && frame.Id() == link_.session_.link_pids.Pid_Records;
+    if (number) link_.Acknowledge(frame.Id());
+    return Trouble::None;
+  }
+  if (reply_.Count == 0) reply_.waited = frame_began_ - sent_at_;
   TakeFrame(frame);
   const bool damage_before = damage_passed_over_ || reader_.Skipped() > 0;
   return AckIsDue() && damage_before ? Trouble::AckMissing : Trouble::None;
@@ -100,7 +121,8 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TakeDamaged(co
 /// What looked like a damaged frame may have been noise in front of one that is coming: that is not asked for, or it
 /// would come twice.
 PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::WaitBehindDamage() {
-  while (NextFrame(Patience()) != Found::Nothing) {
+  for (Found found = NextFrame(Patience()); found != Found::Nothing; found = NextFrame(Patience())) {
+    if (PassOver(found)) continue;
     CountInBurst(frames_);
     const Frame& frame = reader_.Last();
     if (frame.damaged || IsStale(frame)) continue;
@@ -145,7 +167,7 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TroubleOfSilen
   TraceCutShort();
   damaged_id_ = reader_.Last().Id();
   reader_ = {};
-  if (!damage || link_.port_.LineLost() || Cancelled()) return Trouble::Silence;
+  if (!damage || WaitIsOver()) return Trouble::Silence;
   return ack_missing || ack_damaged ? Trouble::AckMissing : Trouble::Damaged;
 }
 
@@ -173,15 +195,18 @@ Found PacketLink::CheckedExchange::NextFrame(nanoseconds patience) {
     }
     const nanoseconds limit = reader_.Pending() ? ReceiveTimeoutTime : patience;
     const bool silent = link_.clock_.Monotonic() - last_progress > limit;
-    if (silent || link_.port_.LineLost() || Cancelled()) return Found::Nothing;
+    const std::optional<NoAnswer> over = link_.WaitIsOver(last_progress);
+    link_.why_ = over.value_or(NoAnswer::Silence);
+    if (silent || over || WaitIsOver()) return Found::Nothing;
     link_.YieldNowAndThen();
     link_.port_.Wait(PollTime);
   }
 }
 
 /// Bytes that keep coming do not keep a cancelled transfer waiting.
-bool PacketLink::CheckedExchange::Cancelled() const {
-  return link_.session_.TransferAborted && link_.clock_.Monotonic() - started_at_ > ReceiveTimeoutTime;
+bool PacketLink::CheckedExchange::WaitIsOver() const {
+  const bool cancelled = link_.session_.TransferAborted && link_.clock_.Monotonic() - started_at_ > ReceiveTimeoutTime;
+  return cancelled || link_.why_ != NoAnswer::Silence || link_.port_.LineLost();
 }
 
 /// How long a frame may still be on its way: as long as the receiver took for its slowest answer.
@@ -256,6 +281,7 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::SettleLateBurs
   std::vector<Frame> frames;
   int count = 0;
   for (Found found = first; found != Found::Nothing; found = NextFrame(QuietTime)) {
+    if (PassOver(found)) continue;
     CountInBurst(count);
     frames.push_back(reader_.Last());
   }
@@ -277,13 +303,18 @@ void PacketLink::CheckedExchange::DropWhatFollows() {
 }
 
 void PacketLink::CheckedExchange::FinishBurst(int& frames) {
-  if (link_.port_.InBufferCount() == 0) return;
-  while (NextFrame(QuietTime) != Found::Nothing)
-    CountInBurst(frames);
+  bool unasked = true;
+  while (!unasked || link_.port_.InBufferCount() > 0) {
+    const Found found = NextFrame(QuietTime);
+    if (found == Found::Nothing) return;
+    unasked = PassOver(found);
+    if (!unasked) CountInBurst(frames);
+  }
 }
 
 void PacketLink::CheckedExchange::AcknowledgeRest() {
   started_at_ = link_.clock_.Monotonic();
+  link_.BeginExchange(0, answer_);
   while (NextFrame(QuietTime) != Found::Nothing && link_.clock_.Monotonic() - started_at_ < ReceiveTimeoutTime) {
     const Frame& frame = reader_.Last();
     const bool verdict = frame.Id() == Pid_Ack_Byte || frame.Id() == Pid_Nak_Byte;
@@ -300,6 +331,7 @@ void PacketLink::AcknowledgeInput() {
 }
 
 PacketReply PacketLink::ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer) {
+  BeginExchange(packet_id, answer);
   int frames_before = std::exchange(burst_frames_, 0);
   if (frames_before > 0) CheckedExchange(*this, answer).FinishBurst(frames_before);
   port_.ClearInBuffer();

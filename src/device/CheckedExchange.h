@@ -30,13 +30,14 @@ class PacketLink::CheckedExchange {
   [[nodiscard]] PacketReply Failed(Trouble trouble);
   [[nodiscard]] bool TakeDamagedAck();
   void Send(int packet_id, const ByteBuffer& data);
+  [[nodiscard]] bool PassOver(CheckedFrameReader::Found found);
   [[nodiscard]] Trouble Collect();
   [[nodiscard]] Trouble TakeWhole(const Frame& frame);
   [[nodiscard]] Trouble TakeDamaged(const Frame& frame);
   [[nodiscard]] Trouble WaitBehindDamage();
   [[nodiscard]] bool IsStale(const Frame& frame) const;
   [[nodiscard]] bool AckIsDue() const;
-  [[nodiscard]] bool Cancelled() const;
+  [[nodiscard]] bool WaitIsOver() const;
   [[nodiscard]] std::chrono::nanoseconds Patience() const;
   [[nodiscard]] Trouble TroubleOfSilence();
   void Repeat(Trouble trouble, int packet_id, const ByteBuffer& data);

@@ -28,6 +28,8 @@ struct TransferReport {
   bool port_failed = false;       ///< result 0 because the port could not be opened; a message was shown
   bool no_answer = false;         ///< result 0 because the receiver was silent at the first packet
   bool not_acknowledged = false;  ///< result 0 because it answered the first packet without an ACK
+  bool refused = false;           ///< given up because the receiver refused a packet of the checked link to the end
+  bool cancelled = false;         ///< Cancel came before the receiver had answered the last packet
   bool bad_answer = false;        ///< given up because an announcement made no sense
   std::string unsendable;         ///< why an upload did not begin: a record that cannot be encoded; empty otherwise
   std::vector<std::string> cut_records;       ///< sent records that were too long and lost the end of their texts
@@ -46,7 +48,8 @@ struct DeviceSession {
   LinkPids link_pids;
   DeviceCommands device_commands;
   DeviceProtocols protocols = ProtocolsBeforeIdentification();
-  bool TransferAborted = false;  ///< the cancel and failure flag of all transfers
+  bool TransferAborted = false;   ///< the cancel and failure flag of all transfers
+  bool cancel_requested = false;  ///< by the user: no silence is waited out any more
   std::int32_t RecordsAnnounced = 0;
   LinkChoice link_choice = LinkChoice::Automatic;
   bool checked_link = false;   ///< in use: frames are tested, damaged ones sent again, and no burst is waited for

@@ -32,6 +32,7 @@ struct Frame {
   bool damaged = false;   ///< its length does not fit its size byte, or its checksum is wrong
 
   [[nodiscard]] int Id() const { return bytes[1]; }
+  friend bool operator==(const Frame&, const Frame&) = default;
 };
 
 /// Data of a received frame: as many bytes as its size byte says (those that never came are 0).

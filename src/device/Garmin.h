@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,9 +27,6 @@ enum class TransferMode { Transfer = 0, CountOnly = -1 };
 // Results of transfer routines; 0 and above are counts.
 inline constexpr std::int32_t TransferGivenUp = -1;
 inline constexpr std::int32_t TransferTimedOut = -9;
-
-/// The packet that carries product data.
-inline constexpr int Pid_Product_Data = 255;
 
 /// "[i/n] Remaining mm:ss"; without a time while nothing has been moved (done 0).
 /// elapsed_s are the seconds since the transfer began; the rest is extrapolated in a straight line.
@@ -55,7 +53,8 @@ class Garmin {
   /// port-in-use message and returns an empty ProductInfo when the port cannot be opened. A silent receiver gives id
   /// -1.
   [[nodiscard]] ProductInfo ConnectDevice(std::string_view port_name);
-  /// The product request alone.
+  /// The product request alone, once more where nothing or nonsense answers it. session.report tells of a receiver that
+  /// refuses (refused) and of Cancel (cancelled); both give an empty ProductInfo.
   [[nodiscard]] ProductInfo RequestProduct(std::string_view port_name);
   /// Link protocol L001, command protocol A010.
   void SetDefaultProtocols();
@@ -120,11 +119,18 @@ class Garmin {
   void ShowPortProblem(std::string_view port_name);
   void SendAbort();
   void AbandonTransfer();
-  /// Where the choice is automatic: chooses by the answer to the product request, and reads that as it was published.
-  void ChooseLink(PacketReply& reply);
+  /// The product data that answer a request for them. Nothing where there are none; why then holds the reason, or
+  /// nothing for an answer that makes no sense.
+  [[nodiscard]] std::optional<Frame> AskProduct(std::optional<NoAnswer>& why);
+  /// Where the choice of the link is automatic: reads the answer as it was published. False where it is not so.
+  [[nodiscard]] bool ReadAsPublished(PacketReply& reply) const;
   [[nodiscard]] static ProductInfo ReadProduct(const Frame& frame);
   void ReceiveBehindAck(PacketReply& reply, int ack_slot);
   void NoteFirstAnswer(const PacketReply& reply);
+  /// Ends the transfer where an exchange has failed.
+  void NoteStatus(const PacketReply& reply);
+  /// The result of a transfer that has ended with TransferAborted.
+  [[nodiscard]] std::int32_t AbortedResult(std::int16_t last_status) const;
   void ShowDataLoss();
   void ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total, std::chrono::nanoseconds start);
   void EndProgress();

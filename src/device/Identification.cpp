@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <stdexcept>
 
 #include "device/Garmin.h"
 #include "device/PacketLink.h"
@@ -7,6 +8,9 @@
 namespace walrim {
 
 namespace {
+
+/// Both requests together.
+constexpr std::chrono::seconds LongestIdentification{8};
 
 constexpr std::string_view SilentDescription = "電源が入っていないか，接続されていません．";
 
@@ -64,7 +68,6 @@ ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
     return {};
   }
   SetDefaultProtocols();
-  session.checked_link = session.link_choice == LinkChoice::Checked;
   ProductInfo info = RequestProduct(port_name);
   if (!info.Description.empty()) ChooseProtocols(info.Description, session.protocols);
   // A silent receiver says nothing about the data that are held.
@@ -74,38 +77,60 @@ ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
   return info;
 }
 
+/// A receiver whose transfer was broken off may take the first request for a part of that.
 ProductInfo Garmin::RequestProduct(std::string_view port_name) {
-  const ProductInfo silent{-1, -1.0F, std::string(SilentDescription)};
+  session.report = {};
   if (!OpenForTransfer(port_name)) return {};
   const PortGuard guard(link_);
-  PacketReply reply = ExchangePacket(Pid_Product_Rqst);
-  if (reply.Count < 0) return silent;
-  if (FindAckSlot(reply) < 0) return {};
-  ReceiveBehindAck(reply, FindAckSlot(reply));
-  if (reply.Count < 0) return silent;
-  ChooseLink(reply);
-  const Frame& frame = reply.Slot(FindAckSlot(reply) + 1);
-  // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
-  const bool is_product = frame.bytes[0] == DLE && frame.Id() == Pid_Product_Data;
+  link_.LimitExchanges(LongestIdentification);
+  std::optional<NoAnswer> why;
+  std::optional<Frame> product;
+  try {
+    product = AskProduct(why);
+  } catch (const std::out_of_range&) {
+    why.reset();
+  }
+  if (!product && (!why || why == NoAnswer::Silence || why == NoAnswer::Damage) && !link_.LineLost()) {
+    link_.DrainInput();
+    product = AskProduct(why);
+  }
+  session.report.refused = why == NoAnswer::Refusal;
+  session.report.cancelled = why == NoAnswer::Cancel;
+  if (why == NoAnswer::Silence) return {-1, -1.0F, std::string(SilentDescription)};
+  if (!product) return {};
   // Some receivers tell more about themselves, some once their product data are acknowledged; the next exchange would
   // take it for its answer.
-  if (is_product && session.checked_link) {
+  if (session.checked_link) {
     link_.Acknowledge(Pid_Product_Data);
     link_.AcknowledgeInput();
   } else {
     link_.DrainInput();
   }
-  return is_product ? ReadProduct(frame) : ProductInfo{};
+  return ReadProduct(*product);
 }
 
-void Garmin::ChooseLink(PacketReply& reply) {
-  if (session.link_choice == LinkChoice::Automatic) {
-    if (auto published = link_.AnswerAsPublished()) {
-      session.checked_link = true;
-      reply = *published;
-    }
-  }
+std::optional<Frame> Garmin::AskProduct(std::optional<NoAnswer>& why) {
+  why.reset();
+  session.checked_link = session.link_choice == LinkChoice::Checked;
+  PacketReply reply = ExchangePacket(Pid_Product_Rqst);
+  const int ack = FindAckSlot(reply);
+  if (ack >= 0) ReceiveBehindAck(reply, ack);
+  if (reply.Count < 0) why = reply.why;
+  if (reply.Count < 0 || ack < 0) return std::nullopt;
+  const bool published = ReadAsPublished(reply);
+  const Frame& frame = reply.Slot(FindAckSlot(reply) + 1);
+  // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
+  if (frame.bytes[0] != DLE || frame.Id() != Pid_Product_Data) return std::nullopt;
+  if (session.link_choice == LinkChoice::Automatic) session.checked_link = published;
   link_.Note(session.checked_link ? "checked link" : "plain link");
+  return frame;
+}
+
+bool Garmin::ReadAsPublished(PacketReply& reply) const {
+  if (session.link_choice != LinkChoice::Automatic) return false;
+  const auto published = link_.AnswerAsPublished();
+  if (published) reply = *published;
+  return published.has_value();
 }
 
 ProductInfo Garmin::ReadProduct(const Frame& frame) {

@@ -6,7 +6,10 @@ namespace walrim {
 /// Packet ids that no link protocol changes.
 inline constexpr int Pid_Ack_Byte = 6;
 inline constexpr int Pid_Nak_Byte = 21;
+inline constexpr int Pid_Ext_Product_Data = 248;
+inline constexpr int Pid_Protocol_Array = 253;
 inline constexpr int Pid_Product_Rqst = 254;
+inline constexpr int Pid_Product_Data = 255;
 
 /// Packet ids of the link protocol in use. 0: not set.
 struct LinkPids {

@@ -98,6 +98,7 @@ bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
   port_.ClearOutBuffer();
   port_.ClearInBuffer();
   burst_frames_ = 0;
+  deadline_ = nanoseconds::max();
   Note("port " + std::string(port_name) + " open, " + settings);
   return true;
 }
@@ -139,7 +140,8 @@ void PacketLink::WaitForOutput() {
     if (count < last_count) last_progress = clock_.Monotonic();
     last_count = count;
     // A line that takes nothing any more shows as a time-out of the answer.
-    if (clock_.Monotonic() - last_progress > OutputStallTime) {
+    const nanoseconds patience = session_.cancel_requested ? QuietTime : nanoseconds(OutputStallTime);
+    if (clock_.Monotonic() - last_progress > patience) {
       Note("output stuck");
       port_.ClearOutBuffer();
       return;
@@ -174,7 +176,7 @@ Frame PacketLink::ReceivePacket() {
   if (trace_ != nullptr && !builder.Raw().empty()) {
     trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "cut short"});
   }
-  Note(port_.LineLost() ? "line lost" : "time-out");
+  Note(why_ == NoAnswer::Cancel ? "cancelled" : port_.LineLost() ? "line lost" : "time-out");
   Frame none;
   none.Size = ReceiveTimeout;
   return none;
@@ -192,6 +194,9 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
     const nanoseconds now = clock_.Monotonic();
     // Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
     if (session_.TransferAborted && now - start > ReceiveTimeoutTime) timed_out = true;
+    const std::optional<NoAnswer> over = WaitIsOver(last_progress);
+    if (over && (count == 0 || over == NoAnswer::Trickle)) timed_out = true;
+    why_ = over.value_or(NoAnswer::Silence);
     if (timed_out || count > LongestBurst) return;
     if (count == 0) {
       if (port_.LineLost() || now - last_progress > ReceiveTimeoutTime) {
@@ -221,6 +226,13 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
   }
 }
 
+std::optional<NoAnswer> PacketLink::WaitIsOver(nanoseconds last_progress) const {
+  const nanoseconds now = clock_.Monotonic();
+  if (session_.cancel_requested && now - last_progress > QuietTime) return NoAnswer::Cancel;
+  if (now - exchange_began_ > LongestExchange || now > deadline_) return NoAnswer::Trickle;
+  return std::nullopt;
+}
+
 void PacketLink::YieldNowAndThen() {
   const auto now = clock_.Monotonic();
   if (now - last_yield_ < YieldInterval) return;
@@ -229,29 +241,83 @@ void PacketLink::YieldNowAndThen() {
 }
 
 PacketReply PacketLink::ReceivePackets() {
+  BeginExchange(0, ExpectedAnswer::AckAndAnswer);
   PacketReply reply;
-  ReceiveMore(reply);
+  std::vector<int> unasked;
+  TakeBurst(reply, unasked);
   return reply;
 }
 
-void PacketLink::ReceiveMore(PacketReply& reply) {
+/// Adds the frames of a burst to the reply but for those that cannot be its answer.
+void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
+  int frames = reply.Count;
   do {
     const Frame frame = ReceivePacket();
     if (frame.Size < 0) {
       reply.Count = frame.Size;
+      reply.why = why_;
       return;
     }
-    if (reply.Count >= PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
-    ++reply.Count;
-    reply.slots[static_cast<std::size_t>(reply.Count)] = frame;
+    const bool can_be_answer = CanBeAnswer(frame);
+    if (!can_be_answer && frame.Id() != Pid_Ack_Byte) {
+      unasked.push_back(frame.Id());
+      continue;
+    }
+    if (++frames > PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
+    if (can_be_answer) reply.slots[static_cast<std::size_t>(++reply.Count)] = frame;
   } while (port_.InBufferCount() > 0);
 }
 
-PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data) {
+void PacketLink::ReceiveMore(PacketReply& reply) {
+  const std::int16_t count = reply.Count;
+  while (reply.Count == count) {
+    std::vector<int> unasked;
+    TakeBurst(reply, unasked);
+    for (const int id : unasked)
+      Acknowledge(id);
+  }
+}
+
+/// What a damaged frame was nobody knows: it is taken as it came. Where a record is due, whatever came may have been
+/// meant as one, but for what receivers are known to send unasked.
+bool PacketLink::CanBeAnswer(const Frame& frame) const {
+  if (asked_id_ == 0 || frame.damaged) return true;
+  const int id = frame.Id();
+  if (id == Pid_Ack_Byte) {
+    const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == asked_id_;
+    return asked_answer_ != ExpectedAnswer::OneFrame && names_packet;
+  }
+  if (!BelongsToNoTransfer(frame)) return true;
+  const bool known = id == session_.link_pids.Pid_Pvt_Data || id == Pid_Ext_Product_Data || id == Pid_Protocol_Array ||
+                     id == Pid_Product_Data;
+  return asked_answer_ == ExpectedAnswer::OneFrame && !known;
+}
+
+/// Told unasked, or an answer to what was asked before.
+bool PacketLink::BelongsToNoTransfer(const Frame& frame) const {
+  const LinkPids& pids = session_.link_pids;
+  const std::array of_transfers{Pid_Ack_Byte,        Pid_Nak_Byte,      Pid_Product_Rqst, pids.Pid_Command_Data,
+                                pids.Pid_Xfer_Cmplt, pids.Pid_Records,  pids.Pid_Rte_Hdr, pids.Pid_Rte_Wpt_Data,
+                                pids.Pid_Trk_Data,   pids.Pid_Wpt_Data, pids.Pid_Trk_Hdr, pids.Pid_Rte_Link_Data};
+  if (frame.damaged) return false;
+  if (frame.Id() == Pid_Product_Data) return asked_id_ != Pid_Product_Rqst;
+  return std::find(of_transfers.begin(), of_transfers.end(), frame.Id()) == of_transfers.end();
+}
+
+void PacketLink::BeginExchange(int packet_id, ExpectedAnswer answer) {
+  asked_id_ = packet_id;
+  asked_answer_ = answer;
+  exchange_began_ = clock_.Monotonic();
+}
+
+PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data, ExpectedAnswer answer) {
+  BeginExchange(packet_id, answer);
   port_.ClearInBuffer();
   heard_.clear();
   SendPacket(packet_id, data);
-  return ReceivePackets();
+  PacketReply reply;
+  ReceiveMore(reply);
+  return reply;
 }
 
 std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
@@ -262,14 +328,17 @@ std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
     const Found found = reader.Take(byte);
     if (found == Found::Nothing) continue;
     if (found == Found::DamagedFrame || reader.Skipped() > 0) return std::nullopt;
-    if (reply.Count < PacketReply::LastSlot) reply.slots.at(static_cast<std::size_t>(++reply.Count)) = reader.Last();
+    if (!CanBeAnswer(reader.Last()) || reply.Count == PacketReply::LastSlot) continue;
+    reply.slots[static_cast<std::size_t>(++reply.Count)] = reader.Last();
   }
   if (reader.Pending() || reply.Count == 0) return std::nullopt;
   return reply;
 }
 
+/// The frame that is acknowledged came whole behind the packet before: what comes next is no burst that goes on.
 void PacketLink::Acknowledge(int packet_id) {
   SendPacket(Pid_Ack_Byte, IntegerToBuffer(packet_id));
+  input_while_sending_ = false;
 }
 
 void PacketLink::DrainInput(nanoseconds quiet) {

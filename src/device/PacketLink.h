@@ -31,17 +31,30 @@ inline constexpr std::string_view DefaultPortSettings = "9600,N,8,1";
 inline constexpr std::chrono::milliseconds ReceiveTimeoutTime{1500};
 /// The shortest settle time of a burst, before the pacing factor.
 inline constexpr std::chrono::milliseconds ShortestSettleTime{20};
+/// How long an exchange may last in all. What the line can carry takes a fraction of it.
+inline constexpr std::chrono::seconds LongestExchange{10};
 /// A line without a byte for this long is quiet.
 inline constexpr std::chrono::milliseconds QuietTime{100};
 /// A byte on a line of 9600 baud: start bit, eight data bits, stop bit.
 inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / 9600};
+
+/// What kept an exchange from its answer.
+enum class NoAnswer {
+  Silence,  ///< or a line that was lost
+  Refusal,  ///< a NAK at the third try
+  Damage,   ///< damaged frames to the third try
+  Trickle,  ///< bytes kept coming, but no answer
+  Cancel    ///< the user's
+};
 
 /// The frames of one exchange. slots[1..Count] in arrival order; slot 0 stays empty.
 struct PacketReply {
   static constexpr int LastSlot = 5;
 
   std::array<Frame, LastSlot + 1> slots;
-  std::int16_t Count = 0;  ///< number of the last slot filled, or ReceiveTimeout
+  std::int16_t Count = 0;             ///< number of the last slot filled, or ReceiveTimeout
+  NoAnswer why = NoAnswer::Silence;   ///< of ReceiveTimeout
+  std::chrono::nanoseconds waited{};  ///< from the packet to the first byte of the frame behind it; checked link only
 
   /// Slot number k; throws std::out_of_range above LastSlot.
   [[nodiscard]] const Frame& Slot(int k) const { return slots.at(static_cast<std::size_t>(k)); }
@@ -72,6 +85,7 @@ class PacketLink {
   /// Opens the port and closes it at once; true when both succeed.
   [[nodiscard]] bool ProbePort(std::string_view port_name);
   void ClosePort();
+  [[nodiscard]] bool LineLost() const { return port_.LineLost(); }
   [[nodiscard]] const PortResult& LastPortResult() const { return last_port_result_; }
 
   /// Sends a frame and waits until it has left the output buffer. data.Size is 0..255.
@@ -82,19 +96,22 @@ class PacketLink {
   [[nodiscard]] Frame ReceivePacket();
   /// All frames of a burst. Throws std::out_of_range at a sixth one.
   [[nodiscard]] PacketReply ReceivePackets();
+  /// Drops what has come, sends, and receives the answer: the first burst with a frame that can be one. Whole frames
+  /// that cannot are passed over: ACKs of other packets, and what comes unasked, which is acknowledged. ReceiveTimeout
+  /// stands also for bytes that keep coming for LongestExchange.
+  [[nodiscard]] PacketReply ExchangeData(int packet_id, const ByteBuffer& data, ExpectedAnswer answer);
   /// Receives once more behind the frames of reply; for a frame that a receiver sends late after its ACK.
   void ReceiveMore(PacketReply& reply);
-  /// Drops what has come, sends, and receives the answer.
-  [[nodiscard]] PacketReply ExchangeData(int packet_id, const ByteBuffer& data);
-  /// The frames of everything that has come since ExchangeData dropped what was there, read as they were published:
-  /// none of their data ends one. Nothing where a size, a checksum or a doubled byte is wrong, or a byte belongs to no
-  /// frame.
+  /// Exchanges that are not over by then have failed, until the port is opened again.
+  void LimitExchanges(std::chrono::nanoseconds from_now) { deadline_ = clock_.Monotonic() + from_now; }
+  /// The answer that ExchangeData has brought, its frames read as they were published: none of their data ends one.
+  /// Nothing where a size, a checksum or a doubled byte is wrong, or a byte belongs to no frame.
   [[nodiscard]] std::optional<PacketReply> AnswerAsPublished() const;
   /// The same on a checked link, where the answer can have as many frames as answer says. A damaged frame is answered
   /// with NAK, a NAK with the packet once more; after three tries, and after a silence of 1.5 s, the frames that are
   /// whole are the reply, or ReceiveTimeout where none is. The reply has no damaged frame but an ACK: one whose answer
-  /// came, or one that the receiver did not send again. Frames that cannot be the answer are passed over. A cancelled
-  /// transfer waits 1.5 s in all.
+  /// came, or one that the receiver did not send again. Frames that cannot be the answer are passed over, and what
+  /// comes unasked is acknowledged. All tries together take LongestExchange at most; a cancelled transfer waits 1.5 s.
   /// Throws std::out_of_range at a sixth frame in one burst, and where no frame is found in what comes.
   [[nodiscard]] PacketReply ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer);
 
@@ -117,6 +134,12 @@ class PacketLink {
   class CheckedExchange;
 
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
+  void BeginExchange(int packet_id, ExpectedAnswer answer);
+  /// Why nothing more is waited for, whatever may still come.
+  [[nodiscard]] std::optional<NoAnswer> WaitIsOver(std::chrono::nanoseconds last_progress) const;
+  void TakeBurst(PacketReply& reply, std::vector<int>& unasked);
+  [[nodiscard]] bool CanBeAnswer(const Frame& frame) const;
+  [[nodiscard]] bool BelongsToNoTransfer(const Frame& frame) const;
   void WaitForOutput();
   void Rest(std::chrono::milliseconds at_most);
   void YieldNowAndThen();
@@ -132,6 +155,12 @@ class PacketLink {
   bool input_while_sending_ = false;  ///< something came before the last packet had left
   int burst_frames_ = 0;              ///< frames of the last checked exchange; 0 when it failed
   std::vector<std::uint8_t> heard_;   ///< bytes of the last exchange of the plain link
+  // The exchange that is under way.
+  int asked_id_ = 0;
+  ExpectedAnswer asked_answer_ = ExpectedAnswer::AckAndAnswer;
+  std::chrono::nanoseconds exchange_began_{};
+  std::chrono::nanoseconds deadline_ = std::chrono::nanoseconds::max();
+  NoAnswer why_ = NoAnswer::Silence;  ///< nothing came the last time
   PortResult last_port_result_;
 };
 

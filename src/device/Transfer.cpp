@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "device/ArrivedRecords.h"
 #include "device/Garmin.h"
 #include "text/Numbers.h"
 
@@ -57,8 +58,9 @@ ByteBuffer Garmin::BuildPacketData(int packet_id, int first, int second, EncodeN
 
 PacketReply Garmin::ExchangePacket(int packet_id, int first, int second) {
   const ByteBuffer data = BuildPacketData(packet_id, first, second);
-  if (!session.checked_link) return link_.ExchangeData(packet_id, data);
-  return link_.ExchangeChecked(packet_id, data, AnswerTo(packet_id, first));
+  const ExpectedAnswer answer = AnswerTo(packet_id, first);
+  return session.checked_link ? link_.ExchangeChecked(packet_id, data, answer)
+                              : link_.ExchangeData(packet_id, data, answer);
 }
 
 /// A request for product data and a command that begins a transfer are answered by more than one frame.
@@ -87,9 +89,25 @@ void Garmin::ReceiveBehindAck(PacketReply& reply, int ack_slot) {
   }
 }
 
+/// Whoever refuses, or talks on and on without answering, is there.
 void Garmin::NoteFirstAnswer(const PacketReply& reply) {
-  session.report.no_answer = reply.Count < 0;
-  session.report.not_acknowledged = reply.Count >= 0;
+  const bool failed = reply.Count < 0;
+  const bool is_there = !failed || reply.why == NoAnswer::Refusal || reply.why == NoAnswer::Trickle;
+  session.report.cancelled = failed && reply.why == NoAnswer::Cancel;
+  session.report.not_acknowledged = is_there;
+  session.report.no_answer = !is_there && !session.report.cancelled;
+}
+
+void Garmin::NoteStatus(const PacketReply& reply) {
+  if (reply.Count >= 0) return;
+  session.TransferAborted = true;
+  session.report.refused = reply.why == NoAnswer::Refusal;
+  session.report.cancelled = reply.why == NoAnswer::Cancel;
+}
+
+std::int32_t Garmin::AbortedResult(std::int16_t last_status) const {
+  const bool silent = last_status == ReceiveTimeout && !session.report.refused && !session.report.cancelled;
+  return silent ? TransferTimedOut : TransferGivenUp;
 }
 
 void Garmin::ShowDataLoss() {
@@ -111,7 +129,9 @@ void Garmin::EndProgress() {
 /// Nonsense in answer to the abort changes nothing of what has come before it.
 void Garmin::SendAbort() {
   try {
-    static_cast<void>(ExchangePacket(session.link_pids.Pid_Command_Data, session.device_commands.Cmnd_Abort_Transfer));
+    const PacketReply reply =
+        ExchangePacket(session.link_pids.Pid_Command_Data, session.device_commands.Cmnd_Abort_Transfer);
+    if (reply.Count < 0 && reply.why == NoAnswer::Cancel) session.report.cancelled = true;
   } catch (const std::out_of_range&) {
     link_.DrainInput();
   }
@@ -125,8 +145,7 @@ void Garmin::AbandonTransfer() {
 
 std::int32_t Garmin::EndDownload(std::int16_t last_status, std::int32_t count) {
   SendAbort();
-  if (!session.TransferAborted) return count;
-  return last_status == ReceiveTimeout ? TransferTimedOut : TransferGivenUp;
+  return session.TransferAborted ? AbortedResult(last_status) : count;
 }
 
 std::int32_t Garmin::RunDownload(std::string_view port_name, TransferMode mode, const DownloadPlan& plan) {
@@ -134,17 +153,15 @@ std::int32_t Garmin::RunDownload(std::string_view port_name, TransferMode mode, 
   if (!OpenForTransfer(port_name)) return 0;
   const PortGuard guard(link_);
   PacketReply reply = ExchangePacket(session.link_pids.Pid_Command_Data, plan.command);
-  if (reply.Count < 0) session.TransferAborted = true;
+  NoteStatus(reply);
   const int ack = FindAckSlot(reply);
   if (ack < 0) {
     NoteFirstAnswer(reply);
     return 0;
   }
   ReceiveBehindAck(reply, ack);
-  if (reply.Count < 0) {
-    session.TransferAborted = true;
-    return EndDownload(reply.Count, 0);
-  }
+  NoteStatus(reply);
+  if (reply.Count < 0) return EndDownload(reply.Count, 0);
   const Frame& records = reply.Slot(ack + 1);
   const std::int32_t count = IntegerFromBytes(PacketData(records));
   const bool too_many = mode == TransferMode::Transfer && count > plan.most;
@@ -185,36 +202,47 @@ std::int32_t Garmin::ReceiveRecords(const DownloadPlan& plan) {
 std::int16_t Garmin::ReceiveLoop(const DownloadPlan& plan, bool& data_lost) {
   const LinkPids& pids = session.link_pids;
   const std::int32_t count = session.RecordsAnnounced;
+  ArrivedRecords arrived(session.checked_link, [&](const Frame& record) {
+    const bool on_globe = plan.take(record);
+    if (record.damaged || !on_globe) ++session.report.damaged_records;
+  });
   PacketReply reply = ExchangePacket(Pid_Ack_Byte, pids.Pid_Records);
-  std::int16_t last_status = reply.Count;
+  NoteStatus(reply);
   const auto start = clock_.Monotonic();
   std::int32_t received = 0;
+  std::int32_t repeated = 0;
   while (true) {
     link_.YieldOnce();
     const int id = reply.FirstId();
     const bool is_record = reply.Count >= 1 && plan.is_record(id);
-    if (reply.Count >= 1 && id == pids.Pid_Xfer_Cmplt) {
-      data_lost = true;
+    data_lost = reply.Count >= 1 && id == pids.Pid_Xfer_Cmplt;
+    if (data_lost) {
       session.report.missing_records = count - received;
-      return last_status;
+      break;
     }
     if (is_record) {
-      ++received;
-      const bool on_globe = plan.take(reply.Slot(1));
-      if (reply.Slot(1).damaged || !on_globe) ++session.report.damaged_records;
+      arrived.Add(reply.Slot(1), reply.waited);
+      // One more than announced: one of them came because its ACK was lost.
+      if (received == count) {
+        arrived.DropRepeated();
+        ++repeated;
+      } else {
+        ++received;
+      }
       reply = ExchangePacket(Pid_Ack_Byte, id);
       // Once all that was announced has come, the answer to the last ACK is not needed.
-      last_status = received == count && reply.Count < 0 ? std::int16_t{0} : reply.Count;
+      if (received < count) NoteStatus(reply);
     }
-    if (last_status < 0) session.TransferAborted = true;
     ShowProgress("[" + std::to_string(received) + "/" + std::to_string(count) + "]", received, count, start);
-    if (session.TransferAborted || received == count) break;
+    const bool goes_on = received == count && reply.Count >= 1 && plan.is_record(reply.FirstId());
+    // A receiver that goes on after the announced number had more to give.
+    data_lost = goes_on && (repeated == count || !arrived.MayHaveRepeated(reply.Slot(1)));
+    if (session.TransferAborted || data_lost || (received == count && !goes_on)) break;
     // A packet that is none of these is neither acknowledged nor skipped: only the user ends this.
     if (!is_record) link_.Idle();
   }
-  // A receiver that goes on after the announced number had more to give.
-  data_lost = received == count && reply.Count >= 1 && plan.is_record(reply.FirstId());
-  return last_status;
+  arrived.Store();
+  return received == count ? std::int16_t{0} : reply.Count;
 }
 
 bool Garmin::CheckUpload(const std::vector<UploadStep>& steps) {
@@ -249,7 +277,7 @@ std::int16_t Garmin::SendRecords(const std::vector<UploadStep>& steps, ProgressB
     if (session.TransferAborted) break;
     const PacketReply reply = ExchangePacket(step.packet_id, step.first, step.second);
     last_status = reply.Count;
-    if (last_status < 0) session.TransferAborted = true;
+    NoteStatus(reply);
     if (last_status >= 0 && FindAckSlot(reply) < 0) ++session.report.refused_records;
     if (step.shown_after) ShowProgress(step.counters, number, total, start);
   }
@@ -266,7 +294,7 @@ std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const st
   if (!OpenForTransfer(port_name)) return 0;
   const PortGuard guard(link_);
   PacketReply reply = ExchangePacket(session.link_pids.Pid_Records, static_cast<int>(steps.size()));
-  if (reply.Count < 0) session.TransferAborted = true;
+  NoteStatus(reply);
   if (FindAckSlot(reply) < 0) {
     NoteFirstAnswer(reply);
     return 0;
@@ -283,10 +311,11 @@ std::int32_t Garmin::RunUpload(std::string_view port_name, int command, const st
   EndProgress();
   if (session.TransferAborted) {
     SendAbort();
-    return last_status == ReceiveTimeout ? TransferTimedOut : TransferGivenUp;
+    return AbortedResult(last_status);
   }
   reply = ExchangePacket(session.link_pids.Pid_Xfer_Cmplt, command);
   session.report.end_refused = FindAckSlot(reply) < 0;
+  session.report.cancelled = reply.Count < 0 && reply.why == NoAnswer::Cancel;
   return result_count;
 }
 

@@ -97,10 +97,45 @@ TEST_F(CheckedExchangeTest, WaitsForTheAnswerBehindACommandsAck) {
 TEST_F(CheckedExchangeTest, DribblingBytesAreWaitedFor) {
   Answers bytes;
   for (std::size_t i = 0; i < ShortWaypoint.size(); ++i)
-    bytes.push_back({milliseconds{1400} * static_cast<int>(i + 1), {ShortWaypoint[i]}});
+    bytes.push_back({milliseconds{1200} * static_cast<int>(i + 1), {ShortWaypoint[i]}});
   answers = {bytes};
   EXPECT_EQ(Ack().FirstId(), 35);
-  EXPECT_EQ(clock.now, milliseconds{1400} * 8);
+  EXPECT_EQ(clock.now, milliseconds{1200} * 8);
+}
+
+TEST_F(CheckedExchangeTest, ATrickleIsListenedToForTenSecondsInAllAndNotAskedAgain) {
+  for (const std::uint8_t byte : Bytes{0x24, 0x10}) {  // noise, and half frames
+    port.sent.clear();
+    port.ClearInBuffer();
+    const auto start = clock.now;
+    for (int i = 0; i < 40; ++i)
+      port.Queue(milliseconds{500} * (i + 1), {byte, 0x41});
+    const PacketReply reply = Ack();
+    EXPECT_EQ(reply.Count, ReceiveTimeout);
+    EXPECT_EQ(reply.why, NoAnswer::Trickle);
+    EXPECT_GT(clock.now - start, seconds{9});
+    EXPECT_LT(clock.now - start, seconds{11});
+    EXPECT_EQ(port.sent.size(), 1U);
+    clock.Advance(seconds{20});
+  }
+}
+
+TEST_F(CheckedExchangeTest, CancelDoesNotWaitOutASilence) {
+  loop.on_yield = [this] { session.cancel_requested = clock.now > milliseconds{400}; };
+  const PacketReply reply = Ack();
+  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  EXPECT_EQ(reply.why, NoAnswer::Cancel);
+  EXPECT_LT(clock.now, milliseconds{420});
+}
+
+TEST_F(CheckedExchangeTest, WhatKeptAnExchangeFromItsAnswerIsTold) {
+  EXPECT_EQ(Ack().why, NoAnswer::Silence);
+  answers = std::vector<Answers>(9, {{milliseconds{5}, SpoiltWaypoint}});
+  next_answer = 0;
+  EXPECT_EQ(Ack().why, NoAnswer::Damage);
+  answers = std::vector<Answers>(9, {{milliseconds{5}, NakOfCommand}});
+  next_answer = 0;
+  EXPECT_EQ(Command().why, NoAnswer::Refusal);
 }
 
 TEST_F(CheckedExchangeTest, NoiseBeforeAFrameIsSkipped) {
@@ -226,6 +261,58 @@ TEST_F(CheckedExchangeTest, WhatComesTwiceBecauseTheNakCrossedItIsDropped) {
 TEST_F(CheckedExchangeTest, ASecondNumberOfRecordsIsNoAnswerToItsAck) {
   answers = {{{milliseconds{5}, FiveRecords}, {milliseconds{9}, ShortWaypoint}}};
   EXPECT_EQ(Ack().FirstId(), 35);
+}
+
+// 33+02+41+42 = B8, checksum 48. FD+02+41+42 = 182h, checksum 7E. C8+02+41+42 = 14Dh, checksum B3.
+const Bytes Fix{0x10, 0x33, 0x02, 0x41, 0x42, 0x48, 0x10, 0x03};
+const Bytes Protocols{0x10, 0xFD, 0x02, 0x41, 0x42, 0x7E, 0x10, 0x03};
+const Bytes Unknown{0x10, 0xC8, 0x02, 0x41, 0x42, 0xB3, 0x10, 0x03};
+// 06+02+33 = 3Bh, checksum C5. 06+02+FD = 105h, checksum FB. 06+02+C8 = D0h, checksum 30.
+const Bytes AckOfFix{0x10, 0x06, 0x02, 0x33, 0x00, 0xC5, 0x10, 0x03};
+const Bytes AckOfProtocols{0x10, 0x06, 0x02, 0xFD, 0x00, 0xFB, 0x10, 0x03};
+const Bytes AckOfUnknown{0x10, 0x06, 0x02, 0xC8, 0x00, 0x30, 0x10, 0x03};
+
+TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPlace) {
+  answers = {{{milliseconds{5}, Joined({Fix, AckOfCommand, Protocols, Unknown, FiveRecords, Fix})}}};
+  const PacketReply reply = Command();
+  ASSERT_EQ(reply.Count, 2);
+  EXPECT_EQ(reply.Slot(1).Id(), Pid_Ack_Byte);
+  EXPECT_EQ(reply.Slot(2).Id(), 27);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, AckOfFix, AckOfProtocols, AckOfUnknown, AckOfFix}));
+
+  port.sent.clear();
+  answers = {{{milliseconds{5}, Joined({Unknown, Fix, ShortWaypoint})}}};
+  next_answer = 0;
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, AckOfUnknown, AckOfFix}));
+}
+
+TEST_F(CheckedExchangeTest, MoreThanFiveUnaskedFramesAreNoError) {
+  answers = {{{milliseconds{5}, Joined({Fix, Fix, Fix, Fix, Fix, Fix, Fix, AckOfCommand, FiveRecords})}}};
+  EXPECT_EQ(Command().Count, 2);
+}
+
+TEST_F(CheckedExchangeTest, AFixBetweenTwoExchangesIsAcknowledgedAndDisturbsNeither) {
+  answers = {{{milliseconds{5}, ShortWaypoint}}, {}, {{milliseconds{5}, EndOfWaypoints}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  port.Queue({}, Fix);
+  EXPECT_EQ(Ack().FirstId(), 12);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, AckOfFix, AckOfRecords}));
+  EXPECT_LT(clock.now, milliseconds{100});
+}
+
+TEST_F(CheckedExchangeTest, ANumberOfRecordsThatComesAgainIsAcknowledgedAgain) {
+  answers = {{{milliseconds{900}, FiveRecords}}, {{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, AckOfRecords}));
+}
+
+TEST_F(CheckedExchangeTest, ASecondRecordOfTheSameBytesIsAnAnswer) {
+  answers = {
+      {{milliseconds{5}, ShortWaypoint}}, {{milliseconds{5}, ShortWaypoint}}, {{milliseconds{5}, EndOfWaypoints}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(Ack().FirstId(), 35);
+  EXPECT_EQ(Ack().FirstId(), 12);
 }
 
 TEST_F(CheckedExchangeTest, AnAckOfAnotherPacketAndOtherFramesAreNoAckOfARecord) {
@@ -406,7 +493,8 @@ TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
 
 TEST_F(CheckedTransferTest, AReceiverThatRefusesEverythingHasFailedAfterThreeTries) {
   Start({"nak"});
-  EXPECT_EQ(Connect(), -1);
+  EXPECT_EQ(Connect(), 0);
+  EXPECT_TRUE(garmin->session.report.refused);
 }
 
 // The frames come faster than an ACK leaves, so that the burst is seen only while the next exchange is under way.

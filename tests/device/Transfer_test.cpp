@@ -215,7 +215,7 @@ TEST_F(TransferTest, AReplyWithoutAckIsNoReceiver) {
 TEST_F(TransferTest, ProductDataThatComeLateAreWaitedFor) {
   receiver.gap = milliseconds{300};
   EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
-  receiver.gap = seconds{3};
+  receiver.gap = seconds{6};
   EXPECT_EQ(garmin.ConnectDevice("1").ProductId, -1);
 }
 
