@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view LinkLostMessage = "電源が切れたか，コードが外れました．";
 constexpr std::string_view NotAcknowledgedMessage = "受信機が要求に応じませんでした．";
+constexpr std::string_view NotIdentifiedMessage = "受信機を識別できませんでした．";
 constexpr std::string_view BadAnswerMessage = "受信機からの応答が正しくないため，通信を中止しました．";
 constexpr std::string_view BadDataMessage = "受信データが異常なため，通信を中止しました．";
 
@@ -51,6 +52,7 @@ std::string JoinNames(const std::vector<std::string>& names) {
 void WalrimMain::Cancel_Click() {
   cancel_requested_ = true;
   garmin_.session.TransferAborted = true;
+  garmin_.session.cancel_requested = true;
   if (inet_ != nullptr) inet_->Cancel();
 }
 
@@ -59,6 +61,8 @@ ProductInfo WalrimMain::IdentifyDevice() {
   status.SetCaption("Initializing Device");
   garmin_.session.link_choice = controls.CheckedLink;
   garmin_.session.TransferAborted = false;
+  garmin_.session.cancel_requested = false;
+  garmin_.session.report = {};
   damaged_records_came_ = false;
   try {
     device_info_ = garmin_.ConnectDevice(controls.CommPort);
@@ -67,14 +71,24 @@ ProductInfo WalrimMain::IdentifyDevice() {
     desktop_.ShowMessage(BadDataMessage);
   }
   status.SetCaption("");
-  controls.GpsInfo =
-      WithoutControlCharacters(device_info_.Description) + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
+  // Of a receiver that was not waited for nothing is said.
+  if (!garmin_.session.report.cancelled) {
+    controls.GpsInfo = IdentityText() + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
+  }
   desktop_.ControlsChanged();
   if (device_info_.ProductId > 0) status.SetCaption(LinkText(garmin_.session));
   return device_info_;
 }
 
+std::string WalrimMain::IdentityText() const {
+  if (device_info_.ProductId >= -1 && (device_info_.ProductId != 0 || !garmin_.LastPortResult().Ok())) {
+    return WithoutControlCharacters(device_info_.Description);
+  }
+  return std::string(garmin_.session.report.refused ? NotAcknowledgedMessage : NotIdentifiedMessage);
+}
+
 Outcome WalrimMain::OutcomeWithoutReceiver() const {
+  if (cancel_requested_) return Outcome::Cancelled;
   return garmin_.LastPortResult().Ok() ? Outcome::NoReceiver : Outcome::Refused;
 }
 
@@ -83,6 +97,7 @@ template <typename Transfer>
 std::int32_t WalrimMain::RunTransfer(Transfer transfer, bool& failed) {
   failed = false;
   garmin_.session.TransferAborted = false;
+  garmin_.session.cancel_requested = false;
   try {
     return transfer();
   } catch (const std::exception&) {
@@ -166,6 +181,9 @@ void WalrimMain::AskCount(DataKind kind, Outcome& outcome) {
   } else if (count < 0) {
     if (!failed && garmin_.session.report.bad_answer) desktop_.ShowMessage(BadAnswerMessage);
     outcome = cancel_requested_ ? Outcome::Cancelled : Outcome::Refused;
+    if (TellRefusal()) outcome = Outcome::NoReceiver;
+  } else if (garmin_.session.report.cancelled && count == 0) {
+    outcome = Outcome::Cancelled;
   } else if (const KindEnd end = EndWithoutRecords(); !end.go_on) {
     outcome = end.outcome;
   } else {
@@ -179,25 +197,36 @@ Outcome WalrimMain::Get_GpsInfo_Click() {
   Outcome outcome = Outcome::Done;
   {
     const BusyGuard guard(busy_);
-    cancel_requested_ = false;
-    if (IdentifyDevice().ProductId <= 0) return OutcomeWithoutReceiver();
-    for (const DataKind kind : AllDataKinds)
-      controls.GpsDataNum[IndexOf(kind)].clear();
-    desktop_.ControlsChanged();
-    for (const DataKind kind : AllDataKinds) {
-      if (cancel_requested_) break;
-      garmin_.Status().SetCaption("Get Data Num of " + std::string(DataKindName(kind)));
-      AskCount(kind, outcome);
-      garmin_.Status().SetCaption("");
-      if (outcome != Outcome::Done) break;
-    }
-    if (cancel_requested_) outcome = Outcome::Cancelled;
-    cancel_requested_ = false;
+    SetCancelEnabled(true);
+    outcome = IdentifyDevice().ProductId > 0 ? AskCounts() : OutcomeWithoutReceiver();
+    SetCancelEnabled(false);
   }
   if (outcome != Outcome::Done || !controls.AutoDownload) return outcome;
   controls.DownCheck.fill(true);
   desktop_.ControlsChanged();
   return GpsDownLoad_Click();
+}
+
+Outcome WalrimMain::AskCounts() {
+  for (const DataKind kind : AllDataKinds)
+    controls.GpsDataNum[IndexOf(kind)].clear();
+  desktop_.ControlsChanged();
+  Outcome outcome = Outcome::Done;
+  for (const DataKind kind : AllDataKinds) {
+    if (cancel_requested_) break;
+    garmin_.Status().SetCaption("Get Data Num of " + std::string(DataKindName(kind)));
+    AskCount(kind, outcome);
+    if (outcome != Outcome::Done) break;
+  }
+  garmin_.Status().SetCaption("");
+  return cancel_requested_ ? Outcome::Cancelled : outcome;
+}
+
+/// Cancel can be pressed from here on, or no longer.
+void WalrimMain::SetCancelEnabled(bool enabled) {
+  cancel_requested_ = false;
+  controls.CancelEnabled = enabled;
+  desktop_.ControlsChanged();
 }
 
 // ---- Download
@@ -212,15 +241,10 @@ Outcome WalrimMain::GpsDownLoad_Click() {
   {
     const BusyGuard guard(busy_);
     notices_.clear();
-    cancel_requested_ = false;
-    const ProductInfo info = IdentifyDevice();
-    controls.CancelEnabled = true;
-    desktop_.ControlsChanged();
-    outcome = info.ProductId > 0 ? DownloadSelected() : OutcomeWithoutReceiver();
+    SetCancelEnabled(true);
+    outcome = IdentifyDevice().ProductId > 0 ? DownloadSelected() : OutcomeWithoutReceiver();
     ShowNotices();
-    cancel_requested_ = false;
-    controls.CancelEnabled = false;
-    desktop_.ControlsChanged();
+    SetCancelEnabled(false);
   }
   if (outcome == Outcome::Done) RunAutoSaveAndCopy();
   return outcome;
@@ -258,9 +282,18 @@ WalrimMain::KindEnd WalrimMain::DownloadKind(DataKind kind) {
   const bool lost = result == TransferTimedOut;
   if (lost) desktop_.ShowMessage(LinkLostMessage);
   if (!failed && garmin_.session.report.bad_answer) desktop_.ShowMessage(BadAnswerMessage);
+  const bool refused = TellRefusal();
   EmptyKind(kind);
   // Who has stopped answering, or answers nonsense, is not asked for the next kind.
+  if (refused) return {false, Outcome::NoReceiver};
   return {false, lost ? Outcome::LinkLost : Outcome::Refused};
+}
+
+/// Whether the receiver refused a packet of the checked link to the end; then that is told.
+bool WalrimMain::TellRefusal() {
+  const TransferReport& report = garmin_.session.report;
+  if (report.refused) desktop_.ShowMessage(NotAcknowledgedMessage);
+  return report.refused;
 }
 
 /// The kinds that were saved are still there to be copied; they are deleted when all that was wanted has been done.
@@ -304,14 +337,10 @@ Outcome WalrimMain::GpsUpLoad_Click() {
     const BusyGuard guard(busy_);
     notices_.clear();
     something_lost_ = false;
-    controls.CancelEnabled = true;
-    desktop_.ControlsChanged();
-    cancel_requested_ = false;
+    SetCancelEnabled(true);
     outcome = IdentifyDevice().ProductId > 0 ? UploadSelected() : OutcomeWithoutReceiver();
     ShowNotices();
-    cancel_requested_ = false;
-    controls.CancelEnabled = false;
-    desktop_.ControlsChanged();
+    SetCancelEnabled(false);
   }
   if (outcome == Outcome::Done) DeleteHandled(CutNotice);
   return outcome;
@@ -343,7 +372,9 @@ WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
     desktop_.ShowMessage(LinkLostMessage);
     return {false, Outcome::LinkLost};
   }
-  if (failed) {
+  if (result == TransferGivenUp && TellRefusal()) return {false, Outcome::NoReceiver};
+  // Who has not answered Cancel is not asked how much it holds now.
+  if (failed || garmin_.session.report.cancelled) {
     controls.GpsDataNum[IndexOf(kind)].clear();  // nobody knows what the receiver has taken
     return {false, Outcome::Refused};
   }

@@ -107,6 +107,8 @@ class WalrimMain {
   [[nodiscard]] bool DataSetLoaded(DataKind kind) const { return loaded_[IndexOf(kind)]; }
   [[nodiscard]] bool CapacityWarned(DataKind kind) const { return capacity_warned_[IndexOf(kind)]; }
   [[nodiscard]] const ProductInfo& DeviceInfo() const { return device_info_; }
+  /// The receiver's description, or why there is none; empty where the port could not be used.
+  [[nodiscard]] std::string IdentityText() const;
   /// What the commands had to tell beyond messages since the last call: damaged records and the like.
   [[nodiscard]] std::vector<std::string> TakeNotices();
   /// Whether damaged records came in the last command on the receiver; a checked link has none.
@@ -178,7 +180,10 @@ class WalrimMain {
   };
 
   ProductInfo IdentifyDevice();
+  void SetCancelEnabled(bool enabled);
+  Outcome AskCounts();
   void AskCount(DataKind kind, Outcome& outcome);
+  bool TellRefusal();
   Outcome DownloadSelected();
   KindEnd DownloadKind(DataKind kind);
   Outcome UploadSelected();

@@ -132,7 +132,7 @@ ExitStatus Terminal::Report(Outcome outcome) {
   if (main_.DamagedRecordsCame()) Message("誤り検査は --checked-link で指定できます．");
   if (!trace_.Problem().empty()) Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
   if (watchdog_.Stalled()) {
-    Message("30秒間データが進まないため，通信を中止しました．");
+    Message("30秒間データが届かないため，通信を中止しました．");
     return ExitStatus::NoReceiver;
   }
   switch (outcome) {
@@ -149,12 +149,7 @@ ExitStatus Terminal::Report(Outcome outcome) {
     case Outcome::NoReceiver:
       break;
   }
-  const ProductInfo& info = main_.DeviceInfo();
-  if (info.ProductId == -1) {
-    Message(info.Description);
-  } else if (info.ProductId <= 0) {
-    Message("受信機を識別できませんでした．");
-  }
+  if (main_.DeviceInfo().ProductId <= 0) Message(main_.IdentityText());
   return ExitStatus::NoReceiver;
 }
 

@@ -7,23 +7,25 @@ namespace walrim {
 void ArrivedRecords::Add(const Frame& record, std::chrono::nanoseconds waited) {
   const bool repeats = Repeats(record);
   last_ = record;
-  if (!repeats && waiting_.empty()) {
+  if (repeats || !waiting_.empty()) {
+    waiting_.push_back({record, repeats, waited});
+    repeats_ += repeats ? 1 : 0;
+  } else {
     take_(record);
-    return;
   }
-  waiting_.push_back({record, repeats, waited});
-  if (repeats) ++repeats_;
+  if (AllThere()) {
+    LeaveOneOut();
+  } else {
+    ++received_;
+  }
 }
 
-bool ArrivedRecords::Repeats(const Frame& record) const {
-  return checked_ && last_ == record;
+/// Who sends one record for ever is not listened to for ever.
+bool ArrivedRecords::OneMayBeRepeated(const Frame& next) const {
+  return left_out_ < announced_ && (repeats_ > 0 || Repeats(next));
 }
 
-bool ArrivedRecords::MayHaveRepeated(const Frame& next) const {
-  return repeats_ > 0 || Repeats(next);
-}
-
-void ArrivedRecords::DropRepeated() {
+void ArrivedRecords::LeaveOneOut() {
   const auto slower = [](const Waiting& one, const Waiting& other) {
     return one.repeats != other.repeats ? other.repeats : one.waited < other.waited;
   };
@@ -31,6 +33,7 @@ void ArrivedRecords::DropRepeated() {
   if (slowest == waiting_.end() || !slowest->repeats) return;
   waiting_.erase(slowest);
   --repeats_;
+  ++left_out_;
 }
 
 void ArrivedRecords::Store() {

@@ -193,22 +193,17 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
     const std::size_t count = port_.InBufferCount();
     const nanoseconds now = clock_.Monotonic();
     // Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
-    if (session_.TransferAborted && now - start > ReceiveTimeoutTime) timed_out = true;
     const std::optional<NoAnswer> over = WaitIsOver(last_progress);
-    if (over && (count == 0 || over == NoAnswer::Trickle)) timed_out = true;
     why_ = over.value_or(NoAnswer::Silence);
+    timed_out = over == NoAnswer::Trickle || (session_.TransferAborted && now - start > ReceiveTimeoutTime);
+    if (count == 0 && (over || port_.LineLost() || now - last_progress > ReceiveTimeoutTime)) timed_out = true;
     if (timed_out || count > LongestBurst) return;
-    if (count == 0) {
-      if (port_.LineLost() || now - last_progress > ReceiveTimeoutTime) {
-        timed_out = true;
-        return;
-      }
-    } else if (last_count == 0) {  // the first bytes have just arrived
+    if (count > 0 && last_count == 0) {  // the first bytes have just arrived
       ++session_.input_seen;
       settle_time = std::max(now - last_progress, shortest);
       last_count = count;
       last_progress = now;
-    } else {
+    } else if (count > 0) {
       if (count > last_count) {
         ++session_.input_seen;
         last_count = count;

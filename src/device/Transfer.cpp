@@ -202,47 +202,36 @@ std::int32_t Garmin::ReceiveRecords(const DownloadPlan& plan) {
 std::int16_t Garmin::ReceiveLoop(const DownloadPlan& plan, bool& data_lost) {
   const LinkPids& pids = session.link_pids;
   const std::int32_t count = session.RecordsAnnounced;
-  ArrivedRecords arrived(session.checked_link, [&](const Frame& record) {
+  ArrivedRecords arrived(session.checked_link, count, [&](const Frame& record) {
     const bool on_globe = plan.take(record);
     if (record.damaged || !on_globe) ++session.report.damaged_records;
   });
   PacketReply reply = ExchangePacket(Pid_Ack_Byte, pids.Pid_Records);
   NoteStatus(reply);
   const auto start = clock_.Monotonic();
-  std::int32_t received = 0;
-  std::int32_t repeated = 0;
   while (true) {
     link_.YieldOnce();
-    const int id = reply.FirstId();
-    const bool is_record = reply.Count >= 1 && plan.is_record(id);
-    data_lost = reply.Count >= 1 && id == pids.Pid_Xfer_Cmplt;
-    if (data_lost) {
-      session.report.missing_records = count - received;
-      break;
-    }
+    const bool is_record = reply.Count >= 1 && plan.is_record(reply.FirstId());
+    data_lost = reply.Count >= 1 && reply.FirstId() == pids.Pid_Xfer_Cmplt;
+    if (data_lost) break;
     if (is_record) {
       arrived.Add(reply.Slot(1), reply.waited);
-      // One more than announced: one of them came because its ACK was lost.
-      if (received == count) {
-        arrived.DropRepeated();
-        ++repeated;
-      } else {
-        ++received;
-      }
-      reply = ExchangePacket(Pid_Ack_Byte, id);
+      reply = ExchangePacket(Pid_Ack_Byte, reply.FirstId());
       // Once all that was announced has come, the answer to the last ACK is not needed.
-      if (received < count) NoteStatus(reply);
+      if (!arrived.AllThere()) NoteStatus(reply);
     }
+    const std::int32_t received = arrived.Received();
     ShowProgress("[" + std::to_string(received) + "/" + std::to_string(count) + "]", received, count, start);
-    const bool goes_on = received == count && reply.Count >= 1 && plan.is_record(reply.FirstId());
+    const bool goes_on = arrived.AllThere() && reply.Count >= 1 && plan.is_record(reply.FirstId());
     // A receiver that goes on after the announced number had more to give.
-    data_lost = goes_on && (repeated == count || !arrived.MayHaveRepeated(reply.Slot(1)));
-    if (session.TransferAborted || data_lost || (received == count && !goes_on)) break;
+    data_lost = goes_on && !arrived.OneMayBeRepeated(reply.Slot(1));
+    if (session.TransferAborted || data_lost || (arrived.AllThere() && !goes_on)) break;
     // A packet that is none of these is neither acknowledged nor skipped: only the user ends this.
     if (!is_record) link_.Idle();
   }
   arrived.Store();
-  return received == count ? std::int16_t{0} : reply.Count;
+  session.report.missing_records = session.TransferAborted ? 0 : count - arrived.Received();
+  return arrived.AllThere() ? std::int16_t{0} : reply.Count;
 }
 
 bool Garmin::CheckUpload(const std::vector<UploadStep>& steps) {

@@ -122,14 +122,60 @@ TEST_F(DeviceCommandsTest, InfoOfASilentReceiverShowsTheDescriptionAndNothingEls
   receiver.silent_after = 0;
   EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
   EXPECT_EQ(main.controls.GpsInfo, "電源が入っていないか，接続されていません． (Pid:-1)");
-  EXPECT_EQ(receiver.received.size(), 1U);
+  EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{254, 254}));
   EXPECT_TRUE(desktop.messages.empty());
 }
 
-TEST_F(DeviceCommandsTest, InfoWithoutAnAckShowsTheEmptyIdentification) {
+TEST_F(DeviceCommandsTest, InfoThatFindsNonsenseSaysThatNothingWasIdentified) {
   receiver.acknowledges = false;
   EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
-  EXPECT_EQ(main.controls.GpsInfo, " (Pid:0)");
+  EXPECT_EQ(main.controls.GpsInfo, "受信機を識別できませんでした． (Pid:0)");
+  port.script = {};
+  loop.on_yield = [&] { port.Queue({}, Bytes(20, 0x24)); };
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
+  EXPECT_EQ(main.controls.GpsInfo, "受信機を識別できませんでした． (Pid:0)");
+}
+
+TEST_F(DeviceCommandsTest, InfoAtAReceiverThatRefusesSaysThatItRefuses) {
+  receiver.acknowledges = false;
+  main.controls.CheckedLink = LinkChoice::Checked;
+  EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
+  EXPECT_EQ(main.controls.GpsInfo, "受信機が要求に応じませんでした． (Pid:0)");
+  EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{254, 254, 254}));
+}
+
+TEST_F(DeviceCommandsTest, InfoOnALineWithAStrayByteEveryHalfSecondEndsWithinTenSeconds) {
+  for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
+    main.controls.CheckedLink = choice;
+    port.script = {};
+    auto next = clock.now;
+    loop.on_yield = [&] {
+      if (clock.now < next) return;
+      next = clock.now + std::chrono::milliseconds{500};
+      port.Queue({}, {0x5A});
+    };
+    const auto start = clock.now;
+    EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::NoReceiver);
+    EXPECT_LT(clock.now - start, std::chrono::seconds{10});
+    EXPECT_EQ(main.controls.GpsInfo, "受信機を識別できませんでした． (Pid:0)");
+  }
+}
+
+TEST_F(DeviceCommandsTest, TheRequestIsRepeatedOnceBehindSilenceOrNonsense) {
+  const auto answer = port.script;
+  for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
+    for (const Bytes& first : {Bytes{}, Bytes{0x10, 0x15, 0x10}, WireFrame(6, Int16(35))}) {
+      main.controls.CheckedLink = choice;
+      int asked = 0;
+      port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
+        if (wire.at(1) != 254 || ++asked > 1) return answer(wire);
+        if (first.empty()) return {};
+        return {{std::chrono::milliseconds{2}, first}};
+      };
+      EXPECT_EQ(main.Get_GpsInfo_Click(), Outcome::Done);
+      EXPECT_EQ(asked, 2);
+    }
+  }
 }
 
 TEST_F(DeviceCommandsTest, InfoOnATakenPortSaysSo) {
@@ -184,6 +230,67 @@ TEST_F(DeviceCommandsTest, DownloadFillsTheSelectedKinds) {
   EXPECT_EQ(desktop.caption, "");
   EXPECT_FALSE(main.controls.CancelEnabled);
   EXPECT_FALSE(main.Busy());
+}
+
+// Cancel is pressed half a second behind the last packet that the receiver heard.
+TEST_F(DeviceCommandsTest, CancelOnASilentLineEndsWithin300MsAndSaysNothingOfAReceiverThatIsOff) {
+  for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
+    main.controls.CheckedLink = LinkChoice::Plain;
+    loop.on_yield = {};
+    receiver.silent_after.reset();
+    DownloadAll();
+    TickDo(true, true, true);
+    main.controls.CheckedLink = choice;
+    for (Outcome (WalrimMain::*command)() :
+         {&WalrimMain::Get_GpsInfo_Click, &WalrimMain::GpsDownLoad_Click, &WalrimMain::GpsUpLoad_Click}) {
+      for (std::size_t heard = 0; heard < 6; ++heard) {
+        SCOPED_TRACE(heard);
+        desktop.messages.clear();
+        receiver.received.clear();
+        receiver.silent_after = heard;
+        const std::string before = main.controls.GpsInfo;
+        std::size_t seen = 0;
+        auto silent_since = clock.now;
+        std::optional<std::chrono::nanoseconds> cancelled;
+        loop.on_yield = [&] {
+          if (receiver.received.size() <= heard || seen != receiver.received.size()) silent_since = clock.now;
+          seen = receiver.received.size();
+          if (cancelled || clock.now - silent_since < std::chrono::milliseconds{500}) return;
+          EXPECT_TRUE(main.controls.CancelEnabled);
+          cancelled = clock.now;
+          main.Cancel_Click();
+        };
+        EXPECT_EQ((main.*command)(), Outcome::Cancelled);
+        ASSERT_TRUE(cancelled);
+        EXPECT_LE(clock.now - *cancelled, std::chrono::milliseconds{300});
+        EXPECT_EQ(desktop.messages, std::vector<std::string>{});
+        EXPECT_EQ(main.controls.GpsInfo, before);
+        EXPECT_EQ(desktop.caption, "");
+        EXPECT_FALSE(main.controls.CancelEnabled);
+        EXPECT_FALSE(port.PortOpen());
+        for (const DataKind kind : AllDataKinds)
+          EXPECT_NE(main.controls.GpsDataNum[IndexOf(kind)], "0");
+      }
+    }
+  }
+}
+
+TEST_F(DeviceCommandsTest, CancelCanBePressedFromTheIdentificationOn) {
+  DownloadAll();
+  TickDo(true, false, false);
+  for (Outcome (WalrimMain::*command)() :
+       {&WalrimMain::Get_GpsInfo_Click, &WalrimMain::GpsDownLoad_Click, &WalrimMain::GpsUpLoad_Click}) {
+    bool always = true;
+    int turns = 0;
+    loop.on_yield = [&] {
+      ++turns;
+      always = always && main.controls.CancelEnabled;
+    };
+    EXPECT_EQ((main.*command)(), Outcome::Done);
+    EXPECT_TRUE(always);
+    EXPECT_GT(turns, 0);
+    EXPECT_FALSE(main.controls.CancelEnabled);
+  }
 }
 
 TEST_F(DeviceCommandsTest, CancelIsEnabledOnlyWhileTheTransferRuns) {

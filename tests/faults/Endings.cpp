@@ -31,6 +31,7 @@ constexpr Ending AllWhole{};
 /// Nobody has answered the product request.
 constexpr Ending NobodyThere{Outcome::NoReceiver, ExitNoReceiver, {}, {}, Identity::Silent, false, Old, Old, Old};
 constexpr Ending NotIdentified{Outcome::NoReceiver, ExitNoReceiver, {}, {}, Identity::Unknown, false, Old, Old, Old};
+constexpr Ending RefusesAll{Outcome::NoReceiver, ExitNoReceiver, {}, {}, Identity::Refusing, false, Old, Old, Old};
 /// The receiver fell silent: before anything was changed, inside the records, behind them.
 constexpr Ending Lost{Outcome::LinkLost, ExitNoReceiver, {LinkLost}, {}, Identity::Known, false, Whole, Old, Old};
 constexpr Ending LostInside{
@@ -54,12 +55,16 @@ constexpr Ending BadNumberBehind{
 constexpr Ending Nonsense{Outcome::Refused, ExitRefused, {BadData}, {}, Identity::Known, false, Whole, Empty, Old};
 constexpr Ending Stalled{Outcome::Cancelled, ExitNoReceiver, {}, {}, Identity::Known, true, Whole, Empty, Old};
 constexpr Ending EndedEarly{Outcome::Done, ExitDone, {DataLoss}, {}, Identity::Known, false, Whole, CutAndBlank, Whole};
+constexpr Ending FirstPassedOver{Outcome::Done, ExitDone, {DataLoss},   {},   Identity::Known,
+                                 false,         Whole,    FirstMissing, Whole};
 constexpr Ending MoreThanAnnounced{Outcome::Done, ExitDone, {DataLoss}, {}, Identity::Known, false, Whole, Cut, Whole};
 constexpr Ending NoneAnnounced{Outcome::Done, ExitDone, {}, {}, Identity::Known, false, Whole, Old, Whole};
 constexpr Ending FewerShown{Outcome::Done, ExitDone, {}, {}, Identity::Known, false, Whole, Cut, Whole};
 constexpr Ending TakenDamaged{Outcome::Done, ExitDone, {}, DamagedNotice};
 constexpr Ending RecordRefused{Outcome::Refused, ExitRefused, {}, RefusedNotice, Identity::Known, false, Whole,
                                AllButOne,        Whole};
+constexpr Ending RecordNeverTaken{
+    Outcome::NoReceiver, ExitNoReceiver, {NotAcknowledged}, {}, Identity::Known, false, Whole, Old, Old};
 /// The receiver has taken a record, but its ACK cannot be read.
 constexpr Ending AckSpoilt{Outcome::Refused, ExitRefused, {}, RefusedNotice};
 /// The receiver has not taken the end of the records, and keeps what it had.
@@ -136,7 +141,8 @@ constexpr Rule Rules[] = {
     {Every, All, "unplug-after=N", Set(Phase::End), AnotherKind, &GoneBehind},
 
     {Download, All, "early-complete=N", Records, Any, &EndedEarly},
-    {Download, All, "unknown-first", Set(Phase::First), Any, &Stalled},
+    {Download, Plain, "unknown-first", Set(Phase::First), Any, &Stalled},
+    {Download, CheckedThen, "unknown-first", Set(Phase::First), Any, &FirstPassedOver},
 
     {Info, All, "short-count=1", Set(Phase::Number), Any, &FewerShown},
     {Info, All, "short-count=1000", Set(Phase::Number), Any, &FewerShown},
@@ -150,13 +156,15 @@ constexpr Rule Rules[] = {
     {Every, All, "gap=1400", Always, Any, &AllWhole},
     {Every, All, "gap=1600", Always, Any, &NobodyThere},
     {Every, All, "dribble=40", Always, Any, &AllWhole},
-    {Every, All, "dribble=200", Always, Any, &AllWhole},
-    // A frame takes longer than the 30 seconds of the terminal's patience, but bytes come.
-    {Every, All, "dribble=1000", Always, Any, &AllWhole},
-    {Every, All, "dribble=1600", Always, Any, &NobodyThere},
+    // An answer that takes longer than ten seconds is none, although bytes come.
+    {Every, All, "dribble=200", Always, Any, &NotIdentified},
+    {Every, All, "dribble=1000", Always, Any, &NotIdentified},
+    {Every, PlainAsked, "dribble=1600", Always, Any, &NobodyThere},
+    {Every, Checked, "dribble=1600", Always, Any, &NotIdentified},
 
     {Every, PlainAsked, "garbage", Always, Any, &NotIdentified},
-    {Every, PlainAsked, "garbage=N", Identification, Any, &NotIdentified},
+    // The request is repeated once.
+    {Every, PlainAsked, "garbage=N", Identification, Any, &AllWhole},
     {Every, Plain, "garbage=N", Set(Phase::Opening), Any, &NotTaken},
     {Info | Download, Plain, "garbage=N", Set(Phase::Number), Any, &BadNumber},
     {Download, Plain, "garbage=N", Records, Any, &Stalled},
@@ -183,16 +191,46 @@ constexpr Rule Rules[] = {
     {Every, All, "bad-ack=N", EveryAnswer, Any, &AllWhole},
 
     {Every, PlainAsked, "nak", Always, Any, &NotIdentified},
-    {Every, PlainAsked, "nak=N", Set(Phase::Request), Any, &NotIdentified},
+    {Every, PlainAsked, "nak=N", Set(Phase::Request), Any, &AllWhole},
     {Every, Plain, "nak=N", Set(Phase::Opening), Any, &NotTaken},
     {Upload, Plain, "nak=N", Records, Any, &RecordRefused},
     {Upload, Plain, "nak=N", Set(Phase::Close), Any, &NotClosed},
     {Upload, Plain, "nak=N", Set(Phase::NewOpening), Any, &NotTakenBehind},
     {Every, Plain, "nak=N", Set(Phase::End), Any, &AllWhole},
     // A checked link sends again what was not taken, three times in all.
-    {Every, Checked, "nak", Always, Any, &NobodyThere},
+    {Every, Checked, "nak", Always, Any, &RefusesAll},
     {Every, Checked, "nak=N", Set(Phase::Request), Any, &AllWhole},
     {Every, CheckedThen, "nak=N", BehindIdentification, Any, &AllWhole},
+    {Every, PlainAsked, "refuse=N", Set(Phase::Request), Any, &NotIdentified},
+    {Every, Checked, "refuse=N", Set(Phase::Request), Any, &RefusesAll},
+    {Every, All, "refuse=N", Set(Phase::Opening), Any, &NotTaken},
+    {Upload, Plain, "refuse=N", Records, Any, &RecordRefused},
+    {Upload, CheckedThen, "refuse=N", Records, Any, &RecordNeverTaken},
+    {Upload, All, "refuse=N", Set(Phase::Close), Any, &NotClosed},
+    {Upload, All, "refuse=N", Set(Phase::NewOpening), Any, &NotTakenBehind},
+    {Every, All, "refuse=N", Set(Phase::End), Any, &AllWhole},
+
+    // The manners of real receivers.
+    {Every, All, "pvt=1", Always, Any, &AllWhole},
+    {Every, All, "pvt=4", Always, Any, &AllWhole},
+    {Every, All, "short-ack", Always, Any, &AllWhole},
+    {Every, All, "empty-ack", Always, Any, &AllWhole},
+    {Every, All, "late-ack=1000", Always, Any, &AllWhole},
+    {Every, All, "late-ack=1400", Always, Any, &AllWhole},
+    {Every, All, "other-ack", Always, Any, &AllWhole},
+    {Every, All, "other-ack=N", EveryAnswer, Any, &AllWhole},
+    {Every, All, "two-acks=500", Always, Any, &AllWhole},
+    {Every, All, "two-acks=1400", Always, Any, &AllWhole},
+    {Info | Download, All, "two-acks=3000", Always, Any, &AllWhole},
+    // Nothing else comes before the second ACK: the new number is asked for in vain.
+    {Upload, All, "two-acks=3000", Always, Any, &LostBehind},
+    {Every, All, "ack-once", Always, Any, &AllWhole},
+    {Every, All, "repeat=1000", Always, Any, &AllWhole},
+    {Every, All, "repeat=100", Always, Any, &AllWhole},
+    {Every, All, "product-frames=4", Always, Any, &AllWhole},
+    {Every, All, "product-frames=20", Always, Any, &AllWhole},
+    {Every, All, "product-texts=1", Always, Any, &AllWhole},
+    {Every, All, "product-texts=3", Always, Any, &AllWhole},
 };
 
 bool Matches(const Rule& rule, const Row& row) {
@@ -280,7 +318,8 @@ std::string MissingNotices(const Row& row, const Ending& ending) {
   for (const DataKind kind : HitKinds(row, ending)) {
     const int count = static_cast<int>(MovedRecords(row, kind).size());
     notices.append(DataKindName(kind)).append("：").append(std::to_string(count)).append("件中");
-    notices.append(std::to_string(count - RecordsBeforeFault(row, count))).append("件が届きませんでした．");
+    const int missing = ending.hit == FirstMissing ? 1 : count - RecordsBeforeFault(row, count);
+    notices.append(std::to_string(missing)).append("件が届きませんでした．");
   }
   return notices;
 }
@@ -289,7 +328,7 @@ std::string MissingNotices(const Row& row, const Ending& ending) {
 
 std::string StatusOf(const Row& row, const Ending& ending) {
   std::string status;
-  if (ending.hit == CutAndBlank) return MissingNotices(row, ending);
+  if (ending.hit == CutAndBlank || ending.hit == FirstMissing) return MissingNotices(row, ending);
   if (ending.notice.empty()) return status;
   for (const DataKind kind : HitKinds(row, ending))
     status.append("(").append(DataKindName(kind)).append(")").append(ending.notice);
@@ -297,8 +336,9 @@ std::string StatusOf(const Row& row, const Ending& ending) {
 }
 
 std::string_view TerminalMessage(const Ending& ending) {
-  if (ending.stalled) return "30秒間データが進まないため，通信を中止しました．";
+  if (ending.stalled) return "30秒間データが届かないため，通信を中止しました．";
   if (ending.identity == Identity::Silent) return "電源が入っていないか，接続されていません．";
+  if (ending.identity == Identity::Refusing) return NotAcknowledged;
   return ending.identity == Identity::Unknown ? "受信機を識別できませんでした．" : std::string_view{};
 }
 

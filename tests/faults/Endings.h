@@ -14,16 +14,17 @@ namespace walrim {
 /// What the command has moved of a kind: into the data set (download), into the receiver (upload), or the number that
 /// is shown (info).
 enum class Held {
-  Whole,        ///< what was there is replaced by all that was to come
-  Old,          ///< what was there before
-  Empty,        ///< nothing any more
-  Cut,          ///< the records before the fault
-  CutAndBlank,  ///< the same; the waypoints that never came are blank
-  AllButOne     ///< all records but the one that was hit
+  Whole,         ///< what was there is replaced by all that was to come
+  Old,           ///< what was there before
+  Empty,         ///< nothing any more
+  Cut,           ///< the records before the fault
+  CutAndBlank,   ///< the same; the waypoints that never came are blank
+  FirstMissing,  ///< all records but the first; a waypoint is blank at the end
+  AllButOne      ///< all records but the one that was hit
 };
 
 /// What the program knows of the receiver.
-enum class Identity { Known, Silent, Unknown };
+enum class Identity { Known, Silent, Unknown, Refusing };
 
 struct Ending {
   Outcome outcome = Outcome::Done;

@@ -30,12 +30,22 @@ std::vector<std::string> LinesOf(const std::vector<NamedRecord>& records) {
 
 /// Strikes one frame or one packet of the receiver's life.
 bool StrikesOnce(const FaultForm& fault) {
-  return fault.counts == Counts::Frame || fault.counts == Counts::Packet;
+  return (fault.counts == Counts::Frame || fault.counts == Counts::Packet) && fault.text != "refuse=N";
 }
 
 /// Behind this fault the receiver says nothing any more.
 bool EndsReceiver(const FaultForm& fault) {
   return fault.counts == Counts::FramesBefore;
+}
+
+/// Points without their route's header have no place.
+std::vector<NamedRecord> WithoutFirst(const std::vector<NamedRecord>& records) {
+  constexpr std::uint8_t RouteHeader = 29;
+  auto rest = records.begin() + 1;
+  if (records.front().id == RouteHeader) {
+    rest = std::find_if(rest, records.end(), [](const NamedRecord& record) { return record.id == RouteHeader; });
+  }
+  return {rest, records.end()};
 }
 
 std::string OverwriteQuestionOf(DataKind kind) {
@@ -126,7 +136,10 @@ void RowRun::CheckWhatIsShown() {
       EXPECT_EQ(info, "電源が入っていないか，接続されていません． (Pid:-1)");
       break;
     case Identity::Unknown:
-      EXPECT_EQ(info, " (Pid:0)");
+      EXPECT_EQ(info, "受信機を識別できませんでした． (Pid:0)");
+      break;
+    case Identity::Refusing:
+      EXPECT_EQ(info, "受信機が要求に応じませんでした． (Pid:0)");
       break;
   }
 }
@@ -150,6 +163,9 @@ void RowRun::CheckDataSet(DataKind kind) {
   if (held == Held::Empty) {
     expected.clear();
     number = "-";
+  } else if (held == Held::FirstMissing) {
+    expected = WithoutFirst(expected);
+    if (kind == DataKind::Waypoint) blank = 1;
   } else if (held == Held::Cut || held == Held::CutAndBlank) {
     expected.resize(static_cast<std::size_t>(RecordsBeforeFault(row_, static_cast<int>(moved.size()))));
     if (held == Held::Cut) number = std::to_string(expected.size());

@@ -68,14 +68,15 @@ struct Words {
   std::string_view empty;
   std::string_view cut;
   std::string_view cut_and_blank;
+  std::string_view first_missing;
   std::string_view all_but_one;
 };
 
 constexpr Words CommandWords[] = {
-    {"Information", "number shown", "the receiver's", "none", "none", "as announced", "", ""},
+    {"Information", "number shown", "the receiver's", "none", "none", "as announced", "", "", ""},
     {"Download", "data set", "new", "as before", "empty", "new, as many as were announced",
-     "new up to there; waypoints that never came are blank", ""},
-    {"Upload", "receiver", "new", "as before", "", "", "", "new but for one record"},
+     "new up to there; waypoints that never came are blank", "new but for the first record, or a route's points", ""},
+    {"Upload", "receiver", "new", "as before", "", "", "", "", "new but for one record"},
 };
 
 std::string_view Word(const Words& words, Held held) {
@@ -90,6 +91,8 @@ std::string_view Word(const Words& words, Held held) {
       return words.cut;
     case Held::CutAndBlank:
       return words.cut_and_blank;
+    case Held::FirstMissing:
+      return words.first_missing;
     case Held::AllButOne:
       break;
   }
