@@ -18,6 +18,14 @@ void ElidedLabel::ShowText(const QString& text) {
   setToolTip(text.toHtmlEscaped());
 }
 
+QRect ElidedLabel::TextArea() const {
+  return contentsRect().adjusted(margin(), 0, -margin(), 0);
+}
+
+bool ElidedLabel::ShowsAll() const {
+  return fontMetrics().horizontalAdvance(text()) <= TextArea().width();
+}
+
 QSize ElidedLabel::minimumSizeHint() const {
   return {fontMetrics().averageCharWidth() * 8, QLabel::minimumSizeHint().height()};
 }
@@ -25,7 +33,7 @@ QSize ElidedLabel::minimumSizeHint() const {
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   drawFrame(&painter);
-  const QRect area = contentsRect().adjusted(margin(), 0, -margin(), 0);
+  const QRect area = TextArea();
   const QString shown = fontMetrics().elidedText(text(), mode_, area.width());
   style()->drawItemText(&painter, area, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), palette(), isEnabled(),
                         shown, foregroundRole());

@@ -12,12 +12,17 @@ class ElidedLabel : public QLabel {
   /// Plain text, shown as it stands.
   void ShowText(const QString& text);
 
+  /// Whether the whole text is on the screen.
+  [[nodiscard]] bool ShowsAll() const;
+
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] QRect TextArea() const;
+
   Qt::TextElideMode mode_;
 };
 

@@ -107,7 +107,7 @@ QGroupBox* MainWindow::MakeDeviceGroup() {
   return group;
 }
 
-/// What the last command had to tell beyond its messages, whole: the status line has no room for it.
+/// What the last command had to tell beyond its messages, where the status line has no room for all of it.
 QLabel* MainWindow::MakeNotices() {
   auto* label = new QLabel;
   NameControl(*label, "Notices");
@@ -125,7 +125,7 @@ void MainWindow::ShowNotices(const std::vector<std::string>& notices) {
   for (const std::string& notice : notices)
     lines.append(QString::fromStdString(notice));
   notices_->setText(lines.join(QLatin1Char('\n')));
-  notices_->setVisible(!lines.isEmpty());
+  notices_->setVisible(!lines.isEmpty() && !status_->ShowsAll());
 }
 
 void MainWindow::BuildCentre() {

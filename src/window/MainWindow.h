@@ -84,7 +84,7 @@ class MainWindow : public QMainWindow {
   void Run(const std::function<void()>& command);
   void BeginCommand();
   void EndCommand();
-  /// Shows them below the tables, a line each; none takes no room.
+  /// Shows them below the tables, a line each, when the status line cuts them off.
   void ShowNotices(const std::vector<std::string>& notices);
   void SettingsChanged();
   void RefreshRecords();
