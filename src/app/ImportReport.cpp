@@ -53,7 +53,7 @@ std::vector<std::string> ImportComplaints(const ImportResult& result) {
   const ImportSummary& summary = result.summary;
   std::vector<std::string> complaints = result.messages.kept;
   const int more = result.messages.count - static_cast<int>(result.messages.kept.size());
-  if (more > 0) complaints.push_back("ほかに" + std::to_string(more) + "行の命令が分かりません．");
+  if (more > 0) complaints.push_back("ほかに" + std::to_string(more) + "行，分からない命令があります．");
   if (result.skipped_statements > 0) {
     complaints.push_back(std::to_string(result.skipped_statements) + "個の文を読み飛ばしました（最初の理由：" +
                          result.first_skipped_statement_why + "）．");

@@ -30,8 +30,8 @@ constexpr std::string_view NoPosition = "緯度または経度がありません
 constexpr std::string_view BadAngle = "緯度または経度の書き方が不正です";
 constexpr std::string_view PositionOutOfRange = "緯度または経度が範囲外です";
 constexpr std::string_view NoRouteHeader = "前にルートのヘッダ行(RTH)がありません";
-constexpr std::string_view NoTrackHeader = "前に軌跡のヘッダ行(TRH)がありません";
-constexpr std::string_view HeaderRefused = "ヘッダ行が格納できなかったため格納できません";
+constexpr std::string_view NoTrackHeader = "前にトラックログのヘッダ行(TRH)がありません";
+constexpr std::string_view HeaderRefused = "ヘッダ行を格納できなかったため，この点も格納できません";
 constexpr std::string_view StoreFull = "内部データ容量の限界です";
 
 bool IsStripped(char c) {

@@ -197,7 +197,7 @@ class QtInet::Fetch {
 
   [[nodiscard]] InetResult Refused() const {
     const QString reason = QString::fromStdString(WithoutControlCharacters(answer_.Reason()));
-    return Failed("サーバーが状態" + QString::number(answer_.Status()) +
+    return Failed("サーバーがステータス" + QString::number(answer_.Status()) +
                   (reason.isEmpty() ? "" : "（" + reason + "）") + "を返しました．");
   }
 
@@ -231,7 +231,7 @@ QtInet::~QtInet() = default;
 InetResult QtInet::OpenUrl(std::string_view link) {
   if (running_ != nullptr) return Failed("ほかのリンクを読み込み中です．");
   const QUrl url(QString::fromUtf8(link.data(), static_cast<qsizetype>(link.size())).trimmed());
-  if (!IsWebLink(url)) return Failed("このリンクは読み込めません（http://かhttps://）．");
+  if (!IsWebLink(url)) return Failed("このリンクは読み込めません．http://かhttps://で始まるリンクを指定してください．");
   Fetch fetch(limits_, tls_);
   running_ = &fetch;
   InetResult result = fetch.Run(url);

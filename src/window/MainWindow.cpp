@@ -351,7 +351,7 @@ void MainWindow::dragLeaveEvent(QDragLeaveEvent* event) {
 /// The button that a drop goes to looks pressed, and the status line says what will happen; a command that another
 /// program gives meanwhile may have told something else there.
 void MainWindow::ShowDropHint(bool shown) {
-  const QString hint = QString::fromUtf8("ここで放すと，内部データに取り込みます．");
+  const QString hint = QString::fromUtf8("ここにドロップすると，内部データに取り込みます．");
   data_panel_->file_import->setDown(shown);
   if (shown) {
     status_before_drag_ = status_->text();

@@ -46,7 +46,7 @@ MpsOptionDialog::MpsOptionDialog(MpsOptions& options, QWidget* parent) : QDialog
   destination_name_ =
       AddLine(*form, "OptMpsWptDestinationName", "目的地の名前(&G)", "ルートの最後の点の名前．空欄なら点の名前のまま");
   numbering_down_ =
-      MakeCheckBox("OptMpsWptRPnumberingDown", "ルートの点に大きい番号から付ける(&D)", "最後の点を1番とします");
+      MakeCheckBox("OptMpsWptRPnumberingDown", "ルートの点の番号を大きい方から付ける(&D)", "最後の点を1番とします");
   form->addRow(QString(), numbering_down_);
   track_log_step_ = AddLine(*form, "OptWptTrackLogStep", "トラックログの間隔（点）(&T)",
                             "点として描く間隔．1ならすべての点を描きます");

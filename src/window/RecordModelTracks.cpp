@@ -36,7 +36,7 @@ constexpr std::array TrackPointModelColumns{RecordColumn{"番号", CellKind::Poi
                                             RecordColumn{"経度", CellKind::Angle, At(TrackPointField::lon)},
                                             RecordColumn{"日時", CellKind::Time, At(TrackPointField::time)},
                                             RecordColumn{"高度 m", CellKind::Metres, At(TrackPointField::alt)},
-                                            RecordColumn{"深度 m", CellKind::Metres, At(TrackPointField::dpth)},
+                                            RecordColumn{"水深 m", CellKind::Metres, At(TrackPointField::dpth)},
                                             RecordColumn{"区間 m", CellKind::Number, At(TrackPointField::leg_dist)},
                                             RecordColumn{"新区間", CellKind::Truth, At(TrackPointField::new_trk)}};
 

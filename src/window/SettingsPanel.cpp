@@ -72,7 +72,7 @@ QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vecto
   auto* line = new QHBoxLayout(group);
   QComboBox* type = MakeOutputTypes();
   QComboBox* degree = MakeChoice("DegreeType", "緯度・経度の表記",
-                                 {{"D", "D（度）"}, {"DMS", "DMS（度分秒）"}, {"MPS", "MPS（度.分.秒）"}});
+                                 {{"D", "D（度）"}, {"DMS", "DMS（度分秒）"}, {"MPS", "MPS（度/分/秒）"}});
   QComboBox* datum = MakeChoice("Datum", "緯度・経度の測地系", {{"WGS84", "WGS84"}, {"Tokyo", "Tokyo（日本測地系）"}});
   QSpinBox* offset = MakeUtcOffset();
   QCheckBox* header = MakeCheckBox("WithHeader", "見出し行(&N)", "種類ごとに列の名前の行を付けます");

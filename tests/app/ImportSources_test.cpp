@@ -428,7 +428,7 @@ TEST_F(ImportSources, UnknownCommandsAreToldTwentyTimesAndThenCounted) {
   }
   text += "WP,D,A,35,139,11/15/2002,10:00:00,X\r\n";
   EXPECT_EQ(main.ImportFrom(Put("a.txt", text)), Outcome::Done);
-  EXPECT_EQ(desktop.caption, expected + " ほかに5行の命令が分かりません．");
+  EXPECT_EQ(desktop.caption, expected + " ほかに5行，分からない命令があります．");
   EXPECT_EQ(Idents(), Strings{"A"});
   EXPECT_EQ(desktop.messages, Strings{});
 }
@@ -440,7 +440,7 @@ TEST_F(ImportSources, UnknownCommandsOfSeveralFilesAreCountedTogether) {
   EXPECT_EQ(main.ImportFiles({Put("a.txt", text), Put("b.txt", text)}), Outcome::Done);
   EXPECT_EQ(main.LastImport().messages.count, 30);
   EXPECT_EQ(main.LastImport().messages.kept.size(), 20U);
-  EXPECT_TRUE(desktop.caption.ends_with(" ほかに10行の命令が分かりません．")) << desktop.caption;
+  EXPECT_TRUE(desktop.caption.ends_with(" ほかに10行，分からない命令があります．")) << desktop.caption;
 }
 
 TEST_F(ImportSources, SkippedLinesAreCountedWithTheReasonOfTheFirst) {

@@ -289,7 +289,7 @@ TEST_F(OutputTypesCli, UnknownCommandsAreToldALineEachAndStillExitWithZero) {
   EXPECT_TRUE(result.Said(Path("a.txt") + "：command [X1] is not suppoted\n")) << result.err;
   EXPECT_TRUE(result.Said("command [X20] is not suppoted\n"));
   EXPECT_FALSE(result.Said("[X21]"));
-  EXPECT_TRUE(result.Said("ほかに3行の命令が分かりません．\n"));
+  EXPECT_TRUE(result.Said("ほかに3行，分からない命令があります．\n"));
   EXPECT_TRUE(result.out.starts_with("WPT\tD\tWGS84\t=\"A"));
 }
 

@@ -372,6 +372,8 @@ TEST_F(StandardReaderTest, PointsOfARefusedHeaderAreRefusedWithIt) {
   EXPECT_EQ(summary.stored[IndexOf(DataKind::Route)], 79);
   EXPECT_EQ(summary.skipped, 2);
   EXPECT_EQ(data_.import_cursor.route, AddRejected);
+  EXPECT_EQ(ReadLines({ShortRoutePoint("LATE")}).first_skipped_why,
+            "ヘッダ行を格納できなかったため，この点も格納できません");
   EXPECT_EQ(data_.routes.RoutePointCount[79], 1);
   EXPECT_EQ(data_.d108[9900].ident, "P78");
   EXPECT_EQ(data_.d108[9901].ident, "");
@@ -381,6 +383,7 @@ TEST_F(StandardReaderTest, PointsWithoutAnyHeaderAreRefused) {
   const ImportSummary summary = ReadLines({ShortRoutePoint("P"), ShortTrackPoint()});
   EXPECT_EQ(summary.skipped, 2);
   EXPECT_EQ(summary.first_skipped_why, "前にルートのヘッダ行(RTH)がありません");
+  EXPECT_EQ(ReadLines({ShortTrackPoint()}).first_skipped_why, "前にトラックログのヘッダ行(TRH)がありません");
   EXPECT_EQ(summary.route_points, 0);
   EXPECT_EQ(data_.d108[2000].ident, "");
 }

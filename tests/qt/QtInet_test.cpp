@@ -186,7 +186,7 @@ TEST_F(QtInetTest, ReadsChunksAndABodyThatEndsWithTheConnection) {
 }
 
 TEST_F(QtInetTest, AStatusOtherThan200IsAnErrorThatTellsIt) {
-  ExpectError(server.Link("/missing"), "404（Not Found）");
+  ExpectError(server.Link("/missing"), "サーバーがステータス404（Not Found）を返しました．");
   for (const char* status : {"500 Internal Server Error", "403 Forbidden", "401 Unauthorized", "204 No Content",
                              "206 Partial Content", "101 Switching Protocols", "304 Not Modified"}) {
     server.pages["/a"] = Text(QByteArray("HTTP/1.1 ") + status + "\r\nContent-Length: 0\r\n\r\n");
@@ -361,7 +361,7 @@ TEST_F(QtInetTest, AProgramThatEndsEndsTheReading) {
 TEST_F(QtInetTest, WhatIsNoWebLinkIsRefused) {
   for (const char* link : {"", "a.grc", "file:///etc/hostname", "ftp://127.0.0.1/a", "http://", "http:///a",
                            "http:", "httpx://127.0.0.1/", "javascript:1", "http://[::1", "http://127.0.0.1:99999/"})
-    ExpectError(link, "読み込めません");
+    ExpectError(link, "このリンクは読み込めません．http://かhttps://で始まるリンクを指定してください．");
 }
 
 TEST_F(QtInetTest, NoServerIsAnError) {

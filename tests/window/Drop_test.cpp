@@ -16,7 +16,7 @@ constexpr std::string_view OneWaypoint = "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\
 constexpr std::string_view OneRoute = "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 const std::string OnePoint = "35.6252, 139.2437";
 constexpr const char* FtpMessage = "現時点ではFTPには対応していません（http://かfile://）";
-constexpr const char* Hint = "ここで放すと，内部データに取り込みます．";
+constexpr const char* Hint = "ここにドロップすると，内部データに取り込みます．";
 
 /// Data as a file manager or a browser drags them.
 struct Dragged {

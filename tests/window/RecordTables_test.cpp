@@ -208,7 +208,7 @@ TEST_F(RecordTablesTest, WhatNobodyKnowsIsEmpty) {
   EXPECT_EQ(Cell(Table("WaypointTable"), 0, "高度 m"), "");
   const QTableView& points = Table("TrackPointTable");
   EXPECT_EQ(Cell(points, 0, "高度 m"), "");
-  EXPECT_EQ(Cell(points, 0, "深度 m"), "");
+  EXPECT_EQ(Cell(points, 0, "水深 m"), "");
   EXPECT_EQ(Cell(points, 0, "日時"), "1989/12/31 09:16:40");
   EXPECT_EQ(Cell(points, 2, "日時"), "");
 }
@@ -329,7 +329,7 @@ TEST_F(RecordTablesTest, EveryColumnOfTrackPointsSortsAsItsCellsRead) {
   const QTableView& table = Table("TrackPointTable");
   const std::vector<std::pair<const char*, Texts>> expected{
       {"日時", {"1-3", "1-1", "1-2"}},   {"緯度", {"1-2", "1-3", "1-1"}},   {"経度", {"1-1", "1-3", "1-2"}},
-      {"高度 m", {"1-1", "1-2", "1-3"}}, {"深度 m", {"1-3", "1-1", "1-2"}}, {"区間 m", {"1-1", "1-3", "1-2"}},
+      {"高度 m", {"1-1", "1-2", "1-3"}}, {"水深 m", {"1-3", "1-1", "1-2"}}, {"区間 m", {"1-1", "1-3", "1-2"}},
       {"新区間", {"1-2", "1-1", "1-3"}}, {"番号", {"1-1", "1-2", "1-3"}}};
   for (const auto& [title, order] : expected) {
     ClickTitle(table, title);
