@@ -278,14 +278,18 @@ ExitStatus Run(const Arguments& arguments, int argc, char** argv) {
 
 }  // namespace
 
-ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
-  IgnoreBrokenPipes();
+ExitStatus SayingExceptions(const std::function<ExitStatus()>& run) {
   try {
-    return Run(arguments, argc, argv);
+    return run();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "処理を中止しました：%s\n", WithoutControlCharacters(error.what()).c_str());
     return ExitStatus::Refused;
   }
+}
+
+ExitStatus RunCommand(const Arguments& arguments, int argc, char** argv) {
+  IgnoreBrokenPipes();
+  return SayingExceptions([&] { return Run(arguments, argc, argv); });
 }
 
 }  // namespace walrim

@@ -266,8 +266,7 @@ TEST_F(AutoDeleteAfterUpload, KeepsARecordThatIsTooLongForItsPacket) {
   receiver.description = "eTrex Software";
   HoldWaypoint("LONG", std::string(300, 'C'));
   EXPECT_FALSE(UploadDeletes());
-  ASSERT_EQ(desktop.messages.size(), 1U);
-  EXPECT_TRUE(desktop.messages[0].find("末尾を切って送信しました：Waypoint 1") != std::string::npos);
+  EXPECT_EQ(desktop.messages, Strings{"(Waypoint)長すぎる記録の文字列の末尾を切って送信しました：Waypoint 1"});
 }
 
 }  // namespace

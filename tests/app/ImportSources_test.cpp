@@ -92,6 +92,18 @@ class ImportSources : public AppTest {
 
 class EveryFormat : public ImportSources, public ::testing::WithParamInterface<FormatCase> {};
 
+TEST_P(EveryFormat, IsReadBehindEmptyLinesOfAPaste) {
+  for (const char* before : {"\r\n", "\n\n", "\r\r\n\n"}) {
+    desktop.clipboard = before + std::string(GetParam().text);
+    EXPECT_EQ(main.Paste_Click(), Outcome::Done);
+    EXPECT_EQ(desktop.captions, (Strings{std::string(GetParam().status), std::string(Summary)}));
+    ExpectTakao();
+    main.controls.DoCheck.fill(true);
+    ASSERT_EQ(main.Delete_Click(), Outcome::Done);
+    Forget();
+  }
+}
+
 TEST_P(EveryFormat, IsReadFromAFileInEveryEncodingAndWithEveryLineEnd) {
   for (const char* encoding : {"sjis", "utf8", "mark"}) {
     for (const char* line_end : {"\r\n", "\n", "\r"}) {
@@ -468,6 +480,19 @@ TEST_F(ImportSources, AnImportGoesBehindWhatIsHeldAndTheCountersShowAll) {
   ASSERT_EQ(main.ImportFrom(path), Outcome::Done);
   EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"2", "2", "2"}));
   EXPECT_EQ(desktop.caption, "取り込み：Waypoint 1，Route 1（1点），TrackLog 1（1点）．");
+}
+
+TEST_F(ImportSources, AnImportLeavesTheCountersOfOtherKinds) {
+  const Bytes begins{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
+  const Bytes goes_on(13, 0);
+  receiver.description = "GPS 12 Software";
+  receiver.packets_of[6] = {{34, begins}, {34, goes_on}, {34, goes_on}};
+  main.controls.DownCheck = {false, false, true};
+  ASSERT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  ASSERT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"-", "-", "3"}));
+  ASSERT_EQ(main.ImportFrom(Put("a.grc", Waypoints(2))), Outcome::Done);
+  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"2", "-", "3"}));
+  EXPECT_FALSE(main.DataSetLoaded(DataKind::Route));
 }
 
 TEST_F(ImportSources, AFullKindSaysSoOnceAndTheRestIsCounted) {

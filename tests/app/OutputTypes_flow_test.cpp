@@ -409,6 +409,32 @@ TEST_F(OutputTypesFlow, AQuoteThatCostsARecordItsPlaceInAScriptIsTold) {
             (Strings{std::string(QuoteNotice), "1件の記録は，文字列の中の記号のためスクリプトに書けませんでした．"}));
 }
 
+TEST_F(OutputTypesFlow, PositionsThatDmsCannotCarryAreToldWhereItIsWritten) {
+  Hold(
+      "WPT\tD\tWGS84\tA\t-33.5\t139.25\tX\r\nWPT\tD\tWGS84\tB\t33.5\t-70.25\tX\r\n"
+      "WPT\tD\tWGS84\tC\t33.5\t139.25\tX\r\n");
+  const std::string notice = "南緯・西経の位置が2件あります．DMSの表記では正しく読み戻せません．";
+  for (const char* type : {"標準", "WPT+", "MPS"}) {
+    for (const char* degree_type : {"D", "DMS"}) {
+      const bool lossy = type == std::string_view("MPS") || degree_type == std::string_view("DMS");
+      Choose(type, type);
+      main.controls.DegreeType = degree_type;
+      EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+      EXPECT_EQ(main.TakeNotices(), lossy ? Strings{notice} : Strings{}) << type << degree_type;
+      EXPECT_EQ(desktop.caption, lossy ? notice : "") << type << degree_type;
+    }
+  }
+}
+
+TEST_F(OutputTypesFlow, ARefusedOverwriteLeavesNoStatus) {
+  Hold(Standard);
+  PutFile(Path("out"), "old");
+  desktop.ok = false;
+  EXPECT_EQ(main.ExportTo(Path("out")), Outcome::Refused);
+  EXPECT_EQ(desktop.captions, (Strings{"Export to " + Path("out"), ""}));
+  EXPECT_EQ(Written(), "old");
+}
+
 TEST_F(OutputTypesFlow, TheCommasOfALineAreNoneOfAText) {
   Hold(Standard);
   for (const char* type : {"標準", "WPT+", "MPS"}) {
@@ -467,6 +493,16 @@ class AutoSaveFlow : public OutputTypesFlow {
     return {35, data};
   }
 };
+
+TEST_F(AutoSaveFlow, SavesBeforeItCopies) {
+  main.controls.AutoFileName = false;
+  Choose("標準");
+  ASSERT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+  const auto saved = std::find(desktop.captions.begin(), desktop.captions.end(), "Export to " + Path("out"));
+  ASSERT_NE(saved, desktop.captions.end());
+  EXPECT_EQ(std::count(desktop.captions.begin(), saved, "Export Wpt[1/2]"), 0);
+  EXPECT_EQ(std::count(saved, desktop.captions.end(), "Export Wpt[1/2]"), 2);
+}
 
 TEST_F(AutoSaveFlow, WritesAndCopiesWptPlus) {
   main.controls.OutputTypeOption = "WPT+";

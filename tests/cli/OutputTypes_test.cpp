@@ -71,7 +71,9 @@ class OutputTypesCli : public ::testing::Test {
     int status = -1;
     std::string out;
     std::string err;
-    [[nodiscard]] bool Said(std::string_view text) const { return err.find(text) != std::string::npos; }
+    [[nodiscard]] bool Said(std::string_view text) const {
+      return !text.empty() && err.find(text) != std::string::npos;
+    }
   };
 
   OutputTypesCli() { PutFile(Path("in.grc"), Everything); }

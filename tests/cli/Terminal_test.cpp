@@ -1,10 +1,12 @@
 #include <chrono>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "cli/Arguments.h"
+#include "cli/Commands.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TraceFile.h"
 #include "cli/Watchdog.h"
@@ -94,6 +96,15 @@ TEST_F(TerminalDesktopTest, ForceAnswersTheOverwriteQuestionAlone) {
     EXPECT_FALSE(with.AskYesNo("?"));
     EXPECT_EQ(with.SaveFileDialog("*"), "cancel");
   }));
+}
+
+TEST(Commands, AnExceptionIsSaidAndRefused) {
+  ExitStatus status{};
+  const std::string printed =
+      Printed([&] { status = SayingExceptions([]() -> ExitStatus { throw std::runtime_error("no\tmemory"); }); });
+  EXPECT_EQ(status, ExitStatus::Refused);
+  EXPECT_EQ(printed, "処理を中止しました：no memory\n");
+  EXPECT_EQ(SayingExceptions([] { return ExitStatus::NoReceiver; }), ExitStatus::NoReceiver);
 }
 
 TEST(WatchdogTest, ATransferWithoutProgressIsCancelledAfter30Seconds) {

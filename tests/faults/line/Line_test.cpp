@@ -133,7 +133,9 @@ class FaultLine : public ::testing::TestWithParam<Sample> {
   }
 
   [[nodiscard]] std::string Output() const { return folder_.Path("out.grc"); }
-  [[nodiscard]] bool Said(std::string_view text) const { return said_.find(text) != std::string::npos; }
+  [[nodiscard]] bool Said(std::string_view text) const {
+    return !text.empty() && said_.find(text) != std::string::npos;
+  }
   Row row_ = RowOfSample(GetParam());
   TemporaryFolder folder_;
   std::unique_ptr<Process> receiver_;
@@ -155,8 +157,10 @@ TEST_P(FaultLine, EndsAsTheMatrixSays) {
       EXPECT_TRUE(Said(message)) << message << "\n" << said_;
     }
   }
-  EXPECT_TRUE(Said(StatusOf(row_, ending))) << said_;
-  EXPECT_TRUE(Said(TerminalMessage(ending))) << said_;
+  const std::string status = StatusOf(row_, ending);
+  const std::string_view last_message = TerminalMessage(ending);
+  EXPECT_TRUE(status.empty() || Said(status)) << said_;
+  EXPECT_TRUE(last_message.empty() || Said(last_message)) << said_;
   if (MessagesOf(row_, ending).empty() && ending.notice.empty() && TerminalMessage(ending).empty()) {
     EXPECT_EQ(WithoutStatus(said_), "");
   }
