@@ -156,7 +156,7 @@ void QtSerialPort::ClearInBuffer() {
   counted_ = 0;
   if (!port_.isOpen()) return;
   port_.readAll();
-  if (Usable()) port_.clear(QSerialPort::Input);
+  if (!LineLost()) port_.clear(QSerialPort::Input);
 }
 
 std::optional<std::uint8_t> QtSerialPort::Input() {
@@ -179,7 +179,7 @@ std::size_t QtSerialPort::OutBufferCount() {
 }
 
 void QtSerialPort::ClearOutBuffer() {
-  if (Usable()) port_.clear(QSerialPort::Output);
+  if (port_.isOpen() && !LineLost()) port_.clear(QSerialPort::Output);
 }
 
 void QtSerialPort::Wait(milliseconds at_most) {
@@ -193,16 +193,17 @@ void QtSerialPort::Wait(milliseconds at_most) {
   if (NotNegative(available) > counted_) return;
 
   // Input is fetched and a full buffer is not watched, so that only what comes from now on ends the wait.
-  pollfd watched{port_.handle(), 0, 0};
-  if (available < InputLimit) watched.events |= POLLIN;
-  if (port_.bytesToWrite() > 0) watched.events |= POLLOUT;
+  short events = 0;
+  if (available < InputLimit) events |= POLLIN;
+  if (port_.bytesToWrite() > 0) events |= POLLOUT;
   if (QueuedBySystem(TIOCOUTQ) > 0) at_most = std::min(at_most, SendingStep);
-  poll(&watched, 1, static_cast<int>(std::max<milliseconds::rep>(at_most.count(), 0)));
+  Look(events, static_cast<int>(std::max<milliseconds::rep>(at_most.count(), 0)));
   Flush();
 }
 
 bool QtSerialPort::LineLost() const {
-  return line_lost_ || (port_.isOpen() && (Happened(0) & (POLLHUP | POLLERR | POLLNVAL)) != 0);
+  Look(0);
+  return line_lost_;
 }
 
 /// Moves what has come from the system into the port's buffer.
@@ -213,20 +214,16 @@ void QtSerialPort::FetchInput() {
 
 /// Hands over what the system takes at once. A full system is not asked: QSerialPort calls that a failed device.
 void QtSerialPort::Flush() {
-  if (Usable() && port_.bytesToWrite() > 0 && (Happened(POLLOUT) & POLLOUT) != 0) port_.flush();
+  if (Usable() && port_.bytesToWrite() > 0 && (Look(POLLOUT) & POLLOUT) != 0 && Usable()) port_.flush();
 }
 
-/// True while the port is open and its line is there; notices a line that has gone.
-bool QtSerialPort::Usable() {
-  if (!port_.isOpen()) return false;
-  line_lost_ = LineLost();
-  return !line_lost_;
-}
-
-/// Those of the events, and the ends of the line, that can be seen on it now.
-int QtSerialPort::Happened(short events) const {
+/// Waits for one of the events; those that can be seen on the line then. Notices a line that has gone.
+int QtSerialPort::Look(short events, int at_most_ms) const {
+  if (!Usable()) return 0;
   pollfd watched{port_.handle(), events, 0};
-  return poll(&watched, 1, 0) > 0 ? watched.revents : 0;
+  const int happened = poll(&watched, 1, at_most_ms) > 0 ? watched.revents : 0;
+  line_lost_ = (happened & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+  return happened;
 }
 
 /// Bytes that wait in the system's buffer: FIONREAD for those that have come, TIOCOUTQ for those to be sent.

@@ -39,15 +39,15 @@ class QtSerialPort final : public SerialPort {
   [[nodiscard]] PortResult OpenDevice(PortResult found, std::string_view settings);
   void FetchInput();
   void Flush();
-  [[nodiscard]] bool Usable();
-  [[nodiscard]] int Happened(short events) const;
+  [[nodiscard]] bool Usable() const { return port_.isOpen() && !line_lost_; }
+  int Look(short events, int at_most_ms = 0) const;
   [[nodiscard]] std::size_t QueuedBySystem(unsigned long which) const;
 
   PortMapping mapping_;
   DeviceNode node_;
   QSerialPort port_;
-  bool line_lost_ = false;
-  std::size_t counted_ = 0;  ///< what InBufferCount last told
+  mutable bool line_lost_ = false;  ///< as far as it has been seen: once a turn of whoever waits is enough
+  std::size_t counted_ = 0;         ///< what InBufferCount last told
 };
 
 }  // namespace walrim

@@ -3,11 +3,13 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -21,6 +23,20 @@
 #include "qt/PseudoTerminal.h"
 #include "qt/QtEventLoop.h"
 #include "support/Processes.h"
+
+namespace {
+
+/// How often the program has asked the system about descriptors.
+int polls = 0;
+
+}  // namespace
+
+/// Stands in front of the system's own.
+extern "C" int poll(pollfd* descriptors, nfds_t count, int timeout_ms) {
+  ++polls;
+  const timespec timeout{timeout_ms / 1000, timeout_ms % 1000 * 1'000'000};
+  return ppoll(descriptors, count, timeout_ms < 0 ? nullptr : &timeout, nullptr);
+}
 
 namespace walrim {
 namespace {
@@ -566,6 +582,49 @@ TEST_F(QtSerialPortTest, OrdinaryFailuresPrintNothing) {
   port.Output(0);
   port.Wait(0ms);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(QtSerialPortTest, AHangUpIsLookedForOnceATurnAndNotWithEveryByte) {
+  OpenPort();
+  const std::string bytes(500, 'x');
+  line.Send(bytes);
+  ASSERT_TRUE(WaitForInput(bytes.size()));
+  polls = 0;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    ASSERT_GT(port.InBufferCount(), 0U);
+    ASSERT_TRUE(port.Input());
+  }
+  EXPECT_LE(polls, 1);
+
+  polls = 0;
+  std::string received;
+  std::thread receiver([&] { received = line.Receive(bytes.size()); });
+  Write(bytes);
+  int turns = 0;
+  for (; port.OutBufferCount() > 0; ++turns)
+    port.Wait(2ms);
+  receiver.join();
+  EXPECT_EQ(received, bytes);
+  EXPECT_LE(polls, 4 * (turns + 1)) << turns;
+
+  polls = 0;
+  for (turns = 0; turns < 20 && !port.LineLost(); ++turns) {
+    EXPECT_EQ(port.InBufferCount(), 0U);
+    port.Wait(1ms);
+  }
+  EXPECT_LE(polls, 2 * turns) << "the wait itself, and the question whether the line is lost";
+}
+
+TEST_F(QtSerialPortTest, AHangUpEndsAWaitAndIsThenKnown) {
+  OpenPort();
+  line.Hangup();
+  const auto start = steady_clock::now();
+  port.Wait(5s);
+  EXPECT_LT(steady_clock::now() - start, 4s);
+  Write("anyone there?");
+  EXPECT_EQ(port.OutBufferCount(), 0U);
+  EXPECT_EQ(port.Input(), std::nullopt);
+  EXPECT_TRUE(port.LineLost());
 }
 
 TEST_F(QtSerialPortTest, ALostLineIsSilentAndSwallowsWhatIsWritten) {
