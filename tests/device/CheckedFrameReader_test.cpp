@@ -144,9 +144,13 @@ TEST_F(CheckedFrameReaderTest, EveryChangedBitOfAFrameIsNoticed) {
     for (int bit = 0; bit < 8; ++bit) {
       Bytes line = ShortWaypoint;
       line[i] = static_cast<std::uint8_t>(line[i] ^ (1U << bit));
+      line.insert(line.end(), ShortWaypoint.begin(), ShortWaypoint.end());
       reader = {};
-      for (const Frame& frame : FramesOf(line))
-        EXPECT_TRUE(frame.damaged) << i << " " << bit;
+      const std::vector<Frame> frames = FramesOf(line);
+      ASSERT_GE(frames.size(), 2U) << i << " " << bit;
+      EXPECT_FALSE(frames.back().damaged) << i << " " << bit;
+      for (std::size_t k = 0; k + 1 < frames.size(); ++k)
+        EXPECT_TRUE(frames[k].damaged) << i << " " << bit;
     }
   }
 }

@@ -555,6 +555,16 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
   }
 }
 
+TEST_F(CheckedTransferTest, APacketHasLeftWhenItsSendingEnds) {
+  Start({});
+  std::string settings;
+  ASSERT_TRUE(garmin->Link().OpenPort("demo", settings));
+  garmin->Link().SendPacket(Pid_Ack_Byte, IntegerToBuffer(0));
+  EXPECT_EQ(port->OutBufferCount(), 0U);
+  EXPECT_GE(clock.now, LineByteTime * 8);
+  EXPECT_GT(loop.yields, 0);
+}
+
 /// Seconds of the frames of a trace on the line, and from the first of them to the port's closing.
 struct LineUse {
   double wire_s = 0;

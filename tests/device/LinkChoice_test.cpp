@@ -146,6 +146,41 @@ TEST_F(LinkChoiceTest, ATalkerBehindTheProductDataIsNotListenedToForEver) {
   EXPECT_LT(clock.now, std::chrono::seconds{3});
 }
 
+// What some receivers send behind their product data, late; the next exchange would take it for its answer.
+TEST_F(LinkChoiceTest, ThePortIsNotClosedBeforeTheLineHasFallenSilent) {
+  for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
+    for (const int late_ms : {40, 70, 95}) {
+      garmin.session.link_choice = choice;
+      port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
+        if (wire != ProductRequest) return {};
+        return {{milliseconds{2}, Joined({AckOfProductRequest, ProductData})},
+                {milliseconds{late_ms}, WireFrame(248, Bytes(42, 0x4C))}};
+      };
+      EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+      clock.Advance(std::chrono::seconds{1});
+      EXPECT_EQ(port.InBufferCount(), 0U) << "left on the line";
+    }
+  }
+}
+
+// A waypoint in place of the product data: 23+02+41+42 = A8, checksum 58.
+TEST_F(LinkChoiceTest, AnotherPacketInPlaceOfTheProductDataIsNoReceiver) {
+  const Bytes waypoint{0x10, 0x23, 0x02, 0x41, 0x42, 0x58, 0x10, 0x03};
+  for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
+    const ProductInfo info = Meet(choice, Joined({AckOfProductRequest, waypoint}));
+    EXPECT_EQ(info.ProductId, 0);
+    EXPECT_EQ(info.Description, "");
+  }
+}
+
+// FF+0B+82+D6+41+42+43+44 = 36Ch, checksum 94.
+TEST_F(LinkChoiceTest, TheDescriptionIsTheFirstTwoTexts) {
+  const Bytes product{0x10, 0xFF, 0x0B, 0x82, 0x00, 0xD6, 0x00, 0x41, 0x42,
+                      0x00, 0x43, 0x44, 0x00, 0x00, 0x94, 0x10, 0x03};
+  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, product})).Description, "AB CD");
+  EXPECT_TRUE(garmin.session.checked_link);
+}
+
 // Version 7.84 is 310h, 10 03 on the wire. FF+08+82+10+03+41+42 = 21Fh, checksum E1.
 TEST_F(LinkChoiceTest, AVersionOf10hThen03hDoesNotCutTheProductDataWhereTheLinkIsChosen) {
   const Bytes product{0x10, 0xFF, 0x08, 0x82, 0x00, 0x10, 0x10, 0x03, 0x41, 0x42, 0x00, 0x00, 0xE1, 0x10, 0x03};

@@ -533,6 +533,50 @@ TEST_F(TransferTest, AnEightiethRouteHeaderIsARangeError) {
   EXPECT_EQ(data.routes.RouteCount, 79);
 }
 
+// ---- The remaining time
+
+/// Captions that end in a time, in the order in which they were shown.
+std::vector<std::string> RemainingTimes(const RecordingDesktop& desktop) {
+  std::vector<std::string> times;
+  for (const std::string& caption : desktop.captions) {
+    if (caption.find(" Remaining ") != std::string::npos) times.push_back(caption.substr(1));
+  }
+  return times;
+}
+using Times = std::vector<std::string>;
+
+// A record takes two seconds: one until its first byte comes, and as long for its burst to settle.
+TEST_F(TransferTest, TheRemainingTimeOfADownloadIsThatOfTheRecordsToCome) {
+  Speak("GPS 12 Software");
+  GiveWaypoints(4);
+  receiver.delay = milliseconds{1000};
+  EXPECT_EQ(Download(), 4);
+  EXPECT_EQ(RemainingTimes(desktop), (Times{"[1/4] Remaining 00:06", "[2/4] Remaining 00:04", "[3/4] Remaining 00:02",
+                                            "[4/4] Remaining 00:00"}));
+}
+
+TEST_F(TransferTest, TheRemainingTimeOfAnUploadIsTakenFromThePacketsThatWent) {
+  Speak("GPS 12 Software");
+  receiver.delay = milliseconds{1000};
+  for (int i = 0; i < 4; ++i)
+    HoldWaypoint("W");
+  EXPECT_EQ(Upload(DataKind::Waypoint), 4);
+  // Shown before its packet goes, and counted as if that had gone.
+  EXPECT_EQ(RemainingTimes(desktop), (Times{"[1/4] Remaining 00:00", "[2/4] Remaining 00:02", "[3/4] Remaining 00:01",
+                                            "[4/4] Remaining 00:00"}));
+  desktop.captions.clear();
+  HoldRoute(3);
+  EXPECT_EQ(Upload(DataKind::Route), 4);
+  // A header and three points; what has gone is counted.
+  EXPECT_EQ(RemainingTimes(desktop),
+            (Times{"[1/1,1/3] Remaining 00:06", "[1/1,2/3] Remaining 00:04", "[1/1,3/3] Remaining 00:02"}));
+  desktop.captions.clear();
+  HoldLog(4);
+  EXPECT_EQ(Upload(DataKind::TrackLog), 4);
+  EXPECT_EQ(RemainingTimes(desktop), (Times{"[1/4] Remaining 00:06", "[2/4] Remaining 00:04", "[3/4] Remaining 00:02",
+                                            "[4/4] Remaining 00:00"}));
+}
+
 // ---- Tracks
 
 TEST_F(TransferTest, AFirstPointWithNewTrkBeginsLog1) {
