@@ -88,6 +88,7 @@ QtSerialPort::~QtSerialPort() {
 PortResult QtSerialPort::Open(std::string_view comm_port, std::string_view settings) {
   Close();
   line_lost_ = false;
+  looked_ = false;
   PortResult result;
   const auto path = DevicePath(comm_port);
   if (!path) {
@@ -198,11 +199,13 @@ void QtSerialPort::Wait(milliseconds at_most) {
   if (port_.bytesToWrite() > 0) events |= POLLOUT;
   if (QueuedBySystem(TIOCOUTQ) > 0) at_most = std::min(at_most, SendingStep);
   Look(events, static_cast<int>(std::max<milliseconds::rep>(at_most.count(), 0)));
+  looked_ = true;
   Flush();
 }
 
 bool QtSerialPort::LineLost() const {
-  Look(0);
+  if (!looked_) Look(0);
+  looked_ = false;
   return line_lost_;
 }
 

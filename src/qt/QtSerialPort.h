@@ -46,7 +46,8 @@ class QtSerialPort final : public SerialPort {
   PortMapping mapping_;
   DeviceNode node_;
   QSerialPort port_;
-  mutable bool line_lost_ = false;  ///< as far as it has been seen: once a turn of whoever waits is enough
+  mutable bool line_lost_ = false;  ///< as far as it has been seen
+  mutable bool looked_ = false;     ///< in the last Wait, for whoever asks next whether the line is lost
   std::size_t counted_ = 0;         ///< what InBufferCount last told
 };
 

@@ -373,7 +373,7 @@ TEST_F(CheckedExchangeTest, BytesThatKeepComingDoNotKeepACancelledTransferWaitin
 TEST_F(CheckedExchangeTest, BehindABurstThatGoesOnTheLastFrameIsTheAnswer) {
   answers = {{{milliseconds{5}, ShortWaypoint}}, {}};
   EXPECT_EQ(Ack().FirstId(), 35);
-  port.script = [this](const Bytes&) {
+  port.script = [](const Bytes&) {
     std::vector<ScriptedPort::Answer> bytes;
     int at_ms = 0;
     for (const std::uint8_t byte : Joined({ShortWaypoint, EndOfWaypoints}))
