@@ -19,7 +19,7 @@ PortBox::PortBox(Ports ports, QWidget* parent) : QComboBox(parent), ports_(std::
   setObjectName("CommPort");
   setAccessibleName("CommPort");
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  setMinimumContentsLength(21);
+  setMinimumContentsLength(14);
   for (int number = 1; number <= MaxPortNumber; ++number)
     addItem(QString::number(number), QString::number(number));
   insertSeparator(count());
