@@ -4,7 +4,7 @@
 //
 // The first byte tells what answer is waited for (its lowest two bits; 3: the next record, cancelled) and how the bytes
 // come: so many at a time, a millisecond apart (the next five bits), and with the high bit the last piece again and
-// again, unasked. The rest is the line, cut by bytes FEh: each piece answers one packet.
+// again, unasked. The rest is the line, cut by bytes FEh: each piece answers one packet that is no ACK.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -26,6 +26,7 @@ using std::chrono::milliseconds;
 using Found = CheckedFrameReader::Found;
 
 constexpr std::uint8_t PieceEnd = 0xFE;
+/// Of the packet and the NAKs of an exchange; any number of frames that came unasked is acknowledged.
 constexpr std::size_t MostSent = 3;
 constexpr int TrackPointId = 34;
 /// More exchanges than this in one input find nothing new and take their time.
@@ -37,7 +38,11 @@ constexpr std::array Answers{ExpectedAnswer::OneFrame, ExpectedAnswer::AckAndAns
                              ExpectedAnswer::OneFrame};
 constexpr unsigned CancelledAnswer = 3;
 
-/// The pieces of the line, one for each packet that is sent.
+bool IsAck(const Bytes& sent) {
+  return sent.at(1) == Pid_Ack_Byte;
+}
+
+/// The pieces of the line, one for each packet that is sent and no ACK.
 class PiecewiseLine {
  public:
   PiecewiseLine(std::span<const std::uint8_t> line, std::size_t step) : line_(line), step_(step) {}
@@ -110,7 +115,7 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
   std::string settings;
   if (!link.OpenPort("1", settings)) std::abort();
   PiecewiseLine line(bytes, step);
-  port.script = [&line](const Bytes&) { return line.Next(); };
+  port.script = [&line](const Bytes& sent) { return IsAck(sent) ? std::vector<ScriptedPort::Answer>{} : line.Next(); };
   std::chrono::nanoseconds exchange_began{};
   std::chrono::nanoseconds next_repeat{};
   loop.on_yield = [&] {
@@ -128,9 +133,8 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
       link.DrainInput();
     }
     const bool too_long = clock.now - exchange_began > LongestTime(manner, line.Last().size());
-    // Whatever comes unasked is acknowledged.
     const auto tries =
-        std::count_if(port.sent.begin(), port.sent.end(), [](const Bytes& sent) { return sent.at(1) != Pid_Ack_Byte; });
+        std::count_if(port.sent.begin(), port.sent.end(), [](const Bytes& sent) { return !IsAck(sent); });
     if (static_cast<std::size_t>(tries) > MostSent || too_long) std::abort();
   }
 }

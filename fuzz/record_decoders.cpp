@@ -1,4 +1,5 @@
-// Any data can be taken for a record of any type. What was decoded can be sent, and comes back as the same entry.
+// Any data can be taken for a record of any type. What was decoded can be sent, and comes back as the same entry, but
+// for a symbol or a colour that receivers of the type cannot show.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include "data/InternalData.h"
 #include "device/Codecs.h"
 #include "device/Layout.h"
+#include "device/SmallSymbols.h"
 #include "text/Utf8.h"
 
 using namespace walrim;
@@ -30,6 +32,25 @@ bool Sound(const FixedText<Width>& text) {
 template <typename T>
 bool Sound(const T&) {
   return true;
+}
+
+// What of an entry is sent: pictures that receivers of its type can show.
+
+void FitSymbol(std::uint8_t& symbol) {
+  if (symbol > LargestSmallSymbol) symbol = SmallSymbolFor(symbol).code;
+}
+D103Entry Sendable(D103Entry entry) {
+  FitSymbol(entry.smbl);
+  return entry;
+}
+D107Entry Sendable(D107Entry entry) {
+  FitSymbol(entry.smbl);
+  if (entry.color > LargestSmallColour) entry.color = 0;
+  return entry;
+}
+template <typename Entry>
+const Entry& Sendable(const Entry& entry) {
+  return entry;
 }
 
 template <typename Entry>
@@ -60,7 +81,7 @@ void CheckType(const Frame& frame, const Table& table, Layout<Entry> layout, Dec
   if (static_cast<std::size_t>(sent.Size) > LongestSentData || notes.lacking) std::abort();
   decode(FrameOf(sent.View()), Second);
   if (!notes.cut) {
-    CheckSame(table.at(First), table.at(Second), layout);
+    CheckSame<Entry>(Sendable(table.at(First)), table.at(Second), layout);
     return;
   }
   // What was cut to fit is not cut again.
@@ -71,9 +92,14 @@ void CheckType(const Frame& frame, const Table& table, Layout<Entry> layout, Dec
 
 template <typename Table, typename Entry>
 void CheckWaypoints(InternalData& data, const Frame& frame, const Table& table, Layout<Entry> layout,
-                    std::string_view type_name) {
+                    WaypointType type) {
+  const std::string_view type_name = WaypointTypeName(type);
   CheckType(
-      frame, table, layout, [&](const Frame& from, int index) { DecodeWaypoint(data, from, index, type_name); },
+      frame, table, layout,
+      [&](const Frame& from, int index) {
+        DecodeWaypoint(data, from, index, type_name);
+        data.SpreadWaypoint(index, type);
+      },
       [&](int index, EncodeNotes* notes) { return EncodeWaypoint(data, index, type_name, notes); });
 }
 
@@ -118,10 +144,10 @@ void CheckTrackHeaders(InternalData& data, const Frame& frame) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   static const auto data = std::make_unique<InternalData>();
   const Frame frame = FrameOf(std::span(bytes, std::min<std::size_t>(size, 255)));
-  CheckWaypoints(*data, frame, data->d103, D103Layout, "D103");
-  CheckWaypoints(*data, frame, data->d104, D104Layout, "D104");
-  CheckWaypoints(*data, frame, data->d107, D107Layout, "D107");
-  CheckWaypoints(*data, frame, data->d108, D108Layout, "D108");
+  CheckWaypoints(*data, frame, data->d103, D103Layout, WaypointType::D103);
+  CheckWaypoints(*data, frame, data->d104, D104Layout, WaypointType::D104);
+  CheckWaypoints(*data, frame, data->d107, D107Layout, WaypointType::D107);
+  CheckWaypoints(*data, frame, data->d108, D108Layout, WaypointType::D108);
   CheckRouteHeaders(*data, frame, data->d201, D201Layout, "D201");
   CheckRouteHeaders(*data, frame, data->d202, D202Layout, "D202");
   CheckRouteLinks(*data, frame);

@@ -170,10 +170,9 @@ class ScriptedPort : public SerialPort {
   void Wait(std::chrono::milliseconds at_most) override {
     Deliver();
     if (in_.size() > told_) return;
+    // Bytes come in order: none before the first that is due.
     auto step = std::chrono::nanoseconds(at_most);
-    for (const auto& [due, byte] : coming_) {
-      if (due > clock_.now) step = std::min(step, due - clock_.now);
-    }
+    if (!coming_.empty()) step = std::min(step, coming_.front().first - clock_.now);
     clock_.Advance(step);
   }
   [[nodiscard]] bool LineLost() const override { return line_lost; }
