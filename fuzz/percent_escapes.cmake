@@ -1,0 +1,1 @@
+walrim_fuzz(percent_escapes LINK walrim_text)

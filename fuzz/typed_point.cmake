@@ -1,0 +1,1 @@
+walrim_fuzz(typed_point LINK walrim_dialogs walrim_text)
