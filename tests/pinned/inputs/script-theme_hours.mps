@@ -1,0 +1,11 @@
+		theme	str=Walrim Datum:Tokyo UTCOffset:99999999999;
+		line	oid=4
+				gid=5134
+				pos=35/37/30.7,139/14/37.3,35/37/40.7,139/14/37.3
+				str=[TR]#1
+				strformat=right
+				info=[TR]#1 Total:2tps .3km ;
+		point	oid=5
+				gid=5135
+				pos=35/37/30.7,139/14/37.3
+				info=[TR]#1 TP:1 11/15/2002 09:00:00;
