@@ -25,8 +25,8 @@ using namespace walrim;
 namespace {
 
 /// More records, and longer ones, find nothing new.
-constexpr std::size_t MostRecords = 8;
-constexpr std::size_t LongestRecord = 200;
+constexpr std::size_t MostRecords = 6;
+constexpr std::size_t LongestRecord = 120;
 
 /// The records that a receiver of these types can hold.
 std::vector<PlainPacket> RecordsOf(InputReader input, DataKind kind, const DeviceProtocols& types) {
