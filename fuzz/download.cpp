@@ -34,7 +34,7 @@ using namespace walrim;
 namespace {
 
 /// After this many turns of the event loop the user has had enough.
-constexpr int MostYields = 300;
+constexpr int MostYields = 200;
 /// The receiver's side of the line.
 class AnyReceiver {
  public:
