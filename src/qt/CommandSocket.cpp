@@ -51,6 +51,11 @@ void Drop(QLocalSocket& client) {
   client.deleteLater();
 }
 
+/// A client's command runs inside its signal, and may let the event loop run: until it has ended, the client stays.
+void DeleteUnlessRunning(QLocalSocket& client) {
+  if (!client.property("running").toBool()) client.deleteLater();
+}
+
 QList<QLocalSocket*> ClientsOf(const QLocalServer& server) {
   return server.findChildren<QLocalSocket*>(QString(), Qt::FindDirectChildrenOnly);
 }
@@ -178,7 +183,7 @@ void CommandSocket::CloseServer() {
 void CommandSocket::Accept() {
   while (QLocalSocket* const client = server_->nextPendingConnection()) {
     client->setReadBufferSize(MostMessageBytes);
-    QObject::connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
+    QObject::connect(client, &QLocalSocket::disconnected, client, [client] { DeleteUnlessRunning(*client); });
     QObject::connect(client, &QLocalSocket::readyRead, client, [this, client] { Read(*client); });
     auto* const patience = new QTimer(client);
     patience->setSingleShot(true);
@@ -208,9 +213,13 @@ void CommandSocket::Run(QLocalSocket& client, const CommandCall& call) {
   const Handler handler = handler_;
   const std::shared_ptr<bool> running = running_;
   *running = true;
+  client.setProperty("running", true);
   const CommandReply reply{handler(call.word, call.arg1, call.arg2)};
   *running = false;
-  if (caller) Answer(*caller, reply);
+  if (!caller) return;
+  caller->setProperty("running", false);
+  if (caller->state() == QLocalSocket::UnconnectedState) return caller->deleteLater();
+  Answer(*caller, reply);
 }
 
 CommandAnswer SendCommand(const CommandPlace& place, const CommandCall& call,

@@ -1,10 +1,13 @@
 #include "qt/CommandSocket.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -62,6 +65,28 @@ void Write(QLocalSocket& client, const std::string& bytes) {
   client.write(bytes.data(), static_cast<qint64>(bytes.size()));
   client.flush();
 }
+
+/// The server's end of the first client that calls.
+class FirstCallerWatch : public QObject {
+ public:
+  FirstCallerWatch() { QCoreApplication::instance()->installEventFilter(this); }
+  bool IsThere() const { return caller_ != nullptr; }
+  bool Left() const { return caller_ == nullptr || caller_->state() == QLocalSocket::UnconnectedState; }
+
+ private:
+  /// The server notes at a client that it has called.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* const client = qobject_cast<QLocalSocket*>(watched);
+    if (client != nullptr && event->type() == QEvent::DynamicPropertyChange && !seen_) {
+      seen_ = true;
+      caller_ = client;
+    }
+    return false;
+  }
+
+  bool seen_ = false;
+  QPointer<QLocalSocket> caller_;
+};
 
 class CommandSocketTest : public ::testing::Test {
  protected:
@@ -315,6 +340,30 @@ TEST_F(CommandSocketTest, AClientThatLeavesBeforeItsResultDoesNoHarm) {
   AwaitEnd(client);
   EXPECT_EQ(Send({"x", "", ""}).outcome, Outcome::Result);
   EXPECT_EQ(calls.size(), 2U);
+}
+
+TEST_F(CommandSocketTest, AClientThatLeavesWhileItsCommandAsksTheUserDoesNoHarm) {
+  QLocalSocket client;
+  const FirstCallerWatch first;
+  bool gone = false;
+  CommandSocket socket([&](const std::string& word, const std::string&, const std::string&) {
+    calls.push_back({word, "", ""});
+    if (word != "ask") return std::optional<std::int32_t>(1);
+    client.abort();
+    // As a message box does, the loop takes what has come: also that the client has left.
+    gone = QTest::qWaitFor([&] { return first.Left(); });
+    for (int i = 0; i < 3; ++i)
+      EXPECT_EQ(Send({"x", "", ""}).outcome, Outcome::Busy);
+    EXPECT_TRUE(first.IsThere()) << "its signal is still being delivered";
+    return std::optional<std::int32_t>(1);
+  });
+  ASSERT_EQ(socket.Listen(name), "");
+  Connect(client);
+  Write(client, CallText({"ask", "", ""}));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !calls.empty(); }));
+  EXPECT_TRUE(gone);
+  EXPECT_EQ(Send({"x", "", ""}).outcome, Outcome::Result);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !first.IsThere(); })) << "but no longer";
 }
 
 TEST_F(CommandSocketTest, ACommandMayEndTheWindow) {
