@@ -1,5 +1,6 @@
 #include "app/ReadBack.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <string_view>
@@ -103,6 +104,24 @@ bool SameTime(double time, double other) {
   return known(time) == known(other);
 }
 
+/// For each point whether it begins a log.
+std::vector<bool> BeginningsOf(const InternalData& data) {
+  std::vector<bool> begins;
+  for (const int log : LogsOf(data)) {
+    const int count = data.mirrored_tracks.TrackPointCount[static_cast<std::size_t>(log)];
+    for (int point = 0; point < count; ++point)
+      begins.push_back(point == 0);
+  }
+  return begins;
+}
+
+/// The segments of a log may come back as logs; two logs as one may not.
+bool LogsStayApart(const InternalData& data, const InternalData& back) {
+  const std::vector<bool> begins = BeginningsOf(data);
+  const std::vector<bool> begins_back = BeginningsOf(back);
+  return std::ranges::equal(begins, begins_back, [](bool held, bool read) { return read || !held; });
+}
+
 /// Only the standard file has headers of logs; an empty log is nothing but its header.
 bool LogsReadBack(const InternalData& data, const InternalData& back, FileFormat format) {
   const std::vector<int> logs = LogsOf(data);
@@ -111,7 +130,7 @@ bool LogsReadBack(const InternalData& data, const InternalData& back, FileFormat
     for (const int log : logs) {
       if (data.mirrored_tracks.TrackPointCount[static_cast<std::size_t>(log)] == 0) return false;
     }
-    return true;
+    return LogsStayApart(data, back);
   }
   if (logs.size() != logs_back.size()) return false;
   for (std::size_t i = 0; i < logs.size(); ++i) {

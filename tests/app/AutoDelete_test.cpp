@@ -128,6 +128,20 @@ TEST_P(AutoDeleteByType, KeepsALogWithoutPointsWhereLogsHaveNoHeaders) {
   EXPECT_EQ(ExportDeletes(), GetParam() == std::string_view("標準"));
 }
 
+TEST_P(AutoDeleteByType, KeepsLogsThatTheFileRunsTogether) {
+  Hold(
+      "TRH\t1\tTRUE\t4\tA\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\r\n"
+      "TRH\t2\tTRUE\t4\tB\r\nTRP\tD\tWGS84\t36\t139\t\tFALSE\r\nTRP\tD\tWGS84\t37\t139\t\tTRUE\r\n");
+  Choose(GetParam());
+  EXPECT_EQ(ExportDeletes(), GetParam() == std::string_view("標準")) << "only the standard file has headers";
+}
+
+TEST_P(AutoDeleteByType, TakesALogOfTwoSegments) {
+  Hold("TRH\t2\tTRUE\t4\tA\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\r\nTRP\tD\tWGS84\t36\t139\t\tTRUE\r\n");
+  Choose(GetParam());
+  EXPECT_TRUE(ExportDeletes());
+}
+
 TEST_F(AutoDelete, KeepsSouthAndWestInDms) {
   Choose("標準", "DMS");
   HoldWaypoint("SOUTH", "X", -33.5);
