@@ -1,0 +1,97 @@
+#include "records/DataSet.h"
+
+#include <utility>
+
+namespace walrim {
+
+std::size_t DataSet::Count(DataKind kind) const {
+  switch (kind) {
+    case DataKind::Waypoint:
+      return waypoints_.size();
+    case DataKind::Route:
+      return routes_.size();
+    case DataKind::TrackLog:
+      return logs_.size() - (FirstLogNumber() == 0 ? 1 : 0);
+  }
+  return 0;
+}
+
+bool DataSet::Holds(DataKind kind) const {
+  return kind == DataKind::TrackLog ? !logs_.empty() : Count(kind) > 0;
+}
+
+AddResult DataSet::Add(Waypoint waypoint) {
+  if (waypoints_.size() >= MaxWaypoints) return AddResult::Full;
+  waypoints_.push_back(std::move(waypoint));
+  return AddResult::Stored;
+}
+
+AddResult DataSet::Begin(Route route) {
+  const bool full = routes_.size() >= MaxRoutes;
+  route_header_ = full ? Header::Refused : Header::Open;
+  if (full) return AddResult::Full;
+  routes_.push_back(std::move(route));
+  return AddResult::Stored;
+}
+
+AddResult DataSet::Add(RoutePoint point) {
+  if (route_header_ == Header::Refused) return AddResult::HeaderRefused;
+  if (route_header_ == Header::None) return AddResult::NoHeader;
+  std::vector<RoutePoint>& points = routes_.back().points;
+  if (points.size() >= MaxRoutePoints) return AddResult::Full;
+  points.push_back(std::move(point));
+  return AddResult::Stored;
+}
+
+AddResult DataSet::Begin(TrackLog log) {
+  const bool full = log.headless ? !logs_.empty() : Count(DataKind::TrackLog) >= MaxTrackLogs;
+  log_header_ = full ? Header::Refused : Header::Open;
+  if (full) return AddResult::Full;
+  logs_.push_back(std::move(log));
+  return AddResult::Stored;
+}
+
+AddResult DataSet::Add(const TrackPoint& point) {
+  if (log_header_ == Header::Refused) return AddResult::HeaderRefused;
+  if (log_header_ == Header::None) return AddResult::NoHeader;
+  if (track_point_count_ >= MaxTrackPoints) return AddResult::Full;
+  logs_.back().points.push_back(point);
+  ++track_point_count_;
+  return AddResult::Stored;
+}
+
+void DataSet::Clear(DataKind kind) {
+  switch (kind) {
+    case DataKind::Waypoint:
+      waypoints_ = {};
+      return;
+    case DataKind::Route:
+      routes_ = {};
+      route_header_ = Header::None;
+      return;
+    case DataKind::TrackLog:
+      logs_ = {};
+      track_point_count_ = 0;
+      log_header_ = Header::None;
+      return;
+  }
+}
+
+void DataSet::Take(DataKind kind, DataSet& other) {
+  Clear(kind);
+  switch (kind) {
+    case DataKind::Waypoint:
+      waypoints_ = std::move(other.waypoints_);
+      break;
+    case DataKind::Route:
+      routes_ = std::move(other.routes_);
+      break;
+    case DataKind::TrackLog:
+      logs_ = std::move(other.logs_);
+      track_point_count_ = other.track_point_count_;
+      break;
+  }
+  other.Clear(kind);
+}
+
+}  // namespace walrim
