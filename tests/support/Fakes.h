@@ -60,11 +60,11 @@ class RecordingDesktop : public Desktop {
     questions.emplace_back(text);
     return ok;
   }
-  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override {
+  [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override {
     filters.emplace_back(filter);
     return open_path;
   }
-  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override {
+  [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override {
     filters.emplace_back(filter);
     return save_path;
   }
@@ -84,8 +84,8 @@ class RecordingDesktop : public Desktop {
 
   bool yes = true;
   bool ok = true;
-  std::string open_path{DialogCancelled};
-  std::string save_path{DialogCancelled};
+  std::optional<std::string> open_path;  ///< nothing: cancelled
+  std::optional<std::string> save_path;
   std::string clipboard;
   std::string caption;
   std::function<void()> on_message;  ///< while a message is shown
