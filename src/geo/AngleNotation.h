@@ -26,6 +26,7 @@ enum class AngleNotation : std::uint8_t {
 /// Converts an angle text from one notation into another. Texts are read as the decimal digits that they are. "DM" as
 /// the target gives the empty text. Throws std::out_of_range at a fourth "/" part.
 [[nodiscard]] std::string ConvertAngle(std::string_view value, AngleNotation from, AngleNotation to);
+void AppendConvertedAngle(std::string& out, std::string_view value, AngleNotation from, AngleNotation to);
 
 /// Decimal degrees of an angle text as the double nearest to the value it writes; the reading half of ConvertAngle.
 /// Lenient: a text without a number is 0.

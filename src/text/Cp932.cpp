@@ -1,7 +1,6 @@
 #include "text/Cp932.h"
 
 #include <array>
-#include <cstring>
 #include <iconv.h>
 #include <stdexcept>
 #include <utility>
@@ -117,17 +116,6 @@ const CodePage& Codes() {
 
 std::size_t WidthOf(char32_t character) {
   return character < 0x80 || IsHalfWidthKatakana(character) || IsLoneByte(character) ? 1 : 2;
-}
-
-std::size_t AsciiPrefix(std::string_view text) {
-  std::size_t length = 0;
-  for (std::uint64_t block = 0; text.size() - length >= sizeof block; length += sizeof block) {
-    std::memcpy(&block, text.data() + length, sizeof block);
-    if ((block & 0x8080808080808080U) != 0) break;
-  }
-  while (length < text.size() && static_cast<std::uint8_t>(text[length]) < 0x80)
-    ++length;
-  return length;
 }
 
 /// Takes one character off the front of bytes, which is not empty.

@@ -1,5 +1,6 @@
 #include "text/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -9,15 +10,13 @@
 #include <cstring>
 #include <system_error>
 
+#include "text/Scan.h"
+
 namespace walrim {
 namespace {
 
 constexpr std::array<double, 16> PowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                              1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// Whether the shortest digits of a number are plain digits as std::to_chars lays them out: neither small enough for an
 /// exponent nor so large that zeros of its own choice would fill up the digits.
@@ -27,43 +26,45 @@ bool IsOfMiddleSize(Number value) {
   return magnitude >= Number(1e-4) && magnitude < Number(1e7);
 }
 
-/// Shortest digits d.ddd with a power of ten, as std::to_chars writes them, laid out in general form.
+/// Lays digits d.ddde±dd, as std::to_chars writes them, out in general form.
+void AppendGeneral(std::string& out, std::string_view scientific) {
+  constexpr int FirstLargeExponent = 15;
+  if (Take(scientific, '-')) out += '-';
+  std::string digits(TakeUpTo(scientific, 'e'));
+  std::erase(digits, '.');
+  int exponent = 0;
+  Take(scientific, '+');
+  std::from_chars(scientific.data(), scientific.data() + scientific.size(), exponent);
+  if (exponent < -4 || exponent >= FirstLargeExponent) {
+    out += digits[0];
+    if (digits.size() > 1) out.append(".").append(digits, 1);
+    out.append(exponent < 0 ? "E-" : "E+");
+    return AppendPadded(out, std::abs(exponent), 2);
+  }
+  if (exponent < 0) {
+    out.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0').append(digits);
+    return;
+  }
+  const auto whole = static_cast<std::size_t>(exponent) + 1;
+  digits.resize(std::max(digits.size(), whole), '0');
+  out.append(digits, 0, whole);
+  if (digits.size() > whole) out.append(".").append(digits, whole);
+}
+
+/// Shortest digits with a power of ten, laid out in general form.
 template <typename Number>
-std::string Shortest(Number value) {
-  if (!std::isfinite(value) || value == 0) return "0";
+void AppendShortest(std::string& out, Number value) {
+  if (!std::isfinite(value) || value == 0) {
+    out += '0';
+    return;
+  }
   char buffer[64];
   if (IsOfMiddleSize(value)) {
-    return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr);
+    out.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr);
+    return;
   }
   const char* end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific).ptr;
-  const char* at = buffer;
-  std::string text;
-  if (*at == '-') text += *at++;
-
-  char digits[32] = {};
-  int digit_count = 0;
-  for (; *at != 'e'; ++at) {
-    if (*at != '.') digits[digit_count++] = *at;
-  }
-  ++at;
-  if (*at == '+') ++at;
-  int exponent = 0;
-  std::from_chars(at, end, exponent);
-
-  if (exponent < -4 || exponent >= 15) {
-    text += digits[0];
-    if (digit_count > 1) text.append(1, '.').append(digits + 1, static_cast<std::size_t>(digit_count - 1));
-    text.append(exponent < 0 ? "E-" : "E+").append(PadNumber(std::abs(exponent), 2));
-    return text;
-  }
-  if (exponent < 0) text.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0');
-  for (int i = 0; i < digit_count; ++i) {
-    text += digits[i];
-    if (i == exponent && i + 1 < digit_count) text += '.';
-  }
-  if (exponent >= digit_count)
-    text.append(static_cast<std::size_t>(exponent) - static_cast<std::size_t>(digit_count) + 1, '0');
-  return text;
+  AppendGeneral(out, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
 }
 
 /// The value of eight digits that were loaded as one little-endian word; false where they are not all digits.
@@ -79,7 +80,7 @@ bool EightDigits(std::uint64_t word, std::uint64_t& value) {
 }
 
 /// Appends the digits from at on to value; returns where they end.
-std::size_t TakeDigits(std::string_view text, std::size_t at, std::uint64_t& value) {
+std::size_t AddDigits(std::string_view text, std::size_t at, std::uint64_t& value) {
   if constexpr (std::endian::native == std::endian::little) {
     while (text.size() - at >= 8) {
       std::uint64_t word = 0;
@@ -132,12 +133,12 @@ bool PlainNumber(std::string_view text, double& value) {
   if (text.empty() || text.size() > 16 || !IsDigit(text.front())) return false;
 
   std::uint64_t digits = 0;
-  std::size_t at = TakeDigits(text, 0, digits);
+  std::size_t at = AddDigits(text, 0, digits);
   std::size_t behind_point = 0;
   if (at < text.size()) {
     if (text[at] != '.') return false;
     const std::size_t first = at + 1;
-    at = TakeDigits(text, first, digits);
+    at = AddDigits(text, first, digits);
     behind_point = at - first;
   }
   if (at != text.size() || digits > LargestExact) return false;
@@ -156,23 +157,49 @@ long long LeadingInteger(std::string_view text, long long low, long long high) {
   return static_cast<long long>(value);
 }
 
-std::string GeneralNumber(double value) {
-  if (!std::isfinite(value) || value == 0) return "0";
-  if (std::abs(value) < 1e15 && value == std::trunc(value)) return std::to_string(static_cast<long long>(value));
+void AppendGeneralNumber(std::string& out, double value) {
+  constexpr double FirstLarge = 1e15;
+  if (!std::isfinite(value) || value == 0) {
+    out += '0';
+    return;
+  }
+  if (std::abs(value) < FirstLarge && value == std::trunc(value)) {
+    return AppendInteger(out, static_cast<long long>(value));
+  }
   char buffer[64];
   char* const end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15).ptr;
-  for (char* at = buffer; at != end; ++at) {
-    if (*at == 'e') *at = 'E';
-  }
-  return std::string(buffer, end);
+  std::replace(buffer, end, 'e', 'E');
+  out.append(buffer, end);
+}
+
+void AppendShortestNumber(std::string& out, double value) {
+  AppendShortest(out, value);
+}
+
+void AppendShortestNumber(std::string& out, float value) {
+  AppendShortest(out, value);
+}
+
+std::string GeneralNumber(double value) {
+  std::string text;
+  AppendGeneralNumber(text, value);
+  return text;
 }
 
 std::string ShortestNumber(double value) {
-  return Shortest(value);
+  std::string text;
+  AppendShortestNumber(text, value);
+  return text;
 }
 
 std::string ShortestNumber(float value) {
-  return Shortest(value);
+  std::string text;
+  AppendShortestNumber(text, value);
+  return text;
+}
+
+void AppendInteger(std::string& out, long long value) {
+  AppendPadded(out, value, 1);
 }
 
 std::string PadNumber(long long value, int digits) {

@@ -25,6 +25,12 @@ namespace walrim {
 [[nodiscard]] std::string ShortestNumber(double value);
 [[nodiscard]] std::string ShortestNumber(float value);
 
+/// The same, appended.
+void AppendGeneralNumber(std::string& out, double value);
+void AppendShortestNumber(std::string& out, double value);
+void AppendShortestNumber(std::string& out, float value);
+void AppendInteger(std::string& out, long long value);
+
 /// Whole number with at least digits digits: PadNumber(7, 2) is "07". Negative values carry the sign in front.
 [[nodiscard]] std::string PadNumber(long long value, int digits);
 void AppendPadded(std::string& out, long long value, int digits);
