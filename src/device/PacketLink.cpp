@@ -25,7 +25,7 @@ constexpr milliseconds OutputStallTime{3000};
 
 int FindAckSlot(const PacketReply& reply) {
   for (int k = 1; k <= reply.Count; ++k) {
-    if (reply.Slot(k).Id() == Pid_Ack_Byte) return k;
+    if (reply.Slot(k).Id() == Pid::Ack) return k;
   }
   return -1;
 }
@@ -76,9 +76,6 @@ class PacketLink::FrameBuilder {
   std::vector<std::uint8_t> raw_;
 };
 
-PacketLink::PacketLink(SerialPort& port, const Clock& clock, EventLoop& event_loop, DeviceSession& session)
-    : port_(port), clock_(clock), event_loop_(event_loop), session_(session) {}
-
 void PacketLink::SetTrace(FrameTrace* trace) {
   trace_ = trace;
   trace_start_ = clock_.Monotonic();
@@ -88,9 +85,8 @@ void PacketLink::Note(std::string_view text) {
   if (trace_ != nullptr) trace_->Note(TraceTime(), text);
 }
 
-bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
-  if (settings.empty()) settings = DefaultPortSettings;
-  last_port_result_ = port_.Open(port_name, settings);
+bool PacketLink::OpenPort(std::string_view port_name) {
+  last_port_result_ = port_.Open(port_name, PortSettings);
   if (!last_port_result_.Ok()) {
     Note("port " + std::string(port_name) + " cannot be opened");
     return false;
@@ -99,12 +95,12 @@ bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
   port_.ClearInBuffer();
   burst_frames_ = 0;
   deadline_ = nanoseconds::max();
-  Note("port " + std::string(port_name) + " open, " + settings);
+  Note("port " + std::string(port_name) + " open, " + std::string(PortSettings));
   return true;
 }
 
 bool PacketLink::ProbePort(std::string_view port_name) {
-  last_port_result_ = port_.Open(port_name, DefaultPortSettings);
+  last_port_result_ = port_.Open(port_name, PortSettings);
   if (!last_port_result_.Ok()) {
     Note("port " + std::string(port_name) + " cannot be opened");
     return false;
@@ -119,7 +115,7 @@ void PacketLink::ClosePort() {
   Note("port closed");
 }
 
-void PacketLink::SendPacket(int packet_id, const ByteBuffer& data) {
+void PacketLink::SendPacket(int packet_id, std::span<const std::uint8_t> data) {
   const std::vector<std::uint8_t> wire = FrameOnWire(packet_id, data);
   for (const std::uint8_t byte : wire)
     port_.Output(byte);
@@ -140,7 +136,7 @@ void PacketLink::WaitForOutput() {
     if (count < last_count) last_progress = clock_.Monotonic();
     last_count = count;
     // A line that takes nothing any more shows as a time-out of the answer.
-    const nanoseconds patience = session_.cancel_requested ? QuietTime : nanoseconds(OutputStallTime);
+    const nanoseconds patience = stop_.cancelled ? QuietTime : nanoseconds(OutputStallTime);
     if (clock_.Monotonic() - last_progress > patience) {
       Note("output stuck");
       port_.ClearOutBuffer();
@@ -153,7 +149,6 @@ Frame PacketLink::ReceivePacket() {
   FrameBuilder builder;
   bool timed_out = false;
   auto last_progress = clock_.Monotonic();
-  if (session_.pacing_factor == 0.0F) session_.pacing_factor = 1.0F;
   while (!timed_out) {
     const auto byte = port_.InBufferCount() > 0 ? port_.Input() : std::nullopt;
     if (!byte) {
@@ -185,7 +180,7 @@ Frame PacketLink::ReceivePacket() {
 /// Returns when a burst has come and settled, or sets timed_out.
 void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
   const auto shortest =
-      std::chrono::duration_cast<nanoseconds>(ShortestSettleTime * static_cast<double>(session_.pacing_factor));
+      std::chrono::duration_cast<nanoseconds>(ShortestSettleTime * static_cast<double>(pacing_factor_));
   std::size_t last_count = 0;
   nanoseconds settle_time{};
   const nanoseconds start = clock_.Monotonic();
@@ -195,17 +190,17 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
     // Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
     const std::optional<NoAnswer> over = WaitIsOver(last_progress);
     why_ = over.value_or(NoAnswer::Silence);
-    timed_out = over == NoAnswer::Trickle || (session_.TransferAborted && now - start > ReceiveTimeoutTime);
+    timed_out = over == NoAnswer::Trickle || (stop_.aborted && now - start > ReceiveTimeoutTime);
     if (count == 0 && (over || port_.LineLost() || now - last_progress > ReceiveTimeoutTime)) timed_out = true;
     if (timed_out || count > LongestBurst) return;
     if (count > 0 && last_count == 0) {  // the first bytes have just arrived
-      ++session_.input_seen;
+      ++input_seen_;
       settle_time = std::max(now - last_progress, shortest);
       last_count = count;
       last_progress = now;
     } else if (count > 0) {
       if (count > last_count) {
-        ++session_.input_seen;
+        ++input_seen_;
         last_count = count;
         last_progress = now;
       }
@@ -223,7 +218,7 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
 
 std::optional<NoAnswer> PacketLink::WaitIsOver(nanoseconds last_progress) const {
   const nanoseconds now = clock_.Monotonic();
-  if (session_.cancel_requested && now - last_progress > QuietTime) return NoAnswer::Cancel;
+  if (stop_.cancelled && now - last_progress > QuietTime) return NoAnswer::Cancel;
   if (now - exchange_began_ > LongestExchange || now > deadline_) return NoAnswer::Trickle;
   return std::nullopt;
 }
@@ -254,7 +249,7 @@ void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
       return;
     }
     const bool can_be_answer = CanBeAnswer(frame);
-    if (!can_be_answer && frame.Id() != Pid_Ack_Byte) {
+    if (!can_be_answer && frame.Id() != Pid::Ack) {
       unasked.push_back(frame.Id());
       continue;
     }
@@ -278,24 +273,23 @@ void PacketLink::ReceiveMore(PacketReply& reply) {
 bool PacketLink::CanBeAnswer(const Frame& frame) const {
   if (asked_id_ == 0 || frame.damaged) return true;
   const int id = frame.Id();
-  if (id == Pid_Ack_Byte) {
+  if (id == Pid::Ack) {
     const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == asked_id_;
     return asked_answer_ != ExpectedAnswer::OneFrame && names_packet;
   }
   if (!BelongsToNoTransfer(frame)) return true;
-  const bool known = id == session_.link_pids.Pid_Pvt_Data || id == Pid_Ext_Product_Data || id == Pid_Protocol_Array ||
-                     id == Pid_Product_Data;
+  const bool known =
+      id == Pid::PvtData || id == Pid::ExtProductData || id == Pid::ProtocolArray || id == Pid::ProductData;
   return asked_answer_ == ExpectedAnswer::OneFrame && !known;
 }
 
 /// Told unasked, or an answer to what was asked before.
 bool PacketLink::BelongsToNoTransfer(const Frame& frame) const {
-  const LinkPids& pids = session_.link_pids;
-  const std::array of_transfers{Pid_Ack_Byte,        Pid_Nak_Byte,      Pid_Product_Rqst, pids.Pid_Command_Data,
-                                pids.Pid_Xfer_Cmplt, pids.Pid_Records,  pids.Pid_Rte_Hdr, pids.Pid_Rte_Wpt_Data,
-                                pids.Pid_Trk_Data,   pids.Pid_Wpt_Data, pids.Pid_Trk_Hdr, pids.Pid_Rte_Link_Data};
+  constexpr std::array of_transfers{Pid::Ack,       Pid::Nak,     Pid::ProductRqst, Pid::CommandData,
+                                    Pid::XferCmplt, Pid::Records, Pid::RteHdr,      Pid::RteWptData,
+                                    Pid::TrkData,   Pid::WptData, Pid::TrkHdr,      Pid::RteLinkData};
   if (frame.damaged) return false;
-  if (frame.Id() == Pid_Product_Data) return asked_id_ != Pid_Product_Rqst;
+  if (frame.Id() == Pid::ProductData) return asked_id_ != Pid::ProductRqst;
   return std::find(of_transfers.begin(), of_transfers.end(), frame.Id()) == of_transfers.end();
 }
 
@@ -305,7 +299,7 @@ void PacketLink::BeginExchange(int packet_id, ExpectedAnswer answer) {
   exchange_began_ = clock_.Monotonic();
 }
 
-PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data, ExpectedAnswer answer) {
+PacketReply PacketLink::ExchangeData(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer) {
   BeginExchange(packet_id, answer);
   port_.ClearInBuffer();
   heard_.clear();
@@ -332,7 +326,7 @@ std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
 
 /// The frame that is acknowledged came whole behind the packet before: what comes next is no burst that goes on.
 void PacketLink::Acknowledge(int packet_id) {
-  SendPacket(Pid_Ack_Byte, IntegerToBuffer(packet_id));
+  SendPacket(Pid::Ack, NumberData(packet_id));
   input_while_sending_ = false;
 }
 

@@ -9,14 +9,15 @@
 
 namespace walrim {
 
-/// One level of saved text; a second push overwrites the first.
+/// One level of saved text; a second Save overwrites the first.
 class StatusLine {
  public:
   explicit StatusLine(Desktop& desktop) : desktop_(desktop) {}
 
-  /// "PUSH" (any case) saves the present text, "POP" puts the saved text back; any other text is shown behind the
-  /// saved text and a blank.
-  void SetStatus(std::string_view text);
+  void Save() { saved_ = desktop_.StatusCaption(); }
+  void Restore() { desktop_.SetStatusCaption(saved_); }
+  /// Shows a text behind the saved one and a blank.
+  void ShowBehindSaved(std::string_view text) { desktop_.SetStatusCaption(saved_ + ' ' + std::string(text)); }
   /// Shows a text alone; the saved text stays.
   void SetCaption(std::string_view text) { desktop_.SetStatusCaption(text); }
   /// Shows how far an operation has come; a total of 0 ends that.
