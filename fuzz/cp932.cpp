@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "text/TextEncoding.h"
 #include "text/Utf8.h"
 
 using namespace walrim;

@@ -83,16 +83,15 @@ LineSource::LineSource(std::string_view bytes, TextEncoding encoding)
 LineSource::LineSource(Fetch fetch, TextEncoding encoding) : fetch_(std::move(fetch)), encoding_(encoding) {}
 
 bool LineSource::FetchPiece() {
-  piece_ = fetch_();
-  // A mark that comes in pieces of fewer bytes than it has is none.
-  if (std::exchange(at_start_, false)) marked_ = Take(piece_, Utf8Mark);
-  if (behind_return_ && !piece_.empty()) {
-    behind_return_ = false;
-    Take(piece_, '\n');
-    if (piece_.empty()) return FetchPiece();
-  }
+  do {
+    piece_ = fetch_();
+    if (piece_.empty()) return false;
+    // A mark that comes in pieces of fewer bytes than it has is none.
+    if (std::exchange(at_start_, false)) marked_ = Take(piece_, Utf8Mark);
+    if (std::exchange(behind_return_, false)) Take(piece_, '\n');
+  } while (piece_.empty());
   line_feed_ = FindOrEnd(piece_, '\n');
-  return !piece_.empty();
+  return true;
 }
 
 bool LineSource::NextBytes(std::string_view& line) {

@@ -58,12 +58,11 @@ TEST(Cp932, EveryPairOfBytesSurvivesDecodingAndEncoding) {
   }
 }
 
-TEST(Cp932, AgreesWithIconvWhereItHasACharacter) {
+TEST(Cp932, AgreesWithIconvAboutEveryCharacter) {
   const iconv_t converter = iconv_open("CP932", "UTF-8");
   ASSERT_NE(converter, reinterpret_cast<iconv_t>(-1));
-  int compared = 0;
-  for (char32_t c = 0x100; c < 0xE000; ++c) {
-    if (c >= 0xD800) break;
+  int known_characters = 0;
+  for (char32_t c = 0x100; c < 0xD800; ++c) {
     std::string in = Character(c);
     std::array<char, 8> out{};
     char* in_at = in.data();
@@ -73,14 +72,17 @@ TEST(Cp932, AgreesWithIconvWhereItHasACharacter) {
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
     const bool known = iconv(converter, &in_at, &in_left, &out_at, &out_left) == 0;
     const auto encoded = EncodeCp932(in);
-    if (!encoded) continue;
-    if (known) {
-      EXPECT_EQ(*encoded, std::string(out.data(), out.size() - out_left)) << static_cast<unsigned>(c);
-    }
-    ++compared;
+    // iconv writes an overline as the tilde, which reads back as another character.
+    const bool overline = c == 0x203E;
+    // These look as characters of the code page do; iconv leaves them out.
+    const bool same_look = c == 0x301C || c == 0x2016 || c == 0x2212 || c == 0x2014;
+    EXPECT_EQ(encoded.has_value(), (known && !overline) || same_look) << static_cast<unsigned>(c);
+    if (!encoded || !known) continue;
+    EXPECT_EQ(*encoded, std::string(out.data(), out.size() - out_left)) << static_cast<unsigned>(c);
+    ++known_characters;
   }
   iconv_close(converter);
-  EXPECT_GT(compared, 7000);
+  EXPECT_GT(known_characters, 7000);
 }
 
 TEST(Cp932, BytesThatAreNoCharacterAreKept) {

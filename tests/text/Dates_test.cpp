@@ -32,10 +32,15 @@ TEST(Dates, LocalTimeIsAheadByTheOffset) {
 }
 
 TEST(Dates, UnknownTimesAreTheEpoch) {
-  EXPECT_EQ(DateTimeText(LocalTimeOfGarminTime(4294967295.0, 9)), "1989/12/31 09:00:00");
-  EXPECT_EQ(DateTimeText(LocalTimeOfGarminTime(4294967290.0, 9)), "1989/12/31 09:00:00");
-  EXPECT_EQ(DateTimeText(LocalTimeOfGarminTime(4294967289.0, 0)), "2126/02/06 06:28:09");
-  EXPECT_EQ(DateTimeText(LocalTimeOfGarminTime(-1, 0)), "1989/12/31 00:00:00");
+  EXPECT_EQ(DateTimeText(LocalTimeOfGarminTime(std::nullopt, 9)), "1989/12/31 09:00:00");
+  EXPECT_EQ(DateTimeText(LocalTimeOfGarminTime(4294967289, 0)), "2126/02/06 06:28:09");
+}
+
+TEST(KnownGarminTime, LeavesOutWhatSaysThatItIsNotKnown) {
+  EXPECT_EQ(KnownGarminTime(1), 1U);
+  EXPECT_EQ(KnownGarminTime(4294967289), 4294967289U);
+  for (const std::int64_t unknown : {-1LL, 0LL, 4294967290LL, 4294967295LL, 1LL << 40})
+    EXPECT_EQ(KnownGarminTime(unknown), std::nullopt) << unknown;
 }
 
 TEST(ParseDateTime, ReadsWhatSpreadsheetsRewrite) {
@@ -80,25 +85,26 @@ TEST(ParseDateTime, RefusesWhatIsNoDate) {
 }
 
 TEST(GarminTimeOfText, ShiftsTheEpochByTheOffset) {
-  EXPECT_EQ(GarminTimeOfText("1989/12/31 09:00:00", 9), 0);
-  EXPECT_EQ(GarminTimeOfText("1989/12/31 09:00:01", 9), 1);
-  EXPECT_EQ(GarminTimeOfText("1989/12/30 19:00:00", -5), 0);
-  EXPECT_EQ(GarminTimeOfText("2126/02/06 06:28:09", 0), 4294967289.0);
+  EXPECT_EQ(GarminTimeOfText("1989/12/31 09:00:00", 9), std::nullopt) << "the epoch is what no time is written as";
+  EXPECT_EQ(GarminTimeOfText("1989/12/31 09:00:01", 9), 1U);
+  EXPECT_EQ(GarminTimeOfText("1989/12/30 19:00:02", -5), 2U);
+  EXPECT_EQ(GarminTimeOfText("2126/02/06 06:28:09", 0), 4294967289U);
 }
 
 TEST(GarminTimeOfText, RoundsHalfUp) {
-  EXPECT_EQ(GarminTimeOfText("1990/01/01 00:00:00.5", 0), 86401);
-  EXPECT_EQ(GarminTimeOfText("1990/01/01 00:00:00.49", 0), 86400);
+  EXPECT_EQ(GarminTimeOfText("1990/01/01 00:00:00.5", 0), 86401U);
+  EXPECT_EQ(GarminTimeOfText("1990/01/01 00:00:00.49", 0), 86400U);
 }
 
 TEST(GarminTimeOfText, StaysWithinTheReceiversRange) {
-  EXPECT_EQ(GarminTimeOfText("1950/01/01", 0), 0);
-  EXPECT_EQ(GarminTimeOfText("9999/12/31", 0), 4294967295.0);
-  EXPECT_EQ(GarminTimeOfText("no date", 9), 0);
+  EXPECT_EQ(GarminTimeOfText("1950/01/01", 0), std::nullopt);
+  EXPECT_EQ(GarminTimeOfText("9999/12/31", 0), std::nullopt);
+  EXPECT_EQ(GarminTimeOfText("no date", 9), std::nullopt);
 }
 
 TEST(GarminTimeOfText, ReadsBackWhatWasWritten) {
-  for (double time = 0; time < UnknownGarminTime; time += 12345677) {
+  for (std::int64_t seconds = 1; seconds < UnknownGarminTime; seconds += 12345677) {
+    const auto time = static_cast<std::uint32_t>(seconds);
     for (const int offset : {-12, 0, 9, 14}) {
       ASSERT_EQ(GarminTimeOfText(DateTimeText(LocalTimeOfGarminTime(time, offset)), offset), time);
     }

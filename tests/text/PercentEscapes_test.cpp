@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "text/PercentEscapes.h"
+
+#include <gtest/gtest.h>
 
 namespace walrim {
 namespace {

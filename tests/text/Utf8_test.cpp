@@ -41,33 +41,6 @@ TEST(Utf8, AnIllFormedByteIsTakenAlone) {
   EXPECT_EQ(TakeCharacter(text), U'A');
 }
 
-TEST(Utf8, UpperCaseChangesAsciiLettersAlone) {
-  EXPECT_EQ(UpperCase("abcXYZ09 éａ富"), "ABCXYZ09 éａ富");
-}
-
-TEST(Utf8, TrimBlanksKeepsEveryOtherSpace) {
-  EXPECT_EQ(TrimBlanks("  a b  "), "a b");
-  EXPECT_EQ(TrimBlanks("   "), "");
-  EXPECT_EQ(TrimBlanks("\ta\t"), "\ta\t");
-  EXPECT_EQ(TrimBlanks("　a"), "　a");
-}
-
-TEST(DecodeText, TakesTheMarkAway) {
-  EXPECT_EQ(DecodeText("\xEF\xBB\xBF富"), "富");
-}
-
-TEST(DecodeText, MarkedTextThatIsIllFormedStaysText) {
-  EXPECT_EQ(DecodeText("\xEF\xBB\xBF"
-                       "a\x80"),
-            "a\xEF\xBF\xBD");
-}
-
-TEST(DecodeText, RecognisesUtf8AndElseReadsShiftJis) {
-  EXPECT_EQ(DecodeText("富士"), "富士");
-  EXPECT_EQ(DecodeText("\x95\x78\x8E\x6D"), "富士");
-  EXPECT_EQ(DecodeText("plain"), "plain");
-}
-
 TEST(WithoutControlCharacters, BothKindsBecomeBlanks) {
   EXPECT_EQ(WithoutControlCharacters("a\tb\x1f"
                                      "c\x7f"),
