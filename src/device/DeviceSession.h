@@ -3,6 +3,8 @@
 
 #include <chrono>
 #include <cstdint>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "device/LinkChoice.h"
@@ -67,13 +69,11 @@ class DeviceSession {
   void AbandonTransfer();
 
   [[nodiscard]] std::chrono::nanoseconds Now() const { return clock_.Monotonic(); }
-  void ShowDataLoss();
+  void ShowMessage(std::string_view text) { desktop_.ShowMessage(text); }
   void ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total, std::chrono::nanoseconds start);
   void EndProgress();
 
  private:
-  void ShowPortProblem(std::string_view port_name);
-
   const Clock& clock_;
   Desktop& desktop_;
   StopFlags stop_;

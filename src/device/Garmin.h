@@ -45,8 +45,7 @@ class Garmin {
   [[nodiscard]] bool CheckedLinkInUse() const { return session_.CheckedLinkInUse(); }
   /// Of the last identification or transfer.
   [[nodiscard]] const TransferReport& Report() const { return session_.Report(); }
-  /// What the receiver announced to the last download that moved records.
-  [[nodiscard]] std::int32_t RecordsAnnounced() const { return records_announced_; }
+  [[nodiscard]] std::int32_t RecordsAnnounced() const { return Report().announced_records; }
   /// Why the port could not be opened the last time, if so.
   [[nodiscard]] const PortResult& LastPortResult() const { return session_.Link().LastPortResult(); }
   /// Grows whenever something comes over the line: whoever waits sees progress.
@@ -68,7 +67,6 @@ class Garmin {
  private:
   DataSet& data_;
   DeviceSession session_;
-  std::int32_t records_announced_ = 0;
 };
 
 }  // namespace walrim

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
+#include "device/CheckedExchange.h"
 #include "device/CheckedFrameReader.h"
+#include "device/CheckedInput.h"
 
 namespace walrim {
 
@@ -328,6 +331,23 @@ std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
 void PacketLink::Acknowledge(int packet_id) {
   SendPacket(Pid::Ack, NumberData(packet_id));
   input_while_sending_ = false;
+}
+
+void PacketLink::AcknowledgeInput() {
+  BeginExchange(0, ExpectedAnswer::OneFrame);
+  try {
+    CheckedInput(*this).AcknowledgeRest();
+  } catch (const std::out_of_range&) {
+    DrainInput();
+  }
+}
+
+PacketReply PacketLink::ExchangeChecked(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer) {
+  BeginExchange(packet_id, answer);
+  int frames_before = std::exchange(burst_frames_, 0);
+  if (frames_before > 0) CheckedInput(*this).FinishBurst(frames_before);
+  port_.ClearInBuffer();
+  return CheckedExchange(*this, answer).Run(packet_id, data);
 }
 
 void PacketLink::DrainInput(nanoseconds quiet) {

@@ -145,6 +145,7 @@ class PacketLink {
  private:
   class FrameBuilder;
   class CheckedExchange;
+  class CheckedInput;
 
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
   void BeginExchange(int packet_id, ExpectedAnswer answer);

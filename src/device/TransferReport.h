@@ -25,6 +25,7 @@ inline constexpr std::int32_t TransferTimedOut = -9;
 struct TransferReport {
   int damaged_records =
       0;  ///< records whose frame had a wrong checksum or length, or whose position is not on the globe
+  int announced_records = 0;      ///< of a download that moved records
   int missing_records = 0;        ///< records that were announced and never came
   int refused_records = 0;        ///< sent records that were not acknowledged
   bool end_refused = false;       ///< the end of sent records was not acknowledged

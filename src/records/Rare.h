@@ -17,6 +17,10 @@ class Rare {
     return *this;
   }
   Rare& operator=(Rare&&) noexcept = default;
+  Rare& operator=(const T& value) {
+    value_ = value == T{} ? nullptr : std::make_unique<T>(value);
+    return *this;
+  }
   ~Rare() = default;
 
   const T& operator*() const {

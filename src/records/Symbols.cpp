@@ -1,4 +1,7 @@
-#include "device/NameTables.h"
+#include "records/Symbols.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace walrim {
 
@@ -182,33 +185,85 @@ constexpr NamedCode D104DisplayModes[] = {
     {5, "Display symbol with comment"},
 };
 
-constexpr NamedCode D107Colours[] = {
-    {0, "Default waypoint color"},
-    {1, "Red"},
-    {2, "Green"},
-    {3, "Blue"},
+/// A symbol of the D104 and D108 receivers, and what those of D103 and D107 show for it.
+struct SmallSymbolRow {
+  int code;
+  SmallSymbol small;
+};
+
+// Sorted by code; what has no row becomes the dot.
+constexpr SmallSymbolRow SmallSymbolRows[] = {
+    {18, {0, true}},      // waypoint dot
+    {19, {7, true}},      // wreck
+    {21, {9, false}},     // man overboard
+    {150, {5, true}},     // boat ramp
+    {151, {11, true}},    // campground
+    {156, {14, true}},    // first aid
+    {158, {3, false}},    // parking
+    {160, {11, false}},   // picnic
+    {166, {9, false}},    // danger
+    {167, {9, false}},    // restricted area
+    {170, {3, true}},     // car
+    {171, {13, true}},    // deer
+    {173, {1, false}},    // lodging
+    {174, {9, false}},    // mine
+    {175, {10, false}},   // trail head
+    {176, {3, false}},    // truck stop
+    {177, {8, true}},     // exit
+    {178, {10, true}},    // flag
+    {179, {12, true}},    // circle with x
+    {181, {4, false}},    // fishing hot spot
+    {184, {6, false}},    // anchor prohibited
+    {190, {5, false}},    // dock
+    {191, {5, false}},    // marina
+    {8196, {15, true}},   // back track
+    {8206, {3, false}},   // car rental
+    {8207, {3, false}},   // car repair
+    {8212, {14, false}},  // pharmacy
+    {8215, {11, false}},  // RV park
+    {8222, {8, false}},   // ramp intersection
+    {8229, {8, false}},   // exit without services
+    {8234, {1, false}},   // building
+    {8246, {10, false}},  // summit
+    {8248, {8, false}},   // large exit without services
+    {8284, {10, false}},  // flags of three colours
+    {8285, {10, false}}, {8286, {10, false}},
 };
 
 }  // namespace
 
-NameTables NameTablesFor(WaypointType type) {
+std::span<const NamedCode> SymbolNames(WaypointType type) {
   switch (type) {
     case WaypointType::D103:
-      return {SmallSymbols, DisplayModes, {}};
-    case WaypointType::D104:
-      return {LargeSymbols, D104DisplayModes, {}};
     case WaypointType::D107:
-      return {SmallSymbols, DisplayModes, D107Colours};
+      return SmallSymbols;
+    case WaypointType::D104:
     case WaypointType::D108:
-      return {LargeSymbols, DisplayModes, {}};
+      return LargeSymbols;
   }
   return {};
 }
 
-const NameTablesByType& AllNameTables() {
-  static const NameTablesByType tables{NameTablesFor(WaypointType::D103), NameTablesFor(WaypointType::D104),
-                                       NameTablesFor(WaypointType::D107), NameTablesFor(WaypointType::D108)};
-  return tables;
+std::span<const NamedCode> DisplayNames(WaypointType type) {
+  switch (type) {
+    case WaypointType::D103:
+    case WaypointType::D107:
+    case WaypointType::D108:
+      return DisplayModes;
+    case WaypointType::D104:
+      return D104DisplayModes;
+  }
+  return {};
+}
+
+std::string_view NameOf(std::span<const NamedCode> names, int code) {
+  const auto row = std::ranges::lower_bound(names, code, {}, &NamedCode::code);
+  return row != names.end() && row->code == code ? row->name : std::string_view{};
+}
+
+SmallSymbol SmallSymbolFor(int code) {
+  const auto* const row = std::ranges::lower_bound(SmallSymbolRows, code, {}, &SmallSymbolRow::code);
+  return row != std::end(SmallSymbolRows) && row->code == code ? row->small : SmallSymbol{};
 }
 
 }  // namespace walrim
