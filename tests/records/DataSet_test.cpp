@@ -11,6 +11,12 @@ Waypoint Named(const std::string& ident) {
   return waypoint;
 }
 
+TrackLog HeadlessLog() {
+  TrackLog log;
+  log.headless = true;
+  return log;
+}
+
 TEST(DataSet, StartsEmpty) {
   const DataSet data;
   for (const DataKind kind : AllDataKinds) {
@@ -70,14 +76,14 @@ TEST(DataSet, PointsBehindEachOtherGoOnInTheSameLog) {
 TEST(DataSet, AHeadlessLogIsFirstAndNotCounted) {
   DataSet data;
   EXPECT_EQ(data.FirstLogNumber(), 1);
-  ASSERT_EQ(data.Begin(TrackLog{.headless = true}), AddResult::Stored);
+  ASSERT_EQ(data.Begin(HeadlessLog()), AddResult::Stored);
   EXPECT_EQ(data.FirstLogNumber(), 0);
   EXPECT_EQ(data.Count(DataKind::TrackLog), 0U);
   EXPECT_TRUE(data.Holds(DataKind::TrackLog));
   for (std::size_t i = 0; i < MaxTrackLogs; ++i)
     ASSERT_EQ(data.Begin(TrackLog{}), AddResult::Stored);
   EXPECT_EQ(data.Begin(TrackLog{}), AddResult::Full);
-  EXPECT_EQ(data.Begin(TrackLog{.headless = true}), AddResult::Full);
+  EXPECT_EQ(data.Begin(HeadlessLog()), AddResult::Full);
   EXPECT_EQ(data.Count(DataKind::TrackLog), 1536U);
 }
 
