@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dialogs/MapPointText.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -54,20 +55,20 @@ std::size_t ValueLength(std::string_view text, std::string_view separators) {
 
 std::string_view WithoutComma(std::string_view value) {
   if (!value.empty() && value.back() == ',') value.remove_suffix(1);
-  return Trim(value);
+  return TrimSpace(value);
 }
 
 /// The items key=value of a point; nothing where there is something else or a key comes twice.
 std::optional<std::vector<Item>> ItemsOf(std::string_view text) {
   const std::string_view separators = SeparatorsOf(text);
   std::vector<Item> items;
-  for (text = Trim(text); !text.empty(); text = Trim(text)) {
+  for (text = TrimSpace(text); !text.empty(); text = TrimSpace(text)) {
     const std::size_t key_length = KeyLength(text);
     if (key_length == 0) return std::nullopt;
     Item item{UpperCase(text.substr(0, key_length - 1)), {}};
     text.remove_prefix(key_length);
     const std::size_t length = ValueLength(text, separators);
-    item.value = Trim(text.substr(0, length));
+    item.value = TrimSpace(text.substr(0, length));
     if (length < text.size()) item.value = WithoutComma(item.value);
     text.remove_prefix(length);
     const auto same_key = [&](const Item& other) { return other.key == item.key; };
@@ -84,7 +85,7 @@ std::string_view ValueOf(const std::vector<Item>& items, std::string_view key) {
 
 /// An angle d/mm/ss.s as scripts write it. Their writer rounds degrees down, also below 0, and rounds seconds up to 60.
 std::optional<double> SlashedAngle(std::string_view text) {
-  text = Trim(text);
+  text = TrimSpace(text);
   const std::string_view start = text;
   Take(text, "-");
   const std::string_view whole = TakeDigits(text);
@@ -102,9 +103,9 @@ void SetTexts(const std::vector<Item>& items, MapPoint& point) {
   std::string_view ident = ValueOf(items, "STR");
   std::string_view comment = ValueOf(items, "INFO");
   const bool marked = Take(comment, "[WP]");
-  if (marked) comment = Trim(comment);
+  if (marked) comment = TrimSpace(comment);
   const std::size_t middle = comment.find("><");
-  if (marked && Begins(comment, "<") && comment.back() == '>' && middle != std::string_view::npos) {
+  if (marked && comment.starts_with('<') && comment.back() == '>' && middle != std::string_view::npos) {
     ident = comment.substr(1, middle - 1);
     comment = comment.substr(middle + 2, comment.size() - middle - 3);
   }
@@ -121,7 +122,7 @@ std::optional<MapPoint> PointOfItems(const std::vector<Item>& items) {
   if (!lat || !lon) return std::nullopt;
   auto point = PointAt(*lat, *lon);
   if (!point) return std::nullopt;
-  point->datum = "Tokyo";
+  point->datum = Datum::Tokyo;
   SetTexts(items, *point);
   return point;
 }
@@ -131,22 +132,22 @@ std::string_view TakeStatement(std::string_view& text) {
   const std::size_t end = std::min(text.find(';'), text.size());
   const std::string_view statement = text.substr(0, end);
   text.remove_prefix(std::min(end + 1, text.size()));
-  return Trim(statement);
+  return TrimSpace(statement);
 }
 
 struct Script {
   std::optional<MapPoint> point;
-  std::string datum;
+  std::optional<Datum> datum;
 };
 
 /// False for what a script with one point must not hold.
 bool ReadStatement(std::string_view statement, Script& script) {
-  const std::size_t blank = std::min(statement.find_first_of(Blanks), statement.size());
+  const std::size_t blank = std::min(statement.find_first_of(" \t\r\n"), statement.size());
   const std::string keyword = UpperCase(statement.substr(0, blank));
   if (keyword == "GEOREF" || keyword == "THEME") {
     const std::string text = UpperCase(statement);
     const bool world = text.find("WGS") != std::string::npos || text.find("JGD") != std::string::npos;
-    if (world) script.datum = "WGS84";
+    if (world) script.datum = Datum::Wgs84;
   }
   if (keyword != "POINT") return Contains(OtherKeywords, keyword);
   if (script.point) return false;
@@ -159,14 +160,14 @@ bool ReadStatement(std::string_view statement, Script& script) {
 
 std::optional<MapPoint> PointOfScript(std::string_view text) {
   Script script;
-  for (text = Trim(text); !text.empty(); text = Trim(text)) {
-    if (Begins(text, "//")) {
+  for (text = TrimSpace(text); !text.empty(); text = TrimSpace(text)) {
+    if (text.starts_with("//")) {
       text.remove_prefix(std::min(text.find_first_of("\r\n"), text.size()));
       continue;
     }
     if (!ReadStatement(TakeStatement(text), script)) return std::nullopt;
   }
-  if (script.point && !script.datum.empty()) script.point->datum = script.datum;
+  if (script.point && script.datum) script.point->datum = *script.datum;
   return std::move(script.point);
 }
 

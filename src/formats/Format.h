@@ -52,10 +52,10 @@ struct TextBeginning {
 
 struct Format {
   FormatId id;
-  std::string_view name;    ///< in the list of output types
-  std::string_view ending;  ///< of its files, without the point
-  std::string_view filter;  ///< entry of the file dialogs' filter: "name (*.ending)|*.ending|"
-  std::string_view paste_status;  ///< shown while a pasted text is read
+  std::string_view name;                 ///< in the list of output types
+  std::string_view ending;               ///< of its files, without the point
+  std::string_view filter;               ///< entry of the file dialogs' filter: "name (*.ending)|*.ending|"
+  std::string_view paste_status;         ///< shown while a pasted text is read
   std::optional<TextEncoding> encoding;  ///< the only one that its files have; nothing where the user chooses
   bool has_options;                      ///< the script's options are asked for before it is written
   bool (*recognise)(const TextBeginning& beginning);

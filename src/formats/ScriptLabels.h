@@ -16,6 +16,7 @@
 #include <string>
 #include <string_view>
 
+#include "geo/Datum.h"
 #include "text/Dates.h"
 
 namespace walrim {
@@ -63,8 +64,8 @@ struct TrackPointMark {
 
 /// What the positions and the times of a script are on.
 struct ScriptTheme {
-  std::string datum = "Tokyo";  ///< "Tokyo" or "WGS84"
-  int utc_offset_hours = 0;     ///< hours that were added to its times
+  Datum datum = Datum::Tokyo;
+  int utc_offset_hours = 0;  ///< hours that were added to its times
 };
 [[nodiscard]] std::string ThemeText(const ScriptTheme& theme);
 /// A text that names WGS84 is on that; a text of another kind has no offset.

@@ -22,6 +22,8 @@ enum class StandardLine { Waypoint, RouteHeader, RoutePoint, TrackHeader, TrackP
 /// The header line of a kind of line, without line end.
 [[nodiscard]] std::string StandardHeaderLine(StandardLine line);
 
+struct LineContext;
+
 /// Writes the lines of single records, without line ends.
 class StandardLineWriter {
  public:
@@ -30,11 +32,21 @@ class StandardLineWriter {
   void Append(std::string& out, const Waypoint& waypoint) const;
   /// The header alone.
   void Append(std::string& out, const Route& route) const;
-  void Append(std::string& out, const RoutePoint& point) const;
+  /// A point of a route that came as a type; D201 has no links.
+  void Append(std::string& out, const RoutePoint& point, RouteHeaderType route) const;
   /// The header alone.
   void Append(std::string& out, const TrackLog& log) const;
   /// before is the point before it in its log; null for the first.
   void Append(std::string& out, const TrackPoint& point, const TrackPoint* before) const;
+
+ private:
+  /// Appends what stands before a record's columns.
+  LineContext Lead(std::string& out, StandardLine line) const;
+  LineContext Lead(std::string& out, StandardLine line, const GeoPoint& position) const;
+
+  AngleNotation notation_;
+  Datum datum_;
+  int utc_offset_hours_;
 };
 
 [[nodiscard]] ImportResult ReadStandardFile(LineSource& lines, DataSet& data, const ReadSettings& settings);

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "formats/WptDates.h"
-#include "geo/GeneralLatLon.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
 
@@ -32,12 +31,6 @@ std::string SpeedText(double km, std::int64_t seconds) {
 }
 
 }  // namespace
-
-double LegKilometres(double lat1_deg, double lon1_deg, double lat2_deg, double lon2_deg) {
-  const double km = SphericalDistance(lat1_deg, lon1_deg, lat2_deg, lon2_deg);
-  // Points that face each other across the globe may have a sine that rounding lifted above 1.
-  return std::isfinite(km) ? km : SphericalDistance(-90, 0, 90, 0);
-}
 
 std::string ThousandthsText(double value) {
   constexpr double MostDigits = 1e15;

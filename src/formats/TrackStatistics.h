@@ -14,9 +14,6 @@ struct LoggedPoint {
   double leg_km = 0;                    ///< distance from the point before it; 0 for the first
 };
 
-/// Distance in kilometres; always a number.
-[[nodiscard]] double LegKilometres(double lat1_deg, double lon1_deg, double lat2_deg, double lon2_deg);
-
 /// A number that is not negative, as "####.###" writes it: up to three decimals, no 0 before the point. 0 is "0".
 [[nodiscard]] std::string ThousandthsText(double value);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,8 +27,9 @@ void AppendWptMoment(std::string& out, const CivilTime& moment, char separator);
 /// The fields of a point without a time: the receivers' epoch.
 inline constexpr std::string_view NoDate = "12/31/1989";
 inline constexpr std::string_view NoTime = "00:00:00";
-/// True for the epoch in any zone of whole hours, which is what a point without a time is written with.
-[[nodiscard]] bool IsEpochSomewhere(const CivilTime& moment);
+/// True for the receivers' epoch in any zone of whole hours, which is what a point without a time is written with.
+/// local is in seconds since that epoch.
+[[nodiscard]] bool IsEpochSomewhere(std::int64_t local);
 
 [[nodiscard]] CivilTime ShiftedByHours(const CivilTime& moment, int hours);
 

@@ -34,13 +34,16 @@ AddResult DataSet::Begin(Route route) {
   return AddResult::Stored;
 }
 
-AddResult DataSet::Add(RoutePoint point) {
+AddResult DataSet::NextRoutePoint() const {
   if (route_header_ == Header::Refused) return AddResult::HeaderRefused;
   if (route_header_ == Header::None) return AddResult::NoHeader;
-  std::vector<RoutePoint>& points = routes_.back().points;
-  if (points.size() >= MaxRoutePoints) return AddResult::Full;
-  points.push_back(std::move(point));
-  return AddResult::Stored;
+  return routes_.back().points.size() >= MaxRoutePoints ? AddResult::Full : AddResult::Stored;
+}
+
+AddResult DataSet::Add(RoutePoint point) {
+  const AddResult result = NextRoutePoint();
+  if (result == AddResult::Stored) routes_.back().points.push_back(std::move(point));
+  return result;
 }
 
 AddResult DataSet::Begin(TrackLog log) {
@@ -51,13 +54,18 @@ AddResult DataSet::Begin(TrackLog log) {
   return AddResult::Stored;
 }
 
-AddResult DataSet::Add(const TrackPoint& point) {
+AddResult DataSet::NextTrackPoint() const {
   if (log_header_ == Header::Refused) return AddResult::HeaderRefused;
   if (log_header_ == Header::None) return AddResult::NoHeader;
-  if (track_point_count_ >= MaxTrackPoints) return AddResult::Full;
+  return track_point_count_ >= MaxTrackPoints ? AddResult::Full : AddResult::Stored;
+}
+
+AddResult DataSet::Add(const TrackPoint& point) {
+  const AddResult result = NextTrackPoint();
+  if (result != AddResult::Stored) return result;
   logs_.back().points.push_back(point);
   ++track_point_count_;
-  return AddResult::Stored;
+  return result;
 }
 
 void DataSet::Clear(DataKind kind) {

@@ -62,6 +62,10 @@ class DataSet {
   [[nodiscard]] AddResult Begin(TrackLog log);
   [[nodiscard]] AddResult Add(const TrackPoint& point);
 
+  /// What the next point of a route, or of a log, will meet; Stored where it will be taken.
+  [[nodiscard]] AddResult NextRoutePoint() const;
+  [[nodiscard]] AddResult NextTrackPoint() const;
+
   /// Empties a kind. Points that come next have no header then.
   void Clear(DataKind kind);
   /// Takes a kind out of another data set, in place of what this one holds of it. The other one is left without it.

@@ -3,29 +3,29 @@
 
 #include <string>
 
-#include "data/MpsOptions.h"
+#include "formats/ScriptOptions.h"
 
 namespace walrim {
 
 /// What the dialog's controls show, under the controls' names.
-struct MpsOptionControls {
+struct ScriptOptionControls {
   std::string OptUTCOffset;
   std::string OptMpsWptOrgName;
   std::string OptMpsWptDestinationName;
   bool OptMpsWptRPnumberingDown = false;
   std::string OptWptTrackLogStep;
 
-  friend bool operator==(const MpsOptionControls&, const MpsOptionControls&) = default;
+  friend bool operator==(const ScriptOptionControls&, const ScriptOptionControls&) = default;
 };
 
 /// The controls as the dialog opens with these settings.
-[[nodiscard]] MpsOptionControls ShowMpsOptions(const MpsOptions& options);
+[[nodiscard]] ScriptOptionControls ShowScriptOptions(const ScriptOptions& options);
 
 /// Which control holds a number that no setting does.
-enum class MpsOptionProblem { None, UtcOffsetOverflow, TrackLogStepOverflow };
+enum class ScriptOptionProblem { None, UtcOffsetOverflow, TrackLogStepOverflow };
 
 /// Stores the controls back. Numbers are the leading number of their text, rounded (halves away from 0); a text without
 /// one is 0. A number outside -32768..32767 is a problem, and then nothing is stored.
-[[nodiscard]] MpsOptionProblem ApplyMpsOptions(const MpsOptionControls& controls, MpsOptions& options);
+[[nodiscard]] ScriptOptionProblem ApplyScriptOptions(const ScriptOptionControls& controls, ScriptOptions& options);
 
 }  // namespace walrim

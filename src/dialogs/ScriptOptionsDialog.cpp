@@ -1,4 +1,4 @@
-#include "dialogs/MpsOption.h"
+#include "dialogs/ScriptOptionsDialog.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "text/Numbers.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
@@ -16,16 +16,14 @@ namespace {
 /// True where a number stands that is too large for any: it reads as 0, and no negative exponent makes it that small.
 bool BeyondNumbers(std::string_view text) {
   text = TrimBlanks(text);
-  if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
-  const std::size_t mantissa_size = std::min(text.find_first_not_of("0123456789."), text.size());
-  const std::string_view mantissa = text.substr(0, mantissa_size);
-  const std::string_view whole = mantissa.substr(0, mantissa.find('.'));
-  if (mantissa.find_first_of("123456789") == std::string_view::npos) return false;
-  text.remove_prefix(mantissa_size);
-  if (text.empty() || (text.front() != 'e' && text.front() != 'E')) {
-    return whole.find_first_of("123456789") != std::string_view::npos;
-  }
-  return text.size() < 2 || text[1] != '-';
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  const std::string_view mantissa = TakeBytes(text, text.find_first_not_of("0123456789."));
+  const auto has_value = [](std::string_view digits) {
+    return digits.find_first_of("123456789") != std::string_view::npos;
+  };
+  if (!has_value(mantissa)) return false;
+  if (!Take(text, 'e') && !Take(text, 'E')) return has_value(mantissa.substr(0, mantissa.find('.')));
+  return !text.starts_with('-');
 }
 
 std::optional<std::int16_t> Integer16(std::string_view text) {
@@ -37,22 +35,22 @@ std::optional<std::int16_t> Integer16(std::string_view text) {
 
 }  // namespace
 
-MpsOptionControls ShowMpsOptions(const MpsOptions& options) {
+ScriptOptionControls ShowScriptOptions(const ScriptOptions& options) {
   return {std::to_string(options.utc_offset_hours), options.origin_name, options.destination_name,
-          options.numbering_down == 1, std::to_string(options.track_log_step)};
+          options.numbering_down, std::to_string(options.track_log_step)};
 }
 
-MpsOptionProblem ApplyMpsOptions(const MpsOptionControls& controls, MpsOptions& options) {
+ScriptOptionProblem ApplyScriptOptions(const ScriptOptionControls& controls, ScriptOptions& options) {
   const auto utc_offset = Integer16(controls.OptUTCOffset);
-  if (!utc_offset) return MpsOptionProblem::UtcOffsetOverflow;
+  if (!utc_offset) return ScriptOptionProblem::UtcOffsetOverflow;
   const auto step = Integer16(controls.OptWptTrackLogStep);
-  if (!step) return MpsOptionProblem::TrackLogStepOverflow;
+  if (!step) return ScriptOptionProblem::TrackLogStepOverflow;
   options.utc_offset_hours = *utc_offset;
   options.origin_name = controls.OptMpsWptOrgName;
   options.destination_name = controls.OptMpsWptDestinationName;
-  options.numbering_down = controls.OptMpsWptRPnumberingDown ? 1 : 0;
+  options.numbering_down = controls.OptMpsWptRPnumberingDown;
   options.track_log_step = *step;
-  return MpsOptionProblem::None;
+  return ScriptOptionProblem::None;
 }
 
 }  // namespace walrim
