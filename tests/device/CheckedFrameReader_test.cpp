@@ -31,8 +31,8 @@ class CheckedFrameReaderTest : public ::testing::Test {
     return frames;
   }
   static Bytes DataOf(const Frame& frame) {
-    const ByteBuffer data = PacketData(frame);
-    return {data.View().begin(), data.View().end()};
+    const auto data = PacketData(frame);
+    return {data.begin(), data.end()};
   }
   void ExpectOne(const Bytes& line, int id, const Bytes& data) {
     const auto frames = FramesOf(line);

@@ -6,6 +6,7 @@
 #include "device/Garmin.h"
 #include "receiver/DemoSerialPort.h"
 #include "support/Fakes.h"
+#include "support/RecordingTrace.h"
 #include "support/ScriptedReceiver.h"
 
 namespace walrim {
@@ -36,42 +37,25 @@ const Bytes EndOfWaypoints{0x10, 0x0C, 0x02, 0x07, 0x00, 0xEB, 0x10, 0x03};
 const Bytes WaypointCommand{0x10, 0x0A, 0x02, 0x07, 0x00, 0xED, 0x10, 0x03};
 const Bytes AckOfRecords{0x10, 0x06, 0x02, 0x1B, 0x00, 0xDD, 0x10, 0x03};
 
-Bytes Joined(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts)
-    all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
-class RecordingTrace : public FrameTrace {
- public:
-  void Frame(const TracedFrame& frame) override { lines.push_back(TraceLine(frame)); }
-  void Note(nanoseconds time, std::string_view text) override { lines.push_back(TraceNoteLine(time, text)); }
-  std::vector<std::string> lines;
-};
-
 /// Exchanges on a line whose answers are written down, one list for each packet that is sent.
 class CheckedExchangeTest : public ::testing::Test {
  protected:
   using Answers = std::vector<ScriptedPort::Answer>;
 
   CheckedExchangeTest() {
-    session.checked_link = true;
-    session.link_pids.Select(1);
-    std::string settings;
-    EXPECT_TRUE(link.OpenPort("1", settings));
+    EXPECT_TRUE(link.OpenPort("1"));
     port.script = [this](const Bytes&) { return next_answer < answers.size() ? answers[next_answer++] : Answers{}; };
   }
 
-  PacketReply Command() { return link.ExchangeChecked(10, IntegerToBuffer(7), ExpectedAnswer::AckAndAnswer); }
-  PacketReply Record() { return link.ExchangeChecked(35, IntegerToBuffer(0x4241), ExpectedAnswer::Ack); }
-  PacketReply Ack() { return link.ExchangeChecked(Pid_Ack_Byte, IntegerToBuffer(27), ExpectedAnswer::OneFrame); }
+  PacketReply Command() { return link.ExchangeChecked(10, NumberData(7), ExpectedAnswer::AckAndAnswer); }
+  PacketReply Record() { return link.ExchangeChecked(35, NumberData(0x4241), ExpectedAnswer::Ack); }
+  PacketReply Ack() { return link.ExchangeChecked(Pid::Ack, NumberData(27), ExpectedAnswer::OneFrame); }
 
   FakeClock clock;
   ScriptedPort port{clock};
   FakeEventLoop loop;
-  DeviceSession session;
-  PacketLink link{port, clock, loop, session};
+  StopFlags stop;
+  PacketLink link{port, clock, loop, stop};
   std::vector<Answers> answers;
   std::size_t next_answer = 0;
 };
@@ -121,7 +105,7 @@ TEST_F(CheckedExchangeTest, ATrickleIsListenedToForTenSecondsInAllAndNotAskedAga
 }
 
 TEST_F(CheckedExchangeTest, CancelDoesNotWaitOutASilence) {
-  loop.on_yield = [this] { session.cancel_requested = clock.now > milliseconds{400}; };
+  loop.on_yield = [this] { stop.cancelled = clock.now > milliseconds{400}; };
   const PacketReply reply = Ack();
   EXPECT_EQ(reply.Count, ReceiveTimeout);
   EXPECT_EQ(reply.why, NoAnswer::Cancel);
@@ -276,7 +260,7 @@ TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPl
   answers = {{{milliseconds{5}, Joined({Fix, AckOfCommand, Protocols, Unknown, FiveRecords, Fix})}}};
   const PacketReply reply = Command();
   ASSERT_EQ(reply.Count, 2);
-  EXPECT_EQ(reply.Slot(1).Id(), Pid_Ack_Byte);
+  EXPECT_EQ(reply.Slot(1).Id(), Pid::Ack);
   EXPECT_EQ(reply.Slot(2).Id(), 27);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, AckOfFix, AckOfProtocols, AckOfUnknown, AckOfFix}));
 
@@ -319,7 +303,7 @@ TEST_F(CheckedExchangeTest, AnAckOfAnotherPacketAndOtherFramesAreNoAckOfARecord)
   answers = {{{milliseconds{5}, Joined({FiveRecords, AckOfCommand, AckOfWaypoint})}}};
   const PacketReply reply = Record();
   ASSERT_EQ(reply.Count, 1);
-  EXPECT_EQ(reply.FirstId(), Pid_Ack_Byte);
+  EXPECT_EQ(reply.FirstId(), Pid::Ack);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 35);
 }
 
@@ -364,7 +348,7 @@ TEST_F(CheckedExchangeTest, AStreamOfDamagedFramesIsAnError) {
 TEST_F(CheckedExchangeTest, BytesThatKeepComingDoNotKeepACancelledTransferWaiting) {
   for (int i = 0; i < 600; ++i)
     port.Queue(milliseconds{1400} * (i + 1), {0x24});
-  loop.on_yield = [this] { session.TransferAborted = clock.now > seconds{10}; };
+  loop.on_yield = [this] { stop.aborted = clock.now > seconds{10}; };
   EXPECT_EQ(Ack().Count, ReceiveTimeout);
   EXPECT_LT(clock.now, seconds{11});
 }
@@ -414,24 +398,34 @@ class CheckedTransferTest : public ::testing::Test {
       ASSERT_EQ(AddFault(options.faults, fault), "");
     port.emplace(std::move(options), clock, [this](nanoseconds time) { clock.Advance(time); });
     garmin.emplace(data, *port, clock, loop, desktop);
-    garmin->session.link_choice = LinkChoice::Checked;
-    garmin->Link().SetTrace(&trace);
+    garmin->SetLinkChoice(LinkChoice::Checked);
+    garmin->SetTrace(&trace);
     loop.on_yield = [this] {
-      if (loop.yields > 200'000) garmin->session.TransferAborted = true;
+      if (loop.yields > 200'000) garmin->Cancel();
     };
   }
   std::int32_t Connect() { return garmin->ConnectDevice("demo").ProductId; }
   std::int32_t Download(DataKind kind) { return garmin->Download(kind, "demo", TransferMode::Transfer); }
-  [[nodiscard]] std::string Ident(int slot) const { return data.d108[static_cast<std::size_t>(slot)].ident; }
+  [[nodiscard]] std::string Ident(int number) const {
+    return data.Waypoints().at(static_cast<std::size_t>(number) - 1).ident;
+  }
 
   FakeClock clock;
   FakeEventLoop loop;
   RecordingDesktop desktop;
   RecordingTrace trace;
-  InternalData data;
+  DataSet data;
   std::optional<DemoSerialPort> port;
   std::optional<Garmin> garmin;
 };
+
+Waypoint WaypointNamed(std::string_view ident) {
+  Waypoint waypoint;
+  waypoint.ident = ident;
+  waypoint.lat_deg = 45;
+  waypoint.lon_deg = 135;
+  return waypoint;
+}
 
 HeldContents NumberedWaypoints(int count) {
   HeldContents contents;
@@ -467,24 +461,19 @@ TEST_F(CheckedTransferTest, AWrongChecksumANakNoiseAndSlowBytesLoseNothing) {
     ASSERT_EQ(Download(DataKind::Waypoint), 8);
     for (int i = 1; i <= 8; ++i)
       EXPECT_EQ(Ident(i), "W" + std::to_string(i));
-    EXPECT_EQ(garmin->session.report.damaged_records, 0);
-    EXPECT_FALSE(garmin->session.report.data_loss);
+    EXPECT_EQ(garmin->Report().damaged_records, 0);
+    EXPECT_FALSE(garmin->Report().data_loss);
     EXPECT_TRUE(desktop.messages.empty());
   }
 }
 
 TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
   Start({"nak=4"}, NumberedWaypoints(0));
-  WaypointRecord record;
-  record[WaypointField::lat] = "45";
-  record[WaypointField::lon] = "135";
-  for (const auto* ident : {"A", "B", "C"}) {
-    record[WaypointField::ident] = ident;
-    ASSERT_GT(data.AddWaypoint(record), 0);
-  }
+  for (const auto* ident : {"A", "B", "C"})
+    ASSERT_EQ(data.Add(WaypointNamed(ident)), AddResult::Stored);
   ASSERT_GT(Connect(), 0);
   EXPECT_EQ(garmin->Upload(DataKind::Waypoint, "demo"), 3);
-  EXPECT_EQ(garmin->session.report.refused_records, 0);
+  EXPECT_EQ(garmin->Report().refused_records, 0);
   data.Clear(DataKind::Waypoint);
   EXPECT_EQ(Download(DataKind::Waypoint), 3);
   EXPECT_EQ(Ident(2), "B");
@@ -494,7 +483,7 @@ TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
 TEST_F(CheckedTransferTest, AReceiverThatRefusesEverythingHasFailedAfterThreeTries) {
   Start({"nak"});
   EXPECT_EQ(Connect(), 0);
-  EXPECT_TRUE(garmin->session.report.refused);
+  EXPECT_TRUE(garmin->Report().refused);
 }
 
 // The frames come faster than an ACK leaves, so that the burst is seen only while the next exchange is under way.
@@ -531,9 +520,9 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
       ScriptedReceiver receiver(port);
       FakeEventLoop loop;
       RecordingDesktop desktop;
-      InternalData data;
+      DataSet data;
       Garmin garmin(data, port, clock, loop, desktop);
-      garmin.session.link_choice = checked ? LinkChoice::Checked : LinkChoice::Plain;
+      garmin.SetLinkChoice(checked ? LinkChoice::Checked : LinkChoice::Plain);
       const auto answer = port.script;
       port.script = [&](const Bytes& wire) {
         auto answers = answer(wire);
@@ -542,24 +531,21 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
         }
         return answers;
       };
-      WaypointRecord record;
-      record[WaypointField::ident] = "A";
-      record[WaypointField::lat] = "45";
-      record[WaypointField::lon] = "135";
-      ASSERT_GT(data.AddWaypoint(record), 0);
+      ASSERT_EQ(data.Add(WaypointNamed("A")), AddResult::Stored);
       ASSERT_EQ(garmin.ConnectDevice("1").ProductId, 130);
       EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
-      EXPECT_EQ(garmin.session.report.refused_records, 0);
-      EXPECT_FALSE(garmin.session.report.end_refused);
+      EXPECT_EQ(garmin.Report().refused_records, 0);
+      EXPECT_FALSE(garmin.Report().end_refused);
     }
   }
 }
 
 TEST_F(CheckedTransferTest, APacketHasLeftWhenItsSendingEnds) {
   Start({});
-  std::string settings;
-  ASSERT_TRUE(garmin->Link().OpenPort("demo", settings));
-  garmin->Link().SendPacket(Pid_Ack_Byte, IntegerToBuffer(0));
+  const StopFlags stop;
+  PacketLink link(*port, clock, loop, stop);
+  ASSERT_TRUE(link.OpenPort("demo"));
+  link.SendPacket(Pid::Ack, NumberData(0));
   EXPECT_EQ(port->OutBufferCount(), 0U);
   EXPECT_GE(clock.now, LineByteTime * 8);
   EXPECT_GT(loop.yields, 0);

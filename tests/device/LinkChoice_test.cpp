@@ -1,5 +1,4 @@
 // Which link the transfers behind an identification use, and what the identification says on the wire for it.
-#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <string>
@@ -7,13 +6,13 @@
 
 #include "device/Garmin.h"
 #include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "support/Packets.h"
+#include "support/RecordingTrace.h"
 
 namespace walrim {
 namespace {
 
 using std::chrono::milliseconds;
-using std::chrono::nanoseconds;
 
 // By hand: FE+02 = 100h, checksum 00. 06+02+FF = 107h, checksum F9. 06+02+FD = 105h, checksum FB.
 const Bytes ProductRequest{0x10, 0xFE, 0x02, 0x00, 0x00, 0x00, 0x10, 0x03};
@@ -24,26 +23,9 @@ const Bytes AckOfProductRequest{0x10, 0x06, 0x02, 0xFE, 0x00, 0xFA, 0x10, 0x03};
 // Id 130, version 2.14, "AB", "": FF+08+82+D6+41+42 = 2E2h, checksum 1E.
 const Bytes ProductData{0x10, 0xFF, 0x08, 0x82, 0x00, 0xD6, 0x00, 0x41, 0x42, 0x00, 0x00, 0x1E, 0x10, 0x03};
 
-class NoteTrace : public FrameTrace {
- public:
-  void Frame(const TracedFrame& /*frame*/) override {}
-  void Note(nanoseconds /*time*/, std::string_view text) override { notes.emplace_back(text); }
-  [[nodiscard]] bool Noted(std::string_view text) const {
-    return std::find(notes.begin(), notes.end(), text) != notes.end();
-  }
-  std::vector<std::string> notes;
-};
-
-Bytes Joined(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts)
-    all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
 class LinkChoiceTest : public ::testing::Test {
  protected:
-  LinkChoiceTest() { garmin.Link().SetTrace(&trace); }
+  LinkChoiceTest() { garmin.SetTrace(&trace); }
 
   /// Identifies a receiver that answers the product request with these bytes, and says no more.
   ProductInfo Meet(LinkChoice choice, const Bytes& answer) {
@@ -51,7 +33,7 @@ class LinkChoiceTest : public ::testing::Test {
       if (wire.at(1) != 254) return {};
       return {{milliseconds{2}, answer}};
     };
-    garmin.session.link_choice = choice;
+    garmin.SetLinkChoice(choice);
     port.sent.clear();
     trace.notes.clear();
     return garmin.ConnectDevice("1");
@@ -61,15 +43,14 @@ class LinkChoiceTest : public ::testing::Test {
   ScriptedPort port{clock};
   FakeEventLoop loop;
   RecordingDesktop desktop;
-  InternalData data;
+  DataSet data;
   Garmin garmin{data, port, clock, loop, desktop};
-  NoteTrace trace;
+  RecordingTrace trace;
 };
 
 TEST_F(LinkChoiceTest, AnAnswerFramedAsPublishedChoosesTheCheckedLink) {
-  EXPECT_EQ(garmin.session.link_choice, LinkChoice::Automatic);
   EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
   EXPECT_TRUE(trace.Noted("checked link"));
 }
 
@@ -85,7 +66,7 @@ TEST_F(LinkChoiceTest, AWrongSizeOrChecksumOrALoneDleChoosesThePlainLink) {
   for (const Bytes& answer : {Joined({ack_sum, ProductData}), Joined({AckOfProductRequest, product_sum}),
                               Joined({AckOfProductRequest, product_size}), Joined({AckOfProductRequest, lone})}) {
     EXPECT_EQ(Meet(LinkChoice::Automatic, answer).ProductId, 130);
-    EXPECT_FALSE(garmin.session.checked_link);
+    EXPECT_FALSE(garmin.CheckedLinkInUse());
     EXPECT_TRUE(trace.Noted("plain link"));
     EXPECT_EQ(port.sent, std::vector<Bytes>{ProductRequest});
   }
@@ -96,19 +77,19 @@ TEST_F(LinkChoiceTest, EachIdentificationChoosesAnew) {
   spoilt[11] = 0x1F;
   EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
   EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, spoilt})).ProductId, 130);
-  EXPECT_FALSE(garmin.session.checked_link);
+  EXPECT_FALSE(garmin.CheckedLinkInUse());
   EXPECT_EQ(Meet(LinkChoice::Automatic, {}).ProductId, -1);
-  EXPECT_FALSE(garmin.session.checked_link);
+  EXPECT_FALSE(garmin.CheckedLinkInUse());
 }
 
 TEST_F(LinkChoiceTest, WhoeverChoosesOneGetsIt) {
   EXPECT_EQ(Meet(LinkChoice::Plain, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
-  EXPECT_FALSE(garmin.session.checked_link);
+  EXPECT_FALSE(garmin.CheckedLinkInUse());
   EXPECT_TRUE(trace.Noted("plain link"));
   Bytes spoilt = AckOfProductRequest;
   spoilt[5] = 0xFB;
   EXPECT_EQ(Meet(LinkChoice::Checked, Joined({spoilt, ProductData})).ProductId, 130);
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
   EXPECT_TRUE(trace.Noted("checked link"));
 }
 
@@ -123,7 +104,7 @@ TEST_F(LinkChoiceTest, ProductDataAreAcknowledgedButOnThePlainLink) {
 
 TEST_F(LinkChoiceTest, TheProtocolListBehindTheAckIsAcknowledgedAndPassedOver) {
   for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked}) {
-    garmin.session.link_choice = choice;
+    garmin.SetLinkChoice(choice);
     port.sent.clear();
     port.script = [](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
       if (wire == ProductRequest) return {{milliseconds{2}, Joined({AckOfProductRequest, ProductData})}};
@@ -150,7 +131,7 @@ TEST_F(LinkChoiceTest, ATalkerBehindTheProductDataIsNotListenedToForEver) {
 TEST_F(LinkChoiceTest, ThePortIsNotClosedBeforeTheLineHasFallenSilent) {
   for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
     for (const int late_ms : {40, 70, 95}) {
-      garmin.session.link_choice = choice;
+      garmin.SetLinkChoice(choice);
       port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
         if (wire != ProductRequest) return {};
         return {{milliseconds{2}, Joined({AckOfProductRequest, ProductData})},
@@ -178,7 +159,7 @@ TEST_F(LinkChoiceTest, TheDescriptionIsTheFirstTwoTexts) {
   const Bytes product{0x10, 0xFF, 0x0B, 0x82, 0x00, 0xD6, 0x00, 0x41, 0x42,
                       0x00, 0x43, 0x44, 0x00, 0x00, 0x94, 0x10, 0x03};
   EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, product})).Description, "AB CD");
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
 }
 
 // Version 7.84 is 310h, 10 03 on the wire. FF+08+82+10+03+41+42 = 21Fh, checksum E1.
@@ -187,7 +168,7 @@ TEST_F(LinkChoiceTest, AVersionOf10hThen03hDoesNotCutTheProductDataWhereTheLinkI
   const ProductInfo info = Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, product}));
   EXPECT_FLOAT_EQ(info.SoftwareVersion, 7.84F);
   EXPECT_EQ(info.Description, "AB ");
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
 }
 
 }  // namespace

@@ -19,10 +19,9 @@
 #include "platform/EventLoop.h"
 #include "platform/Inet.h"
 #include "platform/SerialPort.h"
+#include "support/Packets.h"
 
 namespace walrim {
-
-using Bytes = std::vector<std::uint8_t>;
 
 class FakeClock : public Clock {
  public:

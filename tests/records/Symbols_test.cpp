@@ -1,12 +1,13 @@
-// Every name of the tables, written out as people read them: "code name; code name; ...".
+#include "records/Symbols.h"
+
 #include <gtest/gtest.h>
 #include <string>
-
-#include "device/NameTables.h"
+#include <utility>
 
 namespace walrim {
 namespace {
 
+/// As people read them: "code name; code name; ...".
 std::string WrittenOut(std::span<const NamedCode> names) {
   std::string text;
   for (const NamedCode& row : names)
@@ -61,29 +62,46 @@ constexpr std::string_view LargeSymbols =
     "16399 localizer outer marker; 16400 missed approach point; 16401 TACAN symbol; 16402 Seaplane Base; ";
 
 TEST(AllNames, SymbolsOfD103AndD107) {
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D103).SymbolNames), SmallSymbols);
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D107).SymbolNames), SmallSymbols);
+  EXPECT_EQ(WrittenOut(SymbolNames(WaypointType::D103)), SmallSymbols);
+  EXPECT_EQ(WrittenOut(SymbolNames(WaypointType::D107)), SmallSymbols);
 }
 
 TEST(AllNames, SymbolsOfD104AndD108) {
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D104).SymbolNames), LargeSymbols);
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D108).SymbolNames), LargeSymbols);
+  EXPECT_EQ(WrittenOut(SymbolNames(WaypointType::D104)), LargeSymbols);
+  EXPECT_EQ(WrittenOut(SymbolNames(WaypointType::D108)), LargeSymbols);
 }
 
 TEST(AllNames, DisplayModes) {
   constexpr std::string_view Three =
       "0 Display symbol with waypoint name; 1 Display symbol by itself; 2 Display symbol with comment; ";
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D103).DisplayNames), Three);
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D107).DisplayNames), Three);
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D108).DisplayNames), Three);
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D104).DisplayNames),
+  EXPECT_EQ(WrittenOut(DisplayNames(WaypointType::D103)), Three);
+  EXPECT_EQ(WrittenOut(DisplayNames(WaypointType::D107)), Three);
+  EXPECT_EQ(WrittenOut(DisplayNames(WaypointType::D108)), Three);
+  EXPECT_EQ(WrittenOut(DisplayNames(WaypointType::D104)),
             "0 Display symbol non; 1 Display symbol by itself; 3 Display symbol with waypoint name; "
             "5 Display symbol with comment; ");
 }
 
-TEST(AllNames, Colours) {
-  EXPECT_EQ(WrittenOut(NameTablesFor(WaypointType::D107).ColourNames),
-            "0 Default waypoint color; 1 Red; 2 Green; 3 Blue; ");
+TEST(NameOf, FindsARowByItsCode) {
+  EXPECT_EQ(NameOf(SymbolNames(WaypointType::D108), 8196), "TracBack (feet) symbol");
+  EXPECT_EQ(NameOf(SymbolNames(WaypointType::D103), 15), "back track symbol");
+  EXPECT_EQ(NameOf(DisplayNames(WaypointType::D104), 5), "Display symbol with comment");
+}
+
+TEST(NameOf, ACodeWithoutARowHasNoName) {
+  EXPECT_EQ(NameOf(SymbolNames(WaypointType::D103), 16), "");
+  EXPECT_EQ(NameOf(SymbolNames(WaypointType::D104), 8224), "");
+  EXPECT_EQ(NameOf(SymbolNames(WaypointType::D104), 65535), "");
+  EXPECT_EQ(NameOf(DisplayNames(WaypointType::D104), 2), "");
+}
+
+TEST(SmallSymbolFor, IsTheSamePictureTheNearestOrTheDot) {
+  const auto small = [](int code) { return std::pair{int{SmallSymbolFor(code).code}, SmallSymbolFor(code).exact}; };
+  EXPECT_EQ(small(18), std::pair(0, true));
+  EXPECT_EQ(small(178), std::pair(10, true));
+  EXPECT_EQ(small(8246), std::pair(10, false));
+  EXPECT_EQ(small(8286), std::pair(10, false));
+  EXPECT_EQ(small(8200), std::pair(0, false));
 }
 
 }  // namespace
