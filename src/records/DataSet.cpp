@@ -30,6 +30,7 @@ AddResult DataSet::Begin(Route route) {
   const bool full = routes_.size() >= MaxRoutes;
   route_header_ = full ? Header::Refused : Header::Open;
   if (full) return AddResult::Full;
+  if (!routes_.empty()) routes_.back().points.shrink_to_fit();
   routes_.push_back(std::move(route));
   return AddResult::Stored;
 }
@@ -50,6 +51,8 @@ AddResult DataSet::Begin(TrackLog log) {
   const bool full = log.headless ? !logs_.empty() : Count(DataKind::TrackLog) >= MaxTrackLogs;
   log_header_ = full ? Header::Refused : Header::Open;
   if (full) return AddResult::Full;
+  // Of more than a thousand logs, the room for points that did not come is a third of all memory.
+  if (!logs_.empty()) logs_.back().points.shrink_to_fit();
   logs_.push_back(std::move(log));
   return AddResult::Stored;
 }
