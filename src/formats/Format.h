@@ -53,6 +53,7 @@ struct TextBeginning {
 struct Format {
   FormatId id;
   std::string_view name;                 ///< in the list of output types
+  std::string_view english_name;         ///< in the terminal's help
   std::string_view ending;               ///< of its files, without the point
   std::string_view filter;               ///< entry of the file dialogs' filter: "name (*.ending)|*.ending|"
   std::string_view paste_status;         ///< shown while a pasted text is read

@@ -13,13 +13,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "app/FileFormat.h"
+#include "WholeFiles.h"
 #include "app/FileStore.h"
-#include "app/OutputTypes.h"
+#include "app/Messages.h"
+#include "app/ProgramName.h"
 #include "app/WalrimMain.h"
 #include "support/Fakes.h"
 #include "support/Processes.h"
-#include "support/Refusals.h"
 
 namespace walrim {
 namespace {
@@ -53,18 +53,19 @@ class FilesTest : public ::testing::Test {
   }
   /// The message about a file of the folder; the folder itself for no name.
   std::string ReadProblem(std::string_view name, int error_number) const {
-    return "ファイルを読み込めません：" + (name.empty() ? folder.string() : Path(name)) + "（" +
-           std::strerror(error_number) + "）";
+    return messages::ReadProblem(name.empty() ? folder.string() : Path(name), std::strerror(error_number));
   }
+  [[nodiscard]] DataSet& Data() { return main.State().Data(); }
+  [[nodiscard]] std::optional<int> Held(DataKind kind = DataKind::Waypoint) { return main.State().HeldCount(kind); }
   /// Holds one waypoint and ticks it.
   void HoldWaypoint(std::string_view ident = "TAKAO") {
-    WaypointRecord record;
-    record[WaypointField::ident] = ident;
-    record[WaypointField::lat] = "35.5";
-    record[WaypointField::lon] = "139.25";
-    ASSERT_GT(main.Data().AddWaypoint(record), 0);
-    main.SetGpsNum(DataKind::Waypoint, std::to_string(main.Data().WaypointCount));
-    main.controls.DoCheck[0] = true;
+    Waypoint waypoint;
+    waypoint.ident = ident;
+    waypoint.lat_deg = 35.5;
+    waypoint.lon_deg = 139.25;
+    ASSERT_EQ(Data().Add(waypoint), AddResult::Stored);
+    main.State().SetHeldCount(DataKind::Waypoint, static_cast<int>(Data().Count(DataKind::Waypoint)));
+    main.State().Settings().chosen_kinds[0] = true;
   }
 
   fs::path folder;
@@ -79,10 +80,10 @@ class FilesTest : public ::testing::Test {
 // ---- Export
 
 TEST_F(FilesTest, ExportWithoutDataOrSelectionIsRefused) {
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   HoldWaypoint();
-  main.controls.DoCheck.fill(false);
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  main.State().Settings().chosen_kinds.fill(false);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   EXPECT_EQ(desktop.messages,
             (std::vector<std::string>{"DataSetがDownLoadされていません．", "DataSetが選択されていません．"}));
 }
@@ -90,7 +91,7 @@ TEST_F(FilesTest, ExportWithoutDataOrSelectionIsRefused) {
 TEST_F(FilesTest, ExportAsksForAPathWithTheTypesFilter) {
   HoldWaypoint();
   desktop.save_path = Path("a.grc");
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_EQ(desktop.filters, std::vector<std::string>{"すべてのファイル (*.*)|*.*|標準ファイル (*.grc)|*.grc|"});
   EXPECT_EQ(Contents(Path("a.grc")).substr(0, 30), "WPT\tD\tWGS84\t=\"TAKAO\"\t35.5\t139.");
   EXPECT_TRUE(desktop.Showed("Export to " + Path("a.grc")));
@@ -100,59 +101,60 @@ TEST_F(FilesTest, ExportAsksForAPathWithTheTypesFilter) {
 
 TEST_F(FilesTest, ACancelledSaveDialogWritesNothing) {
   HoldWaypoint();
-  main.controls.AutoDelete = true;
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  main.State().Settings().auto_delete = true;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   EXPECT_EQ(FilesInFolder(), 0U);
-  EXPECT_EQ(main.Data().WaypointCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
 }
 
 TEST_F(FilesTest, AutoFileNameIsMadeOfDateAndTime) {
   HoldWaypoint();
-  main.controls.AutoFileName = true;
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  main.State().Settings().auto_file_name = true;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_TRUE(fs::exists(Path("20021115_142530.grc")));
   EXPECT_TRUE(desktop.filters.empty());
 }
 
 TEST_F(FilesTest, ASecondExportWithinTheSameSecondAsksFirst) {
   HoldWaypoint();
-  main.controls.AutoFileName = true;
-  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  main.State().Settings().auto_file_name = true;
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
   const std::string first = Contents(Path("20021115_142530.grc"));
   HoldWaypoint("JINBA");
   desktop.ok = false;
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   const std::string path = (fs::current_path() / "20021115_142530.grc").string();
   EXPECT_EQ(desktop.questions, std::vector<std::string>{"このファイル（" + path + ")は存在します．上書きしますか？"});
   EXPECT_EQ(Contents(Path("20021115_142530.grc")), first);
   desktop.ok = true;
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_GT(Contents(Path("20021115_142530.grc")).size(), first.size());
 }
 
 TEST_F(FilesTest, AutoDeleteEmptiesTheExportedKinds) {
   HoldWaypoint();
-  main.controls.AutoDelete = true;
+  main.State().Settings().auto_delete = true;
   desktop.save_path = Path("a.grc");
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
-  EXPECT_EQ(main.controls.GpsNum[0], "-");
-  EXPECT_EQ(main.Data().WaypointCount, 0);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_EQ(Held(), std::nullopt);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 TEST_F(FilesTest, AutoDeleteKeepsWhatCouldNotBeWritten) {
   HoldWaypoint();
-  main.controls.AutoDelete = true;
+  main.State().Settings().auto_delete = true;
   desktop.save_path = Path("missing/a.grc");
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{WriteProblemText(Path("missing/a.grc"), std::strerror(ENOENT))});
-  EXPECT_EQ(main.Data().WaypointCount, 1);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages,
+            std::vector<std::string>{messages::WriteProblem(Path("missing/a.grc"), std::strerror(ENOENT))});
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
 }
 
 TEST_F(FilesTest, SelectedKindsWithoutRecordsShowBothMessages) {
   HoldWaypoint();
-  main.controls.DoCheck = {false, true, false};
+  main.State().Settings().chosen_kinds = {false, true, false};
   desktop.save_path = Path("a.grc");
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   EXPECT_EQ(desktop.messages,
             (std::vector<std::string>{"保存するデータがありません．", "DatasetがDownLoadされていません．"}));
   EXPECT_EQ(FilesInFolder(), 0U);
@@ -161,10 +163,10 @@ TEST_F(FilesTest, SelectedKindsWithoutRecordsShowBothMessages) {
 TEST_F(FilesTest, FilesAreShiftJisByDefaultAndUtf8OnRequest) {
   HoldWaypoint("高尾");
   desktop.save_path = Path("a.grc");
-  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_NE(Contents(Path("a.grc")).find("=\"\x8d\x82\x94\xf6\""), std::string::npos);
-  main.controls.Encoding = TextEncoding::Utf8;
-  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
+  main.State().Settings().encoding = TextEncoding::Utf8;
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_NE(Contents(Path("a.grc")).find("=\"高尾\""), std::string::npos);
 }
 
@@ -173,30 +175,30 @@ TEST_F(FilesTest, ACharacterThatShiftJisLacksIsNamedAndNothingIsWrittenUnasked) 
   HoldWaypoint("CAFé");
   desktop.save_path = Path("a.grc");
   desktop.yes = false;
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   EXPECT_EQ(desktop.questions,
             std::vector<std::string>{"2行目のWPT「CAFé」の文字「é」はShift-JISでは表せません．UTF-8で保存しますか？"});
   EXPECT_EQ(FilesInFolder(), 0U);
   desktop.yes = true;
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_NE(Contents(Path("a.grc")).find("=\"CAFé\""), std::string::npos);
 }
 
 TEST_F(FilesTest, HeaderLinesComeWhereWanted) {
   HoldWaypoint();
-  main.controls.WithHeader = true;
-  EXPECT_EQ(main.Copy_Click(), Outcome::Done);
+  main.State().Settings().with_header = true;
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
   EXPECT_EQ(desktop.clipboard.substr(0, 32), "WPT\tDegreeType\tDatum\tident\tlat\tl");
 }
 
 TEST_F(FilesTest, CopyPutsStandardLinesOnTheClipboardAndAutoDeleteFollows) {
-  EXPECT_EQ(main.Copy_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Refused);
   EXPECT_EQ(desktop.messages, std::vector<std::string>{"DataSetがDownLoadされていません．"});
   HoldWaypoint();
-  main.controls.AutoDelete = true;
-  EXPECT_EQ(main.Copy_Click(), Outcome::Done);
+  main.State().Settings().auto_delete = true;
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
   EXPECT_EQ(desktop.clipboard.substr(0, 4), "WPT\t");
-  EXPECT_EQ(main.Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- Import
@@ -204,35 +206,35 @@ TEST_F(FilesTest, CopyPutsStandardLinesOnTheClipboardAndAutoDeleteFollows) {
 TEST_F(FilesTest, ImportReadsWhatExportWrote) {
   HoldWaypoint("高尾");
   desktop.save_path = Path("a.grc");
-  ASSERT_EQ(main.FileExport_Click(), Outcome::Done);
-  ASSERT_EQ(main.Delete_Click(), Outcome::Done);
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  ASSERT_EQ(main.Deletes().Delete(), Outcome::Done);
   desktop.open_path = Path("a.grc");
-  EXPECT_EQ(main.FileImport_Click(), Outcome::Done);
+  EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Done);
   EXPECT_TRUE(desktop.Showed("Import from " + Path("a.grc")));
-  EXPECT_EQ(main.controls.GpsNum[0], "1");
-  EXPECT_TRUE(main.DataSetLoaded(DataKind::Waypoint));
-  EXPECT_EQ(main.Data().d108[1].ident, "高尾");
+  EXPECT_EQ(Held(), 1);
+  EXPECT_TRUE(main.State().Loaded(DataKind::Waypoint));
+  EXPECT_EQ(Data().Waypoints().at(0).ident, "高尾");
   EXPECT_EQ(desktop.caption, "取り込み：Waypoint 1，Route 0，TrackLog 0．");
 }
 
 TEST_F(FilesTest, ImportAppendsAndShowsAllThatIsHeld) {
   Put(Path("a.grc"), "WPT\tD\tWGS84\tA\t35\t139\r\n");
-  ASSERT_EQ(main.ImportFile(Path("a.grc")), Outcome::Done);
-  ASSERT_EQ(main.ImportFile(Path("a.grc")), Outcome::Done);
-  EXPECT_EQ(main.controls.GpsNum[0], "2");
-  EXPECT_EQ(main.controls.GpsNum[1], "-");
+  ASSERT_EQ(main.Imports().ImportFile(Path("a.grc")), Outcome::Done);
+  ASSERT_EQ(main.Imports().ImportFile(Path("a.grc")), Outcome::Done);
+  EXPECT_EQ(Held(), 2);
+  EXPECT_EQ(Held(DataKind::Route), std::nullopt);
 }
 
 TEST_F(FilesTest, AnUnknownFileIsRefusedAndNothingIsImported) {
   Put(Path("a.txt"), "hello\r\nWPT\tD\tWGS84\tA\t35\t139\r\n");
-  EXPECT_EQ(main.ImportFile(Path("a.txt")), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{RefusedFile(Path("a.txt"))});
-  EXPECT_EQ(main.Data().WaypointCount, 0);
+  EXPECT_EQ(main.Imports().ImportFile(Path("a.txt")), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{messages::UnsupportedFile(Path("a.txt"))});
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 TEST_F(FilesTest, ACancelledOpenDialogAndAnEmptyPathDoNothing) {
-  EXPECT_EQ(main.FileImport_Click(), Outcome::Refused);
-  EXPECT_EQ(main.ImportFile(""), Outcome::Done);
+  EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Refused);
+  EXPECT_EQ(main.Imports().ImportFile(""), Outcome::Done);
   EXPECT_TRUE(desktop.messages.empty());
   EXPECT_TRUE(desktop.captions.empty());
 }
@@ -243,10 +245,10 @@ TEST_F(FilesTest, AFileThatCannotBeReadIsSaidWithItsReason) {
   ::chmod(folder.c_str(), 0755);
   const auto read_all = [this] {
     if (!BecomeNobody()) std::_Exit(2);
-    EXPECT_EQ(main.ImportFile(Path("none.grc")), Outcome::Refused);
-    EXPECT_EQ(main.ImportFile(Path("secret.grc")), Outcome::Refused);
-    EXPECT_EQ(main.ImportFile(Path("secret.grc/a.grc")), Outcome::Refused);
-    EXPECT_EQ(main.ImportFile(folder.string()), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(Path("none.grc")), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(Path("secret.grc")), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(Path("secret.grc/a.grc")), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(folder.string()), Outcome::Refused);
     EXPECT_EQ(desktop.messages,
               (std::vector<std::string>{ReadProblem("none.grc", ENOENT), ReadProblem("secret.grc", EACCES),
                                         ReadProblem("secret.grc/a.grc", ENOTDIR), ReadProblem("", EISDIR)}));
@@ -260,14 +262,13 @@ TEST_F(FilesTest, WhatIsNoRegularFileIsRefusedAtOnce) {
   const std::vector<std::string> refused{Path("pipe"), "/dev/null", "/dev/zero"};
   for (const std::string& path : refused) {
     desktop.messages.clear();
-    EXPECT_EQ(main.ImportFrom(path), Outcome::Refused);
-    EXPECT_EQ(main.ImportTyped("file://" + path), Outcome::Refused);
-    EXPECT_EQ(main.TakeDrop({path}, ""), Outcome::Refused);
-    EXPECT_EQ(main.WalrimCmd("GetFile", path, ""), CommandRefused);
+    EXPECT_EQ(main.Imports().ImportFrom(path), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportTyped("file://" + path), Outcome::Refused);
+    EXPECT_EQ(main.External().TakeDrop({path}, ""), Outcome::Refused);
+    EXPECT_EQ(main.External().Run("GetFile", path, ""), CommandRefused);
     desktop.open_path = path;
-    EXPECT_EQ(main.FileImport_Click(), Outcome::Refused);
-    EXPECT_EQ(desktop.messages,
-              std::vector<std::string>(5, "ファイルを読み込めません：" + path + "（通常のファイルではありません）"));
+    EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Refused);
+    EXPECT_EQ(desktop.messages, std::vector<std::string>(5, messages::ReadProblem(path, messages::NoRegularFile)));
   }
 }
 
@@ -293,27 +294,6 @@ TEST_F(FilesTest, StandardInputThatIsClosedIsSaidWithItsReason) {
     std::_Exit(!read && problem.detail == std::strerror(EBADF) ? 0 : 1);
   };
   EXPECT_EXIT(read_it(), ::testing::ExitedWithCode(0), "");
-}
-
-TEST(RecognizeFormat, GoesByTheFirstColumnOfTheFirstLineInAnyCase) {
-  EXPECT_EQ(RecognizeFormat("wpt\tD\n", "a"), FileFormat::Standard);
-  EXPECT_EQ(RecognizeFormat("Walrim,Ver. 1.0\r\n", "a"), FileFormat::Standard);
-  EXPECT_EQ(RecognizeFormat("TRP", "a.mps"), FileFormat::Standard);
-  EXPECT_EQ(RecognizeFormat("wp,D,A\r\n", "a"), FileFormat::WptPlus);
-  EXPECT_EQ(RecognizeFormat("Datum,WGS84", "a"), FileFormat::WptPlus);
-  EXPECT_EQ(RecognizeFormat("//Header:Prog", "x.MPS"), FileFormat::MapServerScript);
-  EXPECT_EQ(RecognizeFormat("//Header:Prog", "x.grc"), FileFormat::Unknown);
-  EXPECT_EQ(RecognizeFormat("", ""), FileFormat::Unknown);
-  EXPECT_EQ(RecognizeFormat(std::string(400, ','), "a"), FileFormat::Unknown);
-}
-
-TEST(OutputTypes, NameExtensionAndFilterAreOneRow) {
-  EXPECT_EQ(OutputTypeOfName("標準").extension, "grc");
-  EXPECT_EQ(OutputTypeOfName("WPT+").extension, "txt");
-  EXPECT_EQ(OutputTypeOfName("MPS").extension, "mps");
-  EXPECT_EQ(OutputTypeOfExtension("GRC").name, "標準");
-  EXPECT_EQ(DialogFilter(OutputTypeOfName("WPT+")), "すべてのファイル (*.*)|*.*|WPT+ファイル (*.txt)|*.txt|");
-  EXPECT_EQ(DialogFilter(OutputTypeOfName("MPS")), "すべてのファイル (*.*)|*.*|MPSファイル (*.mps)|*.mps|");
 }
 
 TEST(WindowTitle, NamesTheProgramItsVersionAndWhatItIs) {

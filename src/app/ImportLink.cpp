@@ -1,36 +1,26 @@
-#include "app/ImportSource.h"
+#include "app/ImportLink.h"
 
 #include <algorithm>
 
+#include "app/Messages.h"
 #include "text/PercentEscapes.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r\n";
 constexpr std::string_view SchemeEnd = "//";
-
-std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(Blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
-}
-
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
 
 /// scheme is what stands before the first "//".
 LinkScheme SchemeOf(std::string_view scheme) {
   constexpr std::size_t HttpsLength = 6;
-  const std::string upper = UpperCase(scheme);
-  if (upper == "HTTP:") return LinkScheme::Http;
-  if (upper == "FTP:") return LinkScheme::Ftp;
-  if (upper == "FILE:") return LinkScheme::File;
+  if (SameWord(scheme, "HTTP:")) return LinkScheme::Http;
+  if (SameWord(scheme, "FTP:")) return LinkScheme::Ftp;
+  if (SameWord(scheme, "FILE:")) return LinkScheme::File;
   const bool https =
-      upper.size() == HttpsLength && upper.starts_with("HTTP") && IsLetter(upper[4]) && upper.ends_with(':');
+      scheme.size() == HttpsLength && BeginsWithWord(scheme, "HTTP") && IsLetter(scheme[4]) && scheme.ends_with(':');
   return https ? LinkScheme::Https : LinkScheme::None;
 }
 
@@ -50,26 +40,26 @@ std::string_view TakeHost(std::string_view& rest) {
 }  // namespace
 
 ImportLink LinkOf(std::string_view text) {
-  text = Trim(text);
+  text = TrimSpace(text);
   const std::size_t end = text.find(SchemeEnd);
   if (end == std::string_view::npos) return {};
   const LinkScheme scheme = SchemeOf(text.substr(0, end));
   if (scheme == LinkScheme::None) return {};
-  return {scheme, std::string(Trim(text.substr(0, text.find_first_of("\r\n"))))};
+  return {scheme, std::string(TrimSpace(text.substr(0, text.find_first_of("\r\n"))))};
 }
 
 LocalPath LocalPathOf(std::string_view link, char separator) {
   const std::size_t end = link.find(SchemeEnd);
   if (end == std::string_view::npos || SchemeOf(link.substr(0, end)) != LinkScheme::File)
-    return {{}, "file://のリンクではありません．"};
+    return {{}, std::string(messages::NoFileLink)};
   std::string_view rest = link.substr(end + SchemeEnd.size());
   const std::string_view host = TakeHost(rest);
-  if (!host.empty() && UpperCase(host) != "LOCALHOST")
-    return {{}, "ほかのコンピュータ（" + WithoutControlCharacters(host) + "）のファイルは読み込めません．"};
+  if (!host.empty() && !SameWord(host, "LOCALHOST"))
+    return {{}, messages::FileOfAnotherComputer(WithoutControlCharacters(host))};
   std::string path = DecodePercentEscapes(rest);
   const bool slash_before_drive = separator == '\\' && path.starts_with('/') && BeginsWithDrive(path.substr(1));
   if (slash_before_drive) path.erase(0, 1);
-  if (path.empty() || path.find('\0') != std::string::npos) return {{}, "リンクにファイルの名前がありません．"};
+  if (path.empty() || path.find('\0') != std::string::npos) return {{}, std::string(messages::NoFileName)};
   std::replace(path.begin(), path.end(), '/', separator);
   return {path, {}};
 }

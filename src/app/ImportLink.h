@@ -9,9 +9,6 @@ namespace walrim {
 /// The schemes of links that the import knows. Http and Https are fetched.
 enum class LinkScheme { None, Http, Https, Ftp, File };
 
-/// What is shown for an Ftp link.
-inline constexpr std::string_view FtpRefusal = "現時点ではFTPには対応していません（http://かfile://）";
-
 /// A text's link: its first line without blanks around it. scheme is None, and link empty, for a text that is none.
 struct ImportLink {
   LinkScheme scheme = LinkScheme::None;

@@ -1,4 +1,4 @@
-#include "app/ImportSource.h"
+#include "app/ImportLink.h"
 
 #include <gtest/gtest.h>
 
