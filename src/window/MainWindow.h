@@ -56,7 +56,7 @@ class MainWindow : public QMainWindow {
   void ShowControls();
   /// Reads files one after the other, as the import button does with one.
   void ImportFiles(const std::vector<std::string>& paths);
-  /// Runs a command that another program gives; returns WalrimMain::WalrimCmd's result.
+  /// Runs a command that another program gives; returns ExternalCommands::Run's result.
   [[nodiscard]] std::int32_t RunExternalCommand(const std::string& command, const std::string& argument1,
                                                 const std::string& argument2);
   /// Looks up the serial ports for their list.

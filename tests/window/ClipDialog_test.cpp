@@ -58,7 +58,7 @@ TEST_F(ClipDialogTest, EnterGoesFromFieldToFieldAndIsOkInTheLast) {
       EXPECT_EQ(dialog.result(), QDialog::Accepted);
     });
   }
-  EXPECT_EQ(Data().WaypointCount, 2);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
   EXPECT_EQ(Messages(), "");
 }
@@ -74,7 +74,7 @@ TEST_F(ClipDialogTest, AWaypointIsCompletedWithKeysAlone) {
     Press(dialog, Qt::Key_End);
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_EQ(Held(WaypointField::ident), "TAKAO-1") << "as receivers have it";
   EXPECT_EQ(Held(WaypointField::cmnt), "高尾山の山頂");
   EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252, 1e-6);
@@ -112,7 +112,7 @@ TEST_F(ClipDialogTest, EscapeAndTheCancelButtonAddNothing) {
     Press(dialog, Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible());
   });
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
   EXPECT_EQ(Messages(), "");
   EXPECT_TRUE(Get<QPushButton>("Paste").isEnabled());
@@ -120,7 +120,7 @@ TEST_F(ClipDialogTest, EscapeAndTheCancelButtonAddNothing) {
 
 TEST_F(ClipDialogTest, AClosedDialogAddsNothing) {
   Paste([](QDialog& dialog) { dialog.close(); });
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- The position
@@ -146,7 +146,7 @@ TEST_F(ClipDialogTest, OkInDegreesMinutesAndSecondsGivesTheSamePosition) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Space);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252, 1e-6);
   EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437, 1e-6);
 }
@@ -172,7 +172,7 @@ TEST_F(ClipDialogTest, ACorrectedPositionIsTheOneThatCounts) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_NEAR(std::stod(Held(WaypointField::lat)), -35.5, 1e-6);
   EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.75, 1e-6);
 }
@@ -196,13 +196,13 @@ TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
     Press(dialog, Qt::Key_Space);
     EXPECT_EQ(answerer.boxes.size(), 5U);
     EXPECT_EQ(Position(dialog), "35.6252.1 139.2437");
-    EXPECT_EQ(Data().WaypointCount, 0);
+    EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
     TabTo(dialog, "ClipLat");
     Type(dialog, "35");
     Press(dialog, Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible());
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_EQ(Held(WaypointField::ident), "KEPT");
 }
 
@@ -212,7 +212,7 @@ TEST_F(ClipDialogTest, APointOnTheOldDatumIsShownAsItIsAndStoredOnWgs84) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252 + 0.00324, 3e-4);
   EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437 - 0.00322, 3e-4);
 }
@@ -253,7 +253,7 @@ TEST_F(ClipDialogTest, AChosenSymbolIsStoredAndStaysChosenForTheNextPoint) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_GT(code, 18);
   EXPECT_EQ(Held(WaypointField::smbl), std::to_string(code));
   Paste([&](QDialog& dialog) {
@@ -306,7 +306,7 @@ TEST_F(ClipDialogTest, WhileItIsOpenOtherProgramsAreToldToWait) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  EXPECT_EQ(Data().WaypointCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
 }
 
 }  // namespace

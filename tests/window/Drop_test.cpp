@@ -5,7 +5,7 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "support/Refusals.h"
+#include "app/Messages.h"
 #include "window/DialogPlans.h"
 #include "window/WindowTest.h"
 
@@ -82,7 +82,7 @@ TEST_F(DropTest, EveryPlaceOfTheWindowTakesAFileWhateverElseItWouldTake) {
   for (QWidget* widget : window->findChildren<QWidget*>()) {
     if (!widget->isVisible() || widget->window() != window.get()) continue;
     EXPECT_TRUE(Drop(*widget, file)) << widget->metaObject()->className() << widget->objectName().toStdString();
-    EXPECT_EQ(Data().WaypointCount, ++drops) << widget->metaObject()->className() << widget->objectName().toStdString();
+    EXPECT_EQ(Data().Count(DataKind::Waypoint), ++drops) << widget->metaObject()->className() << widget->objectName().toStdString();
   }
   EXPECT_GT(drops, 50);
 }
@@ -91,7 +91,7 @@ TEST_F(DropTest, SeveralFilesAreReadOneAfterTheOther) {
   PutFile(folder.Path("other.bin"), "hello\r\n");
   EXPECT_TRUE(Drop(Dragged({FileUrl("a.grc"), FileUrl("other.bin"), FileUrl("b.grc")})));
   EXPECT_EQ(Texts("GpsNum"), "1|1|-");
-  EXPECT_EQ(Messages(), RefusedFile(folder.Path("other.bin")))
+  EXPECT_EQ(Messages(), messages::UnsupportedFile(folder.Path("other.bin")))
       << "one that cannot be used does not keep the others out";
   EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，Route 1")) << Status();
 }
@@ -171,7 +171,7 @@ TEST_F(DropTest, ATextOfLinesIsImported) {
 
 TEST_F(DropTest, ATextThatIsNothingIsRefused) {
   EXPECT_TRUE(Drop(Dragged("good morning")));
-  EXPECT_EQ(Messages(), RefusedText);
+  EXPECT_EQ(Messages(), std::string(messages::UnsupportedText));
 }
 
 TEST_F(DropTest, APointFromAMapOpensItsDialog) {
@@ -226,9 +226,9 @@ TEST_F(DropTest, ADropDuringATransferIsIgnored) {
   Click("GpsDownLoad");
   event_loop.on_yield = {};
   EXPECT_GT(tries, 0);
-  const int downloaded = Data().WaypointCount;
+  const int downloaded = Data().Count(DataKind::Waypoint);
   QCoreApplication::processEvents();
-  EXPECT_EQ(Data().WaypointCount, downloaded);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), downloaded);
   EXPECT_EQ(Messages(), "");
 }
 
@@ -310,7 +310,7 @@ TEST_F(PasteTest, LinesOfEveryTypeComeInByKeyAndByButton) {
   for (const std::string& text : {std::string(OneWaypoint), wpt_plus, script}) {
     for (const bool with_key : {true, false}) {
       Paste(text, with_key);
-      EXPECT_EQ(Data().WaypointCount, ++held) << text;
+      EXPECT_EQ(Data().Count(DataKind::Waypoint), ++held) << text;
       EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，")) << Status();
     }
   }
@@ -349,14 +349,14 @@ TEST_F(PasteTest, NothingAndNonsenseAreRefusedAndHarmNothing) {
   window->ImportFiles({folder.Path("a.grc")});
   for (const char* text : {"", "good morning", "35.6252", "91, 181"})
     Paste(text, false);
-  EXPECT_EQ(Messages(), EmptyClipboard + "|" + RefusedText + "|" + RefusedText + "|" + RefusedText);
+  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard) + "|" + std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText));
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
 TEST_F(PasteTest, ACopiedImageIsNoText) {
   QGuiApplication::clipboard()->setImage(QImage(4, 4, QImage::Format_RGB32));
   Click("Paste");
-  EXPECT_EQ(Messages(), EmptyClipboard);
+  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard));
 }
 
 // ---- Typed links

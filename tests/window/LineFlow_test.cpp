@@ -29,7 +29,7 @@ class LineFlow : public WindowTestBase {
     receiver_ = std::make_unique<Process>(words);
     ASSERT_TRUE(receiver_->ReadUntil("\n")) << receiver_->Err();
     if (window == nullptr) Open(port, clock);
-    window->Main().controls.CommPort = receiver_->Out().substr(0, receiver_->Out().find('\n'));
+    window->Main().State().Settings().port = receiver_->Out().substr(0, receiver_->Out().find('\n'));
     // The line has no pace of its own, so that bursts need less time to settle.
     window->Main().Device().session.pacing_factor = 0.1F;
   }
@@ -48,9 +48,9 @@ TEST_F(LineFlow, GetGpsInfoAndADownloadOfAllKinds) {
   CheckAll("DownCheck");
   Click("GpsDownLoad");
   EXPECT_EQ(Messages(), "");
-  EXPECT_EQ(Data().WaypointCount, 2);
-  EXPECT_EQ(Data().routes.RouteCount, 2);
-  EXPECT_EQ(Data().tracks.TrackCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 2U);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 1U);
   EXPECT_FALSE(port.PortOpen());
 }
 
@@ -58,14 +58,14 @@ TEST_F(LineFlow, TheOverwriteQuestionAnsweredNoAndYes) {
   Plug();
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  ASSERT_EQ(Data().WaypointCount, 2);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 2U);
   Plug({}, "WPT\tD\tWGS84\t=\"OTHER\"\t35\t139\t=\"\"\r\n");
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().WaypointCount, 2);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().WaypointCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_EQ(answerer.boxes.size(), 2U);
 }
 
@@ -76,13 +76,13 @@ TEST_F(LineFlow, ACancelInTheMiddleOfTheRoutes) {
     if (Status().starts_with("DownLoading : Route [") && Get<QPushButton>("Cancel").isEnabled()) Click("Cancel");
   };
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().WaypointCount, 2);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
   EXPECT_EQ(Messages(), "");
   event_loop.on_yield = {};
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().routes.RouteCount, 2) << "the receiver was told to stop and goes on";
+  EXPECT_EQ(Data().Count(DataKind::Route), 2U) << "the receiver was told to stop and goes on";
 }
 
 TEST_F(LineFlow, APulledCableEmptiesTheKindThatCameAndKeepsTheOneBefore) {
@@ -95,7 +95,7 @@ TEST_F(LineFlow, APulledCableEmptiesTheKindThatCameAndKeepsTheOneBefore) {
   Plug();
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().tracks.TrackCount, 1) << "with the cable back everything works again";
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 1U) << "with the cable back everything works again";
 }
 
 TEST_F(LineFlow, AnUploadReplacesWhatTheReceiverHolds) {
@@ -125,7 +125,7 @@ TEST_F(LineFlow, AllAutoActionsInARow) {
     if (name != "memory.grc") saved = FileContents(folder.Path(name));
   }
   EXPECT_TRUE(saved.starts_with("WPT\t")) << "a file named by date and time";
-  EXPECT_EQ(Data().tracks.TrackCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 1U);
 
   PutFile(folder.Path("up.grc"), "RTH\t9\t=\"UP\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n");
   Check("AutoUpload");

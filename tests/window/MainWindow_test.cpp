@@ -5,7 +5,7 @@
 #include <QTableView>
 #include <filesystem>
 
-#include "support/Refusals.h"
+#include "app/Messages.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -152,11 +152,11 @@ TEST_F(WindowTest, DownloadFillsTheTickedKindsAndAsksNothingWhileTheyAreEmpty) {
   Check("DownCheck_0");
   Check("DownCheck_2");
   Click("GpsDownLoad");
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_EQ(Data().routes.RouteCount, 0);
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
-  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toInt(), Data().WaypointCount);
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toInt(), Data().Count(DataKind::Waypoint));
   EXPECT_EQ(Messages(), "");
 }
 
@@ -181,8 +181,8 @@ TEST_F(WindowTest, NoKeepsTheKindAndTheOthersStillCome) {
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
   EXPECT_EQ(Data().GetWaypoint(1)[WaypointField::cmnt].substr(0, 4), "MINE");
-  EXPECT_GT(Data().routes.RouteCount, 0);
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Route), 0U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
 }
 
 TEST_F(WindowTest, AKindThatTheReceiverHasNoneOfIsSkippedSilently) {
@@ -191,9 +191,9 @@ TEST_F(WindowTest, AKindThatTheReceiverHasNoneOfIsSkippedSilently) {
   window->Main().controls.GpsDataNum[1] = "0";
   window->ShowControls();
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Messages(), "");
 }
 
@@ -226,7 +226,7 @@ TEST_F(WindowTest, TheFocusIsBackWhereItWasAfterACommand) {
   Check("DownCheck_0");
   Get<QPushButton>("GpsDownLoad").setFocus();
   QTest::keyClick(window->focusWidget(), Qt::Key_Space);
-  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(window->focusWidget()->objectName(), "GpsDownLoad");
 }
 
@@ -254,9 +254,9 @@ TEST_F(CancelTest, ACancelAmidTheRoutesKeepsTheWaypointsAndSkipsTracksAndAutoAct
   Check("AutoCopy");
   AmidTheRoutes([this] { Click("Cancel"); });
   Click("GpsDownLoad");
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_EQ(Data().routes.RouteCount, 0);
-  EXPECT_EQ(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
   EXPECT_EQ(Messages(), "");
   EXPECT_EQ(answerer.file_dialogs, 0);
@@ -267,8 +267,8 @@ TEST_F(CancelTest, EscapeIsCancelDuringATransfer) {
   CheckAll("DownCheck");
   AmidTheRoutes([this] { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); });
   Click("GpsDownLoad");
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_EQ(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 0U);
 }
 
 TEST_F(CancelTest, ACancelIsSeenAtOnce) {
@@ -330,7 +330,7 @@ TEST_F(CancelTest, ClosingWhileTheReceiverIsIdentifiedBringsNothing) {
   Click("GpsDownLoad");
   EXPECT_TRUE(closed);
   EXPECT_FALSE(window->isVisible());
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(Clipboard(), "mine");
 }
 
@@ -356,8 +356,8 @@ TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefor
   Click("GpsDownLoad");
   EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
   EXPECT_EQ(Texts("GpsNum"), "19|-|-");
-  EXPECT_EQ(Data().WaypointCount, 19);
-  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 19U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
   EXPECT_FALSE(demo_port->PortOpen());
   EXPECT_TRUE(Get<QPushButton>("GpsDownLoad").isEnabled());
 }
@@ -392,7 +392,7 @@ TEST_F(WindowTest, AutoDeleteEmptiesTheUploadedKinds) {
   Check("AutoDelete");
   Click("GpsUpLoad");
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- Delete, capacity
@@ -489,7 +489,7 @@ TEST_F(ExportTest, ACancelledDialogWritesNothingAndDeletesNothing) {
   Check("AutoDelete");
   Click("FileExport");
   EXPECT_EQ(answerer.file_dialogs, 1);
-  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
 }
 
 TEST_F(ExportTest, AnExistingFileIsReplacedOnlyWithOkAndCancelIsTheSafeButton) {
@@ -586,7 +586,7 @@ TEST_F(WindowTest, ACancelledOpenDialogShowsNothing) {
 TEST_F(WindowTest, AFileOfAnotherKindIsRefused) {
   PutFile(folder.Path("in.grc"), "hello\r\n");
   window->ImportFiles({folder.Path("in.grc")});
-  EXPECT_EQ(Messages(), RefusedFile(folder.Path("in.grc")));
+  EXPECT_EQ(Messages(), messages::UnsupportedFile(folder.Path("in.grc")));
 }
 
 // ---- Auto-actions
@@ -597,8 +597,8 @@ TEST_F(WindowTest, AutoDownloadSelectsAllKindsWhateverWasSelected) {
   Click("Get_GpsInfo");
   for (int kind = 0; kind < 3; ++kind)
     EXPECT_TRUE(Get<QCheckBox>(QString("DownCheck_%1").arg(kind)).isChecked());
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
 }
 
 TEST_F(WindowTest, AutoSaveAndAutoCopyHandOnTheDownloadedKinds) {
@@ -706,12 +706,12 @@ TEST_F(WindowTest, TheLinkIsChosenByTheReceiverUnlessTheUserDoesIt) {
     entries.append(box.itemText(i));
   EXPECT_EQ(entries.join(' ').toStdString(), "自動 する しない");
   EXPECT_EQ(box.currentText().toStdString(), "自動");
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Automatic);
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Automatic);
   QTest::keyClick(&box, Qt::Key_Down);
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Checked);
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Checked);
   QTest::keyClick(&box, Qt::Key_Down);
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Plain);
-  window->Main().controls.CheckedLink = LinkChoice::Automatic;
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Plain);
+  window->Main().State().Settings().link = LinkChoice::Automatic;
   window->ShowControls();
   EXPECT_EQ(box.currentText().toStdString(), "自動");
 }
@@ -747,7 +747,7 @@ TEST_F(WindowTest, DamagedRecordsNameTheBoxThatHelpsAndWithItTheyComeWhole) {
   UseReceiver(options);
   Check("DownCheck_0");
   ChooseLink("する");
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Checked);
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Checked);
   Click("GpsDownLoad");
   EXPECT_EQ(Status(), "");
   EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text(), "19");
@@ -772,7 +772,7 @@ TEST_F(WindowTest, AnAutoSaveThatIsCancelledDeletesNothing) {
   Click("GpsDownLoad");
   EXPECT_EQ(answerer.file_dialogs, 1);
   EXPECT_TRUE(Clipboard().starts_with("WPT\t"));
-  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- Ports
@@ -804,7 +804,7 @@ TEST_F(WindowTest, APortThatIsNotThereSaysSoAndLeavesTheProgramUsable) {
   auto& box = Get<QComboBox>("CommPort");
   box.setFocus();
   QTest::keyClick(&box, Qt::Key_Home);
-  ASSERT_EQ(window->Main().controls.CommPort, "1");
+  ASSERT_EQ(window->Main().State().Settings().port, "1");
   Click("Get_GpsInfo");
   ASSERT_EQ(answerer.boxes.size(), 1U);
   EXPECT_TRUE(Get<QPushButton>("Get_GpsInfo").isEnabled());

@@ -100,7 +100,7 @@ class WindowTest : public WindowTestBase {
     demo_port = std::make_unique<DemoSerialPort>(options, clock,
                                                  [this](std::chrono::nanoseconds time) { clock.Advance(time); });
     Open(*demo_port, clock);
-    window->Main().controls.CommPort = "demo";
+    window->Main().State().Settings().port = "demo";
     window->ShowControls();
   }
 

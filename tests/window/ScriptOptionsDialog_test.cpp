@@ -23,7 +23,7 @@ class MpsOptionTest : public WindowTest {
     auto& type = Get<QComboBox>("OutputTypeOption");
     type.setFocus();
     QTest::keyClick(&type, Qt::Key_End);
-    EXPECT_EQ(window->Main().controls.OutputTypeOption, "MPS");
+    EXPECT_EQ(window->Main().State().Settings().format, FormatId::Script);
   }
 
   /// Exports to out.mps; the plan is what is done in the dialog.
@@ -33,7 +33,7 @@ class MpsOptionTest : public WindowTest {
     Click("FileExport");
   }
   [[nodiscard]] std::string Out() const { return folder.Path("out.mps"); }
-  [[nodiscard]] const MpsOptions& Options() const { return window->Main().controls.MpsOption; }
+  [[nodiscard]] const ScriptOptions& Options() const { return window->Main().State().Settings().script; }
 
   static void TypeInto(const QDialog& dialog, const char* name, const char* text) {
     TabTo(dialog, name);
@@ -59,7 +59,7 @@ TEST_F(MpsOptionTest, OpensWithTheSettingsAndOkWritesTheFile) {
     Press(dialog, Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible()) << "Enter is Ok";
   });
-  EXPECT_EQ(Options(), MpsOptions{});
+  EXPECT_EQ(Options(), ScriptOptions{});
   EXPECT_TRUE(FileContents(Out()).starts_with("//Header")) << FileContents(Out()).substr(0, 80);
   EXPECT_EQ(Messages(), "");
 }
@@ -75,7 +75,7 @@ TEST_F(MpsOptionTest, WhatIsTypedShapesTheScriptAndStandsThereTheNextTime) {
     TabTo(dialog, "OptMpsWptOk");
     Press(dialog, Qt::Key_Space);
   });
-  EXPECT_EQ(Options(), (MpsOptions{9, "START-1", "GOAL-1", 1, 5}));
+  EXPECT_EQ(Options(), (ScriptOptions{9, "START-1", "GOAL-1", 1, 5}));
   const std::string script = FileContents(Out());
   EXPECT_NE(script.find("START-1"), std::string::npos);
   EXPECT_NE(script.find("GOAL-1"), std::string::npos);
@@ -116,7 +116,7 @@ TEST_F(MpsOptionTest, CancelKeepsTheSettingsAndWritesNothing) {
       EXPECT_FALSE(dialog.isVisible());
     });
   }
-  EXPECT_EQ(Options(), MpsOptions{});
+  EXPECT_EQ(Options(), ScriptOptions{});
   EXPECT_EQ(FileContents(Out()), "precious");
   EXPECT_EQ(answerer.boxes.size(), 2U) << "the question before a file is replaced, and nothing else: " << Messages();
   EXPECT_EQ(Status(), "");
@@ -167,7 +167,7 @@ TEST_F(MpsOptionTest, ANumberOutOfRangeIsToldAndNothingIsStored) {
         EXPECT_EQ(answerer.boxes.size(), 2U);
         Press(dialog, Qt::Key_Escape);
       });
-      EXPECT_EQ(Options(), MpsOptions{}) << number;
+      EXPECT_EQ(Options(), ScriptOptions{}) << number;
       EXPECT_FALSE(std::filesystem::exists(Out()));
     }
   }
@@ -191,7 +191,7 @@ TEST_F(MpsOptionTest, OtherTypesAskNothing) {
     EXPECT_FALSE(Clipboard().empty());
     EXPECT_FALSE(Clipboard().starts_with("//Header"));
   }
-  EXPECT_EQ(window->Main().controls.OutputTypeOption, "標準");
+  EXPECT_EQ(window->Main().State().Settings().format, FormatId::Standard);
 }
 
 TEST_F(MpsOptionTest, TabFollowsTheReadingOrderHoweverTheDesktopPlacesButtons) {

@@ -1,4 +1,4 @@
-#include "window/MpsOptionDialog.h"
+#include "window/ScriptOptionsDialog.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -34,7 +34,7 @@ QPushButton* AddButton(QDialogButtonBox& box, QDialogButtonBox::StandardButton w
 
 }  // namespace
 
-MpsOptionDialog::MpsOptionDialog(MpsOptions& options, QWidget* parent) : QDialog(parent), options_(options) {
+ScriptOptionsDialog::ScriptOptionsDialog(ScriptOptions& options, QWidget* parent) : QDialog(parent), options_(options) {
   setObjectName("MpsOption");
   setWindowTitle(QString::fromUtf8("MPS・WPT+出力の設定"));
   auto* column = new QVBoxLayout(this);
@@ -53,12 +53,12 @@ MpsOptionDialog::MpsOptionDialog(MpsOptions& options, QWidget* parent) : QDialog
 
   // Buttons that are put into a box outside the dialog are neither its default nor all in its tab order.
   BuildButtons(*column);
-  Show(ShowMpsOptions(options));
+  Show(ShowScriptOptions(options));
   utc_offset_->setFocus();
   utc_offset_->selectAll();
 }
 
-void MpsOptionDialog::BuildButtons(QVBoxLayout& column) {
+void ScriptOptionsDialog::BuildButtons(QVBoxLayout& column) {
   // A default button, and a tab order with all buttons in it, need the box within the dialog before its buttons, and
   // the one that accepts before the others.
   auto* box = new QDialogButtonBox;
@@ -75,7 +75,7 @@ void MpsOptionDialog::BuildButtons(QVBoxLayout& column) {
   connect(update, &QPushButton::clicked, this, [this] { Update(); });
 }
 
-void MpsOptionDialog::Show(const MpsOptionControls& controls) {
+void ScriptOptionsDialog::Show(const ScriptOptionControls& controls) {
   utc_offset_->setText(QString::fromStdString(controls.OptUTCOffset));
   origin_name_->setText(QString::fromStdString(controls.OptMpsWptOrgName));
   destination_name_->setText(QString::fromStdString(controls.OptMpsWptDestinationName));
@@ -83,15 +83,15 @@ void MpsOptionDialog::Show(const MpsOptionControls& controls) {
   track_log_step_->setText(QString::fromStdString(controls.OptWptTrackLogStep));
 }
 
-MpsOptionControls MpsOptionDialog::Controls() const {
+ScriptOptionControls ScriptOptionsDialog::Controls() const {
   return {utc_offset_->text().toStdString(), origin_name_->text().toStdString(),
           destination_name_->text().toStdString(), numbering_down_->isChecked(), track_log_step_->text().toStdString()};
 }
 
-bool MpsOptionDialog::Update() {
-  const MpsOptionProblem problem = ApplyMpsOptions(Controls(), options_);
-  if (problem == MpsOptionProblem::None) return true;
-  QLineEdit* wrong = problem == MpsOptionProblem::UtcOffsetOverflow ? utc_offset_ : track_log_step_;
+bool ScriptOptionsDialog::Update() {
+  const ScriptOptionProblem problem = ApplyScriptOptions(Controls(), options_);
+  if (problem == ScriptOptionProblem::None) return true;
+  QLineEdit* wrong = problem == ScriptOptionProblem::UtcOffsetOverflow ? utc_offset_ : track_log_step_;
   ShowWarning(*this, QString::fromUtf8("数値が範囲（-32768～32767）を超えています：") + wrong->text());
   wrong->setFocus();
   wrong->selectAll();

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "dialogs/MpsOption.h"
+#include "dialogs/ScriptOptionsDialog.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -13,18 +13,18 @@ namespace walrim {
 
 /// OptMpsWptUpdate stores what stands there, OptMpsWptOk does so and closes. A number that no setting holds is told,
 /// and nothing is stored.
-class MpsOptionDialog : public QDialog {
+class ScriptOptionsDialog : public QDialog {
  public:
   /// options must outlive the dialog.
-  MpsOptionDialog(MpsOptions& options, QWidget* parent);
+  ScriptOptionsDialog(ScriptOptions& options, QWidget* parent);
 
  private:
   void BuildButtons(QVBoxLayout& column);
-  void Show(const MpsOptionControls& controls);
-  [[nodiscard]] MpsOptionControls Controls() const;
+  void Show(const ScriptOptionControls& controls);
+  [[nodiscard]] ScriptOptionControls Controls() const;
   bool Update();
 
-  MpsOptions& options_;
+  ScriptOptions& options_;
   QLineEdit* utc_offset_;
   QLineEdit* origin_name_;
   QLineEdit* destination_name_;
