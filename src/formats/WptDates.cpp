@@ -63,18 +63,6 @@ std::optional<CivilTime> MomentOfStamp(std::string_view stamp) {
 
 }  // namespace
 
-std::string WptDate(const CivilTime& moment) {
-  std::string text;
-  AppendDate(text, moment);
-  return text;
-}
-
-std::string WptTime(const CivilTime& moment) {
-  std::string text;
-  AppendTime(text, moment);
-  return text;
-}
-
 void AppendWptMoment(std::string& out, const CivilTime& moment, char separator) {
   AppendDate(out, moment);
   out += separator;
@@ -112,15 +100,14 @@ CivilTime ShiftedByHours(const CivilTime& moment, int hours) {
 std::string CreationStamp(const CivilTime& now) {
   std::string text(StampWord);
   text += ' ';
-  text.append(WptTime(now), 0, 5).append(" ");
+  AppendTwo(text, now.hour);
+  text += ':';
+  AppendTwo(text, now.minute);
+  text += ' ';
   AppendTwo(text, now.day);
   text.append("-").append(MonthNames.at(static_cast<std::size_t>(now.month - 1))).append("-");
   AppendTwo(text, now.year % 100);
   return text;
-}
-
-std::string UpperCreationStamp(const CivilTime& now) {
-  return UpperCase(CreationStamp(now));
 }
 
 std::optional<FoundStamp> FindCreationStamp(std::string_view comment) {
@@ -134,7 +121,7 @@ std::optional<FoundStamp> FindCreationStamp(std::string_view comment) {
 std::string WithShiftedStamp(std::string_view comment, int hours) {
   std::string text(comment);
   if (const auto stamp = FindCreationStamp(comment)) {
-    text.replace(stamp->at, StampLength, UpperCreationStamp(ShiftedByHours(stamp->moment, hours)));
+    text.replace(stamp->at, StampLength, UpperCase(CreationStamp(ShiftedByHours(stamp->moment, hours))));
   }
   return text;
 }

@@ -11,11 +11,7 @@
 
 namespace walrim {
 
-/// "mm/dd/yyyy"
-[[nodiscard]] std::string WptDate(const CivilTime& moment);
-/// "hh:nn:ss"
-[[nodiscard]] std::string WptTime(const CivilTime& moment);
-/// Appends both with a separator between them.
+/// Appends "mm/dd/yyyy", a separator and "hh:nn:ss".
 void AppendWptMoment(std::string& out, const CivilTime& moment, char separator);
 
 /// The two fields as the standard file writes a moment, "yyyy/mm/dd hh:nn:ss". A date of another form is left as it
@@ -35,8 +31,6 @@ inline constexpr std::string_view NoTime = "00:00:00";
 
 /// "CRTD 14:05 15-Nov-02", the comment of a waypoint that has none.
 [[nodiscard]] std::string CreationStamp(const CivilTime& now);
-/// The same in capitals: "CRTD 14:05 15-NOV-02".
-[[nodiscard]] std::string UpperCreationStamp(const CivilTime& now);
 
 /// A creation stamp inside a comment.
 struct FoundStamp {

@@ -1,16 +1,18 @@
+#include "formats/WptDates.h"
+
 #include <array>
 #include <gtest/gtest.h>
 #include <utility>
 
-#include "formats/WptDates.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
 
 TEST(WptDates, FieldsHaveTheirDigits) {
-  EXPECT_EQ(WptDate({2002, 1, 2, 3, 4, 5}), "01/02/2002");
-  EXPECT_EQ(WptTime({2002, 1, 2, 3, 4, 5}), "03:04:05");
+  std::string text;
+  AppendWptMoment(text, {2002, 1, 2, 3, 4, 5}, ',');
+  EXPECT_EQ(text, "01/02/2002,03:04:05");
 }
 
 TEST(WptDates, AStampIsRebuiltInTheStandardFilesForm) {
@@ -24,16 +26,17 @@ TEST(WptDates, AStampIsRebuiltInTheStandardFilesForm) {
 }
 
 TEST(WptDates, TheEpochOfAnyZoneIsNoTime) {
-  EXPECT_TRUE(IsEpochSomewhere({1989, 12, 31, 0, 0, 0}));
-  EXPECT_TRUE(IsEpochSomewhere({1989, 12, 31, 9, 0, 0}));
-  EXPECT_TRUE(IsEpochSomewhere({1989, 12, 30, 19, 0, 0}));
-  EXPECT_FALSE(IsEpochSomewhere({1989, 12, 31, 9, 0, 1}));
-  EXPECT_FALSE(IsEpochSomewhere({1990, 1, 2, 0, 0, 0}));
+  const auto somewhere = [](const CivilTime& local) { return IsEpochSomewhere(SecondsSinceGarminEpoch(local)); };
+  EXPECT_TRUE(somewhere({1989, 12, 31, 0, 0, 0}));
+  EXPECT_TRUE(somewhere({1989, 12, 31, 9, 0, 0}));
+  EXPECT_TRUE(somewhere({1989, 12, 30, 19, 0, 0}));
+  EXPECT_FALSE(somewhere({1989, 12, 31, 9, 0, 1}));
+  EXPECT_FALSE(somewhere({1990, 1, 2, 0, 0, 0}));
 }
 
 TEST(CreationStamp, IsWrittenWithAnEnglishMonth) {
   EXPECT_EQ(CreationStamp({2002, 11, 15, 14, 5, 12}), "CRTD 14:05 15-Nov-02");
-  EXPECT_EQ(UpperCreationStamp({1999, 4, 1, 0, 9, 0}), "CRTD 00:09 01-APR-99");
+  EXPECT_EQ(CreationStamp({1999, 4, 1, 0, 9, 0}), "CRTD 00:09 01-Apr-99");
 }
 
 TEST(CreationStamp, IsReadByItsFixedPlaces) {
@@ -75,7 +78,7 @@ TEST(CreationStamp, EveryMonthThatIsWrittenIsRead) {
   for (int month = 1; month <= 12; ++month) {
     const CivilTime moment{2003, month, 9, 23, 59, 0};
     EXPECT_EQ(FindCreationStamp(CreationStamp(moment))->moment, moment);
-    EXPECT_EQ(FindCreationStamp(UpperCreationStamp(moment))->moment, moment);
+    EXPECT_EQ(FindCreationStamp(UpperCase(CreationStamp(moment)))->moment, moment);
   }
 }
 
