@@ -11,7 +11,7 @@ constexpr double TakaoLat = 35 + (37 * 60 + 30.7) / 3600;
 constexpr double TakaoLon = 139 + (14 * 60 + 37.3) / 3600;
 constexpr double OneUlp = 1e-12;
 
-void ExpectPoint(const std::string& text, double lat_deg, double lon_deg, const std::string& datum = "WGS84") {
+void ExpectPoint(const std::string& text, double lat_deg, double lon_deg, Datum datum = Datum::Wgs84) {
   SCOPED_TRACE(text);
   const auto point = RecognizeMapPoint(text);
   ASSERT_TRUE(point);
@@ -87,12 +87,12 @@ TEST(MapPointPair, TheLimitsAreInside) {
 }
 
 TEST(MapPointPair, TheDatumIsWhatTheTextSays) {
-  ExpectPoint("35.6252, 139.2437 (日本測地系)", 35.6252, 139.2437, "Tokyo");
-  ExpectPoint("日本測地系：35.6252, 139.2437", 35.6252, 139.2437, "Tokyo");
-  ExpectPoint("Tokyo 35.6252, 139.2437", 35.6252, 139.2437, "Tokyo");
-  ExpectPoint("35.6252, 139.2437 世界測地系", 35.6252, 139.2437, "WGS84");
-  ExpectPoint("35.6252, 139.2437 (日本測地系2011)", 35.6252, 139.2437, "WGS84");
-  ExpectPoint("[wgs84] 35°37'30.7\"N 139°14'37.3\"E", TakaoLat, TakaoLon, "WGS84");
+  ExpectPoint("35.6252, 139.2437 (日本測地系)", 35.6252, 139.2437, Datum::Tokyo);
+  ExpectPoint("日本測地系：35.6252, 139.2437", 35.6252, 139.2437, Datum::Tokyo);
+  ExpectPoint("Tokyo 35.6252, 139.2437", 35.6252, 139.2437, Datum::Tokyo);
+  ExpectPoint("35.6252, 139.2437 世界測地系", 35.6252, 139.2437, Datum::Wgs84);
+  ExpectPoint("35.6252, 139.2437 (日本測地系2011)", 35.6252, 139.2437, Datum::Wgs84);
+  ExpectPoint("[wgs84] 35°37'30.7\"N 139°14'37.3\"E", TakaoLat, TakaoLon, Datum::Wgs84);
   ExpectNone("35.6252, 139.2437 NAD27");
   ExpectNone("Tokyo");
   ExpectNone("WGS84");
@@ -143,7 +143,7 @@ TEST(MapPointLink, GeoLinks) {
   ExpectPoint("geo:35.6252,139.2437?z=17", 35.6252, 139.2437);
   ExpectPoint("geo:90,180", 90, 180);
   ExpectPoint(" geo:35.6252,139.2437\r\n", 35.6252, 139.2437);
-  ExpectPoint("geo:35.6252,139.2437;crs=tokyo", 35.6252, 139.2437, "Tokyo");
+  ExpectPoint("geo:35.6252,139.2437;crs=tokyo", 35.6252, 139.2437, Datum::Tokyo);
 }
 
 TEST(MapPointLink, TheLabelIsTheIdent) {
@@ -180,11 +180,11 @@ TEST(MapPointLink, OtherLinksAreRefused) {
 }
 
 TEST(MapPointScript, APointStatement) {
-  ExpectPoint("\t\t" + Point + ";", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("point oid=1 gid=5131 pos=35/37/30.7,139/14/37.3;", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("POINT POS= 35/37/30.7 , 139/14/37.3 ;", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("point oid=1,gid=5131, pos=35/37/30.7,139/14/37.3, str=A, info=B;", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("point pos=35/37/30.7,139/14/37.3", TakaoLat, TakaoLon, "Tokyo");
+  ExpectPoint("\t\t" + Point + ";", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("point oid=1 gid=5131 pos=35/37/30.7,139/14/37.3;", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("POINT POS= 35/37/30.7 , 139/14/37.3 ;", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("point oid=1,gid=5131, pos=35/37/30.7,139/14/37.3, str=A, info=B;", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("point pos=35/37/30.7,139/14/37.3", TakaoLat, TakaoLon, Datum::Tokyo);
 }
 
 TEST(MapPointScript, StrIsTheIdentAndInfoTheComment) {
@@ -220,7 +220,7 @@ TEST(MapPointScript, AWholeScriptWithOnePoint) {
       "//Header:Prog:1.0.8.0 Templ:1.2 Date:2002/11/15 14:25:30;\r\nmapserver script ver=1.0;\r\n"
       "\t\tmessage\tstr=Walrim;\r\n\t\ttheme\tstr=Walrim;\r\n\t\tgroup\tgid=5131\r\n\t\t\t\tgname=Waypoint;\r\n";
   const std::string tail = "\r\n\t\tdisp\tall;\r\nmapserver end;\r\n";
-  ExpectPoint(head + "\t\t" + Point + ";" + tail, TakaoLat, TakaoLon, "Tokyo");
+  ExpectPoint(head + "\t\t" + Point + ";" + tail, TakaoLat, TakaoLon, Datum::Tokyo);
   ExpectNone(head + tail);
   ExpectNone(head + "\t\t" + Point + ";\r\n\t\t" + Point + ";" + tail);
   ExpectNone(head + "\t\t" + Point + ";\r\nline oid=2 pos=35/0/0,139/0/0,35/1/0,139/1/0;" + tail);
@@ -228,16 +228,16 @@ TEST(MapPointScript, AWholeScriptWithOnePoint) {
 }
 
 TEST(MapPointScript, TheGeorefOrTheThemeNamesTheDatum) {
-  ExpectPoint("georef system=WGS84;" + Point + ";", TakaoLat, TakaoLon, "WGS84");
-  ExpectPoint(Point + ";\r\ngeoref system=jgd2000;", TakaoLat, TakaoLon, "WGS84");
-  ExpectPoint("theme\tstr=Walrim Datum:WGS84 UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, "WGS84");
-  ExpectPoint("theme\tstr=Walrim Datum:Tokyo UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("georef system=tokyo;" + Point + ";", TakaoLat, TakaoLon, "Tokyo");
+  ExpectPoint("georef system=WGS84;" + Point + ";", TakaoLat, TakaoLon, Datum::Wgs84);
+  ExpectPoint(Point + ";\r\ngeoref system=jgd2000;", TakaoLat, TakaoLon, Datum::Wgs84);
+  ExpectPoint("theme\tstr=Walrim Datum:WGS84 UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, Datum::Wgs84);
+  ExpectPoint("theme\tstr=Walrim Datum:Tokyo UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("georef system=tokyo;" + Point + ";", TakaoLat, TakaoLon, Datum::Tokyo);
 }
 
 TEST(MapPointScript, SecondsMayBeRoundedUpTo60AndDegreesAreRoundedDown) {
-  ExpectPoint("point pos=34/59/60.0,139/00/00.0;", 35, 139, "Tokyo");
-  ExpectPoint("point pos=-34/30/00.0,-1/45/00.0;", -33.5, -0.25, "Tokyo");
+  ExpectPoint("point pos=34/59/60.0,139/00/00.0;", 35, 139, Datum::Tokyo);
+  ExpectPoint("point pos=-34/30/00.0,-1/45/00.0;", -33.5, -0.25, Datum::Tokyo);
 }
 
 TEST(MapPointScript, PositionsThatAreNoneAreRefused) {
