@@ -38,7 +38,6 @@ class PacketLink::FrameBuilder {
  public:
   /// Takes the next byte; true when it ended the frame.
   bool Take(std::uint8_t byte) {
-    raw_.push_back(byte);
     if (byte == DLE && after_dle_) {  // the second half of a doubled byte
       after_dle_ = false;
       return false;
@@ -66,8 +65,6 @@ class PacketLink::FrameBuilder {
     return sum == frame_.bytes[3 + size] ? std::string_view{} : "checksum";
   }
 
-  [[nodiscard]] const std::vector<std::uint8_t>& Raw() const { return raw_; }
-
  private:
   [[nodiscard]] std::size_t CapacityNow() const {
     return length_ > 2 ? std::max<std::size_t>(Frame::Capacity, frame_.bytes[2] + 6U) : Frame::Capacity;
@@ -76,7 +73,6 @@ class PacketLink::FrameBuilder {
   Frame frame_;
   std::size_t length_ = 0;
   bool after_dle_ = false;
-  std::vector<std::uint8_t> raw_;
 };
 
 void PacketLink::SetTrace(FrameTrace* trace) {
@@ -150,6 +146,7 @@ void PacketLink::WaitForOutput() {
 
 Frame PacketLink::ReceivePacket() {
   FrameBuilder builder;
+  const std::size_t begin = heard_.size();
   bool timed_out = false;
   auto last_progress = clock_.Monotonic();
   while (!timed_out) {
@@ -163,21 +160,24 @@ Frame PacketLink::ReceivePacket() {
     try {
       ended = builder.Take(*byte);
     } catch (const std::out_of_range&) {
-      if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "too long"});
+      TraceHeard(begin, "too long");
       throw;
     }
     if (!ended) continue;
-    const Frame frame = builder.Finish();
-    if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), builder.Mark()});
-    return frame;
+    TraceHeard(begin, builder.Mark());
+    return builder.Finish();
   }
-  if (trace_ != nullptr && !builder.Raw().empty()) {
-    trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "cut short"});
-  }
+  if (heard_.size() > begin) TraceHeard(begin, "cut short");
   Note(why_ == NoAnswer::Cancel ? "cancelled" : port_.LineLost() ? "line lost" : "time-out");
   Frame none;
   none.Size = ReceiveTimeout;
   return none;
+}
+
+/// The bytes from a number on are a frame, or what became of one.
+void PacketLink::TraceHeard(std::size_t begin, std::string_view mark) {
+  if (trace_ == nullptr) return;
+  trace_->Frame({FrameDirection::Received, TraceTime(), std::span(heard_).subspan(begin), mark});
 }
 
 /// Returns when a burst has come and settled, or sets timed_out.

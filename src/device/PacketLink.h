@@ -147,6 +147,7 @@ class PacketLink {
   class CheckedExchange;
   class CheckedInput;
 
+  void TraceHeard(std::size_t begin, std::string_view mark);
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
   void BeginExchange(int packet_id, ExpectedAnswer answer);
   /// Why nothing more is waited for, whatever may still come.

@@ -76,8 +76,8 @@ inline PlainPacket RoutePointPacket(std::string_view ident) {
   return WaypointPacket(ident, 30);
 }
 /// D201.
-inline PlainPacket RouteHeaderPacket(std::uint8_t number, std::string_view comment) {
-  return {29, Joined({{number}, TextBytes(comment, 20)})};
+inline PlainPacket RouteHeaderPacket(int number, std::string_view comment) {
+  return {29, Joined({{static_cast<std::uint8_t>(number)}, TextBytes(comment, 20)})};
 }
 inline PlainPacket TrackPoint300(bool new_trk) {
   Bytes data(13, 0);

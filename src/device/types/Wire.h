@@ -71,7 +71,7 @@ class PacketReader {
 /// Writes fields one behind the other. The record must stay until Finish.
 class PacketWriter {
  public:
-  explicit PacketWriter(EncodeNotes& notes) : notes_(notes) {}
+  explicit PacketWriter(EncodeNotes& notes) : notes_(notes) { data_.reserve(UsualSize); }
 
   void Byte(std::uint8_t value) { Append(value, 1); }
   void Byte(const std::optional<std::uint16_t>& value) { Append(value.value_or(0), 1); }
@@ -101,6 +101,9 @@ class PacketWriter {
   void Append(std::uint32_t value, std::size_t width);
   void AppendText(std::string_view text);
   void CutZeroTexts();
+
+  /// Of most records' data.
+  static constexpr std::size_t UsualSize = 80;
 
   EncodeNotes& notes_;
   std::vector<std::uint8_t> data_;
