@@ -39,7 +39,7 @@ constexpr std::array Answers{ExpectedAnswer::OneFrame, ExpectedAnswer::AckAndAns
 constexpr unsigned CancelledAnswer = 3;
 
 bool IsAck(const Bytes& sent) {
-  return sent.at(1) == Pid::Ack;
+  return sent.at(1) == PacketId::Ack;
 }
 
 /// The pieces of the line, one for each packet that is sent and no ACK.
@@ -87,7 +87,7 @@ void CheckReply(const PacketReply& reply, ExpectedAnswer answer) {
     // Only an ACK may be damaged.
     if (!frame.damaged)
       CheckWhole(frame);
-    else if (answer == ExpectedAnswer::OneFrame || frame.Id() != Pid::Ack)
+    else if (answer == ExpectedAnswer::OneFrame || frame.Id() != PacketId::Ack)
       std::abort();
   }
 }

@@ -51,7 +51,7 @@ class AnyReceiver {
         last_ = input_.Counted();
         break;
       case 2:
-        last_ = WireFrame(Pid::Ack, Int16(host_id));
+        last_ = WireFrame(PacketId::Ack, Int16(host_id));
         AppendFrame(input_.Byte());
         break;
       case 3:
@@ -66,7 +66,7 @@ class AnyReceiver {
         last_ = WireFrame(12, Int16(0));
         break;
       case 6:
-        last_ = WireFrame(Pid::Ack, Int16(host_id));
+        last_ = WireFrame(PacketId::Ack, Int16(host_id));
         Append(WireFrame(27, {input_.Byte(), input_.Byte()}));
         break;
       default:

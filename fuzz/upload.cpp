@@ -56,9 +56,9 @@ class AnyReceiver {
   explicit AnyReceiver(InputReader input) : input_(input) {}
 
   std::vector<ScriptedPort::Answer> Answer(const Bytes& frame) {
-    if (frame.at(1) == Pid::Ack) return {};
+    if (frame.at(1) == PacketId::Ack) return {};
     std::vector<ScriptedPort::Answer> answers = AnswerPacket(frame);
-    if (frame.at(1) != Pid::Nak) {
+    if (frame.at(1) != PacketId::Nak) {
       const PlainPacket packet = Unwrapped(frame);
       if (sent.empty() || sent.back().packet != packet) sent.push_back({packet, {}});
     }
@@ -70,7 +70,7 @@ class AnyReceiver {
 
  private:
   std::vector<ScriptedPort::Answer> AnswerPacket(const Bytes& frame) {
-    const Bytes ack = WireFrame(Pid::Ack, Int16(frame.at(1)));
+    const Bytes ack = WireFrame(PacketId::Ack, Int16(frame.at(1)));
     if (acks_to_come_ > 0) {
       --acks_to_come_;
       Say(ack, Verdict::Taken);
@@ -102,7 +102,7 @@ class AnyReceiver {
         Say(input_.Frame(), Verdict::Unclear);
         break;
       case 4:
-        Say(WireFrame(Pid::Nak, Int16(host_id)), Verdict::NotTaken);
+        Say(WireFrame(PacketId::Nak, Int16(host_id)), Verdict::NotTaken);
         break;
       case 5:
         Say(ack, Verdict::Unclear);
@@ -275,7 +275,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   CheckSent(receiver.sent, expected, choice.link == LinkChoice::Checked ? MostTries : 1);
   // Whatever comes unasked is acknowledged.
   const auto sent = std::count_if(world.port.sent.begin(), world.port.sent.end(),
-                                  [](const Bytes& wire) { return wire.at(1) != Pid::Ack; });
+                                  [](const Bytes& wire) { return wire.at(1) != PacketId::Ack; });
   if (world.port.PortOpen() || world.port.opened != 1 || static_cast<std::size_t>(sent) > MostSent) std::abort();
   for (const DataKind kind : AllDataKinds) {
     if (!SameRecords(world.data, held, kind)) std::abort();

@@ -184,11 +184,11 @@ void ReceiveFrame(benchmark::State& state, const Bytes& frame) {
 
 /// The longest frame that the link sends, with every data byte doubled on the wire.
 Bytes LongestFrame() {
-  return WireFrame(Pid::ProductData, Bytes(LongestSentData, DLE));
+  return WireFrame(PacketId::ProductData, Bytes(LongestSentData, DLE));
 }
 
 void BM_ReceiveTrackPoint(benchmark::State& state) {
-  ReceiveFrame(state, WireFrame(Pid::TrkData, EncodeTrackPoint(SomePoint, TrackPointType::D301)));
+  ReceiveFrame(state, WireFrame(PacketId::TrkData, EncodeTrackPoint(SomePoint, TrackPointType::D301)));
 }
 BENCHMARK(BM_ReceiveTrackPoint);
 
@@ -200,7 +200,7 @@ BENCHMARK(BM_ReceiveLongestFrame);
 /// An ACK and the frame behind it, as they answer a command.
 void BM_ReceiveAckAndRecords(benchmark::State& state) {
   Bench bench;
-  Bytes burst = WireFrame(Pid::Ack, Int16(10));
+  Bytes burst = WireFrame(PacketId::Ack, Int16(10));
   const Bytes records = WireFrame(27, Int16(1001));
   burst.insert(burst.end(), records.begin(), records.end());
   bench.port.SetBurst(burst);
@@ -224,17 +224,17 @@ void SendAgain(benchmark::State& state, int packet_id, Encode encode) {
   state.SetBytesProcessed(static_cast<std::int64_t>(bench.port.Sent()));
 }
 void BM_SendXferCmplt(benchmark::State& state) {
-  SendAgain(state, Pid::XferCmplt, [](EncodeNotes&) { return NumberData(Command::TransferTrk); });
+  SendAgain(state, PacketId::XferCmplt, [](EncodeNotes&) { return NumberData(DeviceCommand::TransferTrk); });
 }
 BENCHMARK(BM_SendXferCmplt);
 void BM_SendWaypoint(benchmark::State& state) {
   const Waypoint waypoint = WaypointOf(WaypointType::D108);
-  SendAgain(state, Pid::WptData,
+  SendAgain(state, PacketId::WptData,
             [&](EncodeNotes& notes) { return EncodeWaypoint(waypoint, WaypointType::D108, notes); });
 }
 BENCHMARK(BM_SendWaypoint);
 void BM_SendTrackPoint(benchmark::State& state) {
-  SendAgain(state, Pid::TrkData, [](EncodeNotes&) { return EncodeTrackPoint(SomePoint, TrackPointType::D301); });
+  SendAgain(state, PacketId::TrkData, [](EncodeNotes&) { return EncodeTrackPoint(SomePoint, TrackPointType::D301); });
 }
 BENCHMARK(BM_SendTrackPoint);
 

@@ -70,10 +70,10 @@ auto PacketLink::CheckedExchange::Collect() -> Trouble {
 }
 
 auto PacketLink::CheckedExchange::TakeWhole(const Frame& frame) -> Trouble {
-  if (frame.Id() == Pid::Nak) return Trouble::Refused;
+  if (frame.Id() == PacketId::Nak) return Trouble::Refused;
   if (IsStale(frame)) {
     // A number of records that comes again was not heard to be acknowledged.
-    const bool number = answer_ == ExpectedAnswer::OneFrame && frame.Id() == Pid::Records;
+    const bool number = answer_ == ExpectedAnswer::OneFrame && frame.Id() == PacketId::Records;
     if (number) link_.Acknowledge(frame.Id());
     return Trouble::None;
   }
@@ -86,14 +86,14 @@ auto PacketLink::CheckedExchange::TakeWhole(const Frame& frame) -> Trouble {
 auto PacketLink::CheckedExchange::TakeDamaged(const Frame& frame) -> Trouble {
   if (answer_ == ExpectedAnswer::AckAndAnswer && AckIsDue()) {
     // Of a damaged ACK the answer behind it tells that the packet was taken.
-    if (frame.Id() == Pid::Ack)
+    if (frame.Id() == PacketId::Ack)
       TakeFrame(frame);
     else
       damage_passed_over_ = true;
     return Trouble::None;
   }
   damaged_id_ = frame.Id();
-  if (answer_ == ExpectedAnswer::Ack && frame.Id() == Pid::Ack) damaged_ack_ = frame;
+  if (answer_ == ExpectedAnswer::Ack && frame.Id() == PacketId::Ack) damaged_ack_ = frame;
   return WaitBehindDamage();
 }
 
@@ -114,11 +114,11 @@ auto PacketLink::CheckedExchange::WaitBehindDamage() -> Trouble {
 
 /// Frames that belong to an earlier exchange, or to none.
 bool PacketLink::CheckedExchange::IsStale(const Frame& frame) const {
-  const bool is_ack = frame.Id() == Pid::Ack;
+  const bool is_ack = frame.Id() == PacketId::Ack;
   const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == packet_id_;
   switch (answer_) {
     case ExpectedAnswer::OneFrame:
-      return is_ack || frame.Id() == Pid::Records;
+      return is_ack || frame.Id() == PacketId::Records;
     case ExpectedAnswer::Ack:
       return !is_ack || !names_packet;
     case ExpectedAnswer::AckAndAnswer:
@@ -155,8 +155,8 @@ auto PacketLink::CheckedExchange::TroubleOfSilence() -> Trouble {
 void PacketLink::CheckedExchange::Repeat(Trouble trouble, int packet_id, std::span<const std::uint8_t> data) {
   repeated_ = true;
   if (trouble == Trouble::Damaged) {
-    Send(Pid::Nak, NumberData(damaged_id_));
-  } else if (trouble == Trouble::Refused && sent_id_ == Pid::Nak) {
+    Send(PacketId::Nak, NumberData(damaged_id_));
+  } else if (trouble == Trouble::Refused && sent_id_ == PacketId::Nak) {
     Send(sent_id_, std::vector(sent_data_));
   } else {
     reply_ = {};
@@ -184,7 +184,7 @@ auto PacketLink::CheckedExchange::SettleLateBurst(Found first) -> Trouble {
   for (std::size_t k = frames.size() < wanted ? 0 : frames.size() - wanted; k < frames.size(); ++k) {
     damaged_id_ = frames[k].Id();
     if (frames[k].damaged) return Trouble::Damaged;
-    if (frames[k].Id() == Pid::Nak) return Trouble::Refused;
+    if (frames[k].Id() == PacketId::Nak) return Trouble::Refused;
     TakeFrame(frames[k]);
   }
   return Collect();

@@ -126,7 +126,7 @@ void PacketLink::CheckedInput::AcknowledgeRest() {
   Begin();
   while (NextFrame(QuietTime) != Found::Nothing && link_.clock_.Monotonic() - started_at_ < ReceiveTimeoutTime) {
     const Frame& frame = reader_.Last();
-    const bool verdict = frame.Id() == Pid::Ack || frame.Id() == Pid::Nak;
+    const bool verdict = frame.Id() == PacketId::Ack || frame.Id() == PacketId::Nak;
     if (!frame.damaged && !verdict) link_.Acknowledge(frame.Id());
   }
 }

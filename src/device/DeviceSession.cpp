@@ -76,7 +76,7 @@ std::int32_t DeviceSession::AbortedResult(std::int16_t last_status) const {
 
 void DeviceSession::SendAbort() {
   try {
-    const PacketReply reply = Exchange(Pid::CommandData, Command::AbortTransfer, ExpectedAnswer::Ack);
+    const PacketReply reply = Exchange(PacketId::CommandData, DeviceCommand::AbortTransfer, ExpectedAnswer::Ack);
     if (reply.Count < 0 && reply.why == NoAnswer::Cancel) report_.cancelled = true;
   } catch (const std::out_of_range&) {
     link_.DrainInput();
@@ -84,7 +84,7 @@ void DeviceSession::SendAbort() {
 }
 
 void DeviceSession::AbandonTransfer() {
-  link_.SendPacket(Pid::CommandData, NumberData(Command::AbortTransfer));
+  link_.SendPacket(PacketId::CommandData, NumberData(DeviceCommand::AbortTransfer));
   link_.DrainInput();
 }
 

@@ -19,7 +19,8 @@ std::int32_t Download::End(std::int16_t last_status, std::int32_t count) {
 std::int32_t Download::Run(std::string_view port_name, TransferMode mode) {
   if (!session_.OpenPort(port_name)) return 0;
   const PortGuard guard(session_.Link());
-  PacketReply reply = session_.Exchange(Pid::CommandData, records_->TransferCommand(), ExpectedAnswer::AckAndAnswer);
+  PacketReply reply =
+      session_.Exchange(PacketId::CommandData, records_->TransferCommand(), ExpectedAnswer::AckAndAnswer);
   session_.NoteStatus(reply);
   const int ack = FindAckSlot(reply);
   if (ack < 0) {
@@ -32,7 +33,7 @@ std::int32_t Download::Run(std::string_view port_name, TransferMode mode) {
   const Frame& answer = reply.Slot(ack + 1);
   const std::int32_t count = NumberOf(PacketData(answer));
   const bool too_many = mode == TransferMode::Transfer && count > records_->MostAnnounced();
-  if (answer.Id() != Pid::Records || count < 0 || too_many) {
+  if (answer.Id() != PacketId::Records || count < 0 || too_many) {
     session_.Report().bad_answer = true;
     session_.Abort();
     return End(0, 0);
@@ -71,17 +72,17 @@ std::int16_t Download::ReceiveLoop(std::int32_t announced, bool& data_lost) {
     const bool on_globe = records_->Take(record);
     if (record.damaged || !on_globe) ++session_.Report().damaged_records;
   });
-  PacketReply reply = session_.Exchange(Pid::Ack, Pid::Records, ExpectedAnswer::OneFrame);
+  PacketReply reply = session_.Exchange(PacketId::Ack, PacketId::Records, ExpectedAnswer::OneFrame);
   session_.NoteStatus(reply);
   const auto start = session_.Now();
   while (true) {
     session_.Link().YieldOnce();
     const bool is_record = IsRecord(reply);
-    data_lost = reply.Count >= 1 && reply.FirstId() == Pid::XferCmplt;
+    data_lost = reply.Count >= 1 && reply.FirstId() == PacketId::XferCmplt;
     if (data_lost) break;
     if (is_record) {
       arrived.Add(reply.Slot(1), reply.waited);
-      reply = session_.Exchange(Pid::Ack, reply.FirstId(), ExpectedAnswer::OneFrame);
+      reply = session_.Exchange(PacketId::Ack, reply.FirstId(), ExpectedAnswer::OneFrame);
       // Once all that was announced has come, the answer to the last ACK is not needed.
       if (!arrived.AllThere()) session_.NoteStatus(reply);
     }

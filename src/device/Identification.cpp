@@ -54,7 +54,7 @@ bool ReadAsPublished(const DeviceSession& session, PacketReply& reply) {
 std::optional<Frame> AskProduct(DeviceSession& session, std::optional<NoAnswer>& why) {
   why.reset();
   session.UseCheckedLink(session.Choice() == LinkChoice::Checked);
-  PacketReply reply = session.Exchange(Pid::ProductRqst, 0, ExpectedAnswer::AckAndAnswer);
+  PacketReply reply = session.Exchange(PacketId::ProductRqst, 0, ExpectedAnswer::AckAndAnswer);
   const int ack = FindAckSlot(reply);
   if (ack >= 0) session.ReceiveBehindAck(reply, ack);
   if (reply.Count < 0) why = reply.why;
@@ -62,7 +62,7 @@ std::optional<Frame> AskProduct(DeviceSession& session, std::optional<NoAnswer>&
   const bool published = ReadAsPublished(session, reply);
   const Frame& frame = reply.Slot(FindAckSlot(reply) + 1);
   // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
-  if (frame.bytes[0] != DLE || frame.Id() != Pid::ProductData) return std::nullopt;
+  if (frame.bytes[0] != DLE || frame.Id() != PacketId::ProductData) return std::nullopt;
   if (session.Choice() == LinkChoice::Automatic) session.UseCheckedLink(published);
   session.Link().Note(session.CheckedLinkInUse() ? "checked link" : "plain link");
   return frame;
@@ -86,7 +86,7 @@ std::optional<Frame> AskProductTwice(DeviceSession& session, std::optional<NoAns
 /// take it for its answer.
 void TakeWhatFollows(DeviceSession& session) {
   if (session.CheckedLinkInUse()) {
-    session.Link().Acknowledge(Pid::ProductData);
+    session.Link().Acknowledge(PacketId::ProductData);
     session.Link().AcknowledgeInput();
   } else {
     session.Link().DrainInput();

@@ -25,9 +25,9 @@ class IncomingWaypoints : public IncomingRecords {
  public:
   IncomingWaypoints(const DeviceProtocols& types, DataSet& data) : type_(types.waypoint), data_(data) {}
 
-  [[nodiscard]] int TransferCommand() const override { return Command::TransferWpt; }
+  [[nodiscard]] int TransferCommand() const override { return DeviceCommand::TransferWpt; }
   [[nodiscard]] std::int32_t MostAnnounced() const override { return MaxWaypoints; }
-  [[nodiscard]] bool IsRecord(int packet_id) const override { return packet_id == Pid::WptData; }
+  [[nodiscard]] bool IsRecord(int packet_id) const override { return packet_id == PacketId::WptData; }
 
   [[nodiscard]] bool Take(const Frame& record) override {
     Waypoint waypoint = DecodeWaypoint(PacketData(record), type_);
@@ -51,16 +51,16 @@ class IncomingRoutes : public IncomingRecords {
  public:
   IncomingRoutes(const DeviceProtocols& types, DataSet& data) : types_(types), data_(data) {}
 
-  [[nodiscard]] int TransferCommand() const override { return Command::TransferRte; }
+  [[nodiscard]] int TransferCommand() const override { return DeviceCommand::TransferRte; }
   [[nodiscard]] std::int32_t MostAnnounced() const override { return MaxRoutes * (1 + 2 * MaxRoutePoints); }
   [[nodiscard]] bool IsRecord(int packet_id) const override {
-    return packet_id == Pid::RteHdr || packet_id == Pid::RteWptData ||
-           (types_.route_link != RouteLinkType::None && packet_id == Pid::RteLinkData);
+    return packet_id == PacketId::RteHdr || packet_id == PacketId::RteWptData ||
+           (types_.route_link != RouteLinkType::None && packet_id == PacketId::RteLinkData);
   }
 
   [[nodiscard]] bool Take(const Frame& record) override {
-    if (record.Id() == Pid::RteWptData) return TakePoint(record);
-    if (record.Id() == Pid::RteHdr)
+    if (record.Id() == PacketId::RteWptData) return TakePoint(record);
+    if (record.Id() == PacketId::RteHdr)
       TakeHeader(record);
     else
       TakeLink(record);
@@ -110,16 +110,16 @@ class IncomingLogs : public IncomingRecords {
  public:
   IncomingLogs(const DeviceProtocols& types, DataSet& data) : types_(types), data_(data) {}
 
-  [[nodiscard]] int TransferCommand() const override { return Command::TransferTrk; }
+  [[nodiscard]] int TransferCommand() const override { return DeviceCommand::TransferTrk; }
   [[nodiscard]] std::int32_t MostAnnounced() const override {
     return MaxTrackPoints + (types_.track_header == TrackHeaderType::D310 ? MaxTrackLogs : 0);
   }
   [[nodiscard]] bool IsRecord(int packet_id) const override {
-    return packet_id == Pid::TrkHdr || packet_id == Pid::TrkData;
+    return packet_id == PacketId::TrkHdr || packet_id == PacketId::TrkData;
   }
 
   [[nodiscard]] bool Take(const Frame& record) override {
-    if (record.Id() == Pid::TrkData) return TakePoint(DecodeTrackPoint(PacketData(record), types_.track_point));
+    if (record.Id() == PacketId::TrkData) return TakePoint(DecodeTrackPoint(PacketData(record), types_.track_point));
     if (types_.track_header == TrackHeaderType::D310) {
       header_came_ = true;
       RequireStored(data_.Begin(DecodeTrackHeader(PacketData(record))));

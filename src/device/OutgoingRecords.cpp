@@ -25,7 +25,7 @@ class Encoder {
   [[nodiscard]] std::vector<OutgoingPacket> Waypoints(const std::vector<Waypoint>& waypoints) {
     for (std::size_t i = 0; i < waypoints.size(); ++i) {
       Add(
-          {Pid::WptData, {}, "[" + CountersOf(i + 1, waypoints.size()) + "]"},
+          {PacketId::WptData, {}, "[" + CountersOf(i + 1, waypoints.size()) + "]"},
           [&] { return "Waypoint " + std::to_string(i + 1); },
           [&](EncodeNotes& notes) { return EncodeWaypoint(waypoints[i], types_.waypoint, notes); });
     }
@@ -36,7 +36,7 @@ class Encoder {
     for (std::size_t r = 0; r < routes.size(); ++r) {
       const std::string name = "Route " + std::to_string(r + 1);
       Add(
-          {Pid::RteHdr, {}, {}}, [&] { return name; },
+          {PacketId::RteHdr, {}, {}}, [&] { return name; },
           [&](EncodeNotes& notes) { return EncodeRouteHeader(routes[r], types_.route_header, notes); });
       const std::size_t count = routes[r].points.size();
       for (std::size_t p = 0; p < count; ++p) {
@@ -52,12 +52,12 @@ class Encoder {
       const std::string name = "TrackLog " + std::to_string(number++);
       if (types_.track_header != TrackHeaderType::None) {
         Add(
-            {Pid::TrkHdr, {}, {}}, [&] { return name; },
+            {PacketId::TrkHdr, {}, {}}, [&] { return name; },
             [&](EncodeNotes& notes) { return EncodeTrackHeader(log, types_.track_header, notes); });
       }
       for (std::size_t p = 0; p < log.points.size(); ++p) {
         Add(
-            {Pid::TrkData, {}, {}}, [&] { return name + " Point " + std::to_string(p + 1); },
+            {PacketId::TrkData, {}, {}}, [&] { return name + " Point " + std::to_string(p + 1); },
             [&](EncodeNotes& /*notes*/) { return EncodeTrackPoint(log.points[p], types_.track_point); });
       }
     }
@@ -69,11 +69,11 @@ class Encoder {
  private:
   void AddRoutePoint(const RoutePoint& point, const std::string& name, std::string counters) {
     Add(
-        {Pid::RteWptData, {}, std::move(counters)}, [&] { return name; },
+        {PacketId::RteWptData, {}, std::move(counters)}, [&] { return name; },
         [&](EncodeNotes& notes) { return EncodeWaypoint(point.waypoint, types_.waypoint, notes); });
     if (types_.route_link == RouteLinkType::None) return;
     Add(
-        {Pid::RteLinkData, {}, {}}, [&] { return name + " Link"; },
+        {PacketId::RteLinkData, {}, {}}, [&] { return name + " Link"; },
         [&](EncodeNotes& notes) { return EncodeRouteLink(*point.link, types_.route_link, notes); });
   }
 
@@ -110,11 +110,11 @@ OutgoingRecords OutgoingRecordsOf(const DataSet& data, DataKind kind, const Devi
   Encoder encoder(types, report);
   switch (kind) {
     case DataKind::Waypoint:
-      return {Command::TransferWpt, ShownProgress::AsIfSent, encoder.Waypoints(data.Waypoints())};
+      return {DeviceCommand::TransferWpt, ShownProgress::AsIfSent, encoder.Waypoints(data.Waypoints())};
     case DataKind::Route:
-      return {Command::TransferRte, ShownProgress::BeforeSent, encoder.Routes(data.Routes())};
+      return {DeviceCommand::TransferRte, ShownProgress::BeforeSent, encoder.Routes(data.Routes())};
     case DataKind::TrackLog:
-      return {Command::TransferTrk, ShownProgress::Sent, encoder.Logs(data.Logs(), data.FirstLogNumber())};
+      return {DeviceCommand::TransferTrk, ShownProgress::Sent, encoder.Logs(data.Logs(), data.FirstLogNumber())};
   }
   return {};
 }

@@ -3,7 +3,7 @@
 
 namespace walrim {
 
-namespace Pid {
+namespace PacketId {
 inline constexpr int Ack = 6;
 inline constexpr int CommandData = 10;
 inline constexpr int XferCmplt = 12;
@@ -20,13 +20,13 @@ inline constexpr int ExtProductData = 248;
 inline constexpr int ProtocolArray = 253;
 inline constexpr int ProductRqst = 254;
 inline constexpr int ProductData = 255;
-}  // namespace Pid
+}  // namespace PacketId
 
-namespace Command {
+namespace DeviceCommand {
 inline constexpr int AbortTransfer = 0;
 inline constexpr int TransferRte = 4;
 inline constexpr int TransferTrk = 6;
 inline constexpr int TransferWpt = 7;
-}  // namespace Command
+}  // namespace DeviceCommand
 
 }  // namespace walrim

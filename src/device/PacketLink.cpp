@@ -28,7 +28,7 @@ constexpr milliseconds OutputStallTime{3000};
 
 int FindAckSlot(const PacketReply& reply) {
   for (int k = 1; k <= reply.Count; ++k) {
-    if (reply.Slot(k).Id() == Pid::Ack) return k;
+    if (reply.Slot(k).Id() == PacketId::Ack) return k;
   }
   return -1;
 }
@@ -252,7 +252,7 @@ void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
       return;
     }
     const bool can_be_answer = CanBeAnswer(frame);
-    if (!can_be_answer && frame.Id() != Pid::Ack) {
+    if (!can_be_answer && frame.Id() != PacketId::Ack) {
       unasked.push_back(frame.Id());
       continue;
     }
@@ -276,23 +276,24 @@ void PacketLink::ReceiveMore(PacketReply& reply) {
 bool PacketLink::CanBeAnswer(const Frame& frame) const {
   if (asked_id_ == 0 || frame.damaged) return true;
   const int id = frame.Id();
-  if (id == Pid::Ack) {
+  if (id == PacketId::Ack) {
     const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == asked_id_;
     return asked_answer_ != ExpectedAnswer::OneFrame && names_packet;
   }
   if (!BelongsToNoTransfer(frame)) return true;
-  const bool known =
-      id == Pid::PvtData || id == Pid::ExtProductData || id == Pid::ProtocolArray || id == Pid::ProductData;
+  const bool known = id == PacketId::PvtData || id == PacketId::ExtProductData || id == PacketId::ProtocolArray ||
+                     id == PacketId::ProductData;
   return asked_answer_ == ExpectedAnswer::OneFrame && !known;
 }
 
 /// Told unasked, or an answer to what was asked before.
 bool PacketLink::BelongsToNoTransfer(const Frame& frame) const {
-  constexpr std::array of_transfers{Pid::Ack,       Pid::Nak,     Pid::ProductRqst, Pid::CommandData,
-                                    Pid::XferCmplt, Pid::Records, Pid::RteHdr,      Pid::RteWptData,
-                                    Pid::TrkData,   Pid::WptData, Pid::TrkHdr,      Pid::RteLinkData};
+  constexpr std::array of_transfers{PacketId::Ack,         PacketId::Nak,        PacketId::ProductRqst,
+                                    PacketId::CommandData, PacketId::XferCmplt,  PacketId::Records,
+                                    PacketId::RteHdr,      PacketId::RteWptData, PacketId::TrkData,
+                                    PacketId::WptData,     PacketId::TrkHdr,     PacketId::RteLinkData};
   if (frame.damaged) return false;
-  if (frame.Id() == Pid::ProductData) return asked_id_ != Pid::ProductRqst;
+  if (frame.Id() == PacketId::ProductData) return asked_id_ != PacketId::ProductRqst;
   return std::find(of_transfers.begin(), of_transfers.end(), frame.Id()) == of_transfers.end();
 }
 
@@ -329,7 +330,7 @@ std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
 
 /// The frame that is acknowledged came whole behind the packet before: what comes next is no burst that goes on.
 void PacketLink::Acknowledge(int packet_id) {
-  SendPacket(Pid::Ack, NumberData(packet_id));
+  SendPacket(PacketId::Ack, NumberData(packet_id));
   input_while_sending_ = false;
 }
 

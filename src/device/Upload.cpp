@@ -42,7 +42,7 @@ std::int32_t UploadRecords(DeviceSession& session, const DataSet& data, DataKind
   }
   if (!session.OpenPort(port_name)) return 0;
   const PortGuard guard(session.Link());
-  PacketReply reply = session.Exchange(Pid::Records, count, ExpectedAnswer::Ack);
+  PacketReply reply = session.Exchange(PacketId::Records, count, ExpectedAnswer::Ack);
   session.NoteStatus(reply);
   if (FindAckSlot(reply) < 0) {
     session.NoteFirstAnswer(reply);
@@ -62,7 +62,7 @@ std::int32_t UploadRecords(DeviceSession& session, const DataSet& data, DataKind
     session.SendAbort();
     return session.AbortedResult(last_status);
   }
-  reply = session.Exchange(Pid::XferCmplt, records.transfer_command, ExpectedAnswer::Ack);
+  reply = session.Exchange(PacketId::XferCmplt, records.transfer_command, ExpectedAnswer::Ack);
   report.end_refused = FindAckSlot(reply) < 0;
   report.cancelled = reply.Count < 0 && reply.why == NoAnswer::Cancel;
   return count;

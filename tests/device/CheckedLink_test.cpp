@@ -49,7 +49,7 @@ class CheckedExchangeTest : public ::testing::Test {
 
   PacketReply Command() { return link.ExchangeChecked(10, NumberData(7), ExpectedAnswer::AckAndAnswer); }
   PacketReply Record() { return link.ExchangeChecked(35, NumberData(0x4241), ExpectedAnswer::Ack); }
-  PacketReply Ack() { return link.ExchangeChecked(Pid::Ack, NumberData(27), ExpectedAnswer::OneFrame); }
+  PacketReply Ack() { return link.ExchangeChecked(PacketId::Ack, NumberData(27), ExpectedAnswer::OneFrame); }
 
   FakeClock clock;
   ScriptedPort port{clock};
@@ -260,7 +260,7 @@ TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPl
   answers = {{{milliseconds{5}, Joined({Fix, AckOfCommand, Protocols, Unknown, FiveRecords, Fix})}}};
   const PacketReply reply = Command();
   ASSERT_EQ(reply.Count, 2);
-  EXPECT_EQ(reply.Slot(1).Id(), Pid::Ack);
+  EXPECT_EQ(reply.Slot(1).Id(), PacketId::Ack);
   EXPECT_EQ(reply.Slot(2).Id(), 27);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, AckOfFix, AckOfProtocols, AckOfUnknown, AckOfFix}));
 
@@ -303,7 +303,7 @@ TEST_F(CheckedExchangeTest, AnAckOfAnotherPacketAndOtherFramesAreNoAckOfARecord)
   answers = {{{milliseconds{5}, Joined({FiveRecords, AckOfCommand, AckOfWaypoint})}}};
   const PacketReply reply = Record();
   ASSERT_EQ(reply.Count, 1);
-  EXPECT_EQ(reply.FirstId(), Pid::Ack);
+  EXPECT_EQ(reply.FirstId(), PacketId::Ack);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 35);
 }
 
@@ -545,7 +545,7 @@ TEST_F(CheckedTransferTest, APacketHasLeftWhenItsSendingEnds) {
   const StopFlags stop;
   PacketLink link(*port, clock, loop, stop);
   ASSERT_TRUE(link.OpenPort("demo"));
-  link.SendPacket(Pid::Ack, NumberData(0));
+  link.SendPacket(PacketId::Ack, NumberData(0));
   EXPECT_EQ(port->OutBufferCount(), 0U);
   EXPECT_GE(clock.now, LineByteTime * 8);
   EXPECT_GT(loop.yields, 0);

@@ -214,7 +214,7 @@ TEST_F(PacketLinkTest, AnExchangeDropsLateBytesOfAnEarlierBurst) {
   port.script = [](const Bytes&) { return std::vector<ScriptedPort::Answer>{{milliseconds{3}, AckOfProductRequest}}; };
   const PacketReply reply = link.ExchangeData(254, Bytes{0, 0}, ExpectedAnswer::AckAndAnswer);
   ASSERT_EQ(reply.Count, 1);
-  EXPECT_EQ(reply.Slot(1).Id(), Pid::Ack);
+  EXPECT_EQ(reply.Slot(1).Id(), PacketId::Ack);
 }
 
 // By hand: 33+02+41+42 = B8, checksum 48. C8+02+41+42 = 14Dh, checksum B3. 06+02+33 = 3Bh, checksum C5.
