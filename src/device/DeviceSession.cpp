@@ -25,14 +25,14 @@ std::string ProgressText(std::string_view counters, std::int64_t done, std::int6
 
 bool DeviceSession::ProbePort(std::string_view port_name) {
   if (link_.ProbePort(port_name)) return true;
-  ShowMessage(PortMessage(port_name, link_.LastPortResult()));
+  ShowMessage(device_messages::PortNotOpened(port_name, link_.LastPortResult()));
   return false;
 }
 
 bool DeviceSession::OpenPort(std::string_view port_name) {
   if (link_.OpenPort(port_name)) return true;
   report_.port_failed = true;
-  ShowMessage(PortMessage(port_name, link_.LastPortResult()));
+  ShowMessage(device_messages::PortNotOpened(port_name, link_.LastPortResult()));
   return false;
 }
 

@@ -62,7 +62,7 @@ std::int32_t Download::ReceiveRecords(std::int32_t announced) {
     if (!records_->Finish(announced)) data_lost = true;
     data_.Take(kind_, incoming_);
     session_.Report().data_loss = data_lost;
-    if (data_lost) session_.ShowMessage(DataLossMessage);
+    if (data_lost) session_.ShowMessage(device_messages::DataLoss);
   }
   return End(last_status, announced);
 }

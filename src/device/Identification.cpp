@@ -103,7 +103,7 @@ ProductInfo RequestProduct(DeviceSession& session, std::string_view port_name) {
   const std::optional<Frame> product = AskProductTwice(session, why);
   session.Report().refused = why == NoAnswer::Refusal;
   session.Report().cancelled = why == NoAnswer::Cancel;
-  if (why == NoAnswer::Silence) return {-1, -1.0F, std::string(SilentDescription)};
+  if (why == NoAnswer::Silence) return {-1, -1.0F, std::string(device_messages::SilentReceiver)};
   if (!product) return {};
   TakeWhatFollows(session);
   return ReadProduct(*product);

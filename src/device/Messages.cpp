@@ -1,6 +1,6 @@
 #include "device/Messages.h"
 
-namespace walrim {
+namespace walrim::device_messages {
 
 namespace {
 
@@ -28,7 +28,7 @@ std::string PortExplanation(const PortResult& result) {
 
 }  // namespace
 
-std::string PortMessage(std::string_view port_name, const PortResult& result) {
+std::string PortNotOpened(std::string_view port_name, const PortResult& result) {
   return "Serial Port [ " + std::string(port_name) + " ] は既に使われています\n" + PortExplanation(result);
 }
 
@@ -40,4 +40,4 @@ std::string CharacterNotSendable(std::string_view record, std::string_view chara
   return std::string(record) + "の文字「" + std::string(character) + "」は受信機に送れません．";
 }
 
-}  // namespace walrim
+}  // namespace walrim::device_messages

@@ -84,9 +84,9 @@ class Encoder {
     std::string unsendable;
     try {
       packet.data = encode(notes);
-      if (notes.lacking) unsendable = CharacterNotSendable(name(), notes.lacking->utf8);
+      if (notes.lacking) unsendable = device_messages::CharacterNotSendable(name(), notes.lacking->utf8);
     } catch (const std::overflow_error&) {
-      unsendable = ValueOutOfRange(name());
+      unsendable = device_messages::ValueOutOfRange(name());
     }
     packets_.push_back(std::move(packet));
     // The texts that are cut are counted to the end. Of the rest the first record that cannot be sent is the last word.

@@ -128,14 +128,14 @@ TEST_F(TransferTest, APortThatCannotBeOpenedIsSaidAndChangesNothing) {
   EXPECT_EQ(info.ProductId, 0);
   EXPECT_EQ(info.Description, "");
   ASSERT_EQ(desktop.messages.size(), 1U);
-  EXPECT_EQ(desktop.messages[0], PortMessage("3", port.open_result));
+  EXPECT_EQ(desktop.messages[0], device_messages::PortNotOpened("3", port.open_result));
   EXPECT_EQ(garmin.Protocols(), before);
 }
 
 TEST_F(TransferTest, APortWithoutPermissionNamesTheGroupAndTheCommand) {
   port.open_result = {PortProblem::NotPermitted, "/dev/ttyUSB0", "dialout", ""};
   static_cast<void>(garmin.ConnectDevice("1"));
-  EXPECT_EQ(desktop.messages.at(0), PortMessage("1", port.open_result));
+  EXPECT_EQ(desktop.messages.at(0), device_messages::PortNotOpened("1", port.open_result));
 }
 
 TEST_F(TransferTest, AnUnknownModelIsTakenForD104WithoutAMessage) {
@@ -150,7 +150,7 @@ TEST_F(TransferTest, ASilentReceiverGivesIdMinusOneAndTheFallbackTypes) {
   const ProductInfo info = garmin.ConnectDevice("1");
   EXPECT_EQ(info.ProductId, -1);
   EXPECT_EQ(info.SoftwareVersion, -1.0F);
-  EXPECT_EQ(info.Description, SilentDescription);
+  EXPECT_EQ(info.Description, device_messages::SilentReceiver);
   EXPECT_EQ(garmin.Protocols().waypoint, WaypointType::D104);
   EXPECT_TRUE(desktop.messages.empty());
 }
@@ -236,7 +236,7 @@ TEST_F(TransferTest, AnEarlyXferCmpltWarnsOnceAndKeepsTheAnnouncedCount) {
   receiver.announced = 8;
   EXPECT_EQ(Download(), 8);
   EXPECT_EQ(WaypointCount(), 8U);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(DataLossMessage)});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(device_messages::DataLoss)});
   EXPECT_EQ(Ident(5), "W5");
   EXPECT_EQ(Ident(6), "");  // not what was held before
   EXPECT_FALSE(data.Waypoints()[4].missing);
@@ -266,7 +266,7 @@ TEST_F(TransferTest, AReceiverWithMoreThanItAnnouncedWarnsToo) {
   receiver.announced = 3;
   EXPECT_EQ(Download(), 3);
   EXPECT_EQ(WaypointCount(), 3U);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(DataLossMessage)});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(device_messages::DataLoss)});
 }
 
 TEST_F(TransferTest, AnUnknownFirstPacketWaitsForCancel) {
@@ -477,7 +477,7 @@ TEST_F(TransferTest, ARouteKeeps99PointsAndTheNextRoutesSlotsAreNotTouched) {
   EXPECT_EQ(RouteOf(1).points.size(), 99U);
   EXPECT_EQ(PointIdent(1, 99), "P99");
   EXPECT_EQ(PointIdent(2, 1), "N1");
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(DataLossMessage)});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(device_messages::DataLoss)});
   EXPECT_EQ(receiver.CountReceived({6, {30, 0}}), 103U);
 }
 
@@ -832,11 +832,11 @@ TEST_F(TransferTest, ARecordThatTheReceiverCannotHoldStopsTheUploadBeforeItBegin
   HoldWaypoint("CAFé");
   EXPECT_EQ(Upload(DataKind::Waypoint), -1);
   EXPECT_TRUE(receiver.received.empty());
-  EXPECT_EQ(garmin.Report().unsendable, CharacterNotSendable("Waypoint 2", "é"));
+  EXPECT_EQ(garmin.Report().unsendable, device_messages::CharacterNotSendable("Waypoint 2", "é"));
   data.Clear(DataKind::Waypoint);
   HoldWaypoint("EAST", 180.0);
   EXPECT_EQ(Upload(DataKind::Waypoint), -1);
-  EXPECT_EQ(garmin.Report().unsendable, ValueOutOfRange("Waypoint 1"));
+  EXPECT_EQ(garmin.Report().unsendable, device_messages::ValueOutOfRange("Waypoint 1"));
 }
 
 TEST_F(TransferTest, AnUploadTellsWhichRecordsWereCut) {
