@@ -76,13 +76,13 @@ void CheckWhole(const Frame& frame) {
   unsigned sum = 0;
   for (std::size_t i = 1; i <= size + 3; ++i)
     sum += frame.bytes[i];
-  if (sum % 256 != 0 || static_cast<std::size_t>(frame.Size) != size + 6) std::abort();
+  if (sum % 256 != 0 || static_cast<std::size_t>(frame.size) != size + 6) std::abort();
 }
 
 void CheckReply(const PacketReply& reply, ExpectedAnswer answer) {
-  if (reply.Count == ReceiveTimeout) return;
-  if (reply.Count < 1 || reply.Count > PacketReply::LastSlot) std::abort();
-  for (int k = 1; k <= reply.Count; ++k) {
+  if (reply.count == ReceiveTimeout) return;
+  if (reply.count < 1 || reply.count > PacketReply::LastSlot) std::abort();
+  for (int k = 1; k <= reply.count; ++k) {
     const Frame& frame = reply.Slot(k);
     // Only an ACK may be damaged.
     if (!frame.damaged)

@@ -79,7 +79,7 @@ struct Line {
 };
 
 void CheckFrame(const Frame& frame) {
-  if (frame.bytes[2] + 6 != frame.Size) std::abort();
+  if (frame.bytes[2] + 6 != frame.size) std::abort();
   if (PacketData(frame).size() != frame.bytes[2]) std::abort();
 }
 
@@ -89,9 +89,9 @@ void ReceiveAll(std::span<const std::uint8_t> bytes, std::size_t step, milliseco
   while (true) {
     try {
       const PacketReply reply = line.link.ReceivePackets();
-      if (reply.Count == ReceiveTimeout) return;
-      if (reply.Count < 1 || reply.Count > PacketReply::LastSlot) std::abort();
-      for (int k = 1; k <= reply.Count; ++k)
+      if (reply.count == ReceiveTimeout) return;
+      if (reply.count < 1 || reply.count > PacketReply::LastSlot) std::abort();
+      for (int k = 1; k <= reply.count; ++k)
         CheckFrame(reply.Slot(k));
     } catch (const std::out_of_range&) {
       // What has come is dropped, as before the next exchange.
@@ -124,7 +124,7 @@ void CheckRoundTrip(std::span<const std::uint8_t> data, std::size_t step, millis
 
   Line receiver(sender.port.sent, step, gap);
   const Frame frame = receiver.link.ReceivePacket();
-  if (frame.damaged || frame.Id() != TrackPointId || static_cast<std::size_t>(frame.Size) != data.size() + 6)
+  if (frame.damaged || frame.Id() != TrackPointId || static_cast<std::size_t>(frame.size) != data.size() + 6)
     std::abort();
   const auto received = PacketData(frame);
   if (!std::equal(data.begin(), data.end(), received.begin(), received.end())) std::abort();

@@ -60,8 +60,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   DeviceProtocols expected = RichestProtocols;
   try {
     const ProductInfo info = garmin.ConnectDevice("1");
-    if (!info.Description.empty()) expected = ProtocolsOf(info.Description);
-    if (info.ProductId > 0 && !IsValidUtf8(info.Description)) std::abort();
+    if (!info.description.empty()) expected = ProtocolsOf(info.description);
+    if (info.product_id > 0 && !IsValidUtf8(info.description)) std::abort();
   } catch (const std::out_of_range&) {
     // Too many frames, or one that does not end.
   }

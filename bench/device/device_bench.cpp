@@ -178,7 +178,7 @@ void ReceiveFrame(benchmark::State& state, const Bytes& frame) {
     bench.port.Rewind();
     benchmark::DoNotOptimize(bench.link.ReceivePacket());
   }
-  if (bench.link.ReceivePacket().Size >= 0) state.SkipWithError("received from an empty line");
+  if (bench.link.ReceivePacket().size >= 0) state.SkipWithError("received from an empty line");
   SetRate(state, frame.size());
 }
 
@@ -207,7 +207,7 @@ void BM_ReceiveAckAndRecords(benchmark::State& state) {
   for (auto _ : state) {
     bench.port.Rewind();
     const PacketReply reply = bench.link.ReceivePackets();
-    if (reply.Count != 2) state.SkipWithError("not two frames");
+    if (reply.count != 2) state.SkipWithError("not two frames");
   }
   SetRate(state, burst.size());
 }

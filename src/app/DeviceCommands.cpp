@@ -47,18 +47,18 @@ bool DeviceCommands::Identify() {
   desktop_.SetStatusCaption("");
   // Of a receiver that was not waited for nothing is said.
   if (!garmin_.Report().cancelled) {
-    state_.SetReceiverText(messages::ReceiverText(IdentityText(), identified_.ProductId));
+    state_.SetReceiverText(messages::ReceiverText(IdentityText(), identified_.product_id));
   }
   desktop_.ControlsChanged();
-  if (identified_.ProductId <= 0) return false;
+  if (identified_.product_id <= 0) return false;
   const bool automatic = state_.Settings().link == LinkChoice::Automatic;
   desktop_.SetStatusCaption(messages::LinkInUse(garmin_.CheckedLinkInUse(), automatic));
   return true;
 }
 
 std::string DeviceCommands::IdentityText() const {
-  if (identified_.ProductId >= -1 && (identified_.ProductId != 0 || !garmin_.LastPortResult().Ok())) {
-    return WithoutControlCharacters(identified_.Description);
+  if (identified_.product_id >= -1 && (identified_.product_id != 0 || !garmin_.LastPortResult().Ok())) {
+    return WithoutControlCharacters(identified_.description);
   }
   return std::string(garmin_.Report().refused ? messages::NotAcknowledged : messages::NotIdentified);
 }

@@ -140,7 +140,7 @@ ExitStatus Terminal::Report(Outcome outcome) {
     case Outcome::NoReceiver:
       break;
   }
-  if (main_.Device().Identified().ProductId <= 0) Message(main_.Device().IdentityText());
+  if (main_.Device().Identified().product_id <= 0) Message(main_.Device().IdentityText());
   return ExitStatus::NoReceiver;
 }
 

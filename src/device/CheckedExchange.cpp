@@ -35,7 +35,7 @@ PacketReply PacketLink::CheckedExchange::Failed(Trouble trouble) {
     reply_.why = trouble == Trouble::Refused ? NoAnswer::Refusal : NoAnswer::Damage;
   }
   link_.Note(note);
-  if (reply_.Count == 0) reply_.Count = ReceiveTimeout;
+  if (reply_.count == 0) reply_.count = ReceiveTimeout;
   return reply_;
 }
 
@@ -77,7 +77,7 @@ auto PacketLink::CheckedExchange::TakeWhole(const Frame& frame) -> Trouble {
     if (number) link_.Acknowledge(frame.Id());
     return Trouble::None;
   }
-  if (reply_.Count == 0) reply_.waited = input_.Waited();
+  if (reply_.count == 0) reply_.waited = input_.Waited();
   TakeFrame(frame);
   const bool damage_before = damage_passed_over_ || input_.NoiseBefore();
   return AckIsDue() && damage_before ? Trouble::AckMissing : Trouble::None;
@@ -132,9 +132,9 @@ bool PacketLink::CheckedExchange::AckIsDue() const {
 }
 
 bool PacketLink::CheckedExchange::Complete() const {
-  if (answer_ == ExpectedAnswer::OneFrame) return reply_.Count > 0;
+  if (answer_ == ExpectedAnswer::OneFrame) return reply_.count > 0;
   const int ack = FindAckSlot(reply_);
-  return ack > 0 && (answer_ == ExpectedAnswer::Ack || reply_.Count > ack);
+  return ack > 0 && (answer_ == ExpectedAnswer::Ack || reply_.count > ack);
 }
 
 /// Half a frame, noise in place of one, or an answer without its ACK is damage; nothing at all is a receiver that does
@@ -143,7 +143,7 @@ auto PacketLink::CheckedExchange::TroubleOfSilence() -> Trouble {
   const int ack = FindAckSlot(reply_);
   const bool ack_damaged = ack > 0 && reply_.Slot(ack).damaged;
   const bool ack_missing = answer_ == ExpectedAnswer::AckAndAnswer && ack < 0;
-  const bool damage = input_.Pending() || damage_passed_over_ || ack_damaged || (ack_missing && reply_.Count > 0);
+  const bool damage = input_.Pending() || damage_passed_over_ || ack_damaged || (ack_missing && reply_.count > 0);
   input_.TraceCutShort();
   damaged_id_ = input_.Last().Id();
   input_.Forget();
@@ -165,9 +165,9 @@ void PacketLink::CheckedExchange::Repeat(Trouble trouble, int packet_id, std::sp
 }
 
 void PacketLink::CheckedExchange::TakeFrame(const Frame& frame) {
-  if (reply_.Count >= PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
-  ++reply_.Count;
-  reply_.slots[static_cast<std::size_t>(reply_.Count)] = frame;
+  if (reply_.count >= PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
+  ++reply_.count;
+  reply_.slots[static_cast<std::size_t>(reply_.count)] = frame;
 }
 
 /// The burst that answered the packet before goes on. The answer to this one is behind it: the last frames count.
@@ -192,7 +192,7 @@ auto PacketLink::CheckedExchange::SettleLateBurst(Found first) -> Trouble {
 
 /// Frames beyond the answer are left out. Behind a repetition there may be one on its way still.
 void PacketLink::CheckedExchange::DropWhatFollows() {
-  link_.burst_frames_ = reply_.Count;
+  link_.burst_frames_ = reply_.count;
   input_.FinishBurst(link_.burst_frames_);
   if (repeated_) link_.DrainInput(input_.Patience());
 }

@@ -45,9 +45,9 @@ PacketReply DeviceSession::Exchange(int packet_id, int value, ExpectedAnswer ans
 }
 
 void DeviceSession::ReceiveBehindAck(PacketReply& reply, int ack_slot) {
-  if (ack_slot < reply.Count) return;
+  if (ack_slot < reply.count) return;
   if (checked_link_) {
-    reply.Count = ReceiveTimeout;  // it was waited for already
+    reply.count = ReceiveTimeout;  // it was waited for already
   } else {
     link_.ReceiveMore(reply);
   }
@@ -55,7 +55,7 @@ void DeviceSession::ReceiveBehindAck(PacketReply& reply, int ack_slot) {
 
 /// Whoever refuses, or talks on and on without answering, is there.
 void DeviceSession::NoteFirstAnswer(const PacketReply& reply) {
-  const bool failed = reply.Count < 0;
+  const bool failed = reply.count < 0;
   const bool is_there = !failed || reply.why == NoAnswer::Refusal || reply.why == NoAnswer::Trickle;
   report_.cancelled = failed && reply.why == NoAnswer::Cancel;
   report_.not_acknowledged = is_there;
@@ -63,7 +63,7 @@ void DeviceSession::NoteFirstAnswer(const PacketReply& reply) {
 }
 
 void DeviceSession::NoteStatus(const PacketReply& reply) {
-  if (reply.Count >= 0) return;
+  if (reply.count >= 0) return;
   Abort();
   report_.refused = reply.why == NoAnswer::Refusal;
   report_.cancelled = reply.why == NoAnswer::Cancel;
@@ -77,7 +77,7 @@ std::int32_t DeviceSession::AbortedResult(std::int16_t last_status) const {
 void DeviceSession::SendAbort() {
   try {
     const PacketReply reply = Exchange(PacketId::CommandData, DeviceCommand::AbortTransfer, ExpectedAnswer::Ack);
-    if (reply.Count < 0 && reply.why == NoAnswer::Cancel) report_.cancelled = true;
+    if (reply.count < 0 && reply.why == NoAnswer::Cancel) report_.cancelled = true;
   } catch (const std::out_of_range&) {
     link_.DrainInput();
   }

@@ -29,7 +29,7 @@ std::int32_t Download::Run(std::string_view port_name, TransferMode mode) {
   }
   session_.ReceiveBehindAck(reply, ack);
   session_.NoteStatus(reply);
-  if (reply.Count < 0) return End(reply.Count, 0);
+  if (reply.count < 0) return End(reply.count, 0);
   const Frame& answer = reply.Slot(ack + 1);
   const std::int32_t count = NumberOf(PacketData(answer));
   const bool too_many = mode == TransferMode::Transfer && count > records_->MostAnnounced();
@@ -78,7 +78,7 @@ std::int16_t Download::ReceiveLoop(std::int32_t announced, bool& data_lost) {
   while (true) {
     session_.Link().YieldOnce();
     const bool is_record = IsRecord(reply);
-    data_lost = reply.Count >= 1 && reply.FirstId() == PacketId::XferCmplt;
+    data_lost = reply.count >= 1 && reply.FirstId() == PacketId::XferCmplt;
     if (data_lost) break;
     if (is_record) {
       arrived.Add(reply.Slot(1), reply.waited);
@@ -98,7 +98,7 @@ std::int16_t Download::ReceiveLoop(std::int32_t announced, bool& data_lost) {
   }
   arrived.Store();
   session_.Report().missing_records = session_.Aborted() ? 0 : announced - arrived.Received();
-  return arrived.AllThere() ? std::int16_t{0} : reply.Count;
+  return arrived.AllThere() ? std::int16_t{0} : reply.count;
 }
 
 }  // namespace walrim

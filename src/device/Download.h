@@ -26,7 +26,7 @@ class Download {
   [[nodiscard]] std::int16_t ReceiveLoop(std::int32_t announced, bool& data_lost);
   [[nodiscard]] std::int32_t End(std::int16_t last_status, std::int32_t count);
   [[nodiscard]] bool IsRecord(const PacketReply& reply) const {
-    return reply.Count >= 1 && records_->IsRecord(reply.FirstId());
+    return reply.count >= 1 && records_->IsRecord(reply.FirstId());
   }
 
   DeviceSession& session_;

@@ -26,7 +26,7 @@ struct Frame {
   static constexpr std::size_t LongestCapacity = 255 + 6;
 
   std::array<std::uint8_t, LongestCapacity> bytes{};
-  std::int16_t Size = 0;  ///< size byte + 6, or ReceiveTimeout
+  std::int16_t size = 0;  ///< size byte + 6, or ReceiveTimeout
   bool damaged = false;   ///< its length does not fit its size byte, or its checksum is wrong
 
   [[nodiscard]] int Id() const { return bytes[1]; }

@@ -10,7 +10,7 @@ ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
   session_.Report() = {};
   if (!session_.ProbePort(port_name)) return {};
   ProductInfo info = RequestProduct(session_, port_name);
-  if (!info.Description.empty()) session_.SetProtocols(ProtocolsOf(info.Description));
+  if (!info.description.empty()) session_.SetProtocols(ProtocolsOf(info.description));
   return info;
 }
 

@@ -33,11 +33,10 @@ ProductInfo ReadProduct(const Frame& frame) {
   buffer.resize(BufferSize);
   std::span<const std::uint8_t> data = buffer;
   ProductInfo info;
-  info.ProductId = NumberOf(data);
-  info.SoftwareVersion = static_cast<float>(NumberOf(data.subspan(2))) / 100.0F;
-  data = data.subspan(4);
+  info.product_id = NumberOf(data);
+  data = data.subspan(4);  // with the version of its software
   const std::string first = TakeZeroText(data);
-  info.Description = first + " " + TakeZeroText(data);
+  info.description = first + " " + TakeZeroText(data);
   return info;
 }
 
@@ -57,8 +56,8 @@ std::optional<Frame> AskProduct(DeviceSession& session, std::optional<NoAnswer>&
   PacketReply reply = session.Exchange(PacketId::ProductRqst, 0, ExpectedAnswer::AckAndAnswer);
   const int ack = FindAckSlot(reply);
   if (ack >= 0) session.ReceiveBehindAck(reply, ack);
-  if (reply.Count < 0) why = reply.why;
-  if (reply.Count < 0 || ack < 0) return std::nullopt;
+  if (reply.count < 0) why = reply.why;
+  if (reply.count < 0 || ack < 0) return std::nullopt;
   const bool published = ReadAsPublished(session, reply);
   const Frame& frame = reply.Slot(FindAckSlot(reply) + 1);
   // Noise in front of a frame shifts its bytes: what then stands in the id's place means nothing.
@@ -103,7 +102,7 @@ ProductInfo RequestProduct(DeviceSession& session, std::string_view port_name) {
   const std::optional<Frame> product = AskProductTwice(session, why);
   session.Report().refused = why == NoAnswer::Refusal;
   session.Report().cancelled = why == NoAnswer::Cancel;
-  if (why == NoAnswer::Silence) return {-1, -1.0F, std::string(device_messages::SilentReceiver)};
+  if (why == NoAnswer::Silence) return {-1, std::string(device_messages::SilentReceiver)};
   if (!product) return {};
   TakeWhatFollows(session);
   return ReadProduct(*product);

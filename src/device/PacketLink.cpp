@@ -27,7 +27,7 @@ constexpr milliseconds OutputStallTime{3000};
 }  // namespace
 
 int FindAckSlot(const PacketReply& reply) {
-  for (int k = 1; k <= reply.Count; ++k) {
+  for (int k = 1; k <= reply.count; ++k) {
     if (reply.Slot(k).Id() == PacketId::Ack) return k;
   }
   return -1;
@@ -51,9 +51,9 @@ class PacketLink::FrameBuilder {
     return ended;
   }
 
-  /// The frame, with Size and damage noted; call once Take has told the end.
+  /// The frame, with size and damage noted; call once Take has told the end.
   Frame Finish() {
-    frame_.Size = static_cast<std::int16_t>(frame_.bytes[2] + 6);
+    frame_.size = static_cast<std::int16_t>(frame_.bytes[2] + 6);
     frame_.damaged = !Mark().empty();
     return frame_;
   }
@@ -170,7 +170,7 @@ Frame PacketLink::ReceivePacket() {
   if (heard_.size() > begin) TraceHeard(begin, "cut short");
   Note(why_ == NoAnswer::Cancel ? "cancelled" : port_.LineLost() ? "line lost" : "time-out");
   Frame none;
-  none.Size = ReceiveTimeout;
+  none.size = ReceiveTimeout;
   return none;
 }
 
@@ -243,11 +243,11 @@ PacketReply PacketLink::ReceivePackets() {
 
 /// Adds the frames of a burst to the reply but for those that cannot be its answer.
 void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
-  int frames = reply.Count;
+  int frames = reply.count;
   do {
     const Frame frame = ReceivePacket();
-    if (frame.Size < 0) {
-      reply.Count = frame.Size;
+    if (frame.size < 0) {
+      reply.count = frame.size;
       reply.why = why_;
       return;
     }
@@ -257,13 +257,13 @@ void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
       continue;
     }
     if (++frames > PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
-    if (can_be_answer) reply.slots[static_cast<std::size_t>(++reply.Count)] = frame;
+    if (can_be_answer) reply.slots[static_cast<std::size_t>(++reply.count)] = frame;
   } while (port_.InBufferCount() > 0);
 }
 
 void PacketLink::ReceiveMore(PacketReply& reply) {
-  const std::int16_t count = reply.Count;
-  while (reply.Count == count) {
+  const std::int16_t count = reply.count;
+  while (reply.count == count) {
     std::vector<int> unasked;
     TakeBurst(reply, unasked);
     for (const int id : unasked)
@@ -321,10 +321,10 @@ std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
     const Found found = reader.Take(byte);
     if (found == Found::Nothing) continue;
     if (found == Found::DamagedFrame || reader.Skipped() > 0) return std::nullopt;
-    if (!CanBeAnswer(reader.Last()) || reply.Count == PacketReply::LastSlot) continue;
-    reply.slots[static_cast<std::size_t>(++reply.Count)] = reader.Last();
+    if (!CanBeAnswer(reader.Last()) || reply.count == PacketReply::LastSlot) continue;
+    reply.slots[static_cast<std::size_t>(++reply.count)] = reader.Last();
   }
-  if (reader.Pending() || reply.Count == 0) return std::nullopt;
+  if (reader.Pending() || reply.count == 0) return std::nullopt;
   return reply;
 }
 

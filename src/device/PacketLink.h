@@ -53,19 +53,19 @@ enum class NoAnswer {
   Cancel    ///< the user's
 };
 
-/// The frames of one exchange. slots[1..Count] in arrival order; slot 0 stays empty.
+/// The frames of one exchange. slots[1..count] in arrival order; slot 0 stays empty.
 struct PacketReply {
   static constexpr int LastSlot = 5;
 
   std::array<Frame, LastSlot + 1> slots;
-  std::int16_t Count = 0;             ///< number of the last slot filled, or ReceiveTimeout
+  std::int16_t count = 0;             ///< number of the last slot filled, or ReceiveTimeout
   NoAnswer why = NoAnswer::Silence;   ///< of ReceiveTimeout
   std::chrono::nanoseconds waited{};  ///< from the packet to the first byte of the frame behind it; checked link only
 
   /// Slot number k; throws std::out_of_range above LastSlot.
   [[nodiscard]] const Frame& Slot(int k) const { return slots.at(static_cast<std::size_t>(k)); }
   /// Packet id of the first frame; nothing matches -1.
-  [[nodiscard]] int FirstId() const { return Count >= 1 ? slots[1].Id() : -1; }
+  [[nodiscard]] int FirstId() const { return count >= 1 ? slots[1].Id() : -1; }
 };
 
 /// The frames that answer a packet.
@@ -104,7 +104,7 @@ class PacketLink {
   /// Sends a frame with at most 255 bytes of data, and waits until it has left the output buffer.
   void SendPacket(int packet_id, std::span<const std::uint8_t> data);
   /// One frame. A burst is taken once it has settled: no new byte for as long as it took to begin, at least 20 ms
-  /// times the pacing factor. Size is ReceiveTimeout after 1.5 s without a byte, and at once on a lost line.
+  /// times the pacing factor. size is ReceiveTimeout after 1.5 s without a byte, and at once on a lost line.
   /// Throws std::out_of_range for a frame beyond Frame's capacity.
   [[nodiscard]] Frame ReceivePacket();
   /// All frames of a burst. Throws std::out_of_range at a sixth one.

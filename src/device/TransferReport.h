@@ -9,9 +9,8 @@ namespace walrim {
 
 /// What identification brought. All empty when the port could not be used or the answer was none.
 struct ProductInfo {
-  int ProductId = 0;          ///< signed 16-bit; -1 a silent receiver
-  float SoftwareVersion = 0;  ///< the receiver's number divided by 100
-  std::string Description;
+  int product_id = 0;  ///< signed 16-bit; -1 a silent receiver
+  std::string description;
 };
 
 /// What a transfer does: move the records, or only ask how many there are.

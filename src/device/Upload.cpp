@@ -22,7 +22,7 @@ std::int16_t SendRecords(DeviceSession& session, const OutgoingRecords& records)
     }
     if (session.Aborted()) break;
     const PacketReply reply = session.Exchange(packet.id, packet.data, ExpectedAnswer::Ack);
-    last_status = reply.Count;
+    last_status = reply.count;
     session.NoteStatus(reply);
     if (last_status >= 0 && FindAckSlot(reply) < 0) ++session.Report().refused_records;
     if (records.shown == ShownProgress::Sent) session.ShowProgress(packet.counters, number, total, start);
@@ -64,7 +64,7 @@ std::int32_t UploadRecords(DeviceSession& session, const DataSet& data, DataKind
   }
   reply = session.Exchange(PacketId::XferCmplt, records.transfer_command, ExpectedAnswer::Ack);
   report.end_refused = FindAckSlot(reply) < 0;
-  report.cancelled = reply.Count < 0 && reply.why == NoAnswer::Cancel;
+  report.cancelled = reply.count < 0 && reply.why == NoAnswer::Cancel;
   return count;
 }
 

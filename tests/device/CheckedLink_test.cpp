@@ -63,7 +63,7 @@ class CheckedExchangeTest : public ::testing::Test {
 TEST_F(CheckedExchangeTest, EndsAtTheLastByteOfTheOneFrameBehindAnAck) {
   answers = {{{milliseconds{40}, ShortWaypoint}}};
   const PacketReply reply = Ack();
-  EXPECT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.count, 1);
   EXPECT_EQ(reply.FirstId(), 35);
   EXPECT_EQ(clock.now, milliseconds{40});
   EXPECT_EQ(port.sent, std::vector<Bytes>{AckOfRecords});
@@ -72,7 +72,7 @@ TEST_F(CheckedExchangeTest, EndsAtTheLastByteOfTheOneFrameBehindAnAck) {
 TEST_F(CheckedExchangeTest, WaitsForTheAnswerBehindACommandsAck) {
   answers = {{{milliseconds{5}, AckOfCommand}, {milliseconds{1200}, FiveRecords}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(reply.Slot(2).Id(), 27);
   EXPECT_EQ(clock.now, milliseconds{1200});
@@ -95,7 +95,7 @@ TEST_F(CheckedExchangeTest, ATrickleIsListenedToForTenSecondsInAllAndNotAskedAga
     for (int i = 0; i < 40; ++i)
       port.Queue(milliseconds{500} * (i + 1), {byte, 0x41});
     const PacketReply reply = Ack();
-    EXPECT_EQ(reply.Count, ReceiveTimeout);
+    EXPECT_EQ(reply.count, ReceiveTimeout);
     EXPECT_EQ(reply.why, NoAnswer::Trickle);
     EXPECT_GT(clock.now - start, seconds{9});
     EXPECT_LT(clock.now - start, seconds{11});
@@ -107,7 +107,7 @@ TEST_F(CheckedExchangeTest, ATrickleIsListenedToForTenSecondsInAllAndNotAskedAga
 TEST_F(CheckedExchangeTest, CancelDoesNotWaitOutASilence) {
   loop.on_yield = [this] { stop.cancelled = clock.now > milliseconds{400}; };
   const PacketReply reply = Ack();
-  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  EXPECT_EQ(reply.count, ReceiveTimeout);
   EXPECT_EQ(reply.why, NoAnswer::Cancel);
   EXPECT_LT(clock.now, milliseconds{420});
 }
@@ -131,7 +131,7 @@ TEST_F(CheckedExchangeTest, NoiseBeforeAFrameIsSkipped) {
 TEST_F(CheckedExchangeTest, AWrongChecksumIsAnsweredWithNakAndThePacketReceivedAgain) {
   answers = {{{milliseconds{5}, SpoiltWaypoint}}, {{milliseconds{5}, ShortWaypoint}}};
   const PacketReply reply = Ack();
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   EXPECT_FALSE(reply.Slot(1).damaged);
   EXPECT_EQ(PacketData(reply.Slot(1))[1], 0x42);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint}));
@@ -140,7 +140,7 @@ TEST_F(CheckedExchangeTest, AWrongChecksumIsAnsweredWithNakAndThePacketReceivedA
 TEST_F(CheckedExchangeTest, OnlyTheDamagedAnswerBehindACommandIsAskedForAgain) {
   answers = {{{milliseconds{5}, Joined({AckOfCommand, SpoiltFiveRecords})}}, {{milliseconds{5}, FiveRecords}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, NakOfRecords}));
 }
@@ -148,7 +148,7 @@ TEST_F(CheckedExchangeTest, OnlyTheDamagedAnswerBehindACommandIsAskedForAgain) {
 TEST_F(CheckedExchangeTest, ADamagedAckCountsWhenItsAnswerCame) {
   answers = {{{milliseconds{5}, Joined({SpoiltAckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent.size(), 1U);
 }
@@ -159,7 +159,7 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckIsBeyondRecognitionIsSentAgain) {
   answers = {{{milliseconds{5}, Joined({unrecognisable, FiveRecords})}},
              {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
 }
@@ -167,19 +167,19 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckIsBeyondRecognitionIsSentAgain) {
 TEST_F(CheckedExchangeTest, ANakSendsThePacketAgain) {
   answers = {{{milliseconds{5}, NakOfCommand}}, {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  EXPECT_EQ(reply.Count, 2);
+  EXPECT_EQ(reply.count, 2);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
 }
 
 TEST_F(CheckedExchangeTest, AfterThreeNaksTheExchangeHasFailed) {
   answers = std::vector<Answers>(9, {{milliseconds{5}, NakOfCommand}});
-  EXPECT_EQ(Command().Count, ReceiveTimeout);
+  EXPECT_EQ(Command().count, ReceiveTimeout);
   EXPECT_EQ(port.sent, std::vector<Bytes>(3, WaypointCommand));
 }
 
 TEST_F(CheckedExchangeTest, AfterThreeDamagedFramesTheExchangeHasFailed) {
   answers = std::vector<Answers>(9, {{milliseconds{5}, SpoiltWaypoint}});
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint, NakOfWaypoint}));
 }
 
@@ -197,7 +197,7 @@ TEST_F(CheckedExchangeTest, HalfAFrameIsAskedForAgainOnceTheLineIsSilent) {
 }
 
 TEST_F(CheckedExchangeTest, ASilentDeviceTimesOutAfterOneAndAHalfSecondsAndIsNotAskedAgain) {
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_GT(clock.now, milliseconds{1500});
   EXPECT_LE(clock.now, milliseconds{1510});
   EXPECT_EQ(port.sent.size(), 1U);
@@ -205,14 +205,14 @@ TEST_F(CheckedExchangeTest, ASilentDeviceTimesOutAfterOneAndAHalfSecondsAndIsNot
 
 TEST_F(CheckedExchangeTest, ALostLineIsNotWaitedFor) {
   port.line_lost = true;
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_EQ(clock.now, nanoseconds{});
 }
 
 TEST_F(CheckedExchangeTest, FramesBeyondTheAnswerAreLeftOutAndASixthIsAnError) {
   answers = {{{milliseconds{5}, Joined({ShortWaypoint, FiveRecords, FiveRecords, FiveRecords, FiveRecords})}}};
   const PacketReply reply = Ack();
-  EXPECT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.count, 1);
   EXPECT_EQ(reply.FirstId(), 35);
 
   answers.push_back(
@@ -222,7 +222,7 @@ TEST_F(CheckedExchangeTest, FramesBeyondTheAnswerAreLeftOutAndASixthIsAnError) {
 
 TEST_F(CheckedExchangeTest, ABurstThatGoesOnBetweenTwoExchangesIsCountedToo) {
   answers = {{{milliseconds{5}, ShortWaypoint}}};
-  EXPECT_EQ(Ack().Count, 1);
+  EXPECT_EQ(Ack().count, 1);
   port.Queue({}, Joined({ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint}));
   EXPECT_THROW(static_cast<void>(Ack()), std::out_of_range);
 }
@@ -259,7 +259,7 @@ const Bytes AckOfUnknown{0x10, 0x06, 0x02, 0xC8, 0x00, 0x30, 0x10, 0x03};
 TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPlace) {
   answers = {{{milliseconds{5}, Joined({Fix, AckOfCommand, Protocols, Unknown, FiveRecords, Fix})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(reply.Slot(1).Id(), PacketId::Ack);
   EXPECT_EQ(reply.Slot(2).Id(), 27);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, AckOfFix, AckOfProtocols, AckOfUnknown, AckOfFix}));
@@ -273,7 +273,7 @@ TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPl
 
 TEST_F(CheckedExchangeTest, MoreThanFiveUnaskedFramesAreNoError) {
   answers = {{{milliseconds{5}, Joined({Fix, Fix, Fix, Fix, Fix, Fix, Fix, AckOfCommand, FiveRecords})}}};
-  EXPECT_EQ(Command().Count, 2);
+  EXPECT_EQ(Command().count, 2);
 }
 
 TEST_F(CheckedExchangeTest, AFixBetweenTwoExchangesIsAcknowledgedAndDisturbsNeither) {
@@ -302,7 +302,7 @@ TEST_F(CheckedExchangeTest, ASecondRecordOfTheSameBytesIsAnAnswer) {
 TEST_F(CheckedExchangeTest, AnAckOfAnotherPacketAndOtherFramesAreNoAckOfARecord) {
   answers = {{{milliseconds{5}, Joined({FiveRecords, AckOfCommand, AckOfWaypoint})}}};
   const PacketReply reply = Record();
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   EXPECT_EQ(reply.FirstId(), PacketId::Ack);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 35);
 }
@@ -312,11 +312,11 @@ TEST_F(CheckedExchangeTest, ADamagedAckOfARecordIsAskedForAndCountsWhereItIsNotS
   spoilt[5] = 0x00;
   answers = {{{milliseconds{5}, spoilt}}, {{milliseconds{5}, AckOfWaypoint}}, {{milliseconds{5}, spoilt}}, {}};
   const PacketReply again = Record();
-  ASSERT_EQ(again.Count, 1);
+  ASSERT_EQ(again.count, 1);
   EXPECT_FALSE(again.Slot(1).damaged);
   EXPECT_EQ(port.sent.size(), 2U);
   const PacketReply once = Record();
-  ASSERT_EQ(once.Count, 1);
+  ASSERT_EQ(once.count, 1);
   EXPECT_EQ(FindAckSlot(once), 1);
   EXPECT_EQ(port.sent.size(), 4U);  // the record itself is not sent again, or it would be there twice
 }
@@ -326,7 +326,7 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckRanIntoTheAnswerIsSentAgain) {
   answers = {{{milliseconds{5}, Joined({{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEE, 0x03}, FiveRecords})}},
              {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
   EXPECT_LT(clock.now, milliseconds{500});
@@ -334,7 +334,7 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckRanIntoTheAnswerIsSentAgain) {
 
 TEST_F(CheckedExchangeTest, AnAnswerWhoseAckNeverCameIsAskedForAgain) {
   answers = {{{milliseconds{5}, FiveRecords}}, {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
-  EXPECT_EQ(Command().Count, 2);
+  EXPECT_EQ(Command().count, 2);
   EXPECT_EQ(port.sent.size(), 2U);
 }
 
@@ -349,7 +349,7 @@ TEST_F(CheckedExchangeTest, BytesThatKeepComingDoNotKeepACancelledTransferWaitin
   for (int i = 0; i < 600; ++i)
     port.Queue(milliseconds{1400} * (i + 1), {0x24});
   loop.on_yield = [this] { stop.aborted = clock.now > seconds{10}; };
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_LT(clock.now, seconds{11});
 }
 
@@ -376,7 +376,7 @@ TEST_F(CheckedExchangeTest, TheTraceShowsWhatWasSkippedAndWhatWasDamaged) {
   RecordingTrace trace;
   link.SetTrace(&trace);
   answers = {{{milliseconds{5}, Joined({{0x00, 0xFF}, SpoiltWaypoint})}}, {{milliseconds{5}, ShortWaypoint}}};
-  EXPECT_EQ(Ack().Count, 1);
+  EXPECT_EQ(Ack().count, 1);
   EXPECT_EQ(trace.lines, (std::vector<std::string>{
                              "0.000000\tTX\t6\t2\t10 06 02 1B 00 DD 10 03",
                              "0.005000\tRX\t-\t-\t00 FF\t! skipped",
@@ -404,7 +404,7 @@ class CheckedTransferTest : public ::testing::Test {
       if (loop.yields > 200'000) garmin->Cancel();
     };
   }
-  std::int32_t Connect() { return garmin->ConnectDevice("demo").ProductId; }
+  std::int32_t Connect() { return garmin->ConnectDevice("demo").product_id; }
   std::int32_t Download(DataKind kind) { return garmin->Download(kind, "demo", TransferMode::Transfer); }
   [[nodiscard]] std::string Ident(int number) const {
     return data.Waypoints().at(static_cast<std::size_t>(number) - 1).ident;
@@ -532,7 +532,7 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
         return answers;
       };
       ASSERT_EQ(data.Add(WaypointNamed("A")), AddResult::Stored);
-      ASSERT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+      ASSERT_EQ(garmin.ConnectDevice("1").product_id, 130);
       EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
       EXPECT_EQ(garmin.Report().refused_records, 0);
       EXPECT_FALSE(garmin.Report().end_refused);

@@ -86,17 +86,17 @@ TEST_F(PacketLinkTest, SizeOf10hIsDoubledAndThePacketIdIsNot) {
 TEST_F(PacketLinkTest, AckAndDataArrivingTogetherAreTwoFrames) {
   port.Queue(milliseconds{5}, Joined({AckOfProductRequest, ShortWaypoint}));
   const PacketReply reply = link.ReceivePackets();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(reply.Slot(2).Id(), 0x23);
-  EXPECT_EQ(reply.Slot(2).Size, 2 + 6);
+  EXPECT_EQ(reply.Slot(2).size, 2 + 6);
   const auto data = PacketData(reply.Slot(2));
   EXPECT_EQ(Bytes(data.begin(), data.end()), (Bytes{0x41, 0x42}));
 }
 
 TEST_F(PacketLinkTest, ASilentDeviceTimesOutAfterOneAndAHalfSeconds) {
   const PacketReply reply = link.ReceivePackets();
-  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  EXPECT_EQ(reply.count, ReceiveTimeout);
   EXPECT_GE(clock.now, milliseconds{1500});
   EXPECT_LE(clock.now, milliseconds{1510});
   EXPECT_EQ(FindAckSlot(reply), -1);
@@ -104,14 +104,14 @@ TEST_F(PacketLinkTest, ASilentDeviceTimesOutAfterOneAndAHalfSeconds) {
 
 TEST_F(PacketLinkTest, HalfAFrameTimesOutOneAndAHalfSecondsAfterItsLastByte) {
   port.Queue(milliseconds{1000}, {0x10, 0x23, 0x02});
-  EXPECT_EQ(link.ReceivePacket().Size, ReceiveTimeout);
+  EXPECT_EQ(link.ReceivePacket().size, ReceiveTimeout);
   EXPECT_GE(clock.now, milliseconds{2500});
   EXPECT_LE(clock.now, milliseconds{2520});
 }
 
 TEST_F(PacketLinkTest, ALostLineIsNotWaitedFor) {
   port.line_lost = true;
-  EXPECT_EQ(link.ReceivePacket().Size, ReceiveTimeout);
+  EXPECT_EQ(link.ReceivePacket().size, ReceiveTimeout);
   EXPECT_LT(clock.now, milliseconds{10});
 }
 
@@ -119,7 +119,7 @@ TEST_F(PacketLinkTest, ABurstIsTakenWhenItHasSettled) {
   port.Queue(milliseconds{4}, {0x10, 0x23, 0x02, 0x41});
   port.Queue(milliseconds{20}, {0x42, 0x58, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
-  EXPECT_EQ(frame.Size, 8);
+  EXPECT_EQ(frame.size, 8);
   EXPECT_FALSE(frame.damaged);
   // The last byte came at 20 ms; 20 ms without another one follow.
   EXPECT_GE(clock.now, milliseconds{40});
@@ -158,7 +158,7 @@ TEST_F(PacketLinkTest, DataOf10hThen03hCutsTheFrameAndIsNotedAsDamage) {
   // Data 10 03 07, sent as 10 10 03 07: the de-stuffed 10 03 ends the frame. 23+03+10+03+07 = 40, checksum C0.
   port.Queue(milliseconds{1}, {0x10, 0x23, 0x03, 0x10, 0x10, 0x03, 0x07, 0xC0, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
-  EXPECT_EQ(frame.Size, 3 + 6);  // the size byte's word, although less came
+  EXPECT_EQ(frame.size, 3 + 6);  // the size byte's word, although less came
   EXPECT_TRUE(frame.damaged);
   const auto data = PacketData(frame);
   EXPECT_EQ(Bytes(data.begin(), data.end()), (Bytes{0x10, 0x03, 0x00}));
@@ -167,7 +167,7 @@ TEST_F(PacketLinkTest, DataOf10hThen03hCutsTheFrameAndIsNotedAsDamage) {
 TEST_F(PacketLinkTest, AWrongChecksumIsTakenButNoted) {
   port.Queue(milliseconds{1}, {0x10, 0x23, 0x02, 0x41, 0x42, 0x59, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
-  EXPECT_EQ(frame.Size, 8);
+  EXPECT_EQ(frame.size, 8);
   EXPECT_TRUE(frame.damaged);
 }
 
@@ -183,7 +183,7 @@ TEST_F(PacketLinkTest, AFrameOf255DataBytesIsReceivedWhole) {
   frame.insert(frame.end(), {0x10, 0x03});
   port.Queue(milliseconds{1}, frame);
   const Frame received = link.ReceivePacket();
-  EXPECT_EQ(received.Size, 255 + 6);
+  EXPECT_EQ(received.size, 255 + 6);
   EXPECT_FALSE(received.damaged);
   EXPECT_EQ(PacketData(received)[254], 0x41 + 254 % 20);
 }
@@ -199,7 +199,7 @@ TEST_F(PacketLinkTest, AFrameBeyondItsBufferIsAnError) {
 TEST_F(PacketLinkTest, FiveFramesInABurstFitAndASixthIsAnError) {
   const Bytes five = Joined({ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint});
   port.Queue(milliseconds{1}, five);
-  EXPECT_EQ(link.ReceivePackets().Count, 5);
+  EXPECT_EQ(link.ReceivePackets().count, 5);
   port.Queue(milliseconds{1}, Joined({five, ShortWaypoint}));
   EXPECT_THROW(static_cast<void>(link.ReceivePackets()), std::out_of_range);
 }
@@ -213,7 +213,7 @@ TEST_F(PacketLinkTest, AnExchangeDropsLateBytesOfAnEarlierBurst) {
   port.Queue(nanoseconds{0}, ShortWaypoint);
   port.script = [](const Bytes&) { return std::vector<ScriptedPort::Answer>{{milliseconds{3}, AckOfProductRequest}}; };
   const PacketReply reply = link.ExchangeData(254, Bytes{0, 0}, ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   EXPECT_EQ(reply.Slot(1).Id(), PacketId::Ack);
 }
 
@@ -238,12 +238,12 @@ class PlainExchangeTest : public PacketLinkTest {
 TEST_F(PlainExchangeTest, AnAckOfAnotherPacketIsNotTheAnswer) {
   AnswerOnce({{milliseconds{2}, AckOfCommand}, {milliseconds{400}, AckOfWaypoint}});
   PacketReply reply = link.ExchangeData(35, Bytes{1, 2}, ExpectedAnswer::Ack);
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 35);
 
   AnswerOnce({{milliseconds{2}, Joined({AckOfWaypoint, AckOfCommand, ShortWaypoint})}});
   reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 10);
 
   AnswerOnce({{milliseconds{2}, AckOfWaypoint}, {milliseconds{400}, ShortWaypoint}});
@@ -263,7 +263,7 @@ TEST_F(PlainExchangeTest, AcksOfOneByteAndOfNoneCount) {
 TEST_F(PlainExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOver) {
   AnswerOnce({{milliseconds{2}, Fix}, {milliseconds{300}, Joined({Fix, AckOfCommand, Fix, ShortWaypoint})}});
   PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(reply.Slot(2).Id(), 35);
   ASSERT_EQ(port.sent.size(), 4U);
@@ -280,9 +280,9 @@ TEST_F(PlainExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOver) {
 TEST_F(PlainExchangeTest, AFixLateBehindTheAckOfACommandIsPassedOverToo) {
   AnswerOnce({{milliseconds{2}, AckOfCommand}, {milliseconds{300}, Fix}, {milliseconds{700}, ShortWaypoint}});
   PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   link.ReceiveMore(reply);
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(reply.Slot(2).Id(), 35);
 }
 
@@ -304,7 +304,7 @@ TEST_F(PlainExchangeTest, ATrickleIsListenedToForTenSecondsInAll) {
   for (int i = 0; i < 60; ++i)
     port.Queue(milliseconds{500} * (i + 1), {0x24});
   const PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
-  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  EXPECT_EQ(reply.count, ReceiveTimeout);
   EXPECT_EQ(reply.why, NoAnswer::Trickle);
   EXPECT_GT(clock.now, std::chrono::seconds{9});
   EXPECT_LT(clock.now, std::chrono::seconds{11});
@@ -327,9 +327,9 @@ TEST_F(PacketLinkTest, ReceivingOnceMoreTakesTheLateFrameBehindTheAck) {
   port.Queue(milliseconds{2}, AckOfProductRequest);
   port.Queue(milliseconds{400}, ShortWaypoint);
   PacketReply reply = link.ReceivePackets();
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   link.ReceiveMore(reply);
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(reply.Slot(2).Id(), 0x23);
 }
 
@@ -349,7 +349,7 @@ TEST_F(PacketLinkTest, BytesThatKeepComingDoNotKeepACancelledTransferWaiting) {
   for (int i = 0; i < 600; ++i)
     port.Queue(milliseconds{1400} * (i + 1), {0x24});
   loop.on_yield = [this] { stop.aborted = clock.now > std::chrono::seconds{5}; };
-  EXPECT_EQ(link.ReceivePackets().Count, ReceiveTimeout);
+  EXPECT_EQ(link.ReceivePackets().count, ReceiveTimeout);
   EXPECT_LT(clock.now, std::chrono::seconds{7});
 }
 

@@ -114,9 +114,8 @@ TEST(StatusLine, ASecondSaveOverwritesTheFirst) {
 
 TEST_F(TransferTest, ConnectingReadsTheProductDataAndChoosesTheTypes) {
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, 130);
-  EXPECT_FLOAT_EQ(info.SoftwareVersion, 2.14F);
-  EXPECT_EQ(info.Description, "eTrex Software ");  // the second text is empty
+  EXPECT_EQ(info.product_id, 130);
+  EXPECT_EQ(info.description, "eTrex Software ");  // the second text is empty
   EXPECT_EQ(garmin.Protocols(), RichestProtocols);
   EXPECT_FALSE(port.PortOpen());
 }
@@ -125,8 +124,8 @@ TEST_F(TransferTest, APortThatCannotBeOpenedIsSaidAndChangesNothing) {
   const DeviceProtocols before = garmin.Protocols();
   port.open_result = {PortProblem::InUse, "/dev/ttyS0", "", ""};
   const ProductInfo info = garmin.ConnectDevice("3");
-  EXPECT_EQ(info.ProductId, 0);
-  EXPECT_EQ(info.Description, "");
+  EXPECT_EQ(info.product_id, 0);
+  EXPECT_EQ(info.description, "");
   ASSERT_EQ(desktop.messages.size(), 1U);
   EXPECT_EQ(desktop.messages[0], device_messages::PortNotOpened("3", port.open_result));
   EXPECT_EQ(garmin.Protocols(), before);
@@ -140,7 +139,7 @@ TEST_F(TransferTest, APortWithoutPermissionNamesTheGroupAndTheCommand) {
 
 TEST_F(TransferTest, AnUnknownModelIsTakenForD104WithoutAMessage) {
   receiver.description = "Something else";
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
   EXPECT_EQ(garmin.Protocols().waypoint, WaypointType::D104);
   EXPECT_TRUE(desktop.messages.empty());
 }
@@ -148,9 +147,8 @@ TEST_F(TransferTest, AnUnknownModelIsTakenForD104WithoutAMessage) {
 TEST_F(TransferTest, ASilentReceiverGivesIdMinusOneAndTheFallbackTypes) {
   receiver.silent_after = 0;
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, -1);
-  EXPECT_EQ(info.SoftwareVersion, -1.0F);
-  EXPECT_EQ(info.Description, device_messages::SilentReceiver);
+  EXPECT_EQ(info.product_id, -1);
+  EXPECT_EQ(info.description, device_messages::SilentReceiver);
   EXPECT_EQ(garmin.Protocols().waypoint, WaypointType::D104);
   EXPECT_TRUE(desktop.messages.empty());
 }
@@ -158,15 +156,15 @@ TEST_F(TransferTest, ASilentReceiverGivesIdMinusOneAndTheFallbackTypes) {
 TEST_F(TransferTest, AReplyWithoutAckIsNoReceiver) {
   receiver.acknowledges = false;
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, 0);
-  EXPECT_EQ(info.Description, "");
+  EXPECT_EQ(info.product_id, 0);
+  EXPECT_EQ(info.description, "");
 }
 
 TEST_F(TransferTest, ProductDataThatComeLateAreWaitedFor) {
   receiver.gap = milliseconds{300};
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
   receiver.gap = seconds{6};
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, -1);
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, -1);
 }
 
 // ---- Download
@@ -782,8 +780,8 @@ TEST_F(TransferTest, NoiseInFrontOfTheProductDataIsNoReceiver) {
     return answers;
   };
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, 0);
-  EXPECT_EQ(info.Description, "");
+  EXPECT_EQ(info.product_id, 0);
+  EXPECT_EQ(info.description, "");
 }
 
 TEST_F(TransferTest, AnUploadWhoseEndIsNotAcknowledgedIsNoted) {

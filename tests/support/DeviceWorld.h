@@ -16,7 +16,7 @@ struct DeviceWorld {
   void Meet(std::string_view description, LinkChoice choice = LinkChoice::Plain) {
     receiver.description = description;
     garmin.SetLinkChoice(choice);
-    if (garmin.ConnectDevice("1").ProductId != receiver.product_id) std::abort();
+    if (garmin.ConnectDevice("1").product_id != receiver.product_id) std::abort();
     receiver.received.clear();
     port.sent.clear();
     port.opened = 0;
