@@ -15,7 +15,7 @@ namespace walrim {
 namespace {
 
 /// Bytes that are read at once.
-constexpr std::size_t PieceSize = 65536;
+constexpr std::size_t PieceSize = 16384;
 
 FileProblem LastError() {
   return {std::strerror(errno)};

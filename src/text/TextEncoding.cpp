@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t LongestCharacter = 4;
 /// Bytes of a held text that are looked at together.
-constexpr std::size_t PieceSize = 65536;
+constexpr std::size_t PieceSize = 16384;
 
 std::uint8_t Byte(std::string_view text, std::size_t at) {
   return static_cast<std::uint8_t>(text[at]);

@@ -33,7 +33,7 @@ class TextOutput {
   [[nodiscard]] bool Empty() const { return empty_ && text_.empty(); }
 
  private:
-  static constexpr std::size_t PieceSize = 65536;
+  static constexpr std::size_t PieceSize = 16384;
 
   Spill spill_;
   std::string text_;
