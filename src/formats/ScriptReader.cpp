@@ -1,6 +1,7 @@
 #include "formats/ScriptReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -34,6 +35,16 @@ bool IsRoutePointGroup(std::string_view gid) {
 
 /// Degrees as they are with 15 digits, as which positions have always come out of scripts.
 double Rounded(double degrees) {
+  const double magnitude = std::abs(degrees);
+  // Where the digits are a whole number in units of a power of ten, both are doubles, and one division gives the
+  // nearest.
+  const double unit = magnitude >= 100 ? 1e12 : magnitude >= 10 ? 1e13 : 1e14;
+  const double scaled = magnitude * unit;
+  const double nearest = std::round(scaled);
+  const double off = scaled - nearest + std::fma(magnitude, unit, -scaled);
+  constexpr double SurelyNearest = 0.4999;
+  if (magnitude >= 1 && magnitude < 1000 && std::abs(off) < SurelyNearest)
+    return std::copysign(nearest / unit, degrees);
   std::string text;
   AppendGeneralNumber(text, degrees);
   return LeadingNumber(text);

@@ -93,7 +93,7 @@ std::optional<Statement> ParseStatement(std::string_view text) {
 bool StatementSplitter::Next(std::string& statement) {
   statement.clear();
   for (std::string_view line; lines_.Next(line);) {
-    if (TrimSpace(line).empty() || line.starts_with("//")) continue;
+    if (std::all_of(line.begin(), line.end(), IsSpace) || line.starts_with("//")) continue;
     if (!statement.empty() && statement.back() != ',') statement += ',';
     statement.append(line);
     if (line.find(';') != std::string_view::npos) return true;

@@ -136,6 +136,23 @@ double DegreesOf(const PlainDms& angle) {
          (HundredthsPerMinute * MinutesPerDegree);
 }
 
+/// An angle as scripts have it, d/mm/ss.s with all its digits. It needs no arithmetic on decimals either.
+std::optional<double> ReadPlainMps(std::string_view text) {
+  constexpr std::size_t MostDegrees = 3;
+  constexpr std::size_t MinutesAndSeconds = 8;
+  constexpr double TenthsPerDegree = 36000;
+  const std::size_t slash = text.find('/');
+  if (slash < 1 || slash > MostDegrees || text.size() != slash + MinutesAndSeconds) return std::nullopt;
+  const std::string_view degrees = text.substr(0, slash);
+  const std::string_view minutes = text.substr(slash + 1, 2);
+  const std::string_view seconds = text.substr(slash + 4, 2);
+  const char tenth = text.back();
+  if (text[slash + 3] != '/' || text[slash + 6] != '.' || !IsDigit(tenth)) return std::nullopt;
+  if (!AllDigits(degrees) || !AllDigits(minutes) || !AllDigits(seconds)) return std::nullopt;
+  const int tenths = (Number(degrees) * 60 + Number(minutes)) * 600 + Number(seconds) * 10 + (tenth - '0');
+  return tenths / TenthsPerDegree;
+}
+
 void AppendMps(std::string& out, const PlainDms& angle) {
   const int tenths = (angle.hundredths + 5) / 10;
   out.append(angle.degrees).append("/").append(angle.minutes).append("/");
@@ -209,6 +226,9 @@ double DegreesOfAngle(std::string_view value, AngleNotation notation) {
 std::optional<double> ReadAngle(std::string_view text, AngleNotation notation) {
   if (notation == AngleNotation::DMS) {
     if (const auto plain = ReadPlainDms(text)) return DegreesOf(*plain);
+  }
+  if (notation == AngleNotation::MPS) {
+    if (const auto plain = ReadPlainMps(text)) return plain;
   }
   if (!BeginsWithNumber(text) || std::count(text.begin(), text.end(), '/') > 2) return std::nullopt;
   return DegreesOfAngle(text, notation);

@@ -73,7 +73,9 @@ constexpr std::string_view TakeBytes(std::string_view& text, std::size_t count) 
 }
 /// Takes the digits at the front, at most a number of them. There may be none.
 constexpr std::string_view TakeDigits(std::string_view& text, std::size_t most = std::string_view::npos) {
-  return TakeBytes(text, std::min(text.find_first_not_of("0123456789"), most));
+  const auto* const end = text.begin() + static_cast<std::ptrdiff_t>(std::min(text.size(), most));
+  const auto* const behind = std::find_if_not(text.begin(), end, IsDigit);
+  return TakeBytes(text, static_cast<std::size_t>(behind - text.begin()));
 }
 /// Takes everything up to a delimiter, and the delimiter; without one, everything.
 constexpr std::string_view TakeUpTo(std::string_view& text, char delimiter) {
