@@ -3,7 +3,6 @@
 #include <exception>
 #include <string>
 
-#include "device/ArrivedRecords.h"
 #include "device/Messages.h"
 
 namespace walrim {
@@ -48,10 +47,9 @@ std::int32_t Download::Run(std::string_view port_name, TransferMode mode) {
 std::int32_t Download::ReceiveRecords(std::int32_t announced) {
   session_.Report().announced_records = announced;
   session_.Status().Save();
-  bool data_lost = false;
   std::int16_t last_status = 0;
   try {
-    last_status = ReceiveLoop(announced, data_lost);
+    last_status = ReceiveLoop(announced);
   } catch (const std::exception&) {
     session_.EndProgress();
     session_.AbandonTransfer();
@@ -59,27 +57,24 @@ std::int32_t Download::ReceiveRecords(std::int32_t announced) {
   }
   session_.EndProgress();
   if (!session_.Aborted()) {
-    if (!records_->Finish(announced)) data_lost = true;
+    if (!records_->Finish(announced)) data_lost_ = true;
     data_.Take(kind_, incoming_);
-    session_.Report().data_loss = data_lost;
-    if (data_lost) session_.ShowMessage(device_messages::DataLoss);
+    session_.Report().data_loss = data_lost_;
+    if (data_lost_) session_.ShowMessage(device_messages::DataLoss);
   }
   return End(last_status, announced);
 }
 
-std::int16_t Download::ReceiveLoop(std::int32_t announced, bool& data_lost) {
-  ArrivedRecords arrived(session_.CheckedLinkInUse(), announced, [this](const Frame& record) {
-    const bool on_globe = records_->Take(record);
-    if (record.damaged || !on_globe) ++session_.Report().damaged_records;
-  });
+std::int16_t Download::ReceiveLoop(std::int32_t announced) {
+  ArrivedRecords arrived(session_.CheckedLinkInUse(), announced, [this](const Frame& record) { TakeIn(record); });
   PacketReply reply = session_.Exchange(PacketId::Ack, PacketId::Records, ExpectedAnswer::OneFrame);
   session_.NoteStatus(reply);
   const auto start = session_.Now();
   while (true) {
     session_.Link().YieldOnce();
+    data_lost_ = reply.count >= 1 && reply.FirstId() == PacketId::XferCmplt;
+    if (data_lost_) break;
     const bool is_record = IsRecord(reply);
-    data_lost = reply.count >= 1 && reply.FirstId() == PacketId::XferCmplt;
-    if (data_lost) break;
     if (is_record) {
       arrived.Add(reply.Slot(1), reply.waited);
       reply = session_.Exchange(PacketId::Ack, reply.FirstId(), ExpectedAnswer::OneFrame);
@@ -89,16 +84,25 @@ std::int16_t Download::ReceiveLoop(std::int32_t announced, bool& data_lost) {
     const std::int32_t received = arrived.Received();
     session_.ShowProgress("[" + std::to_string(received) + "/" + std::to_string(announced) + "]", received, announced,
                           start);
-    const bool goes_on = arrived.AllThere() && IsRecord(reply);
-    // A receiver that goes on after the announced number had more to give.
-    data_lost = goes_on && !arrived.OneMayBeRepeated(reply.Slot(1));
-    if (session_.Aborted() || data_lost || (arrived.AllThere() && !goes_on)) break;
+    if (IsOver(arrived, reply)) break;
     // A packet that is none of these is neither acknowledged nor skipped: only the user ends this.
     if (!is_record) session_.Link().Idle();
   }
   arrived.Store();
   session_.Report().missing_records = session_.Aborted() ? 0 : announced - arrived.Received();
   return arrived.AllThere() ? std::int16_t{0} : reply.count;
+}
+
+void Download::TakeIn(const Frame& record) {
+  const bool on_globe = records_->Take(record);
+  if (record.damaged || !on_globe) ++session_.Report().damaged_records;
+}
+
+/// A receiver that goes on after the announced number had more to give.
+bool Download::IsOver(const ArrivedRecords& arrived, const PacketReply& reply) {
+  const bool goes_on = arrived.AllThere() && IsRecord(reply);
+  data_lost_ = goes_on && !arrived.OneMayBeRepeated(reply.Slot(1));
+  return session_.Aborted() || data_lost_ || (arrived.AllThere() && !goes_on);
 }
 
 }  // namespace walrim

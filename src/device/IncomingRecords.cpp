@@ -112,7 +112,8 @@ class IncomingLogs : public IncomingRecords {
 
   [[nodiscard]] int TransferCommand() const override { return DeviceCommand::TransferTrk; }
   [[nodiscard]] std::int32_t MostAnnounced() const override {
-    return MaxTrackPoints + (types_.track_header == TrackHeaderType::D310 ? MaxTrackLogs : 0);
+    const std::size_t headers = types_.track_header == TrackHeaderType::D310 ? MaxTrackLogs : 0;
+    return static_cast<std::int32_t>(MaxTrackPoints + headers);
   }
   [[nodiscard]] bool IsRecord(int packet_id) const override {
     return packet_id == PacketId::TrkHdr || packet_id == PacketId::TrkData;

@@ -190,33 +190,29 @@ void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
   while (true) {
     const std::size_t count = port_.InBufferCount();
     const nanoseconds now = clock_.Monotonic();
-    // Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
-    const std::optional<NoAnswer> over = WaitIsOver(last_progress);
-    why_ = over.value_or(NoAnswer::Silence);
-    timed_out = over == NoAnswer::Trickle || (stop_.aborted && now - start > ReceiveTimeoutTime);
-    if (count == 0 && (over || port_.LineLost() || now - last_progress > ReceiveTimeoutTime)) timed_out = true;
+    timed_out = GivesUp(count, now - start, last_progress);
     if (timed_out || count > LongestBurst) return;
-    if (count > 0 && last_count == 0) {  // the first bytes have just arrived
+    if (count > last_count) {
       ++input_seen_;
-      settle_time = std::max(now - last_progress, shortest);
+      if (last_count == 0) settle_time = std::max(now - last_progress, shortest);
       last_count = count;
       last_progress = now;
-    } else if (count > 0) {
-      if (count > last_count) {
-        ++input_seen_;
-        last_count = count;
-        last_progress = now;
-      }
-      if (now - last_progress > settle_time) return;
     }
+    if (count > 0 && now - last_progress > settle_time) return;
     YieldNowAndThen();
-    auto rest = PollTime;
-    if (last_count > 0) {
-      const auto left = std::chrono::ceil<milliseconds>(last_progress + settle_time - clock_.Monotonic());
-      rest = std::clamp(left, milliseconds{1}, PollTime);
-    }
-    port_.Wait(rest);
+    auto left = PollTime;
+    if (last_count > 0) left = std::chrono::ceil<milliseconds>(last_progress + settle_time - clock_.Monotonic());
+    port_.Wait(std::clamp(left, milliseconds{1}, PollTime));
   }
+}
+
+/// Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
+bool PacketLink::GivesUp(std::size_t count, nanoseconds waited, nanoseconds last_progress) {
+  const std::optional<NoAnswer> over = WaitIsOver(last_progress);
+  why_ = over.value_or(NoAnswer::Silence);
+  if (over == NoAnswer::Trickle || (stop_.aborted && waited > ReceiveTimeoutTime)) return true;
+  const bool silent = clock_.Monotonic() - last_progress > ReceiveTimeoutTime;
+  return count == 0 && (over || port_.LineLost() || silent);
 }
 
 std::optional<NoAnswer> PacketLink::WaitIsOver(nanoseconds last_progress) const {

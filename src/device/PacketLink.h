@@ -149,6 +149,8 @@ class PacketLink {
 
   void TraceHeard(std::size_t begin, std::string_view mark);
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
+  [[nodiscard]] bool GivesUp(std::size_t count, std::chrono::nanoseconds waited,
+                             std::chrono::nanoseconds last_progress);
   void BeginExchange(int packet_id, ExpectedAnswer answer);
   /// Why nothing more is waited for, whatever may still come.
   [[nodiscard]] std::optional<NoAnswer> WaitIsOver(std::chrono::nanoseconds last_progress) const;
