@@ -837,6 +837,43 @@ TEST_F(TransferTest, ARecordThatTheReceiverCannotHoldStopsTheUploadBeforeItBegin
   EXPECT_EQ(garmin.Report().unsendable, device_messages::ValueOutOfRange("Waypoint 1"));
 }
 
+TEST_F(TransferTest, TextsThatTheFieldsHaveNoRoomForAreCountedAlsoWhereNothingCanBeSent) {
+  Meet("GPS 12 Software");
+  HoldWaypoint("TOO LONG");
+  HoldWaypoint("SHORT");
+  EXPECT_EQ(Upload(DataKind::Waypoint), 2);
+  EXPECT_EQ(garmin.Report().cut_texts, 1);
+  HoldWaypoint("CAFé", 180.0);
+  HoldWaypoint("ALSO TOO LONG");
+  EXPECT_EQ(Upload(DataKind::Waypoint), -1);
+  EXPECT_EQ(garmin.Report().cut_texts, 2);
+  EXPECT_EQ(garmin.Report().unsendable, device_messages::ValueOutOfRange("Waypoint 3"));
+  Meet("eTrex Software");
+  EXPECT_EQ(Upload(DataKind::Waypoint), -1);
+  EXPECT_EQ(garmin.Report().cut_texts, 0);
+}
+
+TEST_F(TransferTest, ALinkIsSentWithoutDataWhereItsTypeIsNotKnown) {
+  Meet("eTrexLegend");
+  HoldRoute(1);
+  EXPECT_EQ(Upload(DataKind::Route), 3);
+  EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{27, 29, 30, 98, 12}));
+  EXPECT_EQ(receiver.received[3].data, Bytes{});
+  HoldLog(1);
+  EXPECT_EQ(Upload(DataKind::TrackLog), 2);
+  EXPECT_EQ(receiver.received[6].id, 99);
+  EXPECT_EQ(receiver.received[6].data, Bytes{});
+}
+
+TEST_F(TransferTest, CancelHoldsUntilItIsCleared) {
+  HoldWaypoint("A");
+  garmin.Cancel();
+  EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), -1);
+  EXPECT_EQ(receiver.received.back(), Abort);
+  garmin.ClearCancel();
+  EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
+}
+
 TEST_F(TransferTest, AnUploadTellsWhichRecordsWereCut) {
   HoldWaypoint("ONE");
   Waypoint long_one;
