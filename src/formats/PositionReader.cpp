@@ -50,7 +50,6 @@ std::string_view PositionReader::ReadForm(const PositionTexts& texts) {
 }
 
 std::string_view PositionReader::ReadAngle(std::string_view text, double& degrees) {
-  if (notation_.meaning == AngleNotation::D && PlainNumber(text, degrees)) return {};
   const std::string_view value = PlainText(text, scratch_);
   if (TrimBlanks(value).empty()) return NoPosition;
   if (value.find(',') != std::string_view::npos) return BadAngle;
@@ -59,7 +58,8 @@ std::string_view PositionReader::ReadAngle(std::string_view text, double& degree
   } catch (const std::out_of_range&) {
     return BadAngle;
   }
-  return BeginsWithNumber(value, LeadingNumber(value)) ? std::string_view() : BadAngle;
+  const double leading = notation_.meaning == AngleNotation::D ? degrees : LeadingNumber(value);
+  return BeginsWithNumber(value, leading) ? std::string_view() : BadAngle;
 }
 
 }  // namespace walrim

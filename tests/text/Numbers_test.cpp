@@ -54,21 +54,6 @@ TEST(LeadingInteger, RoundsDownAndStaysInRange) {
   EXPECT_EQ(LeadingInteger("999999999999999", 0, 1000), 1000);
 }
 
-TEST(PlainNumber, ReadsDigitsAndAPointAlone) {
-  for (const char* text : {"0", "7", "-35.5", "34.6917361111111", "-139.123456789012", "12345678", "1234567890123456",
-                           "5.", "0.00000000000001", "-0", "00000000.5000000"}) {
-    double value = -1;
-    EXPECT_TRUE(PlainNumber(text, value)) << text;
-    EXPECT_EQ(value, std::strtod(text, nullptr)) << text;
-  }
-  for (const char* text : {"", "-", ".", ".5", "+1", "1e5", "1.2.3", "12345678x", "1234567:", "x12345678", " 1", "1 ",
-                           "--1", "\"1\"", "34.691736111111113", "9999999999999999"}) {
-    double value = -1;
-    EXPECT_FALSE(PlainNumber(text, value)) << text;
-    EXPECT_EQ(value, -1) << text;
-  }
-}
-
 TEST(GeneralNumber, HasUpTo15SignificantDigits) {
   EXPECT_EQ(GeneralNumber(34.69173611111111), "34.6917361111111");
   EXPECT_EQ(GeneralNumber(0.1 + 0.2), "0.3");
