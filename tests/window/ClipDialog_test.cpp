@@ -25,10 +25,8 @@ class ClipDialogTest : public WindowTest {
   static std::string Position(const QDialog& dialog) { return Text(dialog, "ClipLat") + " " + Text(dialog, "ClipLon"); }
   static QComboBox& Box(const QDialog& dialog, const char* name) { return *dialog.findChild<QComboBox*>(name); }
 
-  [[nodiscard]] std::string Held(WaypointField field, int slot = 1) const {
-    const std::string text = Data().GetWaypoint(slot)[field];
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-  }
+  /// The waypoint that was taken in last.
+  [[nodiscard]] const Waypoint& Held() const { return Data().Waypoints().back(); }
 
   DialogPlans plans;
 };
@@ -75,12 +73,12 @@ TEST_F(ClipDialogTest, AWaypointIsCompletedWithKeysAlone) {
     Press(dialog, Qt::Key_Return);
   });
   ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
-  EXPECT_EQ(Held(WaypointField::ident), "TAKAO-1") << "as receivers have it";
-  EXPECT_EQ(Held(WaypointField::cmnt), "高尾山の山頂");
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252, 1e-6);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437, 1e-6);
-  EXPECT_EQ(Held(WaypointField::smbl), "0");
-  EXPECT_NE(Held(WaypointField::dspl), "0");
+  EXPECT_EQ(Held().ident, "TAKAO-1") << "as receivers have it";
+  EXPECT_EQ(Held().cmnt, "高尾山の山頂");
+  EXPECT_NEAR(Held().lat_deg, 35.6252, 1e-6);
+  EXPECT_NEAR(Held().lon_deg, 139.2437, 1e-6);
+  EXPECT_EQ(Held().smbl, 0);
+  EXPECT_NE(Held().dspl, 0);
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
@@ -93,8 +91,8 @@ TEST_F(ClipDialogTest, ACompletedWaypointIsAppendedAndCanBeSaved) {
     Press(dialog, Qt::Key_Space);
   });
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
-  EXPECT_EQ(Held(WaypointField::ident, 1), "FIRST");
-  EXPECT_EQ(Held(WaypointField::ident, 2), "SECOND");
+  EXPECT_EQ(Data().Waypoints().at(0).ident, "FIRST");
+  EXPECT_EQ(Held().ident, "SECOND");
   Check("DoCheck_0");
   Click("Copy");
   EXPECT_NE(Clipboard().find("\t=\"SECOND\"\t35.625"), std::string::npos) << Clipboard();
@@ -147,8 +145,8 @@ TEST_F(ClipDialogTest, OkInDegreesMinutesAndSecondsGivesTheSamePosition) {
     Press(dialog, Qt::Key_Space);
   });
   ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252, 1e-6);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437, 1e-6);
+  EXPECT_NEAR(Held().lat_deg, 35.6252, 1e-6);
+  EXPECT_NEAR(Held().lon_deg, 139.2437, 1e-6);
 }
 
 TEST_F(ClipDialogTest, TheNextPointIsShownInDegreesAgain) {
@@ -173,8 +171,8 @@ TEST_F(ClipDialogTest, ACorrectedPositionIsTheOneThatCounts) {
     Press(dialog, Qt::Key_Return);
   });
   ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), -35.5, 1e-6);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.75, 1e-6);
+  EXPECT_NEAR(Held().lat_deg, -35.5, 1e-6);
+  EXPECT_NEAR(Held().lon_deg, 139.75, 1e-6);
 }
 
 TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
@@ -203,7 +201,7 @@ TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
     EXPECT_FALSE(dialog.isVisible());
   });
   ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
-  EXPECT_EQ(Held(WaypointField::ident), "KEPT");
+  EXPECT_EQ(Held().ident, "KEPT");
 }
 
 TEST_F(ClipDialogTest, APointOnTheOldDatumIsShownAsItIsAndStoredOnWgs84) {
@@ -213,8 +211,8 @@ TEST_F(ClipDialogTest, APointOnTheOldDatumIsShownAsItIsAndStoredOnWgs84) {
     Press(dialog, Qt::Key_Return);
   });
   ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252 + 0.00324, 3e-4);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437 - 0.00322, 3e-4);
+  EXPECT_NEAR(Held().lat_deg, 35.6252 + 0.00324, 3e-4);
+  EXPECT_NEAR(Held().lon_deg, 139.2437 - 0.00322, 3e-4);
 }
 
 // ---- The lists
@@ -255,7 +253,7 @@ TEST_F(ClipDialogTest, AChosenSymbolIsStoredAndStaysChosenForTheNextPoint) {
   });
   ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_GT(code, 18);
-  EXPECT_EQ(Held(WaypointField::smbl), std::to_string(code));
+  EXPECT_EQ(Held().smbl, code);
   Paste([&](QDialog& dialog) {
     EXPECT_EQ(Box(dialog, "SmblType").currentText().left(5).toInt(), code);
     Press(dialog, Qt::Key_Escape);

@@ -5,8 +5,8 @@
 #include <sys/stat.h>
 #include <thread>
 
-#include "qt/CommandSocket.h"
 #include "app/Messages.h"
+#include "qt/CommandSocket.h"
 #include "window/WindowTest.h"
 
 namespace walrim {

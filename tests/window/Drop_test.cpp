@@ -78,11 +78,12 @@ TEST_F(DropTest, AFileIsImportedFromTheButtonAndFromAnywhere) {
 
 TEST_F(DropTest, EveryPlaceOfTheWindowTakesAFileWhateverElseItWouldTake) {
   const Dragged file({FileUrl("a.grc")}, folder.Path("a.grc"));
-  int drops = 0;
+  std::size_t drops = 0;
   for (QWidget* widget : window->findChildren<QWidget*>()) {
     if (!widget->isVisible() || widget->window() != window.get()) continue;
     EXPECT_TRUE(Drop(*widget, file)) << widget->metaObject()->className() << widget->objectName().toStdString();
-    EXPECT_EQ(Data().Count(DataKind::Waypoint), ++drops) << widget->metaObject()->className() << widget->objectName().toStdString();
+    EXPECT_EQ(Data().Count(DataKind::Waypoint), ++drops)
+        << widget->metaObject()->className() << widget->objectName().toStdString();
   }
   EXPECT_GT(drops, 50);
 }
@@ -226,7 +227,7 @@ TEST_F(DropTest, ADropDuringATransferIsIgnored) {
   Click("GpsDownLoad");
   event_loop.on_yield = {};
   EXPECT_GT(tries, 0);
-  const int downloaded = Data().Count(DataKind::Waypoint);
+  const std::size_t downloaded = Data().Count(DataKind::Waypoint);
   QCoreApplication::processEvents();
   EXPECT_EQ(Data().Count(DataKind::Waypoint), downloaded);
   EXPECT_EQ(Messages(), "");
@@ -306,7 +307,7 @@ TEST_F(PasteTest, LinesOfEveryTypeComeInByKeyAndByButton) {
       "//Header:Prog:1.0.8.0 Templ:1.2 Date:11/15/2002 14:25:30;\r\nmapserver script ver=1.0;\r\n"
       "\t\tpoint\toid=1\r\n\t\t\t\tgid=5131\r\n\t\t\t\tpos=35/37/30.7,139/14/37.3\r\n\t\t\t\tstr=TAKAO;\r\n"
       "mapserver end;\r\n";
-  int held = 0;
+  std::size_t held = 0;
   for (const std::string& text : {std::string(OneWaypoint), wpt_plus, script}) {
     for (const bool with_key : {true, false}) {
       Paste(text, with_key);
@@ -349,7 +350,8 @@ TEST_F(PasteTest, NothingAndNonsenseAreRefusedAndHarmNothing) {
   window->ImportFiles({folder.Path("a.grc")});
   for (const char* text : {"", "good morning", "35.6252", "91, 181"})
     Paste(text, false);
-  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard) + "|" + std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText));
+  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard) + "|" + std::string(messages::UnsupportedText) + "|" +
+                            std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText));
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 

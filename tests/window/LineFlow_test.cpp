@@ -31,7 +31,7 @@ class LineFlow : public WindowTestBase {
     if (window == nullptr) Open(port, clock);
     window->Main().State().Settings().port = receiver_->Out().substr(0, receiver_->Out().find('\n'));
     // The line has no pace of its own, so that bursts need less time to settle.
-    window->Main().Device().session.pacing_factor = 0.1F;
+    window->Main().Receiver().SetPacing(0.1F);
   }
 
   QtClock clock;
@@ -107,7 +107,7 @@ TEST_F(LineFlow, AnUploadReplacesWhatTheReceiverHolds) {
   EXPECT_EQ(Get<QLineEdit>("GpsDataNum_0").text(), "1");
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().GetWaypoint(1)[WaypointField::ident].substr(0, 3), "NEW");
+  EXPECT_EQ(Data().Waypoints().at(0).ident.substr(0, 3), "NEW");
 }
 
 TEST_F(LineFlow, AllAutoActionsInARow) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "app/Messages.h"
+#include "app/ProgramName.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -21,8 +22,8 @@ TEST_F(WindowTest, StartsEmptyWithTheSettingsOfTheProgram) {
   EXPECT_EQ(Texts("GpsDataNum"), "||");
   EXPECT_EQ(GpsInfo(), "GPSInfo");
   EXPECT_EQ(Get<QSpinBox>("UTCOffsetNum").value(), 9);
-  EXPECT_EQ(Get<QComboBox>("Datum").currentData().toString(), "WGS84");
-  EXPECT_EQ(Get<QComboBox>("DegreeType").currentData().toString(), "D");
+  EXPECT_EQ(Get<QComboBox>("Datum").currentText(), "WGS84");
+  EXPECT_EQ(Get<QComboBox>("DegreeType").currentText(), "D（度）");
   EXPECT_EQ(Get<QComboBox>("OutputTypeOption").currentText(), QString::fromUtf8("標準"));
   for (const char* box : {"AutoDownload", "AutoSave", "AutoCopy", "AutoDelete", "AutoUpload", "AutoFileName"})
     EXPECT_FALSE(Get<QCheckBox>(box).isChecked()) << box;
@@ -104,7 +105,9 @@ TEST_F(WindowTest, OldCountsGoBeforeTheReceiverIsAskedAgain) {
     if (counts.empty() && Status() == "Get Data Num of Waypoint") counts = Texts("GpsDataNum");
   };
   UseReceiver({}, 9600);
-  window->Main().controls.GpsDataNum = {"1", "2", "3"};
+  int number = 0;
+  for (const DataKind kind : AllDataKinds)
+    window->Main().State().SetReceiverCount(kind, ++number);
   window->ShowControls();
   Click("Get_GpsInfo");
   EXPECT_EQ(counts, "||");
@@ -156,7 +159,7 @@ TEST_F(WindowTest, DownloadFillsTheTickedKindsAndAsksNothingWhileTheyAreEmpty) {
   EXPECT_EQ(Data().Count(DataKind::Route), 0U);
   EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
-  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toInt(), Data().Count(DataKind::Waypoint));
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toUInt(), Data().Count(DataKind::Waypoint));
   EXPECT_EQ(Messages(), "");
 }
 
@@ -176,11 +179,14 @@ TEST_F(WindowTest, AnOverwriteAsksOnceAKindWithNoAsTheSafeButton) {
 TEST_F(WindowTest, NoKeepsTheKindAndTheOthersStillCome) {
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  Data().d108.at(1).cmnt = decltype(Data().d108.at(1).cmnt)("MINE");
+  Data().Clear(DataKind::Waypoint);
+  Waypoint mine;
+  mine.cmnt = "MINE";
+  ASSERT_EQ(Data().Add(mine), AddResult::Stored);
   CheckAll("DownCheck");
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().GetWaypoint(1)[WaypointField::cmnt].substr(0, 4), "MINE");
+  EXPECT_EQ(Data().Waypoints().at(0).cmnt, "MINE");
   EXPECT_GT(Data().Count(DataKind::Route), 0U);
   EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
 }
@@ -188,7 +194,7 @@ TEST_F(WindowTest, NoKeepsTheKindAndTheOthersStillCome) {
 TEST_F(WindowTest, AKindThatTheReceiverHasNoneOfIsSkippedSilently) {
   Click("Get_GpsInfo");
   CheckAll("DownCheck");
-  window->Main().controls.GpsDataNum[1] = "0";
+  window->Main().State().SetReceiverCount(DataKind::Route, 0);
   window->ShowControls();
   Click("GpsDownLoad");
   EXPECT_EQ(Data().Count(DataKind::Route), 0U);
@@ -537,7 +543,7 @@ TEST_F(ExportTest, NotationAndDatumAreTheChosenOnes) {
 }
 
 TEST_F(ExportTest, ACharacterThatShiftJisLacksOffersUtf8BeforeAnythingIsWritten) {
-  PutFile(folder.Path("in.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"caf\xc3\xa9\"\r\n");
+  PutFile(folder.Path("in.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"ni\xc5\xa0\"\r\n");
   window->ImportFiles({folder.Path("in.grc")});
   Check("DoCheck_0");
   const std::string path = folder.Path("out.grc");
@@ -545,7 +551,7 @@ TEST_F(ExportTest, ACharacterThatShiftJisLacksOffersUtf8BeforeAnythingIsWritten)
   answerer.Answer(QMessageBox::No);
   Click("FileExport");
   ASSERT_EQ(answerer.boxes.size(), 1U);
-  EXPECT_TRUE(answerer.boxes[0].text.contains(QString::fromUtf8("1行目のWPT「A」の文字「é」"))) << Messages();
+  EXPECT_TRUE(answerer.boxes[0].text.contains(QString::fromUtf8("1行目のWPT「A」の文字「Š」"))) << Messages();
   EXPECT_FALSE(std::filesystem::exists(path));
   answerer.Answer(QMessageBox::Yes);
   Click("FileExport");

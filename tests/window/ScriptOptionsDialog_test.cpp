@@ -14,9 +14,9 @@ constexpr std::string_view Route =
     "RTP\tD\tWGS84\t=\"B\"\t35.63\t139.2\t=\"\"\r\n"
     "RTP\tD\tWGS84\t=\"C\"\t35.65\t139.16\t=\"\"\r\n";
 
-class MpsOptionTest : public WindowTest {
+class ScriptOptionsDialogTest : public WindowTest {
  protected:
-  MpsOptionTest() {
+  ScriptOptionsDialogTest() {
     PutFile(folder.Path("in.grc"), Route);
     window->ImportFiles({folder.Path("in.grc")});
     Check("DoCheck_1");
@@ -51,7 +51,7 @@ class MpsOptionTest : public WindowTest {
   DialogPlans plans;
 };
 
-TEST_F(MpsOptionTest, OpensWithTheSettingsAndOkWritesTheFile) {
+TEST_F(ScriptOptionsDialogTest, OpensWithTheSettingsAndOkWritesTheFile) {
   Export([](QDialog& dialog) {
     EXPECT_TRUE(dialog.isModal());
     EXPECT_EQ(Shown(dialog), "0|||1|up");
@@ -64,7 +64,7 @@ TEST_F(MpsOptionTest, OpensWithTheSettingsAndOkWritesTheFile) {
   EXPECT_EQ(Messages(), "");
 }
 
-TEST_F(MpsOptionTest, WhatIsTypedShapesTheScriptAndStandsThereTheNextTime) {
+TEST_F(ScriptOptionsDialogTest, WhatIsTypedShapesTheScriptAndStandsThereTheNextTime) {
   Export([](QDialog& dialog) {
     TypeInto(dialog, "OptUTCOffset", "9");
     TypeInto(dialog, "OptMpsWptOrgName", "START-1");
@@ -89,7 +89,7 @@ TEST_F(MpsOptionTest, WhatIsTypedShapesTheScriptAndStandsThereTheNextTime) {
   EXPECT_EQ(Options().numbering_down, 0);
 }
 
-TEST_F(MpsOptionTest, UpdateStoresAndStaysOpen) {
+TEST_F(ScriptOptionsDialogTest, UpdateStoresAndStaysOpen) {
   Export([this](QDialog& dialog) {
     TypeInto(dialog, "OptWptTrackLogStep", "7");
     TabTo(dialog, "OptMpsWptUpdate");
@@ -103,7 +103,7 @@ TEST_F(MpsOptionTest, UpdateStoresAndStaysOpen) {
   EXPECT_TRUE(std::filesystem::exists(Out()));
 }
 
-TEST_F(MpsOptionTest, CancelKeepsTheSettingsAndWritesNothing) {
+TEST_F(ScriptOptionsDialogTest, CancelKeepsTheSettingsAndWritesNothing) {
   PutFile(Out(), "precious");
   Check("AutoDelete");
   for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
@@ -123,7 +123,7 @@ TEST_F(MpsOptionTest, CancelKeepsTheSettingsAndWritesNothing) {
   EXPECT_EQ(Texts("GpsNum"), "-|1|-") << "what was not written is not deleted";
 }
 
-TEST_F(MpsOptionTest, CancelDoesNotTakeBackAnUpdate) {
+TEST_F(ScriptOptionsDialogTest, CancelDoesNotTakeBackAnUpdate) {
   Export([](QDialog& dialog) {
     TypeInto(dialog, "OptUTCOffset", "9");
     TabTo(dialog, "OptMpsWptUpdate");
@@ -135,7 +135,7 @@ TEST_F(MpsOptionTest, CancelDoesNotTakeBackAnUpdate) {
   EXPECT_FALSE(std::filesystem::exists(Out()));
 }
 
-TEST_F(MpsOptionTest, NumbersAreTheirLeadingOnes) {
+TEST_F(ScriptOptionsDialogTest, NumbersAreTheirLeadingOnes) {
   const struct {
     const char* text;
     int stored;
@@ -150,7 +150,7 @@ TEST_F(MpsOptionTest, NumbersAreTheirLeadingOnes) {
   }
 }
 
-TEST_F(MpsOptionTest, ANumberOutOfRangeIsToldAndNothingIsStored) {
+TEST_F(ScriptOptionsDialogTest, ANumberOutOfRangeIsToldAndNothingIsStored) {
   for (const char* control : {"OptUTCOffset", "OptWptTrackLogStep"}) {
     for (const char* number : {"32768", "-32769", "1E99"}) {
       Export([&](QDialog& dialog) {
@@ -173,7 +173,7 @@ TEST_F(MpsOptionTest, ANumberOutOfRangeIsToldAndNothingIsStored) {
   }
 }
 
-TEST_F(MpsOptionTest, ACopyAsksAsWell) {
+TEST_F(ScriptOptionsDialogTest, ACopyAsksAsWell) {
   plans.Next("MpsOption", [](QDialog& dialog) {
     TypeInto(dialog, "OptMpsWptOrgName", "START-1");
     Press(dialog, Qt::Key_Return);
@@ -183,7 +183,7 @@ TEST_F(MpsOptionTest, ACopyAsksAsWell) {
   EXPECT_NE(Clipboard().find("START-1"), std::string::npos);
 }
 
-TEST_F(MpsOptionTest, OtherTypesAskNothing) {
+TEST_F(ScriptOptionsDialogTest, OtherTypesAskNothing) {
   auto& type = Get<QComboBox>("OutputTypeOption");
   for (int i = 0; i < 2; ++i) {
     QTest::keyClick(&type, Qt::Key_Up);
@@ -194,7 +194,7 @@ TEST_F(MpsOptionTest, OtherTypesAskNothing) {
   EXPECT_EQ(window->Main().State().Settings().format, FormatId::Standard);
 }
 
-TEST_F(MpsOptionTest, TabFollowsTheReadingOrderHoweverTheDesktopPlacesButtons) {
+TEST_F(ScriptOptionsDialogTest, TabFollowsTheReadingOrderHoweverTheDesktopPlacesButtons) {
   constexpr int Layouts = 6;
   for (int layout = 0; layout < Layouts; ++layout) {
     qApp->setStyleSheet(QString("QDialogButtonBox { button-layout: %1 }").arg(layout));
@@ -213,7 +213,7 @@ TEST_F(MpsOptionTest, TabFollowsTheReadingOrderHoweverTheDesktopPlacesButtons) {
   qApp->setStyleSheet(QString());
 }
 
-TEST_F(MpsOptionTest, NoKeyLeadsToTwoControls) {
+TEST_F(ScriptOptionsDialogTest, NoKeyLeadsToTwoControls) {
   Export([](QDialog& dialog) {
     EXPECT_EQ(MnemonicsOf(dialog), "DGSTUZ");
     Press(dialog, Qt::Key_Escape);
