@@ -88,7 +88,8 @@ void ReceiveAll(std::span<const std::uint8_t> bytes, std::size_t step, milliseco
   Line line(bytes, step, gap);
   while (true) {
     try {
-      const PacketReply reply = line.link.ReceivePackets();
+      PacketReply reply;
+      line.link.ReceiveMore(reply);
       if (reply.count == ReceiveTimeout) return;
       if (reply.count < 1 || reply.count > PacketReply::LastSlot) std::abort();
       for (int k = 1; k <= reply.count; ++k)

@@ -229,14 +229,6 @@ void PacketLink::YieldNowAndThen() {
   last_yield_ = clock_.Monotonic();
 }
 
-PacketReply PacketLink::ReceivePackets() {
-  BeginExchange(0, ExpectedAnswer::AckAndAnswer);
-  PacketReply reply;
-  std::vector<int> unasked;
-  TakeBurst(reply, unasked);
-  return reply;
-}
-
 /// Adds the frames of a burst to the reply but for those that cannot be its answer.
 void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
   int frames = reply.count;

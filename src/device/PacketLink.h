@@ -107,13 +107,12 @@ class PacketLink {
   /// times the pacing factor. size is ReceiveTimeout after 1.5 s without a byte, and at once on a lost line.
   /// Throws std::out_of_range for a frame beyond Frame's capacity.
   [[nodiscard]] Frame ReceivePacket();
-  /// All frames of a burst. Throws std::out_of_range at a sixth one.
-  [[nodiscard]] PacketReply ReceivePackets();
   /// Drops what has come, sends, and receives the answer: the first burst with a frame that can be one. Whole frames
   /// that cannot are passed over: ACKs of other packets, and what comes unasked, which is acknowledged. ReceiveTimeout
   /// stands also for bytes that keep coming for LongestExchange.
   [[nodiscard]] PacketReply ExchangeData(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer);
-  /// Receives once more behind the frames of reply; for a frame that a receiver sends late after its ACK.
+  /// Receives once more, all frames of a burst, behind those of reply; for a frame that a receiver sends late after its
+  /// ACK. Throws std::out_of_range at a sixth frame.
   void ReceiveMore(PacketReply& reply);
   /// Exchanges that are not over by then have failed, until the port is opened again.
   void LimitExchanges(std::chrono::nanoseconds from_now) { deadline_ = clock_.Monotonic() + from_now; }

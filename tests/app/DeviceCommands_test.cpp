@@ -20,29 +20,10 @@ class DeviceCommandsTest : public AppTest {
     receiver.description = "GPS 12 Software";
     main.State().Settings().link = LinkChoice::Plain;
     receiver.packets_of[WaypointCommand] = {WaypointPacket("W1"), WaypointPacket("W2")};
-    receiver.packets_of[RouteCommand] = {RouteHeaderPacket("R1"), {30, WaypointPacket("P1").data}};
-    receiver.packets_of[TrackCommand] = {Track(true), Track(false), Track(true)};
+    receiver.packets_of[RouteCommand] = {RouteHeaderPacket(1, "R1"), RoutePointPacket("P1")};
+    receiver.packets_of[TrackCommand] = {TrackPoint300(true), TrackPoint300(false), TrackPoint300(true)};
   }
 
-  static PlainPacket WaypointPacket(std::string_view ident) {
-    Bytes data(ident.begin(), ident.end());
-    data.resize(6, ' ');
-    data.resize(18, 0);
-    data.resize(58, ' ');
-    data.resize(60, 0);
-    return {35, data};
-  }
-  static PlainPacket RouteHeaderPacket(std::string_view comment) {
-    Bytes data{1};
-    data.insert(data.end(), comment.begin(), comment.end());
-    data.resize(21, ' ');
-    return {29, data};
-  }
-  static PlainPacket Track(bool new_trk) {
-    Bytes data(13, 0);
-    data[12] = new_trk ? 1 : 0;
-    return {34, data};
-  }
   void HoldRoutes(int count) {
     for (int i = 0; i < count; ++i)
       ASSERT_EQ(Data().Begin(Route{}), AddResult::Stored);
@@ -511,7 +492,7 @@ TEST_F(DeviceCommandsTest, TheOtherCapacityMessagesStandAt1999And1536) {
 TEST_F(DeviceCommandsTest, ManyPacketsOfFewRoutesAreNotTheLimit) {
   auto& packets = receiver.packets_of[RouteCommand];
   for (int p = 0; p < 90; ++p)
-    packets.push_back({30, WaypointPacket("P").data});
+    packets.push_back(RoutePointPacket("P"));
   TickDownload(false, true, false);
   EXPECT_EQ(main.Device().Download(), Outcome::Done);
   EXPECT_EQ(Held()[1], 92);

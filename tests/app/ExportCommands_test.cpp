@@ -479,14 +479,6 @@ class AutoSaveFlow : public OutputTypesFlow {
     main.State().Settings().auto_copy = true;
     main.State().Settings().auto_file_name = true;
   }
-  static PlainPacket WaypointPacket(std::string_view ident) {
-    Bytes data(ident.begin(), ident.end());
-    data.resize(6, ' ');
-    data.resize(18, 0);
-    data.resize(58, ' ');
-    data.resize(60, 0);
-    return {35, data};
-  }
 };
 
 TEST_F(AutoSaveFlow, SavesBeforeItCopies) {

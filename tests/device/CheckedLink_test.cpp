@@ -353,18 +353,30 @@ TEST_F(CheckedExchangeTest, BytesThatKeepComingDoNotKeepACancelledTransferWaitin
   EXPECT_LT(clock.now, seconds{11});
 }
 
+/// A line's bytes, one a millisecond.
+std::vector<ScriptedPort::Answer> OneByOne(const Bytes& line) {
+  std::vector<ScriptedPort::Answer> bytes;
+  for (const std::uint8_t byte : line)
+    bytes.push_back({milliseconds{static_cast<int>(bytes.size()) + 1}, {byte}});
+  return bytes;
+}
+
 // The rest of a burst comes while an ACK of eight bytes is on its way at 9600 baud; the answer follows it.
 TEST_F(CheckedExchangeTest, BehindABurstThatGoesOnTheLastFrameIsTheAnswer) {
-  answers = {{{milliseconds{5}, ShortWaypoint}}, {}};
+  answers = {{{milliseconds{5}, ShortWaypoint}}, OneByOne(Joined({ShortWaypoint, EndOfWaypoints}))};
   EXPECT_EQ(Ack().FirstId(), 35);
-  port.script = [](const Bytes&) {
-    std::vector<ScriptedPort::Answer> bytes;
-    int at_ms = 0;
-    for (const std::uint8_t byte : Joined({ShortWaypoint, EndOfWaypoints}))
-      bytes.push_back({milliseconds{++at_ms}, {byte}});
-    return bytes;
-  };
   EXPECT_EQ(Ack().FirstId(), 12);
+}
+
+TEST_F(CheckedExchangeTest, ADamagedFrameAtTheEndOfSuchABurstIsAskedForAgain) {
+  answers = {{{milliseconds{5}, ShortWaypoint}},
+             OneByOne(Joined({ShortWaypoint, SpoiltWaypoint})),
+             {{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  const PacketReply reply = Ack();
+  ASSERT_EQ(reply.count, 1);
+  EXPECT_FALSE(reply.Slot(1).damaged);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, AckOfRecords, NakOfWaypoint}));
 }
 
 TEST_F(CheckedExchangeTest, NoiseWithoutEndIsAnError) {
