@@ -91,13 +91,13 @@ void DeviceSession::AbandonTransfer() {
 void DeviceSession::ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total,
                                  std::chrono::nanoseconds start) {
   const std::chrono::duration<double> elapsed = Now() - start;
-  status_.ShowBehindSaved(ProgressText(counters, done, total, elapsed.count()));
-  status_.SetProgress(done, total);
+  desktop_.SetStatusCaption(caption_ + " " + ProgressText(counters, done, total, elapsed.count()));
+  desktop_.SetProgress(done, total);
 }
 
 void DeviceSession::EndProgress() {
-  status_.Restore();
-  status_.SetProgress(0, 0);
+  desktop_.SetStatusCaption(caption_);
+  desktop_.SetProgress(0, 0);
 }
 
 }  // namespace walrim

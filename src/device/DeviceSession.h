@@ -10,7 +10,6 @@
 #include "device/LinkChoice.h"
 #include "device/Models.h"
 #include "device/PacketLink.h"
-#include "device/StatusLine.h"
 #include "device/TransferReport.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -22,13 +21,12 @@ namespace walrim {
 class DeviceSession {
  public:
   DeviceSession(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop)
-      : clock_(clock), desktop_(desktop), link_(port, clock, event_loop, stop_), status_(desktop) {}
+      : clock_(clock), desktop_(desktop), link_(port, clock, event_loop, stop_) {}
   DeviceSession(const DeviceSession&) = delete;
   DeviceSession& operator=(const DeviceSession&) = delete;
 
   [[nodiscard]] PacketLink& Link() { return link_; }
   [[nodiscard]] const PacketLink& Link() const { return link_; }
-  [[nodiscard]] StatusLine& Status() { return status_; }
   [[nodiscard]] TransferReport& Report() { return report_; }
   [[nodiscard]] const TransferReport& Report() const { return report_; }
 
@@ -70,6 +68,8 @@ class DeviceSession {
 
   [[nodiscard]] std::chrono::nanoseconds Now() const { return clock_.Monotonic(); }
   void ShowMessage(std::string_view text) { desktop_.ShowMessage(text); }
+  /// Progress is shown behind the text of the status line that stands there now; its end leaves that text alone.
+  void BeginProgress() { caption_ = desktop_.StatusCaption(); }
   void ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total, std::chrono::nanoseconds start);
   void EndProgress();
 
@@ -78,7 +78,7 @@ class DeviceSession {
   Desktop& desktop_;
   StopFlags stop_;
   PacketLink link_;
-  StatusLine status_;
+  std::string caption_;
   LinkChoice link_choice_ = LinkChoice::Automatic;
   bool checked_link_ = false;
   DeviceProtocols protocols_ = RichestProtocols;

@@ -46,7 +46,7 @@ std::int32_t Download::Run(std::string_view port_name, TransferMode mode) {
 
 std::int32_t Download::ReceiveRecords(std::int32_t announced) {
   session_.Report().announced_records = announced;
-  session_.Status().Save();
+  session_.BeginProgress();
   std::int16_t last_status = 0;
   try {
     last_status = ReceiveLoop(announced);

@@ -8,7 +8,6 @@
 #include "device/FrameTrace.h"
 #include "device/LinkChoice.h"
 #include "device/Models.h"
-#include "device/StatusLine.h"
 #include "device/TransferReport.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -50,7 +49,6 @@ class Garmin {
   [[nodiscard]] const PortResult& LastPortResult() const { return session_.Link().LastPortResult(); }
   /// Grows whenever something comes over the line: whoever waits sees progress.
   [[nodiscard]] std::int64_t InputSeen() const { return session_.Link().InputSeen(); }
-  [[nodiscard]] StatusLine& Status() { return session_.Status(); }
 
   /// Identifies the receiver at a port, and chooses its protocols and the link. Shows the port-in-use message and
   /// returns an empty ProductInfo when the port cannot be opened. A silent receiver gives id -1. Report tells of a

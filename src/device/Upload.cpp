@@ -48,7 +48,7 @@ std::int32_t UploadRecords(DeviceSession& session, const DataSet& data, DataKind
     session.NoteFirstAnswer(reply);
     return 0;
   }
-  session.Status().Save();
+  session.BeginProgress();
   std::int16_t last_status = 0;
   try {
     last_status = SendRecords(session, records);

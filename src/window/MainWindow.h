@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/WalrimMain.h"
@@ -52,6 +53,7 @@ class MainWindow : public QMainWindow {
   /// Makes the contents; nothing else but showing and closing may come before.
   void Build();
 
+  void ShowStatus(std::string_view text) { desktop_.SetStatusCaption(text); }
   /// Shows controls that the program itself has changed.
   void ShowControls();
   /// Reads files one after the other, as the import button does with one.

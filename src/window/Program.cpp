@@ -68,7 +68,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     const CommandPlace place = FindCommandPlace();
     // A second window works as well; it gets the commands once the first one has gone.
     if (place.problem.empty()) static_cast<void>(socket.ListenWhenFree(place.name));
-    if (!place.problem.empty()) window.Main().Receiver().Status().SetCaption(place.problem);
+    if (!place.problem.empty()) window.ShowStatus(place.problem);
     window.RefreshPorts();
     window.ImportFiles(arguments.files);
   };

@@ -87,29 +87,6 @@ TEST(FormatRemaining, IsMinutesAndSeconds) {
   EXPECT_EQ(FormatRemaining(0), "00:00");
 }
 
-TEST(StatusLine, ProgressStandsBehindWhatWasSaved) {
-  RecordingDesktop desktop;
-  StatusLine status(desktop);
-  status.SetCaption("DownLoading : Waypoint");
-  status.Save();
-  status.ShowBehindSaved("[1/2] Remaining 00:01");
-  EXPECT_EQ(desktop.caption, "DownLoading : Waypoint [1/2] Remaining 00:01");
-  status.Restore();
-  EXPECT_EQ(desktop.caption, "DownLoading : Waypoint");
-}
-
-TEST(StatusLine, ASecondSaveOverwritesTheFirst) {
-  RecordingDesktop desktop;
-  StatusLine status(desktop);
-  status.SetCaption("one");
-  status.Save();
-  status.SetCaption("two");
-  status.Save();
-  status.SetCaption("three");
-  status.Restore();
-  EXPECT_EQ(desktop.caption, "two");
-}
-
 // ---- Identification
 
 TEST_F(TransferTest, ConnectingReadsTheProductDataAndChoosesTheTypes) {
@@ -201,7 +178,7 @@ TEST_F(TransferTest, ADownloadedWaypointGoesToReceiversOfOtherTypes) {
 TEST_F(TransferTest, ProgressStandsBehindTheCaption) {
   Meet("GPS 12 Software");
   GiveWaypoints(2);
-  garmin.Status().SetCaption("DownLoading : Waypoint");
+  desktop.caption = "DownLoading : Waypoint";
   ASSERT_EQ(Download(), 2);
   EXPECT_TRUE(desktop.Showed("DownLoading : Waypoint [1/2] Remaining 00:00"));
   EXPECT_TRUE(desktop.Showed("DownLoading : Waypoint [2/2] Remaining 00:00"));
