@@ -10,9 +10,9 @@
 namespace walrim {
 namespace {
 
-/// Seconds that passed between two points; nothing where none did or it is not known.
+/// Seconds that passed between two points; nothing where that is not known or time runs backwards.
 std::optional<std::int64_t> Elapsed(const LoggedPoint& from, const LoggedPoint& to) {
-  if (!from.seconds || !to.seconds || *to.seconds <= *from.seconds) return std::nullopt;
+  if (!from.seconds || !to.seconds || *to.seconds < *from.seconds) return std::nullopt;
   return *to.seconds - *from.seconds;
 }
 
@@ -26,7 +26,9 @@ std::string ElapsedText(std::int64_t seconds) {
   return text;
 }
 
+/// Empty where no time passed.
 std::string SpeedText(double km, std::int64_t seconds) {
+  if (seconds == 0) return {};
   return ThousandthsText(km / (static_cast<double>(seconds) / 3600)) + "km/hr";
 }
 

@@ -17,8 +17,8 @@ struct LoggedPoint {
 /// A number that is not negative, as "####.###" writes it: up to three decimals, no 0 before the point. 0 is "0".
 [[nodiscard]] std::string ThousandthsText(double value);
 
-/// " Start[..] End[..] Total:hh:mm:ss 52tps 4.123km 4.045km/hr". Where the log has no times, or no time passes, what
-/// cannot be computed is left out.
+/// " Start[..] End[..] Total:hh:mm:ss 52tps 4.123km 4.045km/hr". What cannot be computed is left out: the elapsed time
+/// of points without times or whose times run backwards, and the speed where no time passed.
 [[nodiscard]] std::string LogStatistics(std::span<const LoggedPoint> points);
 
 /// "mm/dd/yyyy hh:mm:ss" of the point, or the epoch's without a time.

@@ -211,7 +211,8 @@ TEST_F(ScriptWriterTest, EachSegmentIsALogAndLogsWithoutABeginningRunTogether) {
   AddLog(data_, {At(34.7, 135, Midnight), At(34.7, 135, Midnight + 30, true)});
   AddLog(data_, {At(34.7, 135, Midnight + 60)});
   const std::string part = Drawn();
-  EXPECT_NE(part.find("info=[TR]#1 Start[11/16/2002 00:00:00] End[11/16/2002 00:00:00] Total:"), std::string::npos);
+  EXPECT_NE(part.find("info=[TR]#1 Start[11/16/2002 00:00:00] End[11/16/2002 00:00:00] Total:00:00:00 1tps 0km ;"),
+            std::string::npos);
   EXPECT_NE(part.find("info=[TR]#2 Start[11/16/2002 00:00:30] End[11/16/2002 00:01:00] Total:00:00:30 2tps 0km "
                       "0km/hr;"),
             std::string::npos);
