@@ -1,6 +1,7 @@
 #include "formats/StatementBuilder.h"
 
 #include <algorithm>
+#include <array>
 
 namespace walrim {
 namespace {
@@ -33,11 +34,12 @@ void AppendValue(std::string& out, std::string_view value) {
 void AppendStatement(std::string& out, StatementKeyword keyword, std::span<const std::string_view> values) {
   const StatementRow& row = RowOf(keyword);
   out.append("\t\t").append(row.name).append("\t");
-  for (std::size_t key = 0; key < std::min(values.size(), row.keys.size()) && !row.keys[key].empty(); ++key) {
-    if (values[key].empty() && !(key == 0 && row.first_always)) continue;
+  for (std::size_t key = 0; key < row.keys.size() && !row.keys[key].empty(); ++key) {
+    const std::string_view value = key < values.size() ? values[key] : std::string_view();
+    if (value.empty() && !(key == 0 && row.first_always)) continue;
     if (key > 0) out.append("\r\n\t\t\t\t");
     if (key > 0 || !row.bare_selector) out.append(row.keys[key]).append("=");
-    AppendValue(out, values[key]);
+    AppendValue(out, value);
   }
   out += ';';
 }

@@ -31,6 +31,8 @@ TEST(StatementBuilder, FurtherKeysHaveALineEachAndEmptyOnesNone) {
 TEST(StatementBuilder, ThePointsNumberIsWrittenWithoutAValueToo) {
   EXPECT_EQ(Built(Point, {"", "5131"}), "\t\tpoint\toid=\r\n\t\t\t\tgid=5131;");
   EXPECT_EQ(Built(Line, {""}), "\t\tline\toid=;");
+  EXPECT_EQ(Built(Line, {}), "\t\tline\toid=;");
+  EXPECT_EQ(Built(Theme, {}), "\t\ttheme\tstr=;");
 }
 
 TEST(StatementBuilder, WhatWouldEndAStatementIsWrittenOtherwise) {
