@@ -80,7 +80,9 @@ class ScriptWriter {
   void DrawStop(std::size_t i);
   void TakeTrackPoint(const TrackPoint& point);
   void CloseLog();
-  void DrawLogPoint(std::size_t i);
+  void DrawLogPoints();
+  /// interval tells of the way from the point drawn before.
+  void DrawLogPoint(std::size_t i, std::string_view interval);
   void WriteObject(StatementKeyword keyword, std::string_view gid, std::string_view pos, std::string_view str,
                    std::string_view info);
 
@@ -278,21 +280,30 @@ void ScriptWriter::CloseLog() {
   if (log_.empty()) return;
   const std::string label = LogLabel(++logs_);
   WriteObject(StatementKeyword::Line, ScriptGroup::TrackLog, log_positions_.All(), label, label + LogStatistics(log_));
-  const auto step = static_cast<std::size_t>(std::max<int>(settings_.script.track_log_step, 1));
-  for (std::size_t i = 0; i < log_.size(); ++i) {
-    if (i % step == 0 || i + 1 == log_.size()) DrawLogPoint(i);
-  }
+  DrawLogPoints();
   log_.clear();
   log_positions_.Clear();
 }
 
-void ScriptWriter::DrawLogPoint(std::size_t i) {
+void ScriptWriter::DrawLogPoints() {
+  const auto step = static_cast<std::size_t>(std::max<int>(settings_.script.track_log_step, 1));
+  const LoggedPoint* drawn = nullptr;
+  double way_km = 0;
+  for (std::size_t i = 0; i < log_.size(); ++i) {
+    way_km += log_[i].leg_km;
+    if (i % step != 0 && i + 1 != log_.size()) continue;
+    DrawLogPoint(i, drawn == nullptr ? std::string() : IntervalText(*drawn, {log_[i].seconds, way_km}));
+    drawn = &log_[i];
+    way_km = 0;
+  }
+}
+
+void ScriptWriter::DrawLogPoint(std::size_t i, std::string_view interval) {
   const LoggedPoint& point = log_[i];
   const std::string time = PointTime(point);
-  std::string info = TrackPointInfo(logs_, i + 1, time);
-  if (i > 0) info += IntervalText(log_[i - 1], point);
   WriteObject(StatementKeyword::Point, ScriptGroup::TrackPoint, log_positions_.At(i),
-              point.seconds ? std::string_view(time) : std::string_view(), info);
+              point.seconds ? std::string_view(time) : std::string_view(),
+              TrackPointInfo(logs_, i + 1, time).append(interval));
 }
 
 void ScriptWriter::WriteObject(StatementKeyword keyword, std::string_view gid, std::string_view pos,

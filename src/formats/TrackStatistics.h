@@ -23,7 +23,7 @@ struct LoggedPoint {
 
 /// "mm/dd/yyyy hh:mm:ss" of the point, or the epoch's without a time.
 [[nodiscard]] std::string PointTime(const LoggedPoint& point);
-/// " Intv. hh:mm:ss .042km 5.04km/hr" from the point before.
+/// " Intv. hh:mm:ss .042km 5.04km/hr", where point's leg is the way from before.
 [[nodiscard]] std::string IntervalText(const LoggedPoint& before, const LoggedPoint& point);
 
 }  // namespace walrim

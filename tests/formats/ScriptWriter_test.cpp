@@ -207,6 +207,15 @@ TEST_F(ScriptWriterTest, ALogIsALineWithItsStatisticsAndItsPoints) {
                       "[TR]#1 TP:3 11/16/2002 10:01:10 Intv. 01:00:40 0km 0km/hr"));
 }
 
+TEST_F(ScriptWriterTest, AnIntervalIsTheWayFromThePointThatIsDrawnBefore) {
+  AddLog(data_, {At(FirstLat, 135, Midnight, true), At(SecondLat, 135, Midnight + 60), At(FirstLat, 135, Midnight + 90),
+                 At(SecondLat, 135, Midnight + 3600), At(SecondLat, 135, Midnight + 3660)});
+  const std::string part = Drawn({0, "", "", false, 2});
+  EXPECT_NE(part.find("[TR]#1 TP:3 11/16/2002 00:01:30 Intv. 00:01:30 1.84km 73.586km/hr;"), std::string::npos) << part;
+  EXPECT_NE(part.find("[TR]#1 TP:5 11/16/2002 01:01:00 Intv. 00:59:30 .92km .928km/hr;"), std::string::npos) << part;
+  EXPECT_EQ(part.find("TP:2 "), std::string::npos);
+}
+
 TEST_F(ScriptWriterTest, EachSegmentIsALogAndLogsWithoutABeginningRunTogether) {
   AddLog(data_, {At(34.7, 135, Midnight), At(34.7, 135, Midnight + 30, true)});
   AddLog(data_, {At(34.7, 135, Midnight + 60)});
