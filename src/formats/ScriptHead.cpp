@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "formats/ScriptLabels.h"
 #include "formats/StatementBuilder.h"
 #include "formats/WptDates.h"
 

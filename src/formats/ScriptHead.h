@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "formats/ScriptLabels.h"
+#include "formats/ScriptTheme.h"
 #include "text/Dates.h"
 #include "text/TextOutput.h"
 

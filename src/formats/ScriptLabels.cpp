@@ -8,15 +8,12 @@
 namespace walrim {
 namespace {
 
-constexpr std::string_view WaypointMark = "[WP]";
 constexpr std::string_view RouteMark = "[RT]";
 constexpr std::string_view RoutePointMark = "RP:";
 constexpr std::string_view TrackMark = "[TR]#";
 constexpr std::string_view RouteNumberMark = "RtNo:";
 constexpr std::string_view RoutePointCountMark = " RpNum:";
 constexpr std::string_view TrackPointNumberMark = " TP:";
-constexpr std::string_view ThemeMark = "Walrim Datum:";
-constexpr std::string_view OffsetMark = " UTCOffset:";
 
 constexpr std::string_view Opening = "<";
 constexpr std::string_view Between = "><";
@@ -127,22 +124,6 @@ std::optional<TrackPointMark> ParseTrackPointInfo(std::string_view info) {
   const std::string_view time = info.size() > DateLength ? info.substr(DateLength + 1, TimeLength) : std::string_view();
   if (date != NoDate || time != NoTime) mark.moment = ParseWptMoment(date, time);
   return mark;
-}
-
-std::string ThemeText(const ScriptTheme& theme) {
-  std::string text(ThemeMark);
-  return text.append(DatumName(theme.datum)).append(OffsetMark).append(std::to_string(theme.utc_offset_hours));
-}
-
-ScriptTheme ParseThemeText(std::string_view text) {
-  constexpr int MostHours = 32768;
-  ScriptTheme theme;
-  if (UpperCase(text).find("WGS84") != std::string::npos) theme.datum = Datum::Wgs84;
-  if (const std::size_t at = text.find(OffsetMark); text.starts_with(ThemeMark) && at != std::string_view::npos) {
-    text.remove_prefix(at + OffsetMark.size());
-    theme.utc_offset_hours = static_cast<int>(LeadingInteger(text, -MostHours, MostHours));
-  }
-  return theme;
 }
 
 }  // namespace walrim

@@ -10,6 +10,7 @@
 #include "formats/Messages.h"
 #include "formats/RecordIntake.h"
 #include "formats/ScriptLabels.h"
+#include "formats/ScriptTheme.h"
 #include "formats/StatementParser.h"
 #include "formats/WptDates.h"
 #include "formats/WptLine.h"
@@ -256,20 +257,19 @@ void ScriptReader::StoreRoutePoint(const Statement& statement, const PointTexts&
 
 ImportResult ReadScript(LineSource& lines, DataSet& data, const ReadSettings& settings) {
   StatementSplitter statements(lines);
-  // What stands before the theme is held until that is known.
+  // Statements are held until it is known what their positions and times are on.
   std::vector<std::string> held;
-  std::optional<ScriptTheme> theme;
-  for (std::string text; !theme && statements.Next(text);) {
-    const auto statement = ParseStatement(text);
-    if (statement && statement->keyword == StatementKeyword::Theme) theme = ParseThemeText(statement->values[0]);
+  ScriptThemeFinder theme;
+  for (std::string text; !theme.Sure() && statements.Next(text);) {
+    if (const auto statement = ParseStatement(text)) theme.Take(*statement);
     held.push_back(text);
   }
-  ScriptReader reader(theme.value_or(ScriptTheme()), data, settings.utc_offset_hours);
+  ScriptReader reader(theme.Found(), data, settings.utc_offset_hours);
   for (std::string& text : held) {
     reader.TakeText(text);
     std::string().swap(text);
   }
-  for (std::string text; theme && statements.Next(text);)
+  for (std::string text; theme.Sure() && statements.Next(text);)
     reader.TakeText(text);
   reader.CloseLog();
   if (statements.Incomplete()) reader.SkipStatement(OpenStatement);

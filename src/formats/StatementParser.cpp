@@ -15,35 +15,45 @@ class ItemScan {
   /// Gives how many keys it found.
   std::ptrdiff_t Run(std::string_view body) {
     body_ = body;
-    Visit(0, 0);
-    for (std::size_t at = body.find(','); at != std::string_view::npos; at = body.find(',', at + 1))
-      Visit(at, at + 1);
+    std::size_t at = Visit(0, 0);
+    while ((at = NextSeparator(at)) != std::string_view::npos)
+      at = Visit(at, at + 1);
     Close(body.size());
     return std::count(seen_.begin(), seen_.end(), true);
   }
 
  private:
-  /// Looks for a key in the item that begins at begin and ends the value before it at end.
-  void Visit(std::size_t end, std::size_t begin) {
+  [[nodiscard]] std::size_t NextSeparator(std::size_t at) const {
+    return strict_ ? body_.find(',', at) : body_.find_first_of(", \t", at);
+  }
+
+  /// Looks for a key in the item that begins at begin and ends the value before it at end. Gives where it looked.
+  std::size_t Visit(std::size_t end, std::size_t begin) {
     std::size_t at = begin;
     bool tab = false;
     for (; at < body_.size() && IsSpace(body_[at]); ++at)
       tab = tab || body_[at] == '\t';
-    if (begin > 0 && strict_ && !tab) return;
+    if (begin > 0 && strict_ && !tab) return at;
     const std::size_t key = KeyAt(at);
     if (key == MaxStatementValues) {
       if (begin == 0 && row_.bare_selector) Open(0, at);
-      return;
+      return at;
     }
     Close(end);
     Open(key, at + row_.keys[key].size() + 1);
+    return at;
   }
 
   [[nodiscard]] std::size_t KeyAt(std::size_t at) const {
     const std::string_view item = body_.substr(at);
-    for (std::size_t key = row_.bare_selector ? 1 : 0; key < row_.keys.size() && !row_.keys[key].empty(); ++key) {
+    // Keys usually stand in their order: the next one is looked for first.
+    const std::size_t next = current_ == MaxStatementValues ? 0 : current_ + 1;
+    for (std::size_t i = 0; i < MaxStatementValues; ++i) {
+      const std::size_t key = (next + i) % MaxStatementValues;
       const std::string_view name = row_.keys[key];
-      if (!seen_[key] && item.starts_with(name) && item.size() > name.size() && item[name.size()] == '=') return key;
+      const bool is_key = !name.empty() && item.size() > name.size() && item[name.size()] == '=';
+      const bool bare = key == 0 && row_.bare_selector;
+      if (is_key && !bare && !seen_[key] && BeginsWithWord(item, name)) return key;
     }
     return MaxStatementValues;
   }
@@ -73,16 +83,16 @@ class ItemScan {
 }  // namespace
 
 std::optional<Statement> ParseStatement(std::string_view text) {
-  const bool strict = text.starts_with("\t\t");
   text = TrimSpace(text);
   if (text.starts_with("//")) return Statement();
   std::string_view body = text.substr(0, text.find(';'));
   const StatementRow* const row = FindStatementRow(TakeUntilAny(body, " \t,"));
   if (row == nullptr) return text.find("//") == std::string_view::npos ? std::nullopt : std::optional(Statement());
+  const bool strict = body.starts_with('\t');
   // The blank or TAB behind the keyword goes; a comma there was a line end.
   TakeBytes(body, 1);
   Statement statement{row->keyword, {}};
-  // A point or line is never built with its number alone: then its keys stand behind commas in spite of its TABs.
+  // A point or line is never built with its number alone: then its keys stand on one line in spite of the TAB.
   if (ItemScan(*row, strict, statement).Run(body) < 2 && strict && row->first_always && !row->keys[1].empty()) {
     statement = {row->keyword, {}};
     ItemScan(*row, false, statement).Run(body);

@@ -18,9 +18,10 @@ struct Statement {
 };
 
 /// The inverse of AppendStatement, for a text whose lines were joined by StatementSplitter. Ends at the first ";".
-/// Keywords are read in any case. In a statement that is laid out as AppendStatement does it, a key stands behind TABs;
-/// in any other, behind any comma, so that a value must not look like a key there. So it does in a point or line that
-/// would have no key but its first. Nothing for an unknown keyword.
+/// Keywords and keys are read in any case. In a statement that is laid out as AppendStatement does it, with a TAB
+/// behind the keyword, a key stands behind TABs; in any other, behind any comma or blank, so that a value must not look
+/// like a key there. So it does in a point or line that would have no key but its first. Nothing for an unknown
+/// keyword.
 [[nodiscard]] std::optional<Statement> ParseStatement(std::string_view text);
 
 /// Cuts a script into statements: empty lines and those that begin with "//" are passed over, the others joined up to

@@ -53,7 +53,11 @@ namespace walrim {
 }
 /// Without blanks, TABs and line ends around it.
 [[nodiscard]] constexpr std::string_view TrimSpace(std::string_view text) {
-  return TrimAny(text, " \t\r\n");
+  while (!text.empty() && IsSpace(text.front()))
+    text.remove_prefix(1);
+  while (!text.empty() && IsSpace(text.back()))
+    text.remove_suffix(1);
+  return text;
 }
 
 /// Takes what is expected off the front of a text; false, with the text as it is, where something else stands there.

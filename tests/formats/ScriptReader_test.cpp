@@ -1,5 +1,6 @@
 #include "formats/ScriptReader.h"
 
+#include <cmath>
 #include <cstdio>
 #include <gtest/gtest.h>
 
@@ -136,13 +137,44 @@ TEST_F(ScriptReaderTest, AThemeBehindThePointsHoldsForThemToo) {
   EXPECT_EQ(data_.Waypoints()[0], data_.Waypoints()[1]);
 }
 
+TEST_F(ScriptReaderTest, TheDatumIsWhatTheGeorefOrTheThemeSaysFirst) {
+  const std::string point = "point oid=1,pos=34/30/0,135/15/0,str=a;\n";
+  const auto on_wgs84 = [&](const std::string& script) {
+    Back(script);
+    return std::abs(data_.Waypoints().at(0).lat_deg - 34.5) < 1e-5;
+  };
+  for (const std::string& says : {std::string("georef system=WGS84;\n"), std::string("GEOREF SYSTEM=wgs84;\n"),
+                                  std::string("\t\tgeoref\tsystem=JGD2000;\n"), std::string("theme str=on WGS84;\n"),
+                                  std::string("theme str=my huts;\ngeoref system=WGS84;\n"),
+                                  std::string("georef system=WGS84;\ntheme str=Tokyo;\n")}) {
+    EXPECT_TRUE(on_wgs84(says + point)) << says;
+    EXPECT_TRUE(on_wgs84(point + says)) << says;
+  }
+  for (const std::string& says : {std::string(), std::string("georef system=TOKYO;\n"),
+                                  std::string("theme str=my huts;\n"), std::string("georef system=unknown;\n"),
+                                  std::string("theme str=Walrim Datum:Tokyo UTCOffset:0;\ngeoref system=WGS84;\n")}) {
+    EXPECT_FALSE(on_wgs84(says + point)) << says;
+    EXPECT_FALSE(on_wgs84(point + says)) << says;
+  }
+}
+
+TEST_F(ScriptReaderTest, TheHoursOfTheThemeHoldWhateverTheGeorefSays) {
+  const std::string theme = "theme str=Walrim Datum:WGS84 UTCOffset:9;\n";
+  const std::string point = "point oid=1,gid=5131,pos=34/30/0,135/15/0,info=[WP]<A><CRTD 14:05 15-NOV-02>;\n";
+  for (const std::string& script :
+       {"georef system=WGS84;\n" + theme + point, point + theme + "georef system=WGS84;\n"}) {
+    Back(script);
+    EXPECT_EQ(data_.Waypoints().at(0).cmnt, "CRTD 05:05 15-NOV-02");
+  }
+}
+
 TEST_F(ScriptReaderTest, AScriptFromElsewhereGivesItsPoints) {
   EXPECT_EQ(Back("mapserver script ver=1.0;\r\n"
                  "\t\ttheme\tstr=my huts;\r\n"
                  "\t\tpoint\toid=4\r\n\t\t\t\tgid=9\r\n\t\t\t\tpos=34/30/00.0,135/15/00.0\r\n"
                  "\t\t\t\tstr=hut, \"old\"\r\n\t\t\t\tinfo=open in summer;\r\n"
                  "\t\tline\toid=5\r\n\t\t\t\tpos=34/30/00.0,135/15/00.0,34/31/00.0,135/15/00.0\r\n\t\t\t\tstr=path;\r\n"
-                 "point oid=6,gid=5131,pos=34/30/0,135/30/0;\n"
+                 "POINT OID=6 GID=5131 POS=34/30/0,135/30/0;\n"
                  "point oid=7,gid=5133,pos=34/30/0,135/30/0,str=x,info=RP:1<A><c>;\n"
                  "point oid=8,gid=5135,pos=34/30/0,135/30/0,str=y,info=[TR]#1 TP:1 11/16/2002 09:00:00;\n"),
             "HUT   OLD 34.5000 135.2500 OPEN IN SUMMER|6 34.5000 135.5000 |X 34.5000 135.5000 RP:1<A><C>|"

@@ -117,6 +117,28 @@ TEST(StatementParser, ItemsOnOneLineAreReadByTheirCommas) {
   EXPECT_EQ(statement->values[ObjectKey::Info], "a, b");
 }
 
+TEST(StatementParser, ItemsOnOneLineMayStandBehindBlanksToo) {
+  const auto statement = ParseStatement("point oid=1 gid=9  pos= 34/1/2 , 135/3/4 str=hut no 3 , info=a, b,;");
+  ASSERT_TRUE(statement);
+  EXPECT_EQ(ValuesOf(*statement, 4), (std::vector<std::string_view>{"1", "9", "34/1/2 , 135/3/4", "hut no 3"}));
+  EXPECT_EQ(statement->values[ObjectKey::Info], "a, b,");
+}
+
+TEST(StatementParser, KeysAreReadInAnyCase) {
+  for (const char* text : {"POINT OID=1,Gid=9;", "\t\tPoint\tOid=1,\t\t\t\tGID=9;", "GROUP GID=1 GNAME=9;"}) {
+    const auto statement = ParseStatement(text);
+    ASSERT_TRUE(statement) << text;
+    EXPECT_EQ(ValuesOf(*statement, 2), (std::vector<std::string_view>{"1", "9"})) << text;
+  }
+}
+
+TEST(StatementParser, AStatementLaidOutByTabsMayLackThoseInFront) {
+  const auto statement = ParseStatement("point\toid=1,\t\t\t\tstr=a gid=5, pos=6,\t\t\t\tinfo=b;");
+  ASSERT_TRUE(statement);
+  EXPECT_EQ(ValuesOf(*statement, 4), (std::vector<std::string_view>{"1", "", "", "a gid=5, pos=6"}));
+  EXPECT_EQ(statement->values[ObjectKey::Info], "b");
+}
+
 TEST(StatementParser, IndentedByTabsAStatementOnOneLineIsReadByItsCommasToo) {
   const auto statement = ParseStatement("\t\tpoint\toid=1,gid=9,pos=34/1/2,135/3/4;");
   ASSERT_TRUE(statement);
