@@ -5,9 +5,9 @@
 #include <span>
 
 #include "dialogs/Messages.h"
+#include "formats/PositionReader.h"
 #include "records/Symbols.h"
 #include "text/Numbers.h"
-#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -42,31 +42,6 @@ std::string Choose(const std::vector<std::string>& entries, const std::string& b
   return found == entries.end() ? entries.front() : *found;
 }
 
-bool TakeOneOf(std::string_view& text, std::string_view characters) {
-  return std::any_of(characters.begin(), characters.end(), [&](char each) { return Take(text, each); });
-}
-
-/// True for a text that is one number from its beginning to its end.
-bool IsNumber(std::string_view text) {
-  TakeOneOf(text, "+-");
-  const bool whole = !TakeDigits(text).empty();
-  const bool fraction = Take(text, '.') && !TakeDigits(text).empty();
-  if (!whole && !fraction) return false;
-  if (TakeOneOf(text, "Ee")) {
-    TakeOneOf(text, "+-");
-    if (TakeDigits(text).empty()) return false;
-  }
-  return text.empty();
-}
-
-/// True where the packed minutes are below 60 and the seconds at most 60, which is what 59.996 is written as.
-bool HasMinutesAndSeconds(std::string_view dms) {
-  const std::string parts = ConvertAngle(dms, AngleNotation::DMS, AngleNotation::MPS);
-  std::string_view rest = parts;
-  TakeUpTo(rest, '/');
-  return LeadingNumber(TakeUpTo(rest, '/')) < 60 && LeadingNumber(rest) <= 60;
-}
-
 struct Axis {
   std::string_view name;
   int limit_deg;
@@ -80,22 +55,19 @@ constexpr Axis LongitudeAxis{Longitude, 180, LongitudeInDegrees, LongitudeInDms}
 /// degrees down and so has no text for it that reads back the same.
 enum class Sign { Any, NotNegative };
 
-/// Why a text is no angle of its axis; empty where it is one.
-std::string WhyNoAngle(const Axis& axis, std::string_view text, AngleNotation notation, Sign sign) {
+/// Reads an angle of an axis. Why the text is none; empty where it is one.
+std::string ReadAngle(const Axis& axis, std::string_view text, AngleNotation notation, Sign sign, double& degrees) {
   const std::string shown = WithoutControlCharacters(text);
-  const std::string_view angle = TrimBlanks(text);
-  const bool decimal = notation == AngleNotation::D;
-  if (!IsNumber(angle) || (!decimal && !HasMinutesAndSeconds(angle))) {
-    return NoAngle(axis.name, shown, decimal ? axis.in_degrees : axis.in_dms);
+  if (!ReadAngleText(text, notation, degrees).empty()) {
+    return NoAngle(axis.name, shown, notation == AngleNotation::D ? axis.in_degrees : axis.in_dms);
   }
-  const double degrees = DegreesOfAngle(angle, notation);
   if (std::abs(degrees) > axis.limit_deg) return OutOfRange(axis.name, shown, axis.limit_deg);
   return degrees < 0 && sign == Sign::NotNegative ? NoNegativeDms(axis.name, shown) : std::string();
 }
 
-std::string WhyNoPosition(const ClipProAtlas& clip, Sign sign) {
-  std::string why = WhyNoAngle(LatitudeAxis, clip.ClipLat, clip.notation, sign);
-  return why.empty() ? WhyNoAngle(LongitudeAxis, clip.ClipLon, clip.notation, sign) : why;
+std::string ReadPosition(const ClipProAtlas& clip, Sign sign, GeoPoint& point) {
+  std::string why = ReadAngle(LatitudeAxis, clip.ClipLat, clip.notation, sign, point.latitude_deg);
+  return why.empty() ? ReadAngle(LongitudeAxis, clip.ClipLon, clip.notation, sign, point.longitude_deg) : why;
 }
 
 }  // namespace
@@ -126,21 +98,22 @@ void ShowClip(const MapPoint& point, WaypointType type, ClipProAtlas& clip) {
 }
 
 std::string SwitchClipNotation(ClipProAtlas& clip) {
-  std::string why = WhyNoPosition(clip, Sign::NotNegative);
+  GeoPoint point;
+  std::string why = ReadPosition(clip, Sign::NotNegative, point);
   if (!why.empty()) return why;
-  const AngleNotation wanted = clip.notation == AngleNotation::D ? AngleNotation::DMS : AngleNotation::D;
-  clip.ClipLat = ConvertAngle(TrimBlanks(clip.ClipLat), clip.notation, wanted);
-  clip.ClipLon = ConvertAngle(TrimBlanks(clip.ClipLon), clip.notation, wanted);
-  clip.notation = wanted;
+  clip.notation = clip.notation == AngleNotation::D ? AngleNotation::DMS : AngleNotation::D;
+  clip.ClipLat.clear();
+  clip.ClipLon.clear();
+  AppendAngle(clip.ClipLat, point.latitude_deg, clip.notation);
+  AppendAngle(clip.ClipLon, point.longitude_deg, clip.notation);
   return {};
 }
 
 ClipResult FinishClip(const ClipProAtlas& clip) {
   const Sign sign = clip.notation == AngleNotation::D ? Sign::Any : Sign::NotNegative;
-  ClipResult result{std::nullopt, WhyNoPosition(clip, sign)};
+  GeoPoint given;
+  ClipResult result{std::nullopt, ReadPosition(clip, sign, given)};
   if (!result.refusal.empty()) return result;
-  const GeoPoint given{DegreesOfAngle(TrimBlanks(clip.ClipLat), clip.notation),
-                       DegreesOfAngle(TrimBlanks(clip.ClipLon), clip.notation), 0};
   const GeoPoint point = ConvertDatum(given, clip.datum, Datum::Wgs84);
   result.waypoint = ClipWaypoint{point.latitude_deg,
                                  point.longitude_deg,

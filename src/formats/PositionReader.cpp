@@ -25,11 +25,27 @@ bool BeginsWithNumber(std::string_view text, double value) {
 
 }  // namespace
 
+std::string_view ReadAngleText(std::string_view text, AngleNotation notation, double& degrees) {
+  std::string scratch;
+  const std::string_view value = PlainText(text, scratch);
+  if (TrimBlanks(value).empty()) return NoPosition;
+  if (value.find(',') != std::string_view::npos) return BadAngle;
+  try {
+    degrees = DegreesOfAngle(value, notation);
+  } catch (const std::out_of_range&) {
+    return BadAngle;
+  }
+  const double leading = notation == AngleNotation::D ? degrees : LeadingNumber(value);
+  return BeginsWithNumber(value, leading) ? std::string_view() : BadAngle;
+}
+
 std::string_view PositionReader::Read(const PositionTexts& texts, GeoPoint& point) {
   if (const std::string_view why = ReadForm(texts); !why.empty()) return why;
   GeoPoint read;
-  if (const std::string_view why = ReadAngle(texts.lat, read.latitude_deg); !why.empty()) return why;
-  if (const std::string_view why = ReadAngle(texts.lon, read.longitude_deg); !why.empty()) return why;
+  if (const std::string_view why = ReadAngleText(texts.lat, notation_.meaning, read.latitude_deg); !why.empty())
+    return why;
+  if (const std::string_view why = ReadAngleText(texts.lon, notation_.meaning, read.longitude_deg); !why.empty())
+    return why;
   if (!OnGlobe(read)) return PositionOutOfRange;
   point = ConvertDatum(read, datum_.meaning, Datum::Wgs84);
   return OnGlobe(point) ? std::string_view() : PositionOutOfRange;
@@ -47,19 +63,6 @@ std::string_view PositionReader::ReadForm(const PositionTexts& texts) {
   datum_ = {std::string(texts.datum), *datum};
   form_known_ = true;
   return {};
-}
-
-std::string_view PositionReader::ReadAngle(std::string_view text, double& degrees) {
-  const std::string_view value = PlainText(text, scratch_);
-  if (TrimBlanks(value).empty()) return NoPosition;
-  if (value.find(',') != std::string_view::npos) return BadAngle;
-  try {
-    degrees = DegreesOfAngle(value, notation_.meaning);
-  } catch (const std::out_of_range&) {
-    return BadAngle;
-  }
-  const double leading = notation_.meaning == AngleNotation::D ? degrees : LeadingNumber(value);
-  return BeginsWithNumber(value, leading) ? std::string_view() : BadAngle;
 }
 
 }  // namespace walrim

@@ -10,6 +10,10 @@
 
 namespace walrim {
 
+/// Reads an angle; a text that begins with a number is that. Why the text is none; empty where it is one, with degrees
+/// set.
+[[nodiscard]] std::string_view ReadAngleText(std::string_view text, AngleNotation notation, double& degrees);
+
 struct PositionTexts {
   std::string_view notation;
   std::string_view datum;  ///< empty: WGS84
@@ -31,7 +35,6 @@ class PositionReader {
   };
 
   [[nodiscard]] std::string_view ReadForm(const PositionTexts& texts);
-  [[nodiscard]] std::string_view ReadAngle(std::string_view text, double& degrees);
 
   bool form_known_ = false;
   Remembered<AngleNotation> notation_{{}, AngleNotation::D};

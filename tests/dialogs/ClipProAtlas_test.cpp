@@ -1,6 +1,7 @@
 #include "dialogs/ClipProAtlas.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "dialogs/Messages.h"
 
@@ -129,8 +130,7 @@ TEST_F(ClipProAtlasTest, NoNegativeDegreesAreTakenInDms) {
 
 TEST_F(ClipProAtlasTest, ATextThatIsNoPositionIsRefusedAndNothingChanges) {
   OpenTakao();
-  for (const char* text : {"", " ", "abc", "35.6x", "35,6", "3 5", "35.6.2", "-", ".", "1E", "1E+", "N35", "３５",
-                           "nan", "inf", "0x10", "35/37/30"}) {
+  for (const char* text : {"", " ", "\"\"", "abc", "35,6", "-", ".", "N35", "３５", "nan", "inf", "0x10", "1E+400"}) {
     clip.ClipLon = text;
     EXPECT_NE(SwitchClipNotation(clip), "") << text;
     const ClipResult result = FinishClip(clip);
@@ -139,6 +139,21 @@ TEST_F(ClipProAtlasTest, ATextThatIsNoPositionIsRefusedAndNothingChanges) {
     EXPECT_EQ(clip.ClipLat, "35.6252");
     EXPECT_EQ(clip.ClipLon, text);
     EXPECT_EQ(clip.notation, AngleNotation::D);
+  }
+}
+
+TEST_F(ClipProAtlasTest, ATextIsReadAsLenientlyAsAFilesColumn) {
+  for (const auto& [text, lon_deg] :
+       {std::pair("139.6x", 139.6), std::pair(" 139.6 E", 139.6), std::pair("+139", 139.0), std::pair("139.6.2", 139.6),
+        std::pair("1E", 1.0), std::pair("=\"139.5\"", 139.5), std::pair("139 deg", 139.0)}) {
+    OpenTakao();
+    clip.ClipLon = text;
+    const ClipResult result = FinishClip(clip);
+    ASSERT_TRUE(result.waypoint) << text << result.refusal;
+    EXPECT_EQ(result.waypoint->lon_deg, lon_deg) << text;
+    EXPECT_EQ(SwitchClipNotation(clip), "") << text;
+    ASSERT_TRUE(FinishClip(clip).waypoint) << text;
+    EXPECT_NEAR(FinishClip(clip).waypoint->lon_deg, lon_deg, 1e-5) << text;
   }
 }
 
@@ -155,20 +170,20 @@ TEST_F(ClipProAtlasTest, TheRefusalNamesTheTextAndWhatIsExpected) {
   EXPECT_EQ(SwitchClipNotation(clip), NoNegativeDms(Longitude, "-180"));
   clip.ClipLon = "180";
   EXPECT_EQ(SwitchClipNotation(clip), "");
-  clip.ClipLon = "139.6";
-  EXPECT_EQ(SwitchClipNotation(clip), NoAngle(Longitude, "139.6", LongitudeInDms));
+  clip.ClipLon = "east";
+  EXPECT_EQ(SwitchClipNotation(clip), NoAngle(Longitude, "east", LongitudeInDms));
 }
 
-TEST_F(ClipProAtlasTest, MinutesAndSecondsOf60AreNoDmsUnlessRoundedToIt) {
+TEST_F(ClipProAtlasTest, MinutesOf60AndMoreAreCarriedAsInAFile) {
   OpenTakao();
   ASSERT_EQ(SwitchClipNotation(clip), "");
-  for (const char* text : {"35.60", "35.6000", "35.3061", "35.99", "35.309999"}) {
-    clip.ClipLat = text;
-    EXPECT_NE(SwitchClipNotation(clip), "") << text;
-  }
   clip.ClipLat = "34.596000";
   EXPECT_EQ(SwitchClipNotation(clip), "");
   EXPECT_EQ(clip.ClipLat, "35");
+  ASSERT_EQ(SwitchClipNotation(clip), "");
+  clip.ClipLat = "34.90";
+  ASSERT_TRUE(FinishClip(clip).waypoint);
+  EXPECT_EQ(FinishClip(clip).waypoint->lat_deg, 35.5);
 }
 
 TEST_F(ClipProAtlasTest, OkHandsTheWaypointOver) {
