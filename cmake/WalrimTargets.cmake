@@ -5,6 +5,8 @@ find_package(Threads REQUIRED)
 add_library(walrim_options INTERFACE)
 target_compile_options(walrim_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
                                                 -Wnon-virtual-dtor -Woverloaded-virtual)
+# A switch over an enum names every case: what a new one concerns does not compile without it.
+target_compile_options(walrim_options INTERFACE -Werror=switch)
 # At -O3 g++ 12 takes texts that are put together with + for copies that overlap.
 target_compile_options(walrim_options INTERFACE
   $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)

@@ -16,8 +16,17 @@ namespace walrim {
 enum class WaypointType : std::uint8_t { D103, D104, D107, D108 };
 inline constexpr std::size_t WaypointTypeCount = 4;
 [[nodiscard]] constexpr std::string_view WaypointTypeName(WaypointType type) {
-  constexpr std::array<std::string_view, WaypointTypeCount> names{"D103", "D104", "D107", "D108"};
-  return names[static_cast<std::size_t>(type)];
+  switch (type) {
+    case WaypointType::D103:
+      return "D103";
+    case WaypointType::D104:
+      return "D104";
+    case WaypointType::D107:
+      return "D107";
+    case WaypointType::D108:
+      return "D108";
+  }
+  return {};
 }
 
 inline constexpr std::size_t SubclassBytes = 18;
