@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "records/Rare.h"
 
@@ -15,19 +14,6 @@ namespace walrim {
 /// The waypoint data types.
 enum class WaypointType : std::uint8_t { D103, D104, D107, D108 };
 inline constexpr std::size_t WaypointTypeCount = 4;
-[[nodiscard]] constexpr std::string_view WaypointTypeName(WaypointType type) {
-  switch (type) {
-    case WaypointType::D103:
-      return "D103";
-    case WaypointType::D104:
-      return "D104";
-    case WaypointType::D107:
-      return "D107";
-    case WaypointType::D108:
-      return "D108";
-  }
-  return {};
-}
 
 inline constexpr std::size_t SubclassBytes = 18;
 /// What a map says of a point or of a link; receivers use it among themselves.

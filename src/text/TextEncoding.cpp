@@ -73,10 +73,6 @@ TextEncoding EncodingOf(std::string_view bytes) {
   return detector.Encoding();
 }
 
-std::string DecodeText(std::string_view bytes) {
-  return LineSource(bytes, EncodingOf(bytes)).Rest();
-}
-
 LineSource::LineSource(std::string_view bytes, TextEncoding encoding)
     : LineSource([bytes]() mutable { return TakeBytes(bytes, PieceSize); }, encoding) {}
 

@@ -38,9 +38,6 @@ class EncodingDetector {
 /// How a whole text is encoded.
 [[nodiscard]] TextEncoding EncodingOf(std::string_view bytes);
 
-/// A whole text in UTF-8, without the mark.
-[[nodiscard]] std::string DecodeText(std::string_view bytes);
-
 /// The lines of a text, one after the other, in UTF-8. Lines end with CR LF, LF or CR; a text's last end begins no
 /// further line.
 class LineSource {

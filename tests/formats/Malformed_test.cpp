@@ -15,7 +15,8 @@ std::vector<std::string> Corpus() {
     for (const auto& entry :
          std::filesystem::directory_iterator(std::string(WALRIM_SOURCE_DIR "/fuzz/corpus/") + name)) {
       std::ifstream in(entry.path(), std::ios::binary);
-      texts.push_back(DecodeText(std::string(std::istreambuf_iterator<char>(in), {})));
+      const std::string bytes(std::istreambuf_iterator<char>(in), {});
+      texts.push_back(LineSource(bytes, EncodingOf(bytes)).Rest());
     }
   }
   return texts;

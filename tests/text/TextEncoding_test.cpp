@@ -66,21 +66,25 @@ TEST(EncodingDetector, TheMarkDecides) {
   ExpectEncoding("\xEF\xBB", TextEncoding::ShiftJis);
 }
 
-TEST(DecodeText, TakesTheMarkAway) {
-  EXPECT_EQ(DecodeText("\xEF\xBB\xBF富"), "富");
+std::string WholeText(std::string_view bytes) {
+  return LineSource(bytes, EncodingOf(bytes)).Rest();
 }
 
-TEST(DecodeText, MarkedTextThatIsIllFormedStaysText) {
-  EXPECT_EQ(DecodeText("\xEF\xBB\xBF"
-                       "a\x80"),
+TEST(WholeText, TakesTheMarkAway) {
+  EXPECT_EQ(WholeText("\xEF\xBB\xBF富"), "富");
+}
+
+TEST(WholeText, MarkedTextThatIsIllFormedStaysText) {
+  EXPECT_EQ(WholeText("\xEF\xBB\xBF"
+                      "a\x80"),
             "a\xEF\xBF\xBD");
 }
 
-TEST(DecodeText, RecognisesUtf8AndElseReadsShiftJis) {
-  EXPECT_EQ(DecodeText("a\r\nb\n\n"), "a\r\nb\n\n");
-  EXPECT_EQ(DecodeText("富士"), "富士");
-  EXPECT_EQ(DecodeText("\x95\x78\x8E\x6D"), "富士");
-  EXPECT_EQ(DecodeText("plain"), "plain");
+TEST(WholeText, RecognisesUtf8AndElseReadsShiftJis) {
+  EXPECT_EQ(WholeText("a\r\nb\n\n"), "a\r\nb\n\n");
+  EXPECT_EQ(WholeText("富士"), "富士");
+  EXPECT_EQ(WholeText("\x95\x78\x8E\x6D"), "富士");
+  EXPECT_EQ(WholeText("plain"), "plain");
 }
 
 TEST(LineSource, LinesEndInThreeWays) {
