@@ -13,7 +13,8 @@ namespace walrim {
 inline constexpr int UtcOffsetHours = 9;
 
 inline std::string DecodedInput(const std::uint8_t* bytes, std::size_t size) {
-  return DecodeText(std::string_view(reinterpret_cast<const char*>(bytes), size));
+  const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+  return LineSource(text, EncodingOf(text)).Rest();
 }
 
 inline ImportResult ReadText(FormatId format, std::string_view text, DataSet& data) {
