@@ -3,6 +3,7 @@
 #include <array>
 #include <gtest/gtest.h>
 #include <random>
+#include <utility>
 
 #include "Support.h"
 #include "text/Cp932.h"
@@ -160,9 +161,10 @@ TEST(StandardLineWriter, TrackPointLinesCarryTheLeg) {
 }
 
 TEST(StandardLineWriter, TheLegOfAntipodalPointsIsHalfTheSphere) {
-  const TrackPoint from = At(0, 0);
-  const std::string line = LineOf(At(0, 180), &from);
-  EXPECT_EQ(line.substr(line.rfind('\t') + 1), "20035183.7");
+  for (const auto& [from, to] : {std::pair(At(0, 0), At(0, 180)), std::pair(At(90, 0), At(-90, 0))}) {
+    const std::string line = LineOf(to, &from);
+    EXPECT_EQ(line.substr(line.rfind('\t') + 1), "20035183.7");
+  }
 }
 
 TEST(StandardLineWriter, TimesAreInTheZone) {
