@@ -32,7 +32,7 @@ void AppendTruth(std::string& out, bool truth) {
 
 /// A state or country as wide as D108's field.
 void AppendState(std::string& out, const Waypoint& waypoint, Text state) {
-  if (waypoint.type != WaypointType::D108) return;
+  if (HasFixedWidthTexts(waypoint.type)) return;
   out.append(state);
   for (std::size_t width = Cp932Width(state); width < StateWidth; ++width)
     out += ' ';
@@ -122,7 +122,7 @@ template <auto Member>
 constexpr Column<Waypoint> OtherName(Text title) {
   return {title, WrappedTrimmed,
           [](const Waypoint& waypoint) -> Text {
-            return waypoint.type == WaypointType::D108 ? Text(waypoint.*Member) : Text();
+            return HasFixedWidthTexts(waypoint.type) ? Text() : Text(waypoint.*Member);
           },
           nullptr,
           [](Waypoint& waypoint, Text text) {

@@ -13,7 +13,18 @@ namespace walrim {
 
 /// The waypoint data types.
 enum class WaypointType : std::uint8_t { D103, D104, D107, D108 };
-inline constexpr std::size_t WaypointTypeCount = 4;
+/// Whether a type's ident and cmnt stand in fields of fixed width; such a type has no details.
+[[nodiscard]] constexpr bool HasFixedWidthTexts(WaypointType type) {
+  switch (type) {
+    case WaypointType::D103:
+    case WaypointType::D104:
+    case WaypointType::D107:
+      return true;
+    case WaypointType::D108:
+      return false;
+  }
+  return false;
+}
 
 inline constexpr std::size_t SubclassBytes = 18;
 /// What a map says of a point or of a link; receivers use it among themselves.
@@ -21,7 +32,7 @@ using Subclass = std::array<std::uint8_t, SubclassBytes>;
 /// The pattern that stands for no subclass: six bytes of 0, twelve of 255.
 inline constexpr Subclass NoSubclass{0, 0, 0, 0, 0, 0, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
 
-/// What only D108 has, and few waypoints use. Texts are UTF-8 without zero characters at their ends.
+/// What only D108 has, and few waypoints use. Texts are UTF-8.
 struct WaypointDetails {
   std::uint8_t wpt_class = 0;  ///< 0 a user's waypoint; others come from maps
   std::uint8_t attr = 96;
