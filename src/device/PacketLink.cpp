@@ -85,7 +85,7 @@ void PacketLink::Note(std::string_view text) {
 }
 
 bool PacketLink::OpenPort(std::string_view port_name) {
-  last_port_result_ = port_.Open(port_name, PortSettings);
+  last_port_result_ = port_.Open(port_name, LineBaud);
   if (!last_port_result_.Ok()) {
     Note("port " + std::string(port_name) + " cannot be opened");
     return false;
@@ -94,12 +94,12 @@ bool PacketLink::OpenPort(std::string_view port_name) {
   port_.ClearInBuffer();
   burst_frames_ = 0;
   deadline_ = nanoseconds::max();
-  Note("port " + std::string(port_name) + " open, " + std::string(PortSettings));
+  Note("port " + std::string(port_name) + " open, " + std::string(LineBaud));
   return true;
 }
 
 bool PacketLink::ProbePort(std::string_view port_name) {
-  last_port_result_ = port_.Open(port_name, PortSettings);
+  last_port_result_ = port_.Open(port_name, LineBaud);
   if (!last_port_result_.Ok()) {
     Note("port " + std::string(port_name) + " cannot be opened");
     return false;

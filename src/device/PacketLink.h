@@ -25,8 +25,8 @@ namespace walrim {
 
 /// Size of a receive that timed out, and count of an exchange that failed so.
 inline constexpr std::int16_t ReceiveTimeout = -9;
-/// Settings of a receiver's line.
-inline constexpr std::string_view PortSettings = "9600,N,8,1";
+/// The rate of a receiver's line.
+inline constexpr int LineBaud = 9600;
 /// How long a silent line is waited for.
 inline constexpr std::chrono::milliseconds ReceiveTimeoutTime{1500};
 /// The shortest settle time of a burst, before the pacing factor.
@@ -36,7 +36,7 @@ inline constexpr std::chrono::seconds LongestExchange{10};
 /// A line without a byte for this long is quiet.
 inline constexpr std::chrono::milliseconds QuietTime{100};
 /// A byte on a line of 9600 baud: start bit, eight data bits, stop bit.
-inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / 9600};
+inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / LineBaud};
 
 /// What ends an operation before its time.
 struct StopFlags {
@@ -92,7 +92,7 @@ class PacketLink {
   /// nullptr: no trace. The trace must outlive the link or be taken away.
   void SetTrace(FrameTrace* trace);
 
-  /// Opens the port with PortSettings and both buffers empty. False when it cannot be opened; LastPortResult then says
+  /// Opens the port at LineBaud, with both buffers empty. False when it cannot be opened; LastPortResult then says
   /// why.
   [[nodiscard]] bool OpenPort(std::string_view port_name);
   /// Opens the port and closes it at once; true when both succeed.

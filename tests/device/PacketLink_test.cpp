@@ -44,7 +44,7 @@ class PacketLinkTest : public ::testing::Test {
 
 TEST_F(PacketLinkTest, ThePortIsOpenedWithTheReceiversSettings) {
   EXPECT_TRUE(link.OpenPort("2"));
-  EXPECT_EQ(port.last_settings, "9600,N,8,1");
+  EXPECT_EQ(port.last_baud, 9600);
   EXPECT_EQ(port.last_name, "2");
 }
 

@@ -51,7 +51,7 @@ class DemoSerialPortTest : public testing::Test {
 TEST_F(DemoSerialPortTest, OpensByItsNames) {
   DemoSerialPort port = Port();
   EXPECT_FALSE(port.PortOpen());
-  EXPECT_TRUE(port.Open("demo", "9600,N,8,1").Ok());
+  EXPECT_TRUE(port.Open("demo", 9600).Ok());
   EXPECT_TRUE(port.PortOpen());
   EXPECT_EQ(DemoModelNames().size(), 9U);
   for (const std::string& name : DemoModelNames()) {

@@ -126,10 +126,10 @@ class ScriptedPort : public SerialPort {
 
   explicit ScriptedPort(FakeClock& clock) : clock_(clock) {}
 
-  [[nodiscard]] PortResult Open(std::string_view comm_port, std::string_view settings) override {
+  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override {
     ++opened;
     last_name = comm_port;
-    last_settings = settings;
+    last_baud = baud;
     if (open_result.Ok()) open_ = true;
     return open_result;
   }
@@ -189,7 +189,7 @@ class ScriptedPort : public SerialPort {
   int opened = 0;
   int closed = 0;
   std::string last_name;
-  std::string last_settings;
+  int last_baud = 0;
 
  private:
   [[nodiscard]] bool FrameEnded() const {
