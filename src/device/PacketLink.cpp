@@ -94,7 +94,7 @@ bool PacketLink::OpenPort(std::string_view port_name) {
   port_.ClearInBuffer();
   burst_frames_ = 0;
   deadline_ = nanoseconds::max();
-  Note("port " + std::string(port_name) + " open, " + std::string(LineBaud));
+  Note("port " + std::string(port_name) + " open, " + std::to_string(LineBaud) + ",N,8,1");
   return true;
 }
 
