@@ -68,22 +68,22 @@ TEST_F(DemoSerialPortTest, OpensByItsNames) {
 TEST_F(DemoSerialPortTest, OtherNamesAreMissingPorts) {
   DemoSerialPort port = Port();
   for (const auto* name : {"1", "demo:", "demo:GPS 99", "demos", "DEMO", "/dev/ttyUSB0", ""}) {
-    EXPECT_EQ(port.Open(name, "").problem, PortProblem::Missing) << name;
+    EXPECT_EQ(port.Open(name, 9600).problem, PortProblem::Missing) << name;
     EXPECT_FALSE(port.PortOpen());
   }
 }
 
 TEST_F(DemoSerialPortTest, AFailedOpenLeavesThePortClosed) {
   DemoSerialPort port = Port();
-  ASSERT_TRUE(port.Open("demo", "").Ok());
-  EXPECT_FALSE(port.Open("demo:nothing", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
+  EXPECT_FALSE(port.Open("demo:nothing", 9600).Ok());
   EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(DemoSerialPortTest, TellsWhatAReceiverHoldsOnceItsPortWasOpened) {
   DemoSerialPort port = Port();
   EXPECT_EQ(port.MemoryOf("GPS 48"), nullptr);
-  ASSERT_TRUE(port.Open("demo:GPS 48", "").Ok());
+  ASSERT_TRUE(port.Open("demo:GPS 48", 9600).Ok());
   ASSERT_NE(port.MemoryOf("GPS 48"), nullptr);
   EXPECT_EQ(port.MemoryOf("GPS 48")->waypoints.size(), 19U);
   EXPECT_EQ(port.MemoryOf("eTrex"), nullptr);
@@ -103,7 +103,7 @@ TEST_F(DemoSerialPortTest, AClosedPortIsSilentAndWaitsOutItsTime) {
 
 TEST_F(DemoSerialPortTest, BytesLeaveAtTheLinesPace) {
   DemoSerialPort port = Port();
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   const nanoseconds start = clock.now;
   for (const std::uint8_t byte : ProductRequestFrame)
     port.Output(byte);
@@ -122,7 +122,7 @@ TEST_F(DemoSerialPortTest, BytesLeaveAtTheLinesPace) {
 
 TEST_F(DemoSerialPortTest, ClearOutBufferDropsWhatHasNotLeft) {
   DemoSerialPort port = Port();
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   for (const std::uint8_t byte : ProductRequestFrame)
     port.Output(byte);
   port.ClearOutBuffer();
@@ -133,7 +133,7 @@ TEST_F(DemoSerialPortTest, ClearOutBufferDropsWhatHasNotLeft) {
 
 TEST_F(DemoSerialPortTest, ClearInBufferDropsWhatHasCome) {
   DemoSerialPort port = Port({}, 0);
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   for (const std::uint8_t byte : ProductRequestFrame)
     port.Output(byte);
   EXPECT_GT(port.InBufferCount(), 20U);
@@ -144,7 +144,7 @@ TEST_F(DemoSerialPortTest, ClearInBufferDropsWhatHasCome) {
 
 TEST_F(DemoSerialPortTest, WaitReturnsAtOnceWhenMoreHasComeThanWasTold) {
   DemoSerialPort port = Port({}, 0);
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   for (const std::uint8_t byte : ProductRequestFrame)
     port.Output(byte);
   const nanoseconds start = clock.now;
@@ -157,35 +157,35 @@ TEST_F(DemoSerialPortTest, WaitReturnsAtOnceWhenMoreHasComeThanWasTold) {
 
 TEST_F(DemoSerialPortTest, WaitingDoesNotSpin) {
   DemoSerialPort port = Port();
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   port.Wait(milliseconds(1000));
   EXPECT_EQ(sleeps, 1);
 }
 
 TEST_F(DemoSerialPortTest, KeepsItsMemoryWhenClosed) {
   DemoSerialPort port = Port({}, 0);
-  ASSERT_TRUE(port.Open("demo:eMap", "").Ok());
+  ASSERT_TRUE(port.Open("demo:eMap", 9600).Ok());
   for (const Bytes& frame : {HostFrame(27, {1, 0}), HostFrame(35, {1, 2, 3}), HostFrame(12, {7, 0})}) {
     EXPECT_EQ(Exchange(port, frame).size(), 1U);
   }
-  ASSERT_TRUE(port.Open("demo:eTrex", "").Ok());
+  ASSERT_TRUE(port.Open("demo:eTrex", 9600).Ok());
   EXPECT_NE(Exchange(port, HostFrame(10, {7, 0})).at(1), Sound(27, {1, 0})) << "another receiver";
   port.Close();
-  ASSERT_TRUE(port.Open("demo:eMap", "").Ok());
+  ASSERT_TRUE(port.Open("demo:eMap", 9600).Ok());
   EXPECT_EQ(Exchange(port, HostFrame(10, {7, 0})).at(1), Sound(27, {1, 0}));
   EXPECT_EQ(Exchange(port, HostFrame(6, {27, 0})).at(0), Sound(35, {1, 2, 3}));
 }
 
 TEST_F(DemoSerialPortTest, WhatComesWhileClosedIsLost) {
   DemoSerialPort port = Port();
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   for (const std::uint8_t byte : ProductRequestFrame)
     port.Output(byte);
   while (port.OutBufferCount() > 0)
     port.Wait(milliseconds(2));
   port.Close();
   clock.now += std::chrono::seconds(1);
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   EXPECT_EQ(port.InBufferCount(), 0U);
 }
 
@@ -195,25 +195,25 @@ TEST_F(DemoSerialPortTest, HoldsTheGivenContents) {
   options.contents->waypoints.resize(2);
   options.model = "GPS 48";
   DemoSerialPort port(options, clock, [this](nanoseconds time) { clock.now += time; });
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   EXPECT_EQ(Exchange(port, HostFrame(10, {7, 0})).at(1), Sound(27, {2, 0}));
 }
 
 TEST_F(DemoSerialPortTest, APulledCableLosesTheLine) {
   DemoSerialPort port = Port("unplug-after=1");
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   EXPECT_FALSE(port.LineLost());
   EXPECT_EQ(Exchange(port, ProductRequestFrame).size(), 1U);
   EXPECT_TRUE(port.LineLost());
   EXPECT_EQ(port.OutBufferCount(), 0U);
   EXPECT_TRUE(Exchange(port, ProductRequestFrame).empty());
   EXPECT_EQ(port.OutBufferCount(), 0U) << "a lost line swallows what is written";
-  EXPECT_EQ(port.Open("demo", "").problem, PortProblem::Missing);
+  EXPECT_EQ(port.Open("demo", 9600).problem, PortProblem::Missing);
 }
 
 TEST_F(DemoSerialPortTest, AClockThatStandsStillIsNotWaitedForForEver) {
   DemoSerialPort port({}, clock, [](nanoseconds) {});
-  ASSERT_TRUE(port.Open("demo", "").Ok());
+  ASSERT_TRUE(port.Open("demo", 9600).Ok());
   port.Wait(milliseconds(10));
   EXPECT_EQ(port.InBufferCount(), 0U);
 }
