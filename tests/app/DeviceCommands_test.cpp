@@ -11,7 +11,7 @@ namespace {
 constexpr int WaypointCommand = 7;
 constexpr int RouteCommand = 4;
 constexpr int TrackCommand = 6;
-constexpr std::string_view LinkLostText = "電源が切れたか，コードが外れました．";
+constexpr std::string_view LinkLostText = messages::LinkLost;
 const PlainPacket Abort{10, {0, 0}};
 
 class DeviceCommandsTest : public AppTest {
@@ -195,7 +195,7 @@ TEST_F(DeviceCommandsTest, ControlCharactersOfADescriptionAreNotShown) {
 
 TEST_F(DeviceCommandsTest, DownloadWithoutASelectionIsRefused) {
   EXPECT_EQ(main.Device().Download(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"DownLoadするDataSetが選択されていません．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::NothingToDownload)});
   EXPECT_TRUE(receiver.received.empty());
 }
 
@@ -296,10 +296,9 @@ TEST_F(DeviceCommandsTest, ALoadedKindIsAskedForOnceAndNoKeepsIt) {
   desktop.yes = false;
   receiver.packets_of[WaypointCommand] = {WaypointPacket("NEW")};
   EXPECT_EQ(main.Device().Download(), Outcome::Done);
-  EXPECT_EQ(desktop.questions,
-            (std::vector<std::string>{"現在の内部データ(Waypoint)は上書きされます．よろしいですか？",
-                                      "現在の内部データ(Route)は上書きされます．よろしいですか？",
-                                      "現在の内部データ(TrackLog)は上書きされます．よろしいですか？"}));
+  EXPECT_EQ(desktop.questions, (std::vector<std::string>{messages::OverwriteHeldQuestion(DataKind::Waypoint),
+                                                         messages::OverwriteHeldQuestion(DataKind::Route),
+                                                         messages::OverwriteHeldQuestion(DataKind::TrackLog)}));
   EXPECT_EQ(Held()[0], 2);
   EXPECT_EQ(Data().Waypoints().at(0).ident.substr(0, 2), "W1");
   desktop.yes = true;
@@ -368,7 +367,7 @@ TEST_F(DeviceCommandsTest, ACountThatLiesEndsWithAMessageAndAnEmptyKind) {
   DownloadAll();
   receiver.announced = -5;
   EXPECT_EQ(main.Device().Download(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信機からの応答が正しくないため，通信を中止しました．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::BadAnswer)});
   EXPECT_EQ(Held()[0], std::nullopt);
 }
 
@@ -384,7 +383,7 @@ TEST_F(DeviceCommandsTest, NonsenseOnTheLineEndsTheCommandAndLeavesTheProgramUsa
     return answers;
   };
   EXPECT_EQ(main.Device().Download(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信データが異常なため，通信を中止しました．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::BadData)});
   EXPECT_EQ(Held()[0], std::nullopt);
   EXPECT_FALSE(port.PortOpen());
   EXPECT_FALSE(main.State().Busy());
@@ -466,7 +465,7 @@ TEST_F(DeviceCommandsTest, TheCapacityMessageIsShownOncePerKindUntilItIsDeleted)
   HoldRoutes(1);
   main.State().SetHeldCount(DataKind::Route, 79);
   main.State().SetHeldCount(DataKind::Route, 79);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"(Route)内部データ容量の限界です．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{messages::KindFull(DataKind::Route)});
   EXPECT_EQ(main.State().Full(DataKind::Route), true);
   EXPECT_EQ(main.State().Full(DataKind::Waypoint), false);
   TickDo(false, true, false);
@@ -486,7 +485,7 @@ TEST_F(DeviceCommandsTest, TheOtherCapacityMessagesStandAt1999And1536) {
   main.State().SetHeldCount(DataKind::Waypoint, 1999);
   main.State().SetHeldCount(DataKind::TrackLog, 1536);
   EXPECT_EQ(desktop.messages,
-            (std::vector<std::string>{"(Waypoint)内部データ容量の限界です．", "(TrackLog)内部データ容量の限界です．"}));
+            (std::vector<std::string>{messages::KindFull(DataKind::Waypoint), messages::KindFull(DataKind::TrackLog)}));
 }
 
 TEST_F(DeviceCommandsTest, ManyPacketsOfFewRoutesAreNotTheLimit) {
@@ -528,7 +527,7 @@ TEST_F(DeviceCommandsTest, DeleteEmptiesTheCheckedKindsAlone) {
   EXPECT_EQ(Held(), (Counts{std::nullopt, 2, std::nullopt}));
   EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(Data().Count(DataKind::Route), 1U);
-  EXPECT_TRUE(desktop.Showed("内部データ削除中"));
+  EXPECT_TRUE(desktop.Showed(std::string(messages::Deleting)));
   EXPECT_TRUE(desktop.questions.empty());
 }
 
@@ -537,7 +536,7 @@ TEST_F(DeviceCommandsTest, DeleteWithNothingCheckedShowsAndTakesBackTheStatusAlo
   desktop.SetStatusCaption("before");
   TickDo(false, false, false);
   EXPECT_EQ(main.Deletes().Delete(), Outcome::Done);
-  EXPECT_TRUE(desktop.Showed("内部データ削除中"));
+  EXPECT_TRUE(desktop.Showed(std::string(messages::Deleting)));
   EXPECT_EQ(desktop.caption, "before");
   EXPECT_EQ(Held()[0], 2);
 }
@@ -546,13 +545,13 @@ TEST_F(DeviceCommandsTest, DeleteWithNothingCheckedShowsAndTakesBackTheStatusAlo
 
 TEST_F(DeviceCommandsTest, UploadWithoutASelectionIsRefused) {
   EXPECT_EQ(main.Device().Upload(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"UpLoadするDataSetが選択されていません．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::NothingToUpload)});
 }
 
 TEST_F(DeviceCommandsTest, UploadWithoutDataIsRefused) {
   TickDo(true, true, true);
   EXPECT_EQ(main.Device().Upload(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"内部データがありません．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::NothingHeld)});
 }
 
 TEST_F(DeviceCommandsTest, UploadSendsTheCheckedKindsAndShowsTheNewCounts) {
@@ -643,7 +642,7 @@ TEST_F(DeviceCommandsTest, APortThatIsGoneAfterTheIdentificationIsALostLink) {
   };
   EXPECT_EQ(main.Device().Download(), Outcome::LinkLost);
   ASSERT_EQ(desktop.messages.size(), 2U);
-  EXPECT_EQ(desktop.messages[1], "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(desktop.messages[1], std::string(messages::LinkLost));
 }
 
 TEST_F(DeviceCommandsTest, AnUploadWhoseEndIsNotAcknowledgedIsSaidAndRunsNoAutoDelete) {
@@ -714,7 +713,7 @@ TEST_F(DeviceCommandsTest, AnUploadThatIsNotAcknowledgedIsSaid) {
   TickDo(true, false, false);
   loop.on_yield = [&] { receiver.acknowledges = receiver.received.size() != 1; };
   EXPECT_EQ(main.Device().Upload(), Outcome::NoReceiver);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"受信機が要求に応じませんでした．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::NotAcknowledged)});
 }
 
 // ---- What is shown meanwhile

@@ -340,13 +340,15 @@ TEST_F(OutputTypesFlow, ACharacterFarBehindTheFirstPieceIsNamedByItsLineAndNothi
 }
 
 TEST_F(OutputTypesFlow, AfterYesTheWholeFileIsUtf8) {
+  HoldWaypoint("NIŠ");
   Hold(LongLog());
   ASSERT_EQ(Data().Begin(TrackLog{false, true, 255, "高尾", {}}), AddResult::Stored);
   ASSERT_EQ(Data().Begin(TrackLog{false, true, 255, "CAFé", {}}), AddResult::Stored);
   Choose(FormatId::Standard);
   ASSERT_EQ(main.Exports().Export(), Outcome::Done);
   const std::string after_yes = Written();
-  EXPECT_EQ(desktop.questions.size(), 1U);
+  EXPECT_EQ(desktop.questions, Strings{messages::Utf8Question("1行目のWPT「NIŠ」", "Š")})
+      << "the first one is asked for";
   main.State().Settings().encoding = TextEncoding::Utf8;
   ASSERT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_TRUE(after_yes == Written());

@@ -23,7 +23,7 @@ TEST_F(ExternalCommandsTest, DeleteAllEmptiesEverythingInAnyCase) {
     EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, true, true}));
     EXPECT_EQ(Held(), (Counts{std::nullopt, std::nullopt, std::nullopt}));
     EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
-    EXPECT_TRUE(desktop.Showed("内部データ削除中"));
+    EXPECT_TRUE(desktop.Showed(std::string(messages::Deleting)));
     EXPECT_EQ(desktop.messages, Strings{});
   }
 }
@@ -140,7 +140,7 @@ TEST_F(ExternalCommandsTest, AFileThatBringsNothingUploadsNothing) {
   Hold(AllKinds);
   main.State().Settings().auto_upload = true;
   EXPECT_EQ(main.External().Run("GetFile", Put("a.grc", "WPT\tDegreeType\tDatum\r\n"), ""), CommandRefused);
-  EXPECT_EQ(desktop.messages, Strings{"UpLoadするDataSetが選択されていません．"});
+  EXPECT_EQ(desktop.messages, Strings{std::string(messages::NothingToUpload)});
   EXPECT_FALSE(Uploaded());
 }
 

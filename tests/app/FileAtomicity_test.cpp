@@ -500,7 +500,7 @@ TEST_F(SharedFolder, ALinkOfAnotherUserIsNotFollowed) {
     EXPECT_TRUE(FileExists(at));
     const auto problem = WriteWholeFile(at, New());
     ASSERT_TRUE(problem);
-    EXPECT_EQ(problem->detail, "ほかの利用者が置いたリンクです");
+    EXPECT_EQ(problem->detail, std::string(messages::ForeignLink));
     ASSERT_TRUE(CheckWritable(at));
     EXPECT_EQ(CheckWritable(at)->detail, problem->detail);
     EXPECT_TRUE(Holds(path, Old()));

@@ -85,7 +85,7 @@ TEST_F(FilesTest, ExportWithoutDataOrSelectionIsRefused) {
   main.State().Settings().chosen_kinds.fill(false);
   EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   EXPECT_EQ(desktop.messages,
-            (std::vector<std::string>{"DataSetがDownLoadされていません．", "DataSetが選択されていません．"}));
+            (std::vector<std::string>{std::string(messages::NothingDownloaded), std::string(messages::NothingChosen)}));
 }
 
 TEST_F(FilesTest, ExportAsksForAPathWithTheTypesFilter) {
@@ -156,7 +156,7 @@ TEST_F(FilesTest, SelectedKindsWithoutRecordsShowBothMessages) {
   desktop.save_path = Path("a.grc");
   EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   EXPECT_EQ(desktop.messages,
-            (std::vector<std::string>{"保存するデータがありません．", "DatasetがDownLoadされていません．"}));
+            (std::vector<std::string>{std::string(messages::NothingToSave), std::string(messages::NothingWritten)}));
   EXPECT_EQ(FilesInFolder(), 0U);
 }
 
@@ -193,7 +193,7 @@ TEST_F(FilesTest, HeaderLinesComeWhereWanted) {
 
 TEST_F(FilesTest, CopyPutsStandardLinesOnTheClipboardAndAutoDeleteFollows) {
   EXPECT_EQ(main.Exports().Copy(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"DataSetがDownLoadされていません．"});
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(messages::NothingDownloaded)});
   HoldWaypoint();
   main.State().Settings().auto_delete = true;
   EXPECT_EQ(main.Exports().Copy(), Outcome::Done);

@@ -219,7 +219,7 @@ TEST_F(ImportSources, FtpIsRefusedWithItsMessageInAnyCase) {
     EXPECT_EQ(main.Imports().Paste(), Outcome::Refused);
     EXPECT_EQ(main.External().TakeDrop({}, link), Outcome::Refused);
   }
-  EXPECT_EQ(desktop.messages, Strings(6, "現時点ではFTPには対応していません（http://かfile://）"));
+  EXPECT_EQ(desktop.messages, Strings(6, std::string(messages::FtpRefused)));
   EXPECT_EQ(inet.links, Strings{});
   EXPECT_EQ(desktop.captions, Strings{});
 }

@@ -7,12 +7,13 @@
 #include <sys/stat.h>
 #include <vector>
 
+#include "app/Messages.h"
 #include "support/Processes.h"
 
 namespace walrim {
 namespace {
 
-constexpr std::string_view LinkLost = "電源が切れたか，コードが外れました．";
+constexpr std::string_view LinkLost = messages::LinkLost;
 constexpr std::string_view DataLoss =
     "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
 constexpr std::string_view AbortFrame = "10 0A 02 00 00 F4 10 03";
@@ -226,7 +227,7 @@ TEST_F(EndToEnd, SixFramesInABurstFailOnTheCheckedLinkAtTheLinesPace) {
   const Result download =
       Run({"download", "--port", faulty.Port(), "--kinds", "route", "-o", Path("a.grc"), "--checked-link"});
   EXPECT_EQ(download.status, 1) << download.err;
-  EXPECT_TRUE(download.Said("受信データが異常なため，通信を中止しました．")) << download.err;
+  EXPECT_TRUE(download.Said(std::string(messages::BadData))) << download.err;
 }
 
 TEST_F(EndToEnd, WithoutAnOptionTheLinkIsChosenSaidAndMendsDamage) {

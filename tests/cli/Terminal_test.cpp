@@ -7,6 +7,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
+#include "cli/Messages.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TraceFile.h"
 #include "cli/Watchdog.h"
@@ -165,7 +166,7 @@ TEST(TraceFileTest, ReplacesOnlyAnotherTraceUnlessThatIsWanted) {
     TraceFile trace;
     EXPECT_FALSE(trace.Open(path));
     EXPECT_TRUE(trace.Refused());
-    EXPECT_EQ(trace.Problem(), "通信の記録ではないファイルです");
+    EXPECT_EQ(trace.Problem(), std::string(messages::NoTrace));
     EXPECT_EQ(FileContents(path), data);
     EXPECT_TRUE(trace.Open(path, true));
     EXPECT_FALSE(trace.Refused());

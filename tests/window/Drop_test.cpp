@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view OneWaypoint = "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 constexpr std::string_view OneRoute = "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 const std::string OnePoint = "35.6252, 139.2437";
-constexpr const char* FtpMessage = "現時点ではFTPには対応していません（http://かfile://）";
+const std::string FtpMessage(messages::FtpRefused);
 constexpr const char* Hint = "ここにドロップすると，内部データに取り込みます．";
 
 /// Data as a file manager or a browser drags them.
@@ -147,7 +147,7 @@ TEST_F(DropTest, WhileALinkIsFetchedTheStatusTellsWhichAndCancelEndsIt) {
 TEST_F(DropTest, AnFtpLinkIsRefusedWithItsMessage) {
   EXPECT_TRUE(Drop(ImportButton(), Dragged("ftp://example.com/a.grc")));
   EXPECT_TRUE(Drop(Dragged({QUrl("ftp://example.com/a.grc")})));
-  EXPECT_EQ(Messages(), std::string(FtpMessage) + "|" + FtpMessage);
+  EXPECT_EQ(Messages(), FtpMessage + "|" + FtpMessage);
   EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
   EXPECT_TRUE(inet.links.empty());
 }
@@ -333,7 +333,7 @@ TEST_F(PasteTest, LinksAreFollowed) {
 TEST_F(PasteTest, FtpIsRefused) {
   Paste("Ftp://example.com/a.grc", true);
   Paste("Ftp://example.com/a.grc", false);
-  EXPECT_EQ(Messages(), std::string(FtpMessage) + "|" + FtpMessage);
+  EXPECT_EQ(Messages(), FtpMessage + "|" + FtpMessage);
 }
 
 TEST_F(PasteTest, APointFromAMapOpensItsDialogByTheButtonToo) {

@@ -1,4 +1,5 @@
 // The window in front of walrim-receiver on a pseudo-terminal, as a person with a cable has it.
+#include "app/Messages.h"
 #include "qt/QtClock.h"
 #include "qt/QtSerialPort.h"
 #include "window/WindowTest.h"
@@ -89,7 +90,7 @@ TEST_F(LineFlow, APulledCableEmptiesTheKindThatCameAndKeepsTheOneBefore) {
   Plug({"--fault", "unplug-after=12"});
   CheckAll("DownCheck");
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(Messages(), std::string(messages::LinkLost));
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
   EXPECT_FALSE(port.PortOpen());
   Plug();
@@ -145,7 +146,7 @@ TEST_F(LineFlow, TheCapacityMessageComesOnceWithADownload) {
   Plug({}, full);
   Check("DownCheck_1");
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "(Route)内部データ容量の限界です．");
+  EXPECT_EQ(Messages(), messages::KindFull(DataKind::Route));
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
   EXPECT_EQ(answerer.boxes.size(), 2U) << "the question alone";

@@ -147,7 +147,7 @@ TEST_F(WindowTest, ASilentReceiverShowsTheEmptyIdentificationAndNothingElse) {
 
 TEST_F(WindowTest, DownloadWithoutASelectionIsRefused) {
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "DownLoadするDataSetが選択されていません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingToDownload));
   EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
 }
 
@@ -360,7 +360,7 @@ TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefor
   UseReceiver(options);
   CheckAll("DownCheck");
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(Messages(), std::string(messages::LinkLost));
   EXPECT_EQ(Texts("GpsNum"), "19|-|-");
   EXPECT_EQ(Data().Count(DataKind::Waypoint), 19U);
   EXPECT_EQ(Data().Count(DataKind::Route), 0U);
@@ -372,13 +372,13 @@ TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefor
 
 TEST_F(WindowTest, UploadWithoutASelectionIsRefused) {
   Click("GpsUpLoad");
-  EXPECT_EQ(Messages(), "UpLoadするDataSetが選択されていません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingToUpload));
 }
 
 TEST_F(WindowTest, UploadWithoutDataIsRefused) {
   CheckAll("DoCheck");
   Click("GpsUpLoad");
-  EXPECT_EQ(Messages(), "内部データがありません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingHeld));
 }
 
 TEST_F(WindowTest, AfterAnUploadTheReceiversNewCountIsShown) {
@@ -431,7 +431,7 @@ TEST_F(WindowTest, TheCapacityMessageIsShownOnceUntilTheKindIsDeleted) {
   PutFile(folder.Path("one.grc"), "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n");
   const QColor normal = Get<QLabel>("DataType_1").palette().color(Get<QLabel>("DataType_1").backgroundRole());
   window->ImportFiles({folder.Path("full.grc")});
-  EXPECT_EQ(Messages(), "(Route)内部データ容量の限界です．");
+  EXPECT_EQ(Messages(), messages::KindFull(DataKind::Route));
   EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
   EXPECT_EQ(Get<QLabel>("DataType_1").backgroundRole(), QPalette::Button);
   window->ImportFiles({folder.Path("one.grc")});

@@ -657,6 +657,32 @@ TEST_F(RecordTablesTest, TextsOfReceiversWithFieldsOfFixedWidthAreShownWithoutTh
   EXPECT_EQ(Cell(Table("WaypointTable"), 0, "コメント"), "HUT OLD");
 }
 
+TEST_F(RecordTablesTest, PointsThatGoWhileTheirRecordStaysLeaveEmptyRows) {
+  AddTwoRoutes();
+  AddTwoLogs();
+  Refresh();
+  data_.Clear(DataKind::Route);
+  data_.Clear(DataKind::TrackLog);
+  AddRoute("NORTH", {"N1"}, 4);
+  AddLog("DAY ONE", {PointAt(35, 139, 1000, true)});
+  for (const char* name : {"RoutePointTable", "TrackPointTable"}) {
+    const QTableView& table = Table(name);
+    EXPECT_NE(Cell(table, 0, "番号"), "") << name;
+    for (int row = 1; row < table.model()->rowCount(); ++row)
+      EXPECT_EQ(Cell(table, row, "緯度"), "") << name << row;
+  }
+}
+
+TEST_F(RecordTablesTest, NumbersOfWaypointsSortToo) {
+  AddWaypoints({Place("A"), Place("B"), Place("C")});
+  Refresh();
+  const QTableView& table = Table("WaypointTable");
+  ClickTitle(table, "番号");
+  EXPECT_EQ(Column(table, "名前"), (Texts{"A", "B", "C"}));
+  ClickTitle(table, "番号");
+  EXPECT_EQ(Column(table, "名前"), (Texts{"C", "B", "A"}));
+}
+
 TEST_F(RecordTablesTest, AStoreFullOfTrackPointsIsShownWhole) {
   constexpr int Most = MaxTrackPoints;
   std::vector<TrackPoint> points;
