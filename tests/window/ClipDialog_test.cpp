@@ -179,7 +179,7 @@ TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
   Paste([this](QDialog& dialog) {
     Type(dialog, "KEPT");
     TabTo(dialog, "ClipLat");
-    for (const char* wrong : {"abc", "", "91", "35.6252.1"}) {
+    for (const char* wrong : {"abc", "", "91", "N35"}) {
       Type(dialog, wrong);
       const std::size_t told = answerer.boxes.size();
       Press(dialog, Qt::Key_Return);
@@ -193,7 +193,7 @@ TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
     ASSERT_EQ(FocusOf(dialog), "ClipPnt");
     Press(dialog, Qt::Key_Space);
     EXPECT_EQ(answerer.boxes.size(), 5U);
-    EXPECT_EQ(Position(dialog), "35.6252.1 139.2437");
+    EXPECT_EQ(Position(dialog), "N35 139.2437");
     EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
     TabTo(dialog, "ClipLat");
     Type(dialog, "35");
