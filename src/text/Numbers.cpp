@@ -1,9 +1,12 @@
 #include "text/Numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <system_error>
 
 #include "text/Scan.h"
@@ -60,9 +63,33 @@ void AppendShortest(std::string& out, Number value) {
   AppendGeneral(out, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
 }
 
+/// Digits with at most one point among them and nothing else: what nearly all numbers are. Digits and a power of ten
+/// that are doubles both give the nearest double by one division.
+std::optional<double> PlainNumber(std::string_view text) {
+  constexpr std::array<double, 16> PowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr std::uint64_t LargestExact = 9'007'199'254'740'992;
+  if (text.empty() || text.size() > PowersOfTen.size() || !IsDigit(text.front())) return std::nullopt;
+  std::uint64_t digits = 0;
+  const char* point = nullptr;
+  for (const char& c : text) {
+    if (IsDigit(c)) {
+      digits = digits * 10 + static_cast<std::uint64_t>(c - '0');
+    } else if (c == '.' && point == nullptr) {
+      point = &c;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (digits > LargestExact) return std::nullopt;
+  const std::ptrdiff_t behind = point == nullptr ? 0 : &text.back() - point;
+  return static_cast<double>(digits) / PowersOfTen[static_cast<std::size_t>(behind)];
+}
+
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
+  if (const auto plain = PlainNumber(text)) return *plain;
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
     text.remove_prefix(1);
   const bool negative = !text.empty() && text.front() == '-';

@@ -55,7 +55,7 @@ TEST_F(DemoSerialPortTest, OpensByItsNames) {
   EXPECT_TRUE(port.PortOpen());
   EXPECT_EQ(DemoModelNames().size(), 9U);
   for (const std::string& name : DemoModelNames()) {
-    ASSERT_TRUE(port.Open("demo:" + name, "").Ok()) << name;
+    ASSERT_TRUE(port.Open("demo:" + name, 9600).Ok()) << name;
     const auto frames = Exchange(port, ProductRequestFrame);
     ASSERT_EQ(frames.size(), 2U);
     const std::string texts(frames[1].data.begin() + 4, frames[1].data.end());
