@@ -101,15 +101,18 @@ ExportCommands::Written ExportCommands::Write(TextEncoding encoding, bool with_p
     };
   }
   ShiftJisLines shift_jis;
+  EncodingDetector detector;
   TextOutput out([&](const std::string& lines) {
+    detector.Add(lines);
     encoding == TextEncoding::ShiftJis ? shift_jis.Add(lines, put) : put(lines);
     event_loop_.Yield();
   });
-  Written written;
+  Written written{};
   written.report = FormatOf(chosen.format).write(out, state_.Data(), settings);
   out.Flush();
   written.nothing = out.Empty();
   written.utf8_question = shift_jis.Question();
+  written.reads_as = detector.Encoding();
   return written;
 }
 
@@ -125,15 +128,21 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
   if (!Prepare()) return Outcome::Refused;
   FileWriter file(path);
   const Put put = [&file](std::string_view bytes) { file.Add(bytes); };
-  const TextEncoding encoding = FormatOf(state_.Settings().format).encoding.value_or(state_.Settings().encoding);
+  const auto own_encoding = FormatOf(state_.Settings().format).encoding;
+  const TextEncoding encoding = own_encoding.value_or(state_.Settings().encoding);
   const Written written = Write(encoding, true, put);
   if (!Told(written)) {
     if (path != StandardStream) desktop_.ShowMessage(messages::NothingWritten);
     return Outcome::Refused;
   }
-  if (!written.utf8_question.empty()) {
-    if (!desktop_.AskYesNo(written.utf8_question)) return Outcome::Refused;
+  const bool asks = !written.utf8_question.empty();
+  if (asks && !desktop_.AskYesNo(written.utf8_question)) return Outcome::Refused;
+  // A UTF-8 text whose letters are pairs of half-width katakana in Shift-JIS has to say what it is.
+  const bool is_utf8 = asks || encoding == TextEncoding::Utf8;
+  const bool needs_mark = is_utf8 && !own_encoding && written.reads_as == TextEncoding::ShiftJis;
+  if (asks || needs_mark) {
     file.StartOver();
+    if (needs_mark) file.Add(Utf8Mark);
     static_cast<void>(Write(TextEncoding::Utf8, false, put));
   }
   const auto problem = file.Finish();

@@ -44,6 +44,7 @@ class ExportCommands {
     WriteReport report;
     bool nothing = false;
     std::string utf8_question;  ///< about the first character that the encoding lacks; empty where it has all
+    TextEncoding reads_as;      ///< what the text in UTF-8 is taken for when it is read
   };
   using Put = std::function<void(std::string_view bytes)>;
 

@@ -355,6 +355,25 @@ TEST_F(OutputTypesFlow, AfterYesTheWholeFileIsUtf8) {
   EXPECT_NE(after_yes.find("高尾"), std::string::npos);
 }
 
+TEST_F(OutputTypesFlow, Utf8ThatWouldBeTakenForKatakanaSaysWhatItIs) {
+  HoldWaypoint("CAFé");
+  Choose(FormatId::Standard);
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  const std::string after_yes = Written();
+  EXPECT_EQ(after_yes.find("\xEF\xBB\xBF"
+                           "WPT\t"),
+            0U);
+  main.State().Settings().encoding = TextEncoding::Utf8;
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_EQ(Written(), after_yes);
+  ASSERT_EQ(main.Imports().ImportFrom(Path("out")), Outcome::Done);
+  EXPECT_EQ(Data().Waypoints().back().ident, "CAFé");
+  // Other texts need no mark.
+  HoldWaypoint("高尾");
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_EQ(Written().find("WPT\t"), 0U);
+}
+
 TEST_F(OutputTypesFlow, BothTypesAreShiftJisByDefaultAndUtf8OnRequest) {
   Hold("WPT\tD\tWGS84\t高尾\t35.5\t139.25\t山頂\r\n");
   for (const FormatId type : {FormatId::WptPlus, FormatId::Script}) {
