@@ -26,7 +26,7 @@ class LinePort : public SerialPort {
   [[nodiscard]] DemoSerialPort& Line() { return *line_; }
 
   [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override {
-    return line_->Open(comm_port, settings);
+    return line_->Open(comm_port, baud);
   }
   [[nodiscard]] bool PortOpen() const override { return line_->PortOpen(); }
   void Close() override { line_->Close(); }
