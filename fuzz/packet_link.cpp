@@ -28,7 +28,7 @@ class DribblingPort : public SerialPort {
   DribblingPort(FakeClock& clock, std::span<const std::uint8_t> line, std::size_t step, milliseconds gap)
       : clock_(clock), line_(line), step_(step), gap_(gap), due_(clock.now) {}
 
-  [[nodiscard]] PortResult Open(std::string_view, std::string_view) override { return {}; }
+  [[nodiscard]] PortResult Open(std::string_view, int) override { return {}; }
   [[nodiscard]] bool PortOpen() const override { return true; }
   void Close() override {}
   [[nodiscard]] std::size_t InBufferCount() override {

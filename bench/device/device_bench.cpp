@@ -131,7 +131,7 @@ class FullBufferPort : public SerialPort {
  public:
   explicit FullBufferPort(FakeClock& clock) : clock_(clock) {}
 
-  [[nodiscard]] PortResult Open(std::string_view, std::string_view) override { return {}; }
+  [[nodiscard]] PortResult Open(std::string_view, int) override { return {}; }
   [[nodiscard]] bool PortOpen() const override { return true; }
   void Close() override {}
   [[nodiscard]] std::size_t InBufferCount() override { return burst_.size() - position_; }
