@@ -25,7 +25,7 @@ count() {
   valgrind --tool=callgrind --callgrind-out-file="$work/profile" "$cli" convert --quiet --force "$@" "$input" \
     -o "$work/out" >/dev/null 2>&1
   callgrind_annotate --inclusive=yes --threshold=100 "$work/profile" >"$work/costs" 2>/dev/null
-  echo "| $label | $(millions_in 'walrim::WalrimMain::ReadFileIn(') | $(millions_in 'walrim::WalrimMain::ExportTo(') |"
+  echo "| $label | $(millions_in 'walrim::ImportCommands::ImportFile(') | $(millions_in 'walrim::ExportCommands::ExportTo(') |"
 }
 
 "$build/bench/data/walrim_data_bench" write-full "$work/set"

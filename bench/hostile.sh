@@ -24,7 +24,7 @@ instructions() { # FILE
   valgrind --tool=callgrind --callgrind-out-file="$work/profile" "$cli" convert --quiet --force "$1" -o "$work/out" \
     >/dev/null 2>&1 || true
   callgrind_annotate --inclusive=yes --threshold=100 "$work/profile" >"$work/costs" 2>/dev/null
-  awk 'index($0, "walrim::WalrimMain::ReadFileIn(") { gsub(",", "", $1); print $1; exit }' "$work/costs"
+  awk 'index($0, "walrim::ImportCommands::ImportFile(") { gsub(",", "", $1); print $1; exit }' "$work/costs"
 }
 
 broken=0

@@ -39,7 +39,7 @@ constexpr std::array Answers{ExpectedAnswer::OneFrame, ExpectedAnswer::AckAndAns
 constexpr unsigned CancelledAnswer = 3;
 
 bool IsAck(const Bytes& sent) {
-  return sent.at(1) == Pid_Ack_Byte;
+  return sent.at(1) == PacketId::Ack;
 }
 
 /// The pieces of the line, one for each packet that is sent and no ACK.
@@ -76,18 +76,18 @@ void CheckWhole(const Frame& frame) {
   unsigned sum = 0;
   for (std::size_t i = 1; i <= size + 3; ++i)
     sum += frame.bytes[i];
-  if (sum % 256 != 0 || static_cast<std::size_t>(frame.Size) != size + 6) std::abort();
+  if (sum % 256 != 0 || static_cast<std::size_t>(frame.size) != size + 6) std::abort();
 }
 
 void CheckReply(const PacketReply& reply, ExpectedAnswer answer) {
-  if (reply.Count == ReceiveTimeout) return;
-  if (reply.Count < 1 || reply.Count > PacketReply::LastSlot) std::abort();
-  for (int k = 1; k <= reply.Count; ++k) {
+  if (reply.count == ReceiveTimeout) return;
+  if (reply.count < 1 || reply.count > PacketReply::LastSlot) std::abort();
+  for (int k = 1; k <= reply.count; ++k) {
     const Frame& frame = reply.Slot(k);
     // Only an ACK may be damaged.
     if (!frame.damaged)
       CheckWhole(frame);
-    else if (answer == ExpectedAnswer::OneFrame || frame.Id() != Pid_Ack_Byte)
+    else if (answer == ExpectedAnswer::OneFrame || frame.Id() != PacketId::Ack)
       std::abort();
   }
 }
@@ -108,12 +108,9 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
   FakeClock clock;
   ScriptedPort port(clock);
   FakeEventLoop loop;
-  DeviceSession session;
-  session.TransferAborted = manner.cancelled;
-  session.link_pids.Select(1);
-  PacketLink link(port, clock, loop, session);
-  std::string settings;
-  if (!link.OpenPort("1", settings)) std::abort();
+  const StopFlags stop{.aborted = manner.cancelled};
+  PacketLink link(port, clock, loop, stop);
+  if (!link.OpenPort("1")) std::abort();
   PiecewiseLine line(bytes, step);
   port.script = [&line](const Bytes& sent) { return IsAck(sent) ? std::vector<ScriptedPort::Answer>{} : line.Next(); };
   std::chrono::nanoseconds exchange_began{};
@@ -128,7 +125,7 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
     port.sent.clear();
     exchange_began = clock.now;
     try {
-      CheckReply(link.ExchangeChecked(10, IntegerToBuffer(7), answer), answer);
+      CheckReply(link.ExchangeChecked(10, NumberData(7), answer), answer);
     } catch (const std::out_of_range&) {
       link.DrainInput();
     }
@@ -142,13 +139,10 @@ void RunExchanges(std::span<const std::uint8_t> bytes, std::size_t step, Expecte
 /// A frame of these data behind noise without a DLE is found at its last byte, whole.
 void CheckRoundTrip(std::span<const std::uint8_t> bytes) {
   const auto data = bytes.first(std::min<std::size_t>(bytes.size(), 255));
-  ByteBuffer sent;
-  std::copy(data.begin(), data.end(), sent.bytes.begin());
-  sent.Size = static_cast<std::int16_t>(data.size());
   Bytes line;
   for (const std::uint8_t byte : data)
     if (byte != DLE) line.push_back(byte);
-  const Bytes frame = FrameOnWire(TrackPointId, sent);
+  const Bytes frame = FrameOnWire(TrackPointId, data);
   line.insert(line.end(), frame.begin(), frame.end());
   CheckedFrameReader reader;
   for (std::size_t i = 0; i < line.size(); ++i) {

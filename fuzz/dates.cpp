@@ -17,8 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     if (CivilFromGarminSeconds(SecondsSinceGarminEpoch(*time)) != *time) std::abort();
   }
   for (const int offset : {-32768, -12, 0, 9, 32767}) {
-    const double seconds = GarminTimeOfText(text, offset);
-    if (!(seconds >= 0 && seconds <= 4294967295.0)) std::abort();
+    const auto seconds = GarminTimeOfText(text, offset);
+    if (seconds && KnownGarminTime(*seconds) != seconds) std::abort();
     (void)DateTimeText(LocalTimeOfGarminTime(seconds, offset));
   }
   return 0;

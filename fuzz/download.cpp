@@ -1,9 +1,8 @@
 // A receiver that answers anything: a download of each kind ends with the port closed and with data that can be
-// written.
+// packets for any receiver.
 //
-// The first byte chooses the kind (two bits), the receiver's types (two bits), the mode (three bits: 7 counts only) and
-// the link (one bit: checked). The rest is a list of answers, one for each frame that the host sends, each begun by a
-// byte whose low three bits choose its form:
+// The first byte is a TransferChoice, and chooses the mode (the three bits in the middle: 7 counts only). The rest is a
+// list of answers, one for each frame that the host sends, each begun by a byte whose low three bits choose its form:
 //   0            none
 //   1 n bytes    bytes that are no frame
 //   2 id n data  an ACK, and a frame
@@ -13,20 +12,14 @@
 //   6 lo hi      an ACK, and the number of records
 //   7            the answer before once more
 // Once the list is at its end the receiver is silent.
-#include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
-#include <memory>
 #include <span>
 #include <vector>
 
-#include "data/InternalData.h"
-#include "device/Garmin.h"
-#include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "device/OutgoingRecords.h"
 #include "transfer_input.h"
 
 using namespace walrim;
@@ -35,6 +28,7 @@ namespace {
 
 /// After this many turns of the event loop the user has had enough.
 constexpr int MostYields = 200;
+
 /// The receiver's side of the line.
 class AnyReceiver {
  public:
@@ -57,7 +51,7 @@ class AnyReceiver {
         last_ = input_.Counted();
         break;
       case 2:
-        last_ = WireFrame(Pid_Ack_Byte, Int16(host_id));
+        last_ = WireFrame(PacketId::Ack, Int16(host_id));
         AppendFrame(input_.Byte());
         break;
       case 3:
@@ -72,7 +66,7 @@ class AnyReceiver {
         last_ = WireFrame(12, Int16(0));
         break;
       case 6:
-        last_ = WireFrame(Pid_Ack_Byte, Int16(host_id));
+        last_ = WireFrame(PacketId::Ack, Int16(host_id));
         Append(WireFrame(27, {input_.Byte(), input_.Byte()}));
         break;
       default:
@@ -87,41 +81,38 @@ class AnyReceiver {
   Bytes last_;
 };
 
-void CheckAnyReceiver(Garmin& garmin, InternalData& data, ScriptedPort& port, InputReader input, DataKind kind,
-                      TransferMode mode) {
-  AnyReceiver receiver(input, kind);
-  port.script = [&receiver](const Bytes& frame) { return receiver.Answer(frame); };
-  try {
-    const std::int32_t result = garmin.Download(kind, "1", mode);
-    if (result < 0 && result != TransferGivenUp && result != TransferTimedOut) std::abort();
-  } catch (const std::exception&) {
-    // Too many frames or records, or one that does not end.
+/// Whatever has come is packets of a size that can be sent.
+void RequirePackets(const DataSet& data, DataKind kind) {
+  for (const std::string_view description : Descriptions) {
+    TransferReport report;
+    for (const OutgoingPacket& packet : OutgoingRecordsOf(data, kind, ProtocolsOf(description), report).packets) {
+      if (packet.data.size() > LongestSentData) std::abort();
+    }
   }
-  static_cast<void>(TextOf(data, kind));
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  static const auto data = std::make_unique<InternalData>();
   InputReader input(std::span(bytes, size));
-  const std::uint8_t choice = input.Byte();
-  const DataKind kind = AllDataKinds[choice % 4U % AllDataKinds.size()];
-  const TransferMode mode = choice / 16 % 8 == 7 ? TransferMode::CountOnly : TransferMode::Transfer;
-
-  FakeClock clock;
-  ScriptedPort port(clock);
-  FakeEventLoop loop;
-  RecordingDesktop desktop;
-  Garmin garmin(*data, port, clock, loop, desktop);
-  garmin.session.checked_link = choice >= 128;
-  garmin.SetDefaultProtocols();
-  ChooseProtocols(Descriptions[choice / 4 % Descriptions.size()], garmin.session.protocols);
-  loop.on_yield = [&] {
-    if (loop.yields >= MostYields) garmin.session.TransferAborted = true;
+  const std::uint8_t first = input.Byte();
+  const TransferChoice choice(first);
+  const TransferMode mode = first / 16 % 8 == 7 ? TransferMode::CountOnly : TransferMode::Transfer;
+  DeviceWorld world;
+  world.Meet(choice.description, choice.link);
+  world.loop.on_yield = [&world] {
+    if (world.loop.yields >= MostYields) world.garmin.Cancel();
   };
-  CheckAnyReceiver(garmin, *data, port, input, kind, mode);
-  if (port.PortOpen() || port.opened != 1) std::abort();
-  data->Clear(kind);
+  AnyReceiver receiver(input, choice.kind);
+  world.port.script = [&receiver](const Bytes& frame) { return receiver.Answer(frame); };
+  try {
+    const std::int32_t result = world.garmin.Download(choice.kind, "1", mode);
+    if (result < 0 && result != TransferGivenUp && result != TransferTimedOut) std::abort();
+  } catch (const std::exception&) {
+    // Too many frames or records, or one that does not end.
+  }
+  RequireSound(world.data);
+  RequirePackets(world.data, choice.kind);
+  if (world.port.PortOpen() || world.port.opened != 1) std::abort();
   return 0;
 }

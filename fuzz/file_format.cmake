@@ -1,1 +1,1 @@
-walrim_fuzz(file_format LINK walrim_app walrim_text)
+walrim_fuzz(file_format LINK walrim_formats)

@@ -5,11 +5,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "app/FileFormat.h"
-#include "text/Utf8.h"
+#include "formats/Format.h"
+#include "text/Scan.h"
 
 using namespace walrim;
 
@@ -17,22 +18,23 @@ namespace {
 
 struct Word {
   std::string_view text;
-  FileFormat format;
+  std::optional<FormatId> format;
 };
-constexpr std::array Words{
-    Word{"walrim", FileFormat::Standard}, Word{"wpt", FileFormat::Standard},       Word{"rth", FileFormat::Standard},
-    Word{"rtp", FileFormat::Standard},    Word{"trh", FileFormat::Standard},       Word{"trp", FileFormat::Standard},
-    Word{"datum", FileFormat::WptPlus},   Word{"tokyo mean", FileFormat::WptPlus}, Word{"wgs84", FileFormat::WptPlus},
-    Word{"wp", FileFormat::WptPlus},      Word{"rn", FileFormat::WptPlus},         Word{"rp", FileFormat::WptPlus},
-    Word{"tp", FileFormat::WptPlus},      Word{"//header", FileFormat::Unknown},   Word{"wptx", FileFormat::Unknown},
-    Word{"", FileFormat::Unknown}};
+constexpr std::array Words{Word{"walrim", FormatId::Standard}, Word{"wpt", FormatId::Standard},
+                           Word{"rth", FormatId::Standard},    Word{"rtp", FormatId::Standard},
+                           Word{"trh", FormatId::Standard},    Word{"trp", FormatId::Standard},
+                           Word{"datum", FormatId::WptPlus},   Word{"tokyo mean", FormatId::WptPlus},
+                           Word{"wgs84", FormatId::WptPlus},   Word{"wp", FormatId::WptPlus},
+                           Word{"rn", FormatId::WptPlus},      Word{"rp", FormatId::WptPlus},
+                           Word{"tp", FormatId::WptPlus},      Word{"//header", std::nullopt},
+                           Word{"wptx", std::nullopt},         Word{"", std::nullopt}};
 constexpr std::string_view Title = "//HEADER";
 
 char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-FileFormat PlainlyRecognized(std::string_view text) {
+std::optional<FormatId> PlainlyRecognized(std::string_view text) {
   std::string column;
   for (const char c : text) {
     if (c == '\t' || c == ',' || c == '\r' || c == '\n') break;
@@ -43,7 +45,7 @@ FileFormat PlainlyRecognized(std::string_view text) {
     if (at == std::string::npos || word.text.empty()) continue;
     if (column.substr(at, column.find_last_not_of(' ') - at + 1) == word.text) return word.format;
   }
-  return FileFormat::Unknown;
+  return std::nullopt;
 }
 
 bool HasTitle(std::string_view text) {
@@ -53,15 +55,19 @@ bool HasTitle(std::string_view text) {
   return begin == "//header";
 }
 
+std::optional<FormatId> Recognized(std::string_view text, std::string_view path) {
+  const Format* const format = RecognizeFormat(text, path);
+  return format == nullptr ? std::nullopt : std::optional(format->id);
+}
+
 void CheckText(const std::string& text) {
-  const FileFormat expected = PlainlyRecognized(text);
-  const bool known = expected != FileFormat::Unknown;
-  if (RecognizeFormat(text, "") != expected || RecognizeFormat(text, "a.txt") != expected) std::abort();
+  const auto expected = PlainlyRecognized(text);
+  if (Recognized(text, "a.txt") != expected) std::abort();
   for (const std::string_view path : {"mps", "a.mps", "A.MpS"}) {
-    if (RecognizeFormat(text, path) != (known ? expected : FileFormat::MapServerScript)) std::abort();
+    if (Recognized(text, path) != expected.value_or(FormatId::Script)) std::abort();
   }
-  const FileFormat untold = HasTitle(text) ? FileFormat::MapServerScript : FileFormat::Unknown;
-  if (RecognizeText(text) != (known ? expected : untold)) std::abort();
+  const auto untold = HasTitle(text) ? std::optional(FormatId::Script) : std::nullopt;
+  if (Recognized(text, "") != (expected ? expected : untold)) std::abort();
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/ImportSource.h"
-#include "text/Utf8.h"
+#include "app/ImportLink.h"
+#include "text/Scan.h"
 
 using namespace walrim;
 
@@ -37,7 +37,7 @@ void CheckAnyText(std::string_view text) {
 std::string InCases(std::string_view text, std::uint8_t choice) {
   std::string mixed(text);
   for (std::size_t i = 0; i < mixed.size(); ++i) {
-    if ((choice >> (i % 8) & 1) != 0) mixed[i] = UpperCase(mixed.substr(i, 1))[0];
+    if ((choice >> (i % 8) & 1) != 0) mixed[i] = UpperCase(mixed[i]);
   }
   return mixed;
 }

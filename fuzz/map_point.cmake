@@ -1,1 +1,1 @@
-walrim_fuzz(map_point LINK walrim_dialogs walrim_text)
+walrim_fuzz(map_point LINK walrim_dialogs)

@@ -16,7 +16,6 @@ namespace {
 
 void CheckPoint(const MapPoint& point) {
   if (!(std::abs(point.lat_deg) <= 90 && std::abs(point.lon_deg) <= 180)) std::abort();
-  if (point.datum != "WGS84" && point.datum != "Tokyo") std::abort();
   for (const std::string& text : {point.ident, point.cmnt}) {
     if (!IsValidUtf8(text) || WithoutControlCharacters(text) != text) std::abort();
   }

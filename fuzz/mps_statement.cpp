@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "formats/Statement.h"
+#include "formats/StatementBuilder.h"
+#include "formats/StatementParser.h"
 
 using namespace walrim;
 
@@ -17,22 +18,35 @@ std::string Built(const Statement& statement) {
   return text;
 }
 
+/// The statement of a script of one, or of nothing.
+std::optional<Statement> Reparsed(const std::string& script, std::string& text) {
+  LineSource lines(script, TextEncoding::Utf8);
+  StatementSplitter splitter(lines);
+  if (!splitter.Next(text)) std::abort();
+  return ParseStatement(text);
+}
+
+void Check(const Statement& statement) {
+  if (statement.keyword == StatementKeyword::Comment) return;
+  std::string text;
+  const auto again = Reparsed(Built(statement), text);
+  if (!again || again->keyword != statement.keyword) std::abort();
+  const std::string settled = Built(*again);
+  std::string settled_text;
+  const auto third = Reparsed(settled, settled_text);
+  if (!third || Built(*third) != settled) std::abort();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(bytes), size);
-  const auto raw = ParseStatement(text);
-  StatementSplitter splitter(text);
+  if (const auto raw = ParseStatement(text)) Check(*raw);
+  LineSource lines(text, TextEncoding::Utf8);
+  StatementSplitter splitter(lines);
   for (std::string joined; splitter.Next(joined);) {
     if (joined.find('\n') != std::string::npos) std::abort();
-    (void)ParseStatement(joined);
+    if (const auto statement = ParseStatement(joined)) Check(*statement);
   }
-  if (!raw || raw->keyword == "comment" || raw->keyword == "mapserver" || raw->keyword == "hedder") return 0;
-  const std::string built = Built(*raw);
-  const auto again = ParseStatement(built);
-  if (!again || again->keyword != raw->keyword) std::abort();
-  const std::string settled = Built(*again);
-  const auto third = ParseStatement(settled);
-  if (!third || Built(*third) != settled) std::abort();
   return 0;
 }

@@ -17,7 +17,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   if (LeadingNumber(ShortestNumber(value)) != value) std::abort();
   const std::string general = GeneralNumber(value);
   if (GeneralNumber(LeadingNumber(general)) != general) std::abort();
-  if (double plain = 0; PlainNumber(text, plain) && plain != value) std::abort();
   const long long whole = LeadingInteger(text, -1000, 70000);
   if (whole < -1000 || whole > 70000) std::abort();
   if (std::abs(value) < 3e38) {

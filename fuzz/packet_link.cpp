@@ -28,7 +28,7 @@ class DribblingPort : public SerialPort {
   DribblingPort(FakeClock& clock, std::span<const std::uint8_t> line, std::size_t step, milliseconds gap)
       : clock_(clock), line_(line), step_(step), gap_(gap), due_(clock.now) {}
 
-  [[nodiscard]] PortResult Open(std::string_view, std::string_view) override { return {}; }
+  [[nodiscard]] PortResult Open(std::string_view, int) override { return {}; }
   [[nodiscard]] bool PortOpen() const override { return true; }
   void Close() override {}
   [[nodiscard]] std::size_t InBufferCount() override {
@@ -74,14 +74,13 @@ struct Line {
   FakeClock clock;
   DribblingPort port;
   FakeEventLoop loop;
-  DeviceSession session;
-  PacketLink link{port, clock, loop, session};
+  StopFlags stop;
+  PacketLink link{port, clock, loop, stop};
 };
 
 void CheckFrame(const Frame& frame) {
-  if (frame.bytes[2] + 6 != frame.Size) std::abort();
-  const ByteBuffer data = PacketData(frame);
-  if (data.Size != frame.bytes[2]) std::abort();
+  if (frame.bytes[2] + 6 != frame.size) std::abort();
+  if (PacketData(frame).size() != frame.bytes[2]) std::abort();
 }
 
 /// Receives until the line is silent.
@@ -89,10 +88,11 @@ void ReceiveAll(std::span<const std::uint8_t> bytes, std::size_t step, milliseco
   Line line(bytes, step, gap);
   while (true) {
     try {
-      const PacketReply reply = line.link.ReceivePackets();
-      if (reply.Count == ReceiveTimeout) return;
-      if (reply.Count < 1 || reply.Count > PacketReply::LastSlot) std::abort();
-      for (int k = 1; k <= reply.Count; ++k)
+      PacketReply reply;
+      line.link.ReceiveMore(reply);
+      if (reply.count == ReceiveTimeout) return;
+      if (reply.count < 1 || reply.count > PacketReply::LastSlot) std::abort();
+      for (int k = 1; k <= reply.count; ++k)
         CheckFrame(reply.Slot(k));
     } catch (const std::out_of_range&) {
       // What has come is dropped, as before the next exchange.
@@ -116,11 +116,8 @@ bool EndsOnlyAtItsEnd(int id, std::span<const std::uint8_t> data) {
 
 void CheckRoundTrip(std::span<const std::uint8_t> data, std::size_t step, milliseconds gap) {
   if (!EndsOnlyAtItsEnd(TrackPointId, data)) return;
-  ByteBuffer sent;
-  std::copy(data.begin(), data.end(), sent.bytes.begin());
-  sent.Size = static_cast<std::int16_t>(data.size());
   Line sender({}, step, gap);
-  sender.link.SendPacket(TrackPointId, sent);
+  sender.link.SendPacket(TrackPointId, data);
 
   // What takes longer is no answer any more.
   const auto pieces = static_cast<std::int64_t>(sender.port.sent.size() / step + 1);
@@ -128,9 +125,10 @@ void CheckRoundTrip(std::span<const std::uint8_t> data, std::size_t step, millis
 
   Line receiver(sender.port.sent, step, gap);
   const Frame frame = receiver.link.ReceivePacket();
-  if (frame.damaged || frame.Id() != TrackPointId || frame.Size != sent.Size + 6) std::abort();
-  const ByteBuffer received = PacketData(frame);
-  if (!std::equal(data.begin(), data.end(), received.View().begin(), received.View().end())) std::abort();
+  if (frame.damaged || frame.Id() != TrackPointId || static_cast<std::size_t>(frame.size) != data.size() + 6)
+    std::abort();
+  const auto received = PacketData(frame);
+  if (!std::equal(data.begin(), data.end(), received.begin(), received.end())) std::abort();
   if (receiver.port.InBufferCount() != 0) std::abort();
 }
 

@@ -1,5 +1,5 @@
-// Whoever answers the product request, and with what: identification ends with the port closed, and the protocols
-// chosen are ones that the transfers know.
+// Whoever answers the product request, and with what: identification ends with the port closed, and with the types of
+// the model that its description names.
 //
 // The first byte chooses the link, or lets it be chosen. The rest is a list of frames: id, number of data bytes, data.
 // The last one may be cut short. An id of 0 stands for bytes on the line that are no frame.
@@ -7,12 +7,9 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <span>
 #include <stdexcept>
-#include <string_view>
 
-#include "data/InternalData.h"
 #include "device/Garmin.h"
 #include "support/Fakes.h"
 #include "support/ScriptedReceiver.h"
@@ -40,58 +37,35 @@ Bytes WireBytes(std::span<const std::uint8_t> input) {
   return wire;
 }
 
-bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> texts) {
-  return std::find(texts.begin(), texts.end(), text) != texts.end();
-}
-
-bool Known(const DeviceProtocols& protocols) {
-  return WaypointTypeOfName(protocols.WaypointType) && IsOneOf(protocols.RouteProtocol, {"A200", "A201"}) &&
-         IsOneOf(protocols.TrackProtocol, {"A300", "A301"}) && IsOneOf(protocols.RouteHeaderType, {"D201", "D202"}) &&
-         IsOneOf(protocols.RouteLinkType, {"", "D210"}) && IsOneOf(protocols.TrackPointType, {"D300", "D301"}) &&
-         IsOneOf(protocols.TrackHeaderType, {"", "D310"});
-}
-
-/// What is spoken when nobody has told who answers.
-DeviceProtocols Unidentified() {
-  DeviceProtocols protocols = ProtocolsBeforeIdentification();
-  protocols.LinkProtocol = "L001";
-  protocols.CommandProtocol = "A010";
-  return protocols;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  static const auto data = std::make_unique<InternalData>();
+  DataSet data;
   FakeClock clock;
   ScriptedPort port(clock);
   FakeEventLoop loop;
   RecordingDesktop desktop;
-  Garmin garmin(*data, port, clock, loop, desktop);
+  Garmin garmin(data, port, clock, loop, desktop);
   const std::span<const std::uint8_t> input(bytes, size);
   constexpr std::array choices{LinkChoice::Plain, LinkChoice::Checked, LinkChoice::Automatic};
-  garmin.session.link_choice = choices[input.empty() ? 0 : input[0] % choices.size()];
+  const LinkChoice choice = choices[input.empty() ? 0 : input[0] % choices.size()];
+  garmin.SetLinkChoice(choice);
   // The request is repeated once.
-  const std::size_t most_sent = 2 * (garmin.session.link_choice == LinkChoice::Checked ? MostTries : 1);
+  const std::size_t most_sent = 2 * (choice == LinkChoice::Checked ? MostTries : 1);
   const Bytes answer = WireBytes(input.subspan(std::min<std::size_t>(1, size)));
   port.script = [&answer](const Bytes& sent) {
     if (sent.at(1) == Ack) return std::vector<ScriptedPort::Answer>{};
     return std::vector<ScriptedPort::Answer>{{std::chrono::milliseconds{2}, answer}};
   };
-  bool identified = false;
+  DeviceProtocols expected = RichestProtocols;
   try {
     const ProductInfo info = garmin.ConnectDevice("1");
-    identified = !info.Description.empty();
-    if (info.ProductId > 0 && !IsValidUtf8(info.Description)) std::abort();
-    if (info.ProductId > 0 && WaypointTypeName(data->CurrentWaypointType) != garmin.session.protocols.WaypointType) {
-      std::abort();
-    }
+    if (!info.description.empty()) expected = ProtocolsOf(info.description);
+    if (info.product_id > 0 && !IsValidUtf8(info.description)) std::abort();
   } catch (const std::out_of_range&) {
     // Too many frames, or one that does not end.
-    identified = false;
   }
-  const DeviceProtocols& protocols = garmin.session.protocols;
-  if (identified ? !Known(protocols) : protocols != Unidentified()) std::abort();
+  if (garmin.Protocols() != expected) std::abort();
   const auto asked =
       std::count_if(port.sent.begin(), port.sent.end(), [](const Bytes& sent) { return sent.at(1) != Ack; });
   if (port.PortOpen() || port.sent.empty() || static_cast<std::size_t>(asked) > most_sent) std::abort();

@@ -1,1 +1,1 @@
-walrim_fuzz(record_decoders LINK walrim_device walrim_data)
+walrim_fuzz(record_decoders LINK walrim_device)

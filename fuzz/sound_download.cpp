@@ -1,23 +1,18 @@
 // A receiver that holds any records and sends them as it should: what is held after a download of each kind is what it
 // holds.
 //
-// The first byte chooses the kind (two bits), the receiver's types (two bits) and the link (its high bit: checked). The
-// rest are the records, each a byte that chooses its id, its number of bytes and its data.
+// The first byte is a TransferChoice. The rest are the records, each a byte that chooses its id, its number of bytes
+// and its data.
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <span>
-#include <string>
 #include <utility>
 #include <vector>
 
-#include "data/InternalData.h"
-#include "device/Codecs.h"
-#include "device/Garmin.h"
-#include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "device/types/RouteTypes.h"
+#include "device/types/TrackTypes.h"
 #include "transfer_input.h"
 
 using namespace walrim;
@@ -35,7 +30,7 @@ std::vector<PlainPacket> RecordsOf(InputReader input, DataKind kind, const Devic
     const int id = RecordId(kind, input.Byte());
     Bytes data = input.Counted();
     data.resize(std::min(data.size(), LongestRecord));
-    if (id == 98 && types.RouteLinkType.empty()) continue;
+    if (id == 98 && types.route_link == RouteLinkType::None) continue;
     records.push_back({id, std::move(data)});
   }
   return records;
@@ -53,101 +48,72 @@ bool PlainLinkCuts(const PlainPacket& record) {
   return std::search(stored.begin(), stored.end(), end.begin(), end.end()) != stored.end();
 }
 
-Frame FrameOf(const PlainPacket& record) {
-  Frame frame;
-  frame.bytes[1] = static_cast<std::uint8_t>(record.id);
-  frame.bytes[2] = static_cast<std::uint8_t>(record.data.size());
-  std::copy(record.data.begin(), record.data.end(), frame.bytes.begin() + 3);
-  frame.Size = static_cast<std::int16_t>(record.data.size() + 6);
-  return frame;
-}
-
-void HoldWaypoints(InternalData& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
-  for (const PlainPacket& record : records) {
-    ++data.WaypointCount;
-    DecodeWaypoint(data, FrameOf(record), data.WaypointCount, types.WaypointType);
-    data.SpreadWaypoint(data.WaypointCount, *WaypointTypeOfName(types.WaypointType));
-  }
+void HoldWaypoints(DataSet& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
+  for (const PlainPacket& record : records)
+    static_cast<void>(data.Add(DecodeWaypoint(record.data, types.waypoint)));
 }
 
 /// Points and links in front of the first header belong to no route.
-void HoldRoutes(InternalData& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
-  int& route = data.routes.RouteCount;
+void HoldRoutes(DataSet& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
+  std::vector<Route> routes;
   for (const PlainPacket& record : records) {
-    if (record.id == 29) ++route;
-    if (route == 0) continue;
-    int& points = data.routes.RoutePointCount.at(static_cast<std::size_t>(route));
     if (record.id == 29) {
-      DecodeRouteHeader(data, FrameOf(record), route, types.RouteHeaderType);
-      data.SpreadRouteHeader(route, types.RouteHeaderType == "D201");
-      data.routes.first_point.at(static_cast<std::size_t>(route)) = 1;
-    } else if (record.id == 30) {
-      DecodeRoutePoint(data, FrameOf(record), route, ++points, types.WaypointType);
-      data.SpreadWaypoint(RoutePointSlot(route, points), *WaypointTypeOfName(types.WaypointType));
-    } else {
-      DecodeRouteLink(data, FrameOf(record), route, points, types.RouteLinkType);
+      const auto number = static_cast<int>(routes.size()) + 1;
+      routes.push_back(DecodeRouteHeader(record.data, types.route_header, number));
+    } else if (record.id == 30 && !routes.empty()) {
+      routes.back().points.push_back({DecodeWaypoint(record.data, types.waypoint), {}});
+    } else if (record.id == 98 && !routes.empty() && !routes.back().points.empty()) {
+      routes.back().points.back().link = DecodeRouteLink(record.data);
     }
   }
-  data.MirrorRouteCounters();
+  for (Route& route : routes)
+    static_cast<void>(data.Begin(std::move(route)));
 }
 
 /// Headers begin logs; where there are none in front of it, a point that says so begins one.
-void HoldLogs(InternalData& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
-  TrackCounters& tracks = data.tracks;
-  int slot = 0;
+void HoldLogs(DataSet& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
   bool header = false;
-  const auto begin_log = [&] { tracks.TrackStart.at(static_cast<std::size_t>(++tracks.TrackCount)) = slot; };
   for (const PlainPacket& record : records) {
-    if (record.id == 34) {
-      const bool new_trk = DecodeTrackPoint(data, FrameOf(record), slot, types.TrackPointType);
-      if (new_trk && !header) begin_log();
-      ++tracks.TrackPointCount.at(static_cast<std::size_t>(tracks.TrackCount));
-      ++slot;
-    } else if (!types.TrackHeaderType.empty()) {
+    if (record.id == 99) {
+      if (types.track_header != TrackHeaderType::D310) continue;
       header = true;
-      begin_log();
-      DecodeTrackHeader(data, FrameOf(record), tracks.TrackCount, types.TrackHeaderType);
+      static_cast<void>(data.Begin(DecodeTrackHeader(record.data)));
+      continue;
     }
+    const TrackPoint point = DecodeTrackPoint(record.data, types.track_point);
+    TrackLog log;
+    log.headless = data.Logs().empty();
+    if (point.new_trk && !header) log.headless = false;
+    if (log.headless || (point.new_trk && !header)) static_cast<void>(data.Begin(std::move(log)));
+    static_cast<void>(data.Add(point));
   }
-  data.MirrorTrackCounters();
 }
 
-/// What a receiver's records are in the text of the standard file.
-std::string TextOf(const std::vector<PlainPacket>& records, DataKind kind, const DeviceProtocols& types) {
-  static const auto data = std::make_unique<InternalData>();
-  if (kind == DataKind::Waypoint) HoldWaypoints(*data, records, types);
-  if (kind == DataKind::Route) HoldRoutes(*data, records, types);
-  if (kind == DataKind::TrackLog) HoldLogs(*data, records, types);
-  const std::string text = TextOf(*data, kind);
-  data->Clear(kind);
-  return text;
+/// What a receiver's records are as a data set.
+DataSet HeldOf(const std::vector<PlainPacket>& records, DataKind kind, const DeviceProtocols& types) {
+  DataSet data;
+  if (kind == DataKind::Waypoint) HoldWaypoints(data, records, types);
+  if (kind == DataKind::Route) HoldRoutes(data, records, types);
+  if (kind == DataKind::TrackLog) HoldLogs(data, records, types);
+  return data;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  static const auto data = std::make_unique<InternalData>();
   InputReader input(std::span(bytes, size));
-  const std::uint8_t choice = input.Byte();
-  const DataKind kind = AllDataKinds[choice % 4U % AllDataKinds.size()];
+  const TransferChoice choice(input.Byte());
+  const DeviceProtocols types = ProtocolsOf(choice.description);
+  const std::vector<PlainPacket> packets = RecordsOf(input, choice.kind, types);
+  const bool cut = std::any_of(packets.begin(), packets.end(), PlainLinkCuts);
+  DeviceWorld world;
+  world.Meet(choice.description, cut ? LinkChoice::Checked : choice.link);
+  world.receiver.packets = packets;
 
-  FakeClock clock;
-  ScriptedPort port(clock);
-  FakeEventLoop loop;
-  RecordingDesktop desktop;
-  Garmin garmin(*data, port, clock, loop, desktop);
-  garmin.SetDefaultProtocols();
-  ChooseProtocols(Descriptions[choice / 4 % Descriptions.size()], garmin.session.protocols);
-  ScriptedReceiver receiver(port);
-  receiver.packets = RecordsOf(input, kind, garmin.session.protocols);
-  const bool cut = std::any_of(receiver.packets.begin(), receiver.packets.end(), PlainLinkCuts);
-  garmin.session.checked_link = choice >= 128 || cut;
-
-  const std::int32_t result = garmin.Download(kind, "1", TransferMode::Transfer);
-  if (result != static_cast<std::int32_t>(receiver.packets.size())) std::abort();
-  if (garmin.session.report.missing_records != 0 || garmin.session.TransferAborted) std::abort();
-  if (port.PortOpen() || port.opened != 1) std::abort();
-  if (TextOf(*data, kind) != TextOf(receiver.packets, kind, garmin.session.protocols)) std::abort();
-  data->Clear(kind);
+  const std::int32_t result = world.Download(choice.kind);
+  if (result != static_cast<std::int32_t>(packets.size())) std::abort();
+  if (world.garmin.Report().missing_records != 0) std::abort();
+  if (world.port.PortOpen() || world.port.opened != 1) std::abort();
+  if (!SameRecords(world.data, HeldOf(packets, choice.kind, types), choice.kind)) std::abort();
   return 0;
 }

@@ -1,1 +1,1 @@
-walrim_fuzz(splitters LINK walrim_geo walrim_text)
+walrim_fuzz(splitters LINK walrim_text)

@@ -1,1 +1,1 @@
-walrim_fuzz(standard_file LINK walrim_data walrim_geo walrim_text)
+walrim_fuzz(standard_file LINK walrim_formats)

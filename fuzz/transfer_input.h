@@ -1,4 +1,4 @@
-// What the targets of downloads share: the parts of an input, and what a download has brought.
+// What the targets of transfers share: the parts of an input, and what is held of a kind.
 #pragma once
 
 #include <algorithm>
@@ -6,12 +6,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <span>
-#include <string>
 #include <string_view>
 
-#include "data/GeneralWalrim.h"
-#include "data/InternalData.h"
-#include "support/Fakes.h"
+#include "device/types/WaypointTypes.h"
+#include "support/DeviceWorld.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -19,6 +17,19 @@ namespace walrim {
 /// Receivers of all types.
 inline constexpr std::array<std::string_view, 4> Descriptions{"GPS 12 Software", "GPS III Software",
                                                               "GPS 12CX Software", "eTrex Software"};
+
+/// The first byte of an input: the kind (two bits), the receiver's types (two bits) and the link (its high bit:
+/// checked).
+struct TransferChoice {
+  explicit TransferChoice(std::uint8_t byte)
+      : kind(AllDataKinds[byte % 4U % AllDataKinds.size()]),
+        description(Descriptions[byte / 4U % Descriptions.size()]),
+        link(byte >= 128 ? LinkChoice::Checked : LinkChoice::Plain) {}
+
+  DataKind kind;
+  std::string_view description;
+  LinkChoice link;
+};
 
 /// Takes an input apart; what is not there is 0 or empty.
 class InputReader {
@@ -35,10 +46,14 @@ class InputReader {
   /// Bytes behind their number.
   Bytes Counted() {
     const std::size_t wanted = Byte();
-    const std::size_t size = std::min(wanted, input_.size());
-    const auto bytes = input_.first(size);
-    input_ = input_.subspan(size);
+    const auto bytes = input_.first(std::min(wanted, input_.size()));
+    input_ = input_.subspan(bytes.size());
     return {bytes.begin(), bytes.end()};
+  }
+  /// A frame of an id and counted data.
+  Bytes Frame() {
+    const int id = Byte();
+    return WireFrame(id, Counted());
   }
 
  private:
@@ -58,14 +73,46 @@ inline int RecordId(DataKind kind, int choice) {
   return 0;
 }
 
-/// What is held of a kind, in the text of the standard file.
-inline std::string TextOf(InternalData& data, DataKind kind) {
-  static const NameTablesByType names;
-  StandardWriter writer(data, names, {});
-  std::string text;
-  writer.AppendKind(text, kind, true);
-  if (!IsValidUtf8(text)) std::abort();
-  return text;
+inline bool SameRecords(const DataSet& one, const DataSet& other, DataKind kind) {
+  switch (kind) {
+    case DataKind::Waypoint:
+      return one.Waypoints() == other.Waypoints();
+    case DataKind::Route:
+      return one.Routes() == other.Routes();
+    case DataKind::TrackLog:
+      return one.Logs() == other.Logs();
+  }
+  return false;
+}
+
+inline void RequireUtf8(std::initializer_list<std::string_view> texts) {
+  for (const std::string_view text : texts) {
+    if (!IsValidUtf8(text)) std::abort();
+  }
+}
+
+/// Texts in UTF-8, and in a type's fields of fixed width as wide as these.
+inline void RequireSound(const Waypoint& waypoint) {
+  const WaypointDetails& details = *waypoint.details;
+  RequireUtf8({waypoint.ident, waypoint.cmnt, details.state, details.cc, details.facility, details.city, details.addr,
+               details.cross_road});
+  if (waypoint.type == WaypointType::D108) return;
+  if (Cp932Width(waypoint.ident) != 6 || Cp932Width(waypoint.cmnt) != 40) std::abort();
+}
+
+inline void RequireSound(const DataSet& data) {
+  for (const Waypoint& waypoint : data.Waypoints())
+    RequireSound(waypoint);
+  for (const Route& route : data.Routes()) {
+    RequireUtf8({route.cmnt});
+    if (route.type == RouteHeaderType::D201 && Cp932Width(route.cmnt) != 20) std::abort();
+    for (const RoutePoint& point : route.points) {
+      RequireSound(point.waypoint);
+      RequireUtf8({point.link->ident});
+    }
+  }
+  for (const TrackLog& log : data.Logs())
+    RequireUtf8({log.trk_ident});
 }
 
 }  // namespace walrim

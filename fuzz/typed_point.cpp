@@ -120,7 +120,7 @@ void CheckPair(const Angle& lat, const Angle& lon, Choices& choices) {
   if (tokyo) text += " (日本測地系)";
   const auto point = RecognizeMapPoint(text);
   if (!point || !Same(point->lat_deg, lat.Degrees()) || !Same(point->lon_deg, lon.Degrees())) std::abort();
-  if (point->datum != (tokyo ? "Tokyo" : "WGS84")) std::abort();
+  if (point->datum != (tokyo ? Datum::Tokyo : Datum::Wgs84)) std::abort();
 }
 
 }  // namespace

@@ -3,9 +3,8 @@
 // up to three times on the checked link; and an upload that ends well has sent all, and says whether the end was
 // acknowledged.
 //
-// The first byte chooses the kind (two bits), the receiver's types (two bits) and the link (its high bit: checked). The
-// rest is a list of answers, one for each frame that the host sends, each begun by a byte whose low three bits choose
-// its form:
+// The first byte is a TransferChoice. The rest is a list of answers, one for each frame that the host sends, each begun
+// by a byte whose low three bits choose its form:
 //   0            none
 //   1 n bytes    bytes that are no frame
 //   2            an ACK; as many more as the high five bits tell answer the frames behind it
@@ -16,24 +15,17 @@
 //   7            the answer before once more
 // Once the list is at its end the receiver is silent.
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
-#include <memory>
 #include <span>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "data/GeneralWalrim.h"
-#include "data/InternalData.h"
-#include "device/Garmin.h"
-#include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "transfer_input.h"
 
 using namespace walrim;
 
@@ -44,9 +36,6 @@ constexpr int PointCount = 3;
 constexpr std::size_t MostTries = 3;
 /// The frames of an upload of these records, each sent three times, are fewer.
 constexpr std::size_t MostSent = 100;
-
-constexpr std::array<std::string_view, 4> Descriptions{"GPS 12 Software", "GPS III Software", "GPS 12CX Software",
-                                                       "eTrex Software"};
 
 /// What a frame of the host was answered with.
 enum class Verdict { Taken, NotTaken, Unclear };
@@ -64,12 +53,12 @@ struct SentPacket {
 /// The receiver's side of the line.
 class AnyReceiver {
  public:
-  explicit AnyReceiver(std::span<const std::uint8_t> input) : input_(input) {}
+  explicit AnyReceiver(InputReader input) : input_(input) {}
 
   std::vector<ScriptedPort::Answer> Answer(const Bytes& frame) {
-    if (frame.at(1) == Pid_Ack_Byte) return {};
+    if (frame.at(1) == PacketId::Ack) return {};
     std::vector<ScriptedPort::Answer> answers = AnswerPacket(frame);
-    if (frame.at(1) != Pid_Nak_Byte) {
+    if (frame.at(1) != PacketId::Nak) {
       const PlainPacket packet = Unwrapped(frame);
       if (sent.empty() || sent.back().packet != packet) sent.push_back({packet, {}});
     }
@@ -81,11 +70,11 @@ class AnyReceiver {
 
  private:
   std::vector<ScriptedPort::Answer> AnswerPacket(const Bytes& frame) {
-    const Bytes ack = WireFrame(Pid_Ack_Byte, Int16(frame.at(1)));
+    const Bytes ack = WireFrame(PacketId::Ack, Int16(frame.at(1)));
     if (acks_to_come_ > 0) {
       --acks_to_come_;
       Say(ack, Verdict::Taken);
-    } else if (input_.empty()) {
+    } else if (input_.AtEnd()) {
       Say({}, Verdict::NotTaken);
     } else {
       NextAnswer(frame.at(1), ack);
@@ -97,23 +86,23 @@ class AnyReceiver {
     verdict_ = verdict;
   }
   void NextAnswer(std::uint8_t host_id, const Bytes& ack) {
-    const std::uint8_t form = Byte();
+    const std::uint8_t form = input_.Byte();
     switch (form % 8) {
       case 0:
         Say({}, Verdict::NotTaken);
         break;
       case 1:
-        Say(Counted(), Verdict::Unclear);
+        Say(input_.Counted(), Verdict::Unclear);
         break;
       case 2:
         Say(ack, Verdict::Taken);
         acks_to_come_ = form / 8;
         break;
       case 3:
-        Say(NextFrame(), Verdict::Unclear);
+        Say(input_.Frame(), Verdict::Unclear);
         break;
       case 4:
-        Say(WireFrame(Pid_Nak_Byte, Int16(host_id)), Verdict::NotTaken);
+        Say(WireFrame(PacketId::Nak, Int16(host_id)), Verdict::NotTaken);
         break;
       case 5:
         Say(ack, Verdict::Unclear);
@@ -121,7 +110,7 @@ class AnyReceiver {
         break;
       case 6: {
         Say(ack, Verdict::Unclear);
-        const Bytes frame = NextFrame();
+        const Bytes frame = input_.Frame();
         last_.insert(last_.end(), frame.begin(), frame.end());
         break;
       }
@@ -130,78 +119,38 @@ class AnyReceiver {
         break;
     }
   }
-  /// What is not there is 0 or empty.
-  std::uint8_t Byte() {
-    if (input_.empty()) return 0;
-    const std::uint8_t byte = input_[0];
-    input_ = input_.subspan(1);
-    return byte;
-  }
-  /// Bytes behind their number.
-  Bytes Counted() {
-    const std::size_t wanted = Byte();
-    const auto bytes = input_.first(std::min(wanted, input_.size()));
-    input_ = input_.subspan(bytes.size());
-    return {bytes.begin(), bytes.end()};
-  }
-  Bytes NextFrame() {
-    const int id = Byte();
-    return WireFrame(id, Counted());
-  }
-
-  std::span<const std::uint8_t> input_;
+  InputReader input_;
   Bytes last_;
   Verdict verdict_ = Verdict::Unclear;
   int acks_to_come_ = 0;
 };
 
-WaypointRecord Waypoint(int number) {
-  WaypointRecord record;
-  record[WaypointField::ident] = "W" + std::to_string(number);
-  record[WaypointField::lat] = "35." + std::to_string(number);
-  record[WaypointField::lon] = "139.5";
-  return record;
+Waypoint NumberedWaypoint(int number) {
+  Waypoint waypoint;
+  waypoint.ident = "W" + std::to_string(number);
+  waypoint.lat_deg = 35 + number / 10.0;
+  waypoint.lon_deg = 139.5;
+  return waypoint;
 }
 
-void HoldWaypoints(InternalData& data) {
-  for (int i = 1; i <= PointCount; ++i)
-    static_cast<void>(data.AddWaypoint(Waypoint(i)));
-}
-
-void HoldRoute(InternalData& data) {
-  RouteHeader header;
-  header[RouteHeaderField::nmbr] = "3";
-  header[RouteHeaderField::cmnt] = "ROUTE";
-  header[RouteHeaderField::rte_wpt_num] = std::to_string(PointCount);
-  const int route = data.AddRouteHeader(header);
+DataSet FilledData() {
+  DataSet data;
+  Route route{RouteHeaderType::D202, 3, "ROUTE", {}};
+  TrackLog log;
+  log.trk_ident = "LOG";
   for (int p = 0; p < PointCount; ++p) {
-    RoutePoint point;
-    point.waypoint = Waypoint(p);
-    static_cast<void>(data.AddRoutePoint(point, route, p));
+    static_cast<void>(data.Add(NumberedWaypoint(p + 1)));
+    route.points.push_back({NumberedWaypoint(p), {}});
   }
-  data.MirrorRouteCounters();
-}
-
-void HoldLog(InternalData& data) {
-  TrackHeader header;
-  header[TrackHeaderField::trk_pnt_num] = std::to_string(PointCount);
-  header[TrackHeaderField::trk_ident] = "LOG";
-  const int log = data.AddTrackHeader(header);
+  static_cast<void>(data.Begin(std::move(route)));
+  static_cast<void>(data.Begin(std::move(log)));
   for (int p = 0; p < PointCount; ++p) {
     TrackPoint point;
-    point[TrackPointField::lat] = "35." + std::to_string(p);
-    point[TrackPointField::lon] = "139.5";
-    point[TrackPointField::new_trk] = p == 0 ? "TRUE" : "FALSE";
-    static_cast<void>(data.AddTrackPoint(point, log, p));
+    point.lat_deg = 35 + p / 10.0;
+    point.lon_deg = 139.5;
+    point.new_trk = p == 0;
+    static_cast<void>(data.Add(point));
   }
-  data.MirrorTrackCounters();
-}
-
-std::unique_ptr<InternalData> FilledData() {
-  auto data = std::make_unique<InternalData>();
-  HoldWaypoints(*data);
-  HoldRoute(*data);
-  HoldLog(*data);
   return data;
 }
 
@@ -243,12 +192,12 @@ bool Matches(const PlainPacket& packet, const Expected& expected) {
 
 /// A waypoint of these receivers: D108 alone has its name behind the position.
 Expected ExpectedWaypoint(int id, int number, const DeviceProtocols& types) {
-  const bool d108 = types.WaypointType == "D108";
+  const bool d108 = types.waypoint == WaypointType::D108;
   return {id, {}, d108 ? 24U : 6U, number, d108 ? 48U : 0U, "W" + std::to_string(number)};
 }
 
 std::vector<Expected> ExpectedRecords(DataKind kind, const DeviceProtocols& types) {
-  const bool rich = types.WaypointType == "D108";
+  const bool rich = types.waypoint == WaypointType::D108;
   std::vector<Expected> records;
   if (kind == DataKind::Waypoint) {
     for (int i = 1; i <= PointCount; ++i)
@@ -297,56 +246,39 @@ void CheckEnd(const std::vector<SentPacket>& sent, std::size_t expected, bool en
   if (sent.back().Always(Verdict::NotTaken) && !end_refused) std::abort();
 }
 
-/// All that is held, in the text of the standard file.
-std::string TextOf(InternalData& data) {
-  static const NameTablesByType names;
-  StandardWriter writer(data, names, {});
-  std::string text;
-  for (const DataKind kind : AllDataKinds)
-    writer.AppendKind(text, kind, true);
-  return text;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  static const std::unique_ptr<InternalData> data = FilledData();
-  static const std::string held = TextOf(*data);
-  if (held.find("\r\nTRP\t") == std::string::npos) std::abort();
-  const std::span<const std::uint8_t> input(bytes, size);
-  const unsigned choice = input.empty() ? 0U : input[0];
-  const DataKind kind = AllDataKinds[choice % 4U % AllDataKinds.size()];
+  static const DataSet held = FilledData();
+  InputReader input(std::span(bytes, size));
+  const TransferChoice choice(input.Byte());
+  DeviceWorld world;
+  world.data = held;
+  world.Meet(choice.description, choice.link);
+  AnyReceiver receiver(input);
+  world.port.script = [&receiver](const Bytes& frame) { return receiver.Answer(frame); };
 
-  FakeClock clock;
-  ScriptedPort port(clock);
-  FakeEventLoop loop;
-  RecordingDesktop desktop;
-  Garmin garmin(*data, port, clock, loop, desktop);
-  garmin.session.checked_link = choice >= 128;
-  garmin.SetDefaultProtocols();
-  ChooseProtocols(Descriptions[choice / 4 % Descriptions.size()], garmin.session.protocols);
-  AnyReceiver receiver(input.subspan(std::min<std::size_t>(1, size)));
-  port.script = [&receiver](const Bytes& frame) { return receiver.Answer(frame); };
-
-  const std::vector<Expected> expected = ExpectedPackets(kind, garmin.session.protocols);
+  const std::vector<Expected> expected = ExpectedPackets(choice.kind, world.garmin.Protocols());
   const auto records = static_cast<std::int32_t>(expected.size() - 2);
   try {
-    const std::int32_t result = garmin.Upload(kind, "1");
+    const std::int32_t result = world.Upload(choice.kind);
     if (result < 0 && result != TransferGivenUp && result != TransferTimedOut) std::abort();
     if (result > 0 && result != records) std::abort();
-    if (!garmin.session.report.unsendable.empty()) std::abort();
-    if (result == records) CheckEnd(receiver.sent, expected.size(), garmin.session.report.end_refused);
+    if (!world.garmin.Report().unsendable.empty()) std::abort();
+    if (result == records) CheckEnd(receiver.sent, expected.size(), world.garmin.Report().end_refused);
     const bool all_taken = std::all_of(receiver.sent.begin(), receiver.sent.end(),
                                        [](const SentPacket& one) { return one.Always(Verdict::Taken); });
     if (all_taken && result != records) std::abort();
   } catch (const std::exception&) {
     // Too many frames, or one that does not end.
   }
-  CheckSent(receiver.sent, expected, garmin.session.checked_link ? MostTries : 1);
+  CheckSent(receiver.sent, expected, choice.link == LinkChoice::Checked ? MostTries : 1);
   // Whatever comes unasked is acknowledged.
-  const auto sent =
-      std::count_if(port.sent.begin(), port.sent.end(), [](const Bytes& wire) { return wire.at(1) != Pid_Ack_Byte; });
-  if (port.PortOpen() || port.opened != 1 || static_cast<std::size_t>(sent) > MostSent) std::abort();
-  if (TextOf(*data) != held) std::abort();
+  const auto sent = std::count_if(world.port.sent.begin(), world.port.sent.end(),
+                                  [](const Bytes& wire) { return wire.at(1) != PacketId::Ack; });
+  if (world.port.PortOpen() || world.port.opened != 1 || static_cast<std::size_t>(sent) > MostSent) std::abort();
+  for (const DataKind kind : AllDataKinds) {
+    if (!SameRecords(world.data, held, kind)) std::abort();
+  }
   return 0;
 }

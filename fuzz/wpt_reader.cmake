@@ -1,1 +1,1 @@
-walrim_fuzz(wpt_reader LINK walrim_formats walrim_data walrim_geo walrim_text)
+walrim_fuzz(wpt_reader LINK walrim_formats)

@@ -1,48 +1,34 @@
 // A WPT+ text is read and written; what was written loses no line, and from then on reading and writing change nothing.
 // Only quotes bring a comma into a text, which then cuts its line when it is written.
-#include <array>
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
-#include <memory>
-#include <string>
-#include <string_view>
 
-#include "data/InternalData.h"
-#include "formats/MpsWpt.h"
-#include "text/Utf8.h"
+#include "format_texts.h"
 
 using namespace walrim;
 
 namespace {
 
-constexpr int UtcOffsetHours = 9;
-
-std::string Write(InternalData& data, const TextSettings& settings) {
-  return BuildWptText(data, {true, true, true}, {"WPT+", settings, {}});
+std::string Write(const DataSet& data) {
+  return WriteText(FormatId::WptPlus, data);
 }
 
-void Read(InternalData& data, std::string_view text, bool written) {
-  for (const DataKind kind : AllDataKinds)
-    data.Clear(kind);
-  WptReader reader(data, UtcOffsetHours);
-  reader.ReadText(text);
-  if (reader.Messages().kept.size() > MessageList::MostKept) std::abort();
-  if (written && (reader.Summary().skipped != 0 || reader.Messages().count != 0)) std::abort();
+DataSet Reread(std::string_view text) {
+  DataSet data;
+  const ImportResult result = ReadText(FormatId::WptPlus, text, data);
+  if (result.skipped.count != 0 || result.messages.count != 0) std::abort();
+  return data;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  static const auto data = std::make_unique<InternalData>();
-  const std::string text = DecodeText(std::string_view(reinterpret_cast<const char*>(bytes), size));
-  Read(*data, text, false);
-  (void)Write(*data, {"DMS", "Tokyo", UtcOffsetHours});
+  DataSet data;
+  const std::string text = DecodedInput(bytes, size);
+  if (ReadText(FormatId::WptPlus, text, data).messages.kept.size() > MessageList::MostKept) std::abort();
+  (void)WriteText(FormatId::WptPlus, data, InForm(AngleNotation::DMS, Datum::Tokyo));
   if (text.find('"') != std::string::npos) return 0;
   // The first writing rounds positions to 15 digits.
-  Read(*data, Write(*data, {}), true);
-  const std::string settled = Write(*data, {});
-  Read(*data, settled, true);
-  if (Write(*data, {}) != settled) std::abort();
+  const std::string settled = Write(Reread(Write(data)));
+  if (Write(Reread(settled)) != settled) std::abort();
   return 0;
 }

@@ -6,27 +6,18 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
-#include "data/GeneralWalrim.h"
-#include "data/InternalData.h"
 #include "full_set.h"
-#include "geo/GeneralLatLon.h"
-#include "geo/GeneralLib.h"
 #include "text/Cp932.h"
-#include "text/Utf8.h"
 
 namespace walrim {
 namespace {
 
-constexpr int Utc = 9;
-
-void ReadBytes(std::string_view bytes, InternalData& data) {
-  StandardReader reader(data, Utc);
-  reader.ReadText(DecodeText(bytes));
+void ReadBytes(std::string_view bytes, DataSet& data) {
+  LineSource lines(bytes, EncodingOf(bytes));
+  (void)FormatOf(FormatId::Standard).read(lines, data, {});
 }
 
 void SetRates(benchmark::State& state, std::size_t bytes) {
@@ -34,88 +25,61 @@ void SetRates(benchmark::State& state, std::size_t bytes) {
   state.SetComplexityN(static_cast<std::int64_t>(bytes));
 }
 
+void Sizes(benchmark::internal::Benchmark* bench) {
+  bench->Arg(8)->Arg(4)->Arg(2)->Arg(1)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+}
+
 void BM_ReadStandardFile(benchmark::State& state) {
   const std::string text = StandardFile(static_cast<int>(state.range(0)));
   for (auto _ : state) {
-    const auto data = std::make_unique<InternalData>();
-    ReadBytes(text, *data);
-    benchmark::DoNotOptimize(data->tracks.TrackCount);
+    DataSet data;
+    ReadBytes(text, data);
+    benchmark::DoNotOptimize(data.TrackPointCount());
   }
   SetRates(state, text.size());
 }
-BENCHMARK(BM_ReadStandardFile)
-    ->Arg(8)
-    ->Arg(4)
-    ->Arg(2)
-    ->Arg(1)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity(benchmark::oN);
+BENCHMARK(BM_ReadStandardFile)->Apply(Sizes);
 
 void BM_ReadShiftJisFile(benchmark::State& state) {
   const std::string bytes = EncodeCp932(StandardFile(static_cast<int>(state.range(0)))).value();
   for (auto _ : state) {
-    const auto data = std::make_unique<InternalData>();
-    ReadBytes(bytes, *data);
-    benchmark::DoNotOptimize(data->tracks.TrackCount);
+    DataSet data;
+    ReadBytes(bytes, data);
+    benchmark::DoNotOptimize(data.TrackPointCount());
   }
   SetRates(state, bytes.size());
 }
-BENCHMARK(BM_ReadShiftJisFile)
-    ->Arg(8)
-    ->Arg(4)
-    ->Arg(2)
-    ->Arg(1)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity(benchmark::oN);
+BENCHMARK(BM_ReadShiftJisFile)->Apply(Sizes);
 
-void BM_WriteStandardFile(benchmark::State& state) {
-  InternalData data;
-  FillDataSet(data, static_cast<int>(state.range(0)));
-  const NameTablesByType names;
-  StandardWriter writer(data, names, {});
+void Write(benchmark::State& state, const WriteSettings& settings) {
+  const DataSet data = FullDataSet(static_cast<int>(state.range(0)));
   std::string text;
   for (auto _ : state) {
-    text.clear();
-    for (const DataKind kind : AllDataKinds)
-      writer.AppendKind(text, kind, true);
+    text = TextOf(FormatId::Standard, data, settings);
     benchmark::DoNotOptimize(text.data());
   }
   SetRates(state, text.size());
 }
-BENCHMARK(BM_WriteStandardFile)
-    ->Arg(8)
-    ->Arg(4)
-    ->Arg(2)
-    ->Arg(1)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity(benchmark::oN);
+
+void BM_WriteStandardFile(benchmark::State& state) {
+  Write(state, {});
+}
+BENCHMARK(BM_WriteStandardFile)->Apply(Sizes);
 
 void BM_WriteTokyoDms(benchmark::State& state) {
-  InternalData data;
-  FillDataSet(data, static_cast<int>(state.range(0)));
-  const NameTablesByType names;
-  StandardWriter writer(data, names, {"DMS", "Tokyo", Utc});
-  std::string text;
-  for (auto _ : state) {
-    text.clear();
-    for (const DataKind kind : AllDataKinds)
-      writer.AppendKind(text, kind, true);
-    benchmark::DoNotOptimize(text.data());
-  }
-  SetRates(state, text.size());
+  WriteSettings settings;
+  settings.notation = AngleNotation::DMS;
+  settings.datum = Datum::Tokyo;
+  Write(state, settings);
 }
 BENCHMARK(BM_WriteTokyoDms)->Arg(8)->Arg(1)->Unit(benchmark::kMillisecond);
 
-void BM_NewDataSet(benchmark::State& state) {
-  for (auto _ : state)
-    benchmark::DoNotOptimize(std::make_unique<InternalData>());
-}
-BENCHMARK(BM_NewDataSet)->Unit(benchmark::kMillisecond);
-
 void BM_ClearDataSet(benchmark::State& state) {
-  InternalData data;
-  FillDataSet(data, 1);
+  const DataSet full = FullDataSet(1);
   for (auto _ : state) {
+    state.PauseTiming();
+    DataSet data = full;
+    state.ResumeTiming();
     for (const DataKind kind : AllDataKinds)
       data.Clear(kind);
   }
@@ -126,20 +90,20 @@ void BM_ConvertDatum(benchmark::State& state) {
   GeoPoint point{34.69173611111111, 135.1956, 0};
   for (auto _ : state) {
     benchmark::DoNotOptimize(point);
-    benchmark::DoNotOptimize(ConvertDatum(point, "WGS84", "TOKYO"));
+    benchmark::DoNotOptimize(ConvertDatum(point, Datum::Wgs84, Datum::Tokyo));
   }
 }
 BENCHMARK(BM_ConvertDatum);
 
 void BM_ConvertAngleToDms(benchmark::State& state) {
   for (auto _ : state)
-    benchmark::DoNotOptimize(ConvertAngle("34.69173611111111", "D", "DMS"));
+    benchmark::DoNotOptimize(ConvertAngle("34.69173611111111", AngleNotation::D, AngleNotation::DMS));
 }
 BENCHMARK(BM_ConvertAngleToDms);
 
 void BM_ConvertAngleFromDms(benchmark::State& state) {
   for (auto _ : state)
-    benchmark::DoNotOptimize(ConvertAngle("34.413025", "DMS", "D"));
+    benchmark::DoNotOptimize(ConvertAngle("34.413025", AngleNotation::DMS, AngleNotation::D));
 }
 BENCHMARK(BM_ConvertAngleFromDms);
 
@@ -152,15 +116,13 @@ int WriteFull(const char* path) {
 
 int ReadOnce(const char* path) {
   std::ifstream in(path, std::ios::binary);
-  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  // The data set is there before any file is: it lives as long as the program.
-  const auto data = std::make_unique<InternalData>();
+  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  DataSet data;
   const auto start = std::chrono::steady_clock::now();
-  StandardReader reader(*data, Utc);
-  reader.ReadText(DecodeOwnedText(std::move(bytes)));
+  ReadBytes(bytes, data);
   const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-  const bool whole = data->WaypointCount == MaxWaypoints && data->routes.RouteCount == MaxRoutes &&
-                     data->tracks.TrackCount == MaxTrackLogs;
+  const bool whole = data.Waypoints().size() == MaxWaypoints && data.Routes().size() == MaxRoutes &&
+                     data.Logs().size() == MaxTrackLogs;
   if (!whole) {
     std::fprintf(stderr, "the file did not fill the data set\n");
     return 1;

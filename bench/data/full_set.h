@@ -3,14 +3,15 @@
 
 #include <string>
 
-#include "data/InternalData.h"
+#include "formats/Format.h"
 
 namespace walrim {
 
-/// Fills data with 1/divisor of the records that it can hold. The same every time.
-void FillDataSet(InternalData& data, int divisor);
+/// 1/divisor of the records that a data set can hold. The same every time.
+[[nodiscard]] DataSet FullDataSet(int divisor);
 
-/// The standard file of such a data set, in UTF-8 with header lines.
+/// A text of such a data set, in UTF-8, with header lines where the format has them.
+[[nodiscard]] std::string TextOf(FormatId format, const DataSet& data, const WriteSettings& settings = {});
 [[nodiscard]] std::string StandardFile(int divisor);
 
 }  // namespace walrim

@@ -1,131 +1,127 @@
 // Benchmarks of the device module: records to bytes and back, and frames through the link on a line without delay.
-#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <utility>
 
-#include "data/InternalData.h"
-#include "device/Codecs.h"
-#include "device/Garmin.h"
 #include "device/PacketLink.h"
+#include "device/types/RouteTypes.h"
+#include "device/types/TrackTypes.h"
+#include "device/types/WaypointTypes.h"
 #include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
 
 namespace walrim {
 namespace {
 
 // ---- Records
 
-constexpr int Index = 1;
-constexpr int Point = 1;
-
-struct RecordType {
-  std::string_view name;
-  ByteBuffer (*encode)(const InternalData& data, std::string_view name);
-  void (*decode)(InternalData& data, const Frame& frame, std::string_view name);
-};
-
-ByteBuffer EncodeOneWaypoint(const InternalData& data, std::string_view name) {
-  return EncodeWaypoint(data, Index, name);
-}
-void DecodeOneWaypoint(InternalData& data, const Frame& frame, std::string_view name) {
-  DecodeWaypoint(data, frame, Index, name);
-}
-ByteBuffer EncodeOneRouteHeader(const InternalData& data, std::string_view name) {
-  return EncodeRouteHeader(data, Index, name);
-}
-void DecodeOneRouteHeader(InternalData& data, const Frame& frame, std::string_view name) {
-  DecodeRouteHeader(data, frame, Index, name);
-}
-ByteBuffer EncodeOneRouteLink(const InternalData& data, std::string_view name) {
-  return EncodeRouteLink(data, Index, Point, name);
-}
-void DecodeOneRouteLink(InternalData& data, const Frame& frame, std::string_view name) {
-  DecodeRouteLink(data, frame, Index, Point, name);
-}
-ByteBuffer EncodeOneTrackPoint(const InternalData& data, std::string_view name) {
-  return EncodeTrackPoint(data, Index, name);
-}
-void DecodeOneTrackPoint(InternalData& data, const Frame& frame, std::string_view name) {
-  benchmark::DoNotOptimize(DecodeTrackPoint(data, frame, Index, name));
-}
-ByteBuffer EncodeOneTrackHeader(const InternalData& data, std::string_view name) {
-  return EncodeTrackHeader(data, Index, name);
-}
-void DecodeOneTrackHeader(InternalData& data, const Frame& frame, std::string_view name) {
-  DecodeTrackHeader(data, frame, Index, name);
-}
-
-constexpr RecordType RecordTypes[] = {
-    {"D103", EncodeOneWaypoint, DecodeOneWaypoint},       {"D104", EncodeOneWaypoint, DecodeOneWaypoint},
-    {"D107", EncodeOneWaypoint, DecodeOneWaypoint},       {"D108", EncodeOneWaypoint, DecodeOneWaypoint},
-    {"D201", EncodeOneRouteHeader, DecodeOneRouteHeader}, {"D202", EncodeOneRouteHeader, DecodeOneRouteHeader},
-    {"D210", EncodeOneRouteLink, DecodeOneRouteLink},     {"D300", EncodeOneTrackPoint, DecodeOneTrackPoint},
-    {"D301", EncodeOneTrackPoint, DecodeOneTrackPoint},   {"D310", EncodeOneTrackHeader, DecodeOneTrackHeader},
-};
-
 constexpr double LatDeg = 35.62513888888889;
 constexpr double LonDeg = 139.24372222222223;
 constexpr std::string_view Comment = "山頂 599m NORTH RIDGE, HUT";
 
-template <typename Entry>
-void FillShortWaypoint(Entry& entry) {
-  entry.ident.Set("TAKAO");
-  entry.lat_deg = LatDeg;
-  entry.lon_deg = LonDeg;
-  entry.cmnt.Set(Comment);
-}
-
-void FillRecords(InternalData& data) {
-  FillShortWaypoint(data.d103.at(Index));
-  FillShortWaypoint(data.d104.at(Index));
-  FillShortWaypoint(data.d107.at(Index));
-  D108Entry& waypoint = data.d108.at(Index);
+/// A waypoint as a receiver of a type sends it.
+Waypoint WaypointOf(WaypointType type) {
+  Waypoint waypoint;
+  waypoint.type = WaypointType::D108;
   waypoint.lat_deg = LatDeg;
   waypoint.lon_deg = LonDeg;
   waypoint.alt_m = 599.1F;
-  waypoint.cc.Set("JP");
   waypoint.ident = "TAKAO";
   waypoint.cmnt = Comment;
-  waypoint.city = "八王子";
-  data.d201.at(Index).nmbr = Index;
-  data.d201.at(Index).cmnt.Set("高尾-陣馬");
-  data.d202.at(Index).rte_ident = "高尾-陣馬";
-  data.d210.at(LinkSlot(Index, Point)).ident = "稲荷山コース";
-  data.track_points.at(Index) = {LatDeg, LonDeg, 406000000, true, 599.1F, UnknownMetres};
-  data.d310.at(Index).trk_ident = "ACTIVE LOG";
+  waypoint.details.Set(&WaypointDetails::cc, "JP");
+  waypoint.details.Set(&WaypointDetails::city, "八王子");
+  EncodeNotes notes;
+  return DecodeWaypoint(EncodeWaypoint(waypoint, type, notes), type);
+}
+const Route& SomeRoute(RouteHeaderType type) {
+  static const Route route{type, 1, "高尾-陣馬", {}};
+  return route;
+}
+const RouteLink SomeLink{0, NoSubclass, "稲荷山コース"};
+const TrackPoint SomePoint{LatDeg, LonDeg, 406000000, 599.1F, std::nullopt, true};
+TrackLog SomeLog() {
+  TrackLog log;
+  log.trk_ident = "ACTIVE LOG";
+  return log;
 }
 
-Frame FrameOf(const ByteBuffer& data) {
-  Frame frame;
-  frame.bytes[2] = static_cast<std::uint8_t>(data.Size);
-  const auto view = data.View();
-  std::copy(view.begin(), view.end(), frame.bytes.begin() + 3);
-  frame.Size = static_cast<std::int16_t>(data.Size + 6);
-  return frame;
-}
-
-void BM_Encode(benchmark::State& state, const RecordType& type) {
-  const auto data = std::make_unique<InternalData>();
-  FillRecords(*data);
-  for (auto _ : state)
-    benchmark::DoNotOptimize(type.encode(*data, type.name));
-}
-
-void BM_Decode(benchmark::State& state, const RecordType& type) {
-  const auto data = std::make_unique<InternalData>();
-  FillRecords(*data);
-  const Frame frame = FrameOf(type.encode(*data, type.name));
+template <typename Encode>
+void EncodeAgain(benchmark::State& state, Encode encode) {
   for (auto _ : state) {
-    type.decode(*data, frame, type.name);
-    benchmark::ClobberMemory();
+    EncodeNotes notes;
+    benchmark::DoNotOptimize(encode(notes));
   }
 }
+template <typename Decode>
+void DecodeAgain(benchmark::State& state, Decode decode) {
+  for (auto _ : state)
+    benchmark::DoNotOptimize(decode());
+}
+
+void BM_EncodeWaypoint(benchmark::State& state, WaypointType type) {
+  const Waypoint waypoint = WaypointOf(type);
+  EncodeAgain(state, [&](EncodeNotes& notes) { return EncodeWaypoint(waypoint, type, notes); });
+}
+void BM_DecodeWaypoint(benchmark::State& state, WaypointType type) {
+  EncodeNotes notes;
+  const Bytes data = EncodeWaypoint(WaypointOf(type), type, notes);
+  DecodeAgain(state, [&] { return DecodeWaypoint(data, type); });
+}
+void BM_EncodeRouteHeader(benchmark::State& state, RouteHeaderType type) {
+  EncodeAgain(state, [&](EncodeNotes& notes) { return EncodeRouteHeader(SomeRoute(type), type, notes); });
+}
+void BM_DecodeRouteHeader(benchmark::State& state, RouteHeaderType type) {
+  EncodeNotes notes;
+  const Bytes data = EncodeRouteHeader(SomeRoute(type), type, notes);
+  DecodeAgain(state, [&] { return DecodeRouteHeader(data, type, 1); });
+}
+void BM_EncodeTrackPoint(benchmark::State& state, TrackPointType type) {
+  EncodeAgain(state, [&](EncodeNotes&) { return EncodeTrackPoint(SomePoint, type); });
+}
+void BM_DecodeTrackPoint(benchmark::State& state, TrackPointType type) {
+  const Bytes data = EncodeTrackPoint(SomePoint, type);
+  DecodeAgain(state, [&] { return DecodeTrackPoint(data, type); });
+}
+void BM_EncodeRouteLink(benchmark::State& state) {
+  EncodeAgain(state, [](EncodeNotes& notes) { return EncodeRouteLink(SomeLink, RouteLinkType::D210, notes); });
+}
+void BM_DecodeRouteLink(benchmark::State& state) {
+  EncodeNotes notes;
+  const Bytes data = EncodeRouteLink(SomeLink, RouteLinkType::D210, notes);
+  DecodeAgain(state, [&] { return DecodeRouteLink(data); });
+}
+void BM_EncodeTrackHeader(benchmark::State& state) {
+  EncodeAgain(state,
+              [log = SomeLog()](EncodeNotes& notes) { return EncodeTrackHeader(log, TrackHeaderType::D310, notes); });
+}
+void BM_DecodeTrackHeader(benchmark::State& state) {
+  EncodeNotes notes;
+  const Bytes data = EncodeTrackHeader(SomeLog(), TrackHeaderType::D310, notes);
+  DecodeAgain(state, [&] { return DecodeTrackHeader(data); });
+}
+
+BENCHMARK_CAPTURE(BM_EncodeWaypoint, D103, WaypointType::D103);
+BENCHMARK_CAPTURE(BM_DecodeWaypoint, D103, WaypointType::D103);
+BENCHMARK_CAPTURE(BM_EncodeWaypoint, D104, WaypointType::D104);
+BENCHMARK_CAPTURE(BM_DecodeWaypoint, D104, WaypointType::D104);
+BENCHMARK_CAPTURE(BM_EncodeWaypoint, D107, WaypointType::D107);
+BENCHMARK_CAPTURE(BM_DecodeWaypoint, D107, WaypointType::D107);
+BENCHMARK_CAPTURE(BM_EncodeWaypoint, D108, WaypointType::D108);
+BENCHMARK_CAPTURE(BM_DecodeWaypoint, D108, WaypointType::D108);
+BENCHMARK_CAPTURE(BM_EncodeRouteHeader, D201, RouteHeaderType::D201);
+BENCHMARK_CAPTURE(BM_DecodeRouteHeader, D201, RouteHeaderType::D201);
+BENCHMARK_CAPTURE(BM_EncodeRouteHeader, D202, RouteHeaderType::D202);
+BENCHMARK_CAPTURE(BM_DecodeRouteHeader, D202, RouteHeaderType::D202);
+BENCHMARK(BM_EncodeRouteLink);
+BENCHMARK(BM_DecodeRouteLink);
+BENCHMARK_CAPTURE(BM_EncodeTrackPoint, D300, TrackPointType::D300);
+BENCHMARK_CAPTURE(BM_DecodeTrackPoint, D300, TrackPointType::D300);
+BENCHMARK_CAPTURE(BM_EncodeTrackPoint, D301, TrackPointType::D301);
+BENCHMARK_CAPTURE(BM_DecodeTrackPoint, D301, TrackPointType::D301);
+BENCHMARK(BM_EncodeTrackHeader);
+BENCHMARK(BM_DecodeTrackHeader);
 
 // ---- The link
 
@@ -135,7 +131,7 @@ class FullBufferPort : public SerialPort {
  public:
   explicit FullBufferPort(FakeClock& clock) : clock_(clock) {}
 
-  [[nodiscard]] PortResult Open(std::string_view, std::string_view) override { return {}; }
+  [[nodiscard]] PortResult Open(std::string_view, int) override { return {}; }
   [[nodiscard]] bool PortOpen() const override { return true; }
   void Close() override {}
   [[nodiscard]] std::size_t InBufferCount() override { return burst_.size() - position_; }
@@ -162,28 +158,17 @@ class FullBufferPort : public SerialPort {
   std::uint8_t last_sent_ = 0;
 };
 
-/// A device module on such a line.
+/// A link on such a line.
 struct Bench {
-  Bench() {
-    FillRecords(*data);
-    garmin.SetDefaultProtocols();
-  }
-
-  std::unique_ptr<InternalData> data = std::make_unique<InternalData>();
   FakeClock clock;
   FullBufferPort port{clock};
   FakeEventLoop loop;
-  RecordingDesktop desktop;
-  Garmin garmin{*data, port, clock, loop, desktop};
+  StopFlags stop;
+  PacketLink link{port, clock, loop, stop};
 };
 
 void SetRate(benchmark::State& state, std::size_t bytes_each) {
   state.SetBytesProcessed(static_cast<std::int64_t>(bytes_each) * static_cast<std::int64_t>(state.iterations()));
-}
-
-Bytes WireFrameOf(int id, const ByteBuffer& data) {
-  const auto view = data.View();
-  return WireFrame(id, Bytes(view.begin(), view.end()));
 }
 
 void ReceiveFrame(benchmark::State& state, const Bytes& frame) {
@@ -191,20 +176,19 @@ void ReceiveFrame(benchmark::State& state, const Bytes& frame) {
   bench.port.SetBurst(frame);
   for (auto _ : state) {
     bench.port.Rewind();
-    benchmark::DoNotOptimize(bench.garmin.Link().ReceivePacket());
+    benchmark::DoNotOptimize(bench.link.ReceivePacket());
   }
-  if (bench.garmin.Link().ReceivePacket().Size >= 0) state.SkipWithError("received from an empty line");
+  if (bench.link.ReceivePacket().size >= 0) state.SkipWithError("received from an empty line");
   SetRate(state, frame.size());
 }
 
 /// The longest frame that the link sends, with every data byte doubled on the wire.
 Bytes LongestFrame() {
-  return WireFrame(Pid_Product_Data, Bytes(LongestSentData, DLE));
+  return WireFrame(PacketId::ProductData, Bytes(LongestSentData, DLE));
 }
 
 void BM_ReceiveTrackPoint(benchmark::State& state) {
-  const Bench bench;
-  ReceiveFrame(state, WireFrameOf(34, EncodeTrackPoint(*bench.data, Index, "D301")));
+  ReceiveFrame(state, WireFrame(PacketId::TrkData, EncodeTrackPoint(SomePoint, TrackPointType::D301)));
 }
 BENCHMARK(BM_ReceiveTrackPoint);
 
@@ -216,49 +200,46 @@ BENCHMARK(BM_ReceiveLongestFrame);
 /// An ACK and the frame behind it, as they answer a command.
 void BM_ReceiveAckAndRecords(benchmark::State& state) {
   Bench bench;
-  Bytes burst = WireFrame(Pid_Ack_Byte, Int16(10));
+  Bytes burst = WireFrame(PacketId::Ack, Int16(10));
   const Bytes records = WireFrame(27, Int16(1001));
   burst.insert(burst.end(), records.begin(), records.end());
   bench.port.SetBurst(burst);
   for (auto _ : state) {
     bench.port.Rewind();
-    const PacketReply reply = bench.garmin.Link().ReceivePackets();
-    if (reply.Count != 2) state.SkipWithError("not two frames");
+    PacketReply reply;
+    bench.link.ReceiveMore(reply);
+    if (reply.count != 2) state.SkipWithError("not two frames");
   }
   SetRate(state, burst.size());
 }
 BENCHMARK(BM_ReceiveAckAndRecords);
 
-void BM_Send(benchmark::State& state, int LinkPids::*id, int first, int second) {
+/// Encodes a packet's data, and sends them.
+template <typename Encode>
+void SendAgain(benchmark::State& state, int packet_id, Encode encode) {
   Bench bench;
-  const int packet_id = bench.garmin.session.link_pids.*id;
-  for (auto _ : state)
-    bench.garmin.Link().SendPacket(packet_id, bench.garmin.BuildPacketData(packet_id, first, second));
+  for (auto _ : state) {
+    EncodeNotes notes;
+    bench.link.SendPacket(packet_id, encode(notes));
+  }
   state.SetBytesProcessed(static_cast<std::int64_t>(bench.port.Sent()));
 }
-BENCHMARK_CAPTURE(BM_Send, Xfer_Cmplt, &LinkPids::Pid_Xfer_Cmplt, 6, 0);
-BENCHMARK_CAPTURE(BM_Send, Wpt_Data, &LinkPids::Pid_Wpt_Data, Index, 0);
-BENCHMARK_CAPTURE(BM_Send, Rte_Hdr, &LinkPids::Pid_Rte_Hdr, Index, 0);
-BENCHMARK_CAPTURE(BM_Send, Rte_Link_Data, &LinkPids::Pid_Rte_Link_Data, Index, Point);
-BENCHMARK_CAPTURE(BM_Send, Trk_Data, &LinkPids::Pid_Trk_Data, Index, 0);
-BENCHMARK_CAPTURE(BM_Send, Trk_Hdr, &LinkPids::Pid_Trk_Hdr, Index, 0);
-
-void RegisterRecordTypes() {
-  for (const RecordType& type : RecordTypes) {
-    const std::string name(type.name);
-    benchmark::RegisterBenchmark(("BM_Encode/" + name).c_str(), BM_Encode, type);
-    benchmark::RegisterBenchmark(("BM_Decode/" + name).c_str(), BM_Decode, type);
-  }
+void BM_SendXferCmplt(benchmark::State& state) {
+  SendAgain(state, PacketId::XferCmplt, [](EncodeNotes&) { return NumberData(DeviceCommand::TransferTrk); });
 }
+BENCHMARK(BM_SendXferCmplt);
+void BM_SendWaypoint(benchmark::State& state) {
+  const Waypoint waypoint = WaypointOf(WaypointType::D108);
+  SendAgain(state, PacketId::WptData,
+            [&](EncodeNotes& notes) { return EncodeWaypoint(waypoint, WaypointType::D108, notes); });
+}
+BENCHMARK(BM_SendWaypoint);
+void BM_SendTrackPoint(benchmark::State& state) {
+  SendAgain(state, PacketId::TrkData, [](EncodeNotes&) { return EncodeTrackPoint(SomePoint, TrackPointType::D301); });
+}
+BENCHMARK(BM_SendTrackPoint);
 
 }  // namespace
 }  // namespace walrim
 
-int main(int argc, char** argv) {
-  walrim::RegisterRecordTypes();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+BENCHMARK_MAIN();

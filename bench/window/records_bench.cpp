@@ -15,9 +15,8 @@
 #include <string>
 #include <vector>
 
-#include "data/GeneralWalrim.h"
-#include "data/InternalData.h"
 #include "data/full_set.h"
+#include "formats/StandardFile.h"
 #include "window/RecordTables.h"
 
 namespace walrim {
@@ -55,16 +54,15 @@ void PaintSomewhere(QTableView& table) {
 }
 
 int Run(int rounds) {
-  InternalData data;
-  FillDataSet(data, 1);
-  const NameTablesByType names;
-  StandardWriter writer(data, names, {});
-  RecordTables tables(data, names);
+  const DataSet data = FullDataSet(1);
+  WriteSettings only_tracks;
+  only_tracks.kinds = {false, false, true};
+  RecordTables tables(data);
   tables.resize(1000, 700);
   tables.show();
   tables.Refresh({});
   auto& table = *tables.findChild<QTableView*>("TrackPointTable");
-  if (table.model()->rowCount() != MaxTrackPoints) {
+  if (table.model()->rowCount() != static_cast<int>(MaxTrackPoints)) {
     std::fprintf(stderr, "the track points are not all shown\n");
     return 1;
   }
@@ -77,12 +75,16 @@ int Run(int rounds) {
   std::string lines;
   std::vector<Measured> all;
   all.push_back({"write the points' lines", [&lines] { lines.clear(); },
-                 [&] { writer.AppendKind(lines, DataKind::TrackLog, false); }});
+                 [&] {
+                   TextOutput out([&lines](const std::string& some) { lines += some; });
+                   static_cast<void>(WriteStandardFile(out, data, only_tracks));
+                   out.Flush();
+                 }});
   RecordTables* fresh = nullptr;
   all.push_back({"fill empty tables",
                  [&] {
                    delete fresh;
-                   fresh = new RecordTables(data, names);
+                   fresh = new RecordTables(data);
                  },
                  [&] { fresh->Refresh({}); }});
   all.push_back({"refresh, nothing new", unsort, [&] { tables.Refresh({}); }});
@@ -93,7 +95,7 @@ int Run(int rounds) {
   MeasureInTurn(all, rounds);
   delete fresh;
 
-  std::printf("%d track points, best of %d rounds\n", MaxTrackPoints, rounds);
+  std::printf("%zu track points, best of %d rounds\n", MaxTrackPoints, rounds);
   for (const Measured& one : all)
     std::printf("%-24s %8.2f ms  %6.3f\n", one.what, one.best_ms, one.best_ms / all.front().best_ms);
   return 0;

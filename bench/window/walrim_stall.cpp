@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <thread>
 
 #include "qt/QtClock.h"
@@ -16,14 +17,12 @@
 
 namespace {
 
-/// Fills the kinds that are not downloaded up to their limits.
-void FillRoutesAndTracks(walrim::InternalData& data) {
-  walrim::TrackHeader header;
-  header[walrim::TrackHeaderField::trk_pnt_num] = std::to_string(walrim::MaxTrackPoints);
-  const int log = data.AddTrackHeader(header);
-  walrim::TrackPointEntry point;
-  for (int i = 0; i < walrim::MaxTrackPoints; ++i)
-    data.AddTrackPoint(point, log, i);
+/// Fills the kind that is not downloaded up to its limit.
+void FillTracks(walrim::DataSet& data) {
+  if (data.Begin(walrim::TrackLog{}) != walrim::AddResult::Stored) std::abort();
+  for (std::size_t i = 0; i < walrim::MaxTrackPoints; ++i) {
+    if (data.Add(walrim::TrackPoint{}) != walrim::AddResult::Stored) std::abort();
+  }
 }
 
 }  // namespace
@@ -37,10 +36,11 @@ int main(int argc, char** argv) {
   walrim::DemoSerialPort port(options, clock, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); });
   walrim::QtInet inet;
   walrim::MainWindow window({port, clock, event_loop, inet, [] { return std::vector<walrim::NumberedPort>{}; }});
-  FillRoutesAndTracks(window.Main().Data());
-  window.Main().SetGpsNum(walrim::DataKind::TrackLog, "1");
-  window.Main().controls.CommPort = "demo";
-  window.Main().controls.DownCheck = {true, true, false};
+  walrim::ProgramState& state = window.Main().State();
+  FillTracks(state.Data());
+  state.SetHeldCount(walrim::DataKind::TrackLog, 1);
+  state.Settings().port = "demo";
+  state.Settings().download_kinds = {true, true, false};
   window.show();
   QApplication::processEvents();
 
@@ -58,7 +58,7 @@ int main(int argc, char** argv) {
   window.findChild<QPushButton*>("GpsDownLoad")->click();
   QApplication::processEvents();
   turn.stop();
-  if (window.Main().Data().WaypointCount == 0 || turns < 10) {
+  if (state.Data().Waypoints().empty() || turns < 10) {
     std::fputs("nothing was downloaded\n", stderr);
     return 1;
   }

@@ -1,395 +1,317 @@
-// The commands that talk to the receiver.
-#include <exception>
-#include <string>
+#include "app/DeviceCommands.h"
 
-#include "app/BusyGuard.h"
-#include "app/CutTexts.h"
-#include "app/WalrimMain.h"
+#include <exception>
+#include <optional>
+#include <vector>
+
+#include "app/Messages.h"
 #include "text/Utf8.h"
 
 namespace walrim {
 
 namespace {
 
-constexpr std::string_view LinkLostMessage = "電源が切れたか，コードが外れました．";
-constexpr std::string_view NotAcknowledgedMessage = "受信機が要求に応じませんでした．";
-constexpr std::string_view NotIdentifiedMessage = "受信機を識別できませんでした．";
-constexpr std::string_view BadAnswerMessage = "受信機からの応答が正しくないため，通信を中止しました．";
-constexpr std::string_view BadDataMessage = "受信データが異常なため，通信を中止しました．";
-
-/// What helps against damaged records, which a checked link never takes.
-constexpr std::string_view CheckedLinkAdvice = "「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
-
-constexpr std::string_view EndRefusedNotice =
-    "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
-
-constexpr std::string_view CutNotice = "切って送信した文字列があるため，内部データは削除しませんでした．";
-
-/// The most records that a message lists one by one.
-constexpr std::size_t LongestList = 20;
-
 /// A port that was there when the receiver was identified, and is no more: the adapter was pulled between two kinds.
 bool PortIsGone(const PortResult& result) {
   return result.problem == PortProblem::Missing || result.problem == PortProblem::Other;
 }
 
-/// Which link the transfers use, for the status line.
-std::string LinkText(const DeviceSession& session) {
-  const std::string text = session.checked_link ? "誤り検査：する" : "誤り検査：しない";
-  return session.link_choice == LinkChoice::Automatic ? text + "（自動）" : text;
-}
-
-std::string JoinNames(const std::vector<std::string>& names) {
-  std::string text;
-  for (std::size_t i = 0; i < names.size() && i < LongestList; ++i)
-    text += (i > 0 ? "，" : "") + names[i];
-  if (names.size() > LongestList) text += "，ほか" + std::to_string(names.size() - LongestList) + "件";
-  return text;
-}
-
 }  // namespace
 
-void WalrimMain::Cancel_Click() {
-  cancel_requested_ = true;
-  garmin_.session.TransferAborted = true;
-  garmin_.session.cancel_requested = true;
-  if (inet_ != nullptr) inet_->Cancel();
+DeviceCommands::DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
+                               Desktop& desktop)
+    : state_(state), garmin_(garmin), deletes_(deletes), exports_(exports), desktop_(desktop) {}
+
+// ---- Identification
+
+/// Runs the part of a command that needs a receiver, with Cancel in reach.
+Outcome DeviceCommands::RunIdentified(Outcome (DeviceCommands::*command)()) {
+  const BusyGuard guard(state_);
+  state_.SetCancelEnabled(true);
+  const Outcome outcome = Identify() ? (this->*command)() : OutcomeWithoutReceiver();
+  state_.SetCancelEnabled(false);
+  return outcome;
 }
 
-ProductInfo WalrimMain::IdentifyDevice() {
-  StatusLine& status = garmin_.Status();
-  status.SetCaption("Initializing Device");
-  garmin_.session.link_choice = controls.CheckedLink;
-  garmin_.session.TransferAborted = false;
-  garmin_.session.cancel_requested = false;
-  garmin_.session.report = {};
+bool DeviceCommands::Identify() {
+  desktop_.SetStatusCaption("Initializing Device");
+  garmin_.SetLinkChoice(state_.Settings().link);
+  garmin_.ClearCancel();
   damaged_records_came_ = false;
   try {
-    device_info_ = garmin_.ConnectDevice(controls.CommPort);
+    identified_ = garmin_.ConnectDevice(state_.Settings().port);
   } catch (const std::exception&) {
-    device_info_ = {};
-    desktop_.ShowMessage(BadDataMessage);
+    identified_ = {};
+    desktop_.ShowMessage(messages::BadData);
   }
-  status.SetCaption("");
+  desktop_.SetStatusCaption("");
   // Of a receiver that was not waited for nothing is said.
-  if (!garmin_.session.report.cancelled) {
-    controls.GpsInfo = IdentityText() + " (Pid:" + std::to_string(device_info_.ProductId) + ")";
+  if (!garmin_.Report().cancelled) {
+    state_.SetReceiverText(messages::ReceiverText(IdentityText(), identified_.product_id));
   }
   desktop_.ControlsChanged();
-  if (device_info_.ProductId > 0) status.SetCaption(LinkText(garmin_.session));
-  return device_info_;
+  if (identified_.product_id <= 0) return false;
+  const bool automatic = state_.Settings().link == LinkChoice::Automatic;
+  desktop_.SetStatusCaption(messages::LinkInUse(garmin_.CheckedLinkInUse(), automatic));
+  return true;
 }
 
-std::string WalrimMain::IdentityText() const {
-  if (device_info_.ProductId >= -1 && (device_info_.ProductId != 0 || !garmin_.LastPortResult().Ok())) {
-    return WithoutControlCharacters(device_info_.Description);
+std::string DeviceCommands::IdentityText() const {
+  if (identified_.product_id >= -1 && (identified_.product_id != 0 || !garmin_.LastPortResult().Ok())) {
+    return WithoutControlCharacters(identified_.description);
   }
-  return std::string(garmin_.session.report.refused ? NotAcknowledgedMessage : NotIdentifiedMessage);
+  return std::string(garmin_.Report().refused ? messages::NotAcknowledged : messages::NotIdentified);
 }
 
-Outcome WalrimMain::OutcomeWithoutReceiver() const {
-  if (cancel_requested_) return Outcome::Cancelled;
+Outcome DeviceCommands::OutcomeWithoutReceiver() const {
+  if (state_.CancelRequested()) return Outcome::Cancelled;
   return garmin_.LastPortResult().Ok() ? Outcome::NoReceiver : Outcome::Refused;
 }
 
-/// Runs one transfer with the abort flag down. An exception ends it as given up, with a message, and failed set.
-template <typename Transfer>
-std::int32_t WalrimMain::RunTransfer(Transfer transfer, bool& failed) {
-  failed = false;
-  garmin_.session.TransferAborted = false;
-  garmin_.session.cancel_requested = false;
+// ---- Transfers
+
+DeviceCommands::TransferEnd DeviceCommands::Run(const std::function<std::int32_t()>& transfer) {
+  garmin_.ClearCancel();
   try {
-    return transfer();
+    return {transfer(), false};
   } catch (const std::exception&) {
-    failed = true;
-    desktop_.ShowMessage(BadDataMessage);
-    return TransferGivenUp;
+    desktop_.ShowMessage(messages::BadData);
+    return {TransferGivenUp, true};
   }
 }
 
-void WalrimMain::NoteReport(DataKind kind) {
-  const TransferReport& report = garmin_.session.report;
-  const std::string name = "(" + std::string(DataKindName(kind)) + ")";
+void DeviceCommands::NoteReport(DataKind kind) {
+  const TransferReport& report = garmin_.Report();
+  Notices& told = state_.Told();
   if (report.damaged_records > 0) {
     damaged_records_came_ = true;
-    notices_.push_back(name + "破損した記録が" + std::to_string(report.damaged_records) + "件届きました．" +
-                       std::string(CheckedLinkAdvice));
+    told.Add(messages::DamagedRecords(kind, report.damaged_records));
   }
   if (report.missing_records > 0) {
-    notices_.push_back(std::string(DataKindName(kind)) + "：" + std::to_string(garmin_.session.RecordsAnnounced) +
-                       "件中" + std::to_string(report.missing_records) + "件が届きませんでした．");
+    told.Add(messages::MissingRecords(kind, garmin_.RecordsAnnounced(), report.missing_records));
   }
-  if (report.refused_records > 0) {
-    notices_.push_back(name + "受信機が受け取らなかった記録が" + std::to_string(report.refused_records) +
-                       "件あります．");
-  }
-  if (!report.replaced_records.empty()) {
-    something_lost_ = true;
-    notices_.push_back(name + "受信機にない絵や色を，近いものに替えて送信しました：" +
-                       JoinNames(report.replaced_records) + "．");
-  }
-  if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
-  if (!report.cut_records.empty()) {
-    something_lost_ = true;
-    desktop_.ShowMessage(name + "長すぎる記録の文字列の末尾を切って送信しました：" + JoinNames(report.cut_records));
-  }
+  if (report.refused_records > 0) told.Add(messages::RefusedRecords(kind, report.refused_records));
+  NoteChangedRecords(kind);
 }
 
-/// Names and comments that the receiver's fields are too short for were cut without a sign on the line.
-void WalrimMain::NoteCutTexts(DataKind kind) {
-  const int cut = CountCutTexts(data_, kind, garmin_.session.protocols);
-  if (cut == 0) return;
-  something_lost_ = true;
-  notices_.push_back("(" + std::string(DataKindName(kind)) + ")受信機の欄より長い文字列が" + std::to_string(cut) +
-                     "件あり，末尾を切って送信しました．");
+/// What was sent is less than what is held: it must not be deleted.
+void DeviceCommands::NoteChangedRecords(DataKind kind) {
+  const TransferReport& report = garmin_.Report();
+  Notices& told = state_.Told();
+  const bool changed = !report.replaced_records.empty() || !report.cut_records.empty() || report.cut_texts > 0;
+  if (changed) state_.SetSomethingLost(true);
+  if (!report.replaced_records.empty()) told.Add(messages::ReplacedRecords(kind, report.replaced_records));
+  if (!report.unsendable.empty()) desktop_.ShowMessage(report.unsendable);
+  if (!report.cut_records.empty()) desktop_.ShowMessage(messages::CutRecords(kind, report.cut_records));
+  if (report.cut_texts > 0) told.Add(messages::CutTexts(kind, report.cut_texts));
 }
 
 /// The status line is left empty, or tells what went wrong without a message.
-void WalrimMain::ShowNotices() {
-  std::string text;
-  for (const std::string& notice : notices_)
-    text += notice;
-  garmin_.Status().SetCaption(text);
+void DeviceCommands::ShowNotices() {
+  desktop_.SetStatusCaption(state_.Told().Joined());
 }
 
 /// A result of 0 may be an empty receiver, or one that did not take the first packet.
-WalrimMain::KindEnd WalrimMain::EndWithoutRecords() {
-  const TransferReport& report = garmin_.session.report;
+DeviceCommands::KindEnd DeviceCommands::EndWithoutRecords() {
+  const TransferReport& report = garmin_.Report();
   if (report.port_failed && !PortIsGone(garmin_.LastPortResult())) return {false, Outcome::Refused};
   if (report.no_answer || report.port_failed) {
-    desktop_.ShowMessage(LinkLostMessage);
+    desktop_.ShowMessage(messages::LinkLost);
     return {false, Outcome::LinkLost};
   }
   if (report.not_acknowledged) {
-    desktop_.ShowMessage(NotAcknowledgedMessage);
+    desktop_.ShowMessage(messages::NotAcknowledged);
     return {false, Outcome::NoReceiver};
   }
   return {};
 }
 
-// ---- Get GPS info
-
-void WalrimMain::AskCount(DataKind kind, Outcome& outcome) {
-  std::string& count_text = controls.GpsDataNum[IndexOf(kind)];
-  bool failed = false;
-  const std::int32_t count =
-      RunTransfer([&] { return garmin_.Download(kind, controls.CommPort, TransferMode::CountOnly); }, failed);
-  if (count <= 0) count_text.clear();
-  if (count == TransferTimedOut) {
-    desktop_.ShowMessage(LinkLostMessage);
-    outcome = Outcome::LinkLost;
-  } else if (count < 0) {
-    if (!failed && garmin_.session.report.bad_answer) desktop_.ShowMessage(BadAnswerMessage);
-    outcome = cancel_requested_ ? Outcome::Cancelled : Outcome::Refused;
-    if (TellRefusal()) outcome = Outcome::NoReceiver;
-  } else if (garmin_.session.report.cancelled && count == 0) {
-    outcome = Outcome::Cancelled;
-  } else if (const KindEnd end = EndWithoutRecords(); !end.go_on) {
-    outcome = end.outcome;
-  } else {
-    count_text = std::to_string(count);
-  }
-  desktop_.ControlsChanged();
+/// Whether the receiver refused a packet of the checked link to the end; then that is told.
+bool DeviceCommands::TellRefusal() {
+  const bool refused = garmin_.Report().refused;
+  if (refused) desktop_.ShowMessage(messages::NotAcknowledged);
+  return refused;
 }
 
-Outcome WalrimMain::Get_GpsInfo_Click() {
-  if (busy_) return Outcome::Busy;
-  Outcome outcome = Outcome::Done;
-  {
-    const BusyGuard guard(busy_);
-    SetCancelEnabled(true);
-    outcome = IdentifyDevice().ProductId > 0 ? AskCounts() : OutcomeWithoutReceiver();
-    SetCancelEnabled(false);
-  }
-  if (outcome != Outcome::Done || !controls.AutoDownload) return outcome;
-  controls.DownCheck.fill(true);
+// ---- Info
+
+Outcome DeviceCommands::GetInfo() {
+  if (state_.Busy()) return Outcome::Busy;
+  const Outcome outcome = RunIdentified(&DeviceCommands::AskCounts);
+  if (outcome != Outcome::Done || !state_.Settings().auto_download) return outcome;
+  state_.Settings().download_kinds.fill(true);
   desktop_.ControlsChanged();
-  return GpsDownLoad_Click();
+  return Download();
 }
 
-Outcome WalrimMain::AskCounts() {
+Outcome DeviceCommands::AskCounts() {
   for (const DataKind kind : AllDataKinds)
-    controls.GpsDataNum[IndexOf(kind)].clear();
-  desktop_.ControlsChanged();
+    state_.SetReceiverCount(kind, std::nullopt);
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
-    if (cancel_requested_) break;
-    garmin_.Status().SetCaption("Get Data Num of " + std::string(DataKindName(kind)));
-    AskCount(kind, outcome);
+    if (state_.CancelRequested()) break;
+    desktop_.SetStatusCaption("Get Data Num of " + std::string(DataKindName(kind)));
+    outcome = AskCount(kind);
     if (outcome != Outcome::Done) break;
   }
-  garmin_.Status().SetCaption("");
-  return cancel_requested_ ? Outcome::Cancelled : outcome;
+  desktop_.SetStatusCaption("");
+  return state_.CancelRequested() ? Outcome::Cancelled : outcome;
 }
 
-/// Cancel can be pressed from here on, or no longer.
-void WalrimMain::SetCancelEnabled(bool enabled) {
-  cancel_requested_ = false;
-  controls.CancelEnabled = enabled;
-  desktop_.ControlsChanged();
+Outcome DeviceCommands::AskCount(DataKind kind) {
+  const TransferEnd end = Run([&] { return garmin_.Download(kind, state_.Settings().port, TransferMode::CountOnly); });
+  if (end.result <= 0) state_.SetReceiverCount(kind, std::nullopt);
+  if (end.result == TransferTimedOut) {
+    desktop_.ShowMessage(messages::LinkLost);
+    return Outcome::LinkLost;
+  }
+  if (end.result < 0) {
+    if (!end.broken_off && garmin_.Report().bad_answer) desktop_.ShowMessage(messages::BadAnswer);
+    if (TellRefusal()) return Outcome::NoReceiver;
+    return state_.CancelRequested() ? Outcome::Cancelled : Outcome::Refused;
+  }
+  if (garmin_.Report().cancelled && end.result == 0) return Outcome::Cancelled;
+  const KindEnd without = EndWithoutRecords();
+  if (without.go_on) state_.SetReceiverCount(kind, end.result);
+  return without.outcome;
 }
 
 // ---- Download
 
-Outcome WalrimMain::GpsDownLoad_Click() {
-  if (busy_) return Outcome::Busy;
-  if (!AnyChecked(controls.DownCheck)) {
-    desktop_.ShowMessage("DownLoadするDataSetが選択されていません．");
+Outcome DeviceCommands::Download() {
+  if (state_.Busy()) return Outcome::Busy;
+  if (!AnyOf(state_.Settings().download_kinds)) {
+    desktop_.ShowMessage(messages::NothingToDownload);
     return Outcome::Refused;
   }
-  Outcome outcome = Outcome::Done;
-  {
-    const BusyGuard guard(busy_);
-    notices_.clear();
-    SetCancelEnabled(true);
-    outcome = IdentifyDevice().ProductId > 0 ? DownloadSelected() : OutcomeWithoutReceiver();
-    ShowNotices();
-    SetCancelEnabled(false);
-  }
+  state_.Told().Clear();
+  const Outcome outcome = RunIdentified(&DeviceCommands::DownloadSelected);
   if (outcome == Outcome::Done) RunAutoSaveAndCopy();
   return outcome;
 }
 
-Outcome WalrimMain::DownloadSelected() {
+Outcome DeviceCommands::DownloadSelected() {
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
-    if (cancel_requested_) return Outcome::Cancelled;
-    if (!controls.DownCheck[IndexOf(kind)] || controls.GpsDataNum[IndexOf(kind)] == "0") continue;
-    if (loaded_[IndexOf(kind)] && !desktop_.AskYesNo("現在の内部データ(" + std::string(DataKindName(kind)) +
-                                                     ")は上書きされます．よろしいですか？")) {
-      continue;
-    }
+    if (state_.CancelRequested()) break;
+    if (!state_.Settings().download_kinds[IndexOf(kind)] || state_.ReceiverCount(kind) == 0) continue;
+    if (state_.Loaded(kind) && !desktop_.AskYesNo(messages::OverwriteHeldQuestion(kind))) continue;
     const KindEnd end = DownloadKind(kind);
     if (end.outcome != Outcome::Done) outcome = end.outcome;
-    if (cancel_requested_) return Outcome::Cancelled;
     if (!end.go_on) break;
   }
-  return outcome;
+  ShowNotices();
+  return state_.CancelRequested() ? Outcome::Cancelled : outcome;
 }
 
-WalrimMain::KindEnd WalrimMain::DownloadKind(DataKind kind) {
-  garmin_.Status().SetCaption("DownLoading : " + std::string(DataKindName(kind)));
-  bool failed = false;
-  const std::int32_t result =
-      RunTransfer([&] { return garmin_.Download(kind, controls.CommPort, TransferMode::Transfer); }, failed);
+DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
+  desktop_.SetStatusCaption("DownLoading : " + std::string(DataKindName(kind)));
+  const TransferEnd end = Run([&] { return garmin_.Download(kind, state_.Settings().port, TransferMode::Transfer); });
   NoteReport(kind);
-  if (result > 0) {
-    loaded_[IndexOf(kind)] = true;
-    SetGpsNum(kind, std::to_string(result));
+  if (end.result > 0) {
+    state_.SetHeldCount(kind, end.result);
     return {};
   }
-  if (result == 0) return EndWithoutRecords();
-  const bool lost = result == TransferTimedOut;
-  if (lost) desktop_.ShowMessage(LinkLostMessage);
-  if (!failed && garmin_.session.report.bad_answer) desktop_.ShowMessage(BadAnswerMessage);
+  if (end.result == 0) return EndWithoutRecords();
+  const bool lost = end.result == TransferTimedOut;
+  if (lost) desktop_.ShowMessage(messages::LinkLost);
+  if (!end.broken_off && garmin_.Report().bad_answer) desktop_.ShowMessage(messages::BadAnswer);
   const bool refused = TellRefusal();
-  EmptyKind(kind);
+  state_.Empty(kind);
   // Who has stopped answering, or answers nonsense, is not asked for the next kind.
   if (refused) return {false, Outcome::NoReceiver};
   return {false, lost ? Outcome::LinkLost : Outcome::Refused};
 }
 
-/// Whether the receiver refused a packet of the checked link to the end; then that is told.
-bool WalrimMain::TellRefusal() {
-  const TransferReport& report = garmin_.session.report;
-  if (report.refused) desktop_.ShowMessage(NotAcknowledgedMessage);
-  return report.refused;
-}
-
 /// The kinds that were saved are still there to be copied; they are deleted when all that was wanted has been done.
 /// What the download had to tell stays told.
-void WalrimMain::RunAutoSaveAndCopy() {
-  const std::vector<std::string> of_download = notices_;
-  if (!controls.AutoSave && !controls.AutoCopy) return;
-  bool all_done = true;
-  controls.DoCheck = controls.DownCheck;
+void DeviceCommands::RunAutoSaveAndCopy() {
+  UserSettings& settings = state_.Settings();
+  if (!settings.auto_save && !settings.auto_copy) return;
+  const std::vector<std::string> of_download = state_.Told().Texts();
+  settings.chosen_kinds = settings.download_kinds;
   desktop_.ControlsChanged();
+  bool all_done = true;
   bool lost = false;
-  if (controls.AutoSave) {
-    all_done = ExportSelected() == Outcome::Done;
-    lost = something_lost_;
+  if (settings.auto_save) {
+    all_done = exports_.ExportSelected() == Outcome::Done;
+    lost = state_.SomethingLost();
   }
-  if (controls.AutoCopy) {
-    all_done = CopySelected() == Outcome::Done && all_done;
-    lost = lost || something_lost_;
+  if (settings.auto_copy) {
+    all_done = exports_.CopySelected() == Outcome::Done && all_done;
+    lost = lost || state_.SomethingLost();
   }
-  something_lost_ = lost;
-  if (all_done) DeleteHandled(NotReadBackNotice);
+  state_.SetSomethingLost(lost);
+  if (all_done) deletes_.DeleteHandled(messages::NotReadBack);
   if (of_download.empty()) return;
-  notices_.insert(notices_.begin(), of_download.begin(), of_download.end());
+  state_.Told().Prepend(of_download);
   ShowNotices();
 }
 
 // ---- Upload
 
-Outcome WalrimMain::GpsUpLoad_Click() {
-  if (busy_) return Outcome::Busy;
-  if (!AnyChecked(controls.DoCheck)) {
-    desktop_.ShowMessage("UpLoadするDataSetが選択されていません．");
+Outcome DeviceCommands::Upload() {
+  if (state_.Busy()) return Outcome::Busy;
+  const bool chosen = AnyOf(state_.Settings().chosen_kinds);
+  if (!chosen || !state_.AnyLoaded()) {
+    desktop_.ShowMessage(chosen ? messages::NothingHeld : messages::NothingToUpload);
     return Outcome::Refused;
   }
-  if (!AnyLoaded()) {
-    desktop_.ShowMessage("内部データがありません．");
-    return Outcome::Refused;
-  }
-  Outcome outcome = Outcome::Done;
-  {
-    const BusyGuard guard(busy_);
-    notices_.clear();
-    something_lost_ = false;
-    SetCancelEnabled(true);
-    outcome = IdentifyDevice().ProductId > 0 ? UploadSelected() : OutcomeWithoutReceiver();
-    ShowNotices();
-    SetCancelEnabled(false);
-  }
-  if (outcome == Outcome::Done) DeleteHandled(CutNotice);
+  state_.Told().Clear();
+  state_.SetSomethingLost(false);
+  const Outcome outcome = RunIdentified(&DeviceCommands::UploadSelected);
+  if (outcome == Outcome::Done) deletes_.DeleteHandled(messages::CutNotDeleted);
   return outcome;
 }
 
-Outcome WalrimMain::UploadSelected() {
+Outcome DeviceCommands::UploadSelected() {
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
-    if (cancel_requested_) return Outcome::Cancelled;
-    if (!controls.DoCheck[IndexOf(kind)] || !loaded_[IndexOf(kind)]) continue;
-    garmin_.Status().SetCaption("UpLoading : " + std::string(DataKindName(kind)));
+    if (state_.CancelRequested()) break;
+    if (!state_.WantedKinds()[IndexOf(kind)]) continue;
+    desktop_.SetStatusCaption("UpLoading : " + std::string(DataKindName(kind)));
     const KindEnd end = UploadKind(kind);
-    garmin_.Status().SetCaption("");
+    desktop_.SetStatusCaption("");
     if (end.outcome != Outcome::Done) outcome = end.outcome;
-    if (cancel_requested_) return Outcome::Cancelled;
     if (!end.go_on) break;
   }
-  return outcome;
+  ShowNotices();
+  return state_.CancelRequested() ? Outcome::Cancelled : outcome;
 }
 
-WalrimMain::KindEnd WalrimMain::UploadKind(DataKind kind) {
-  bool failed = false;
-  const std::int32_t result = RunTransfer([&] { return garmin_.Upload(kind, controls.CommPort); }, failed);
-  const bool end_refused = garmin_.session.report.end_refused;
-  const bool all_taken = garmin_.session.report.refused_records == 0 && !end_refused;
+DeviceCommands::KindEnd DeviceCommands::UploadKind(DataKind kind) {
+  const TransferEnd end = Run([&] { return garmin_.Upload(kind, state_.Settings().port); });
   NoteReport(kind);
-  NoteCutTexts(kind);
-  if (result == TransferTimedOut) {
-    desktop_.ShowMessage(LinkLostMessage);
+  return EndOfUpload(kind, end);
+}
+
+DeviceCommands::KindEnd DeviceCommands::EndOfUpload(DataKind kind, const TransferEnd& end) {
+  const TransferReport report = garmin_.Report();
+  if (end.result == TransferTimedOut) {
+    desktop_.ShowMessage(messages::LinkLost);
     return {false, Outcome::LinkLost};
   }
-  if (result == TransferGivenUp && TellRefusal()) return {false, Outcome::NoReceiver};
+  if (end.result == TransferGivenUp && TellRefusal()) return {false, Outcome::NoReceiver};
   // Who has not answered Cancel is not asked how much it holds now.
-  if (failed || garmin_.session.report.cancelled) {
-    controls.GpsDataNum[IndexOf(kind)].clear();  // nobody knows what the receiver has taken
+  if (end.broken_off || report.cancelled) {
+    state_.SetReceiverCount(kind, std::nullopt);  // nobody knows what the receiver has taken
     return {false, Outcome::Refused};
   }
   // A record that cannot be sent stops its own kind alone: the receiver was not even asked.
-  if (!garmin_.session.report.unsendable.empty()) return {true, Outcome::Refused};
-  if (result == 0) {
-    if (const KindEnd end = EndWithoutRecords(); !end.go_on) return end;
+  if (!report.unsendable.empty()) return {true, Outcome::Refused};
+  if (end.result == 0) {
+    if (const KindEnd without = EndWithoutRecords(); !without.go_on) return without;
   }
-  Outcome asked = Outcome::Done;
-  AskCount(kind, asked);
+  return AskAfterUpload(kind, end.result, report);
+}
+
+DeviceCommands::KindEnd DeviceCommands::AskAfterUpload(DataKind kind, std::int32_t result,
+                                                       const TransferReport& upload) {
+  const Outcome asked = AskCount(kind);
   // Where the link is lost, that has been said.
-  if (end_refused && asked != Outcome::LinkLost) {
-    notices_.push_back("(" + std::string(DataKindName(kind)) + ")" + std::string(EndRefusedNotice));
-  }
+  if (upload.end_refused && asked != Outcome::LinkLost) state_.Told().Add(messages::EndRefused(kind));
   if (asked != Outcome::Done) return {false, asked};
+  const bool all_taken = upload.refused_records == 0 && !upload.end_refused;
   return {result >= 0, result >= 0 && all_taken ? Outcome::Done : Outcome::Refused};
 }
 

@@ -1,8 +1,10 @@
 // The program's own dialogs, as whoever runs it shows them.
 #pragma once
 
-#include "data/MpsOptions.h"
+#include <optional>
+
 #include "dialogs/ClipProAtlas.h"
+#include "formats/ScriptOptions.h"
 
 namespace walrim {
 
@@ -13,7 +15,7 @@ class Dialogs {
 
   /// Lets the user adjust the settings of a script. False when the script is not wanted after all; what was stored
   /// until then stays stored.
-  [[nodiscard]] virtual bool ShowMpsOption(MpsOptions& options) = 0;
+  [[nodiscard]] virtual bool ShowScriptOptions(ScriptOptions& options) = 0;
 
   /// Lets the user complete a point that the dialog was opened for; nothing when it was cancelled.
   [[nodiscard]] virtual std::optional<ClipWaypoint> ShowClipProAtlas(ClipProAtlas& clip) = 0;

@@ -1,15 +1,16 @@
-// The commands that write the data set: to a file, or to the clipboard.
+#include "app/ExportCommands.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
 
-#include "app/BusyGuard.h"
 #include "app/FileStore.h"
+#include "app/ImportText.h"
+#include "app/Messages.h"
 #include "app/ReadBack.h"
-#include "app/WalrimMain.h"
+#include "app/SouthAndWest.h"
 #include "text/Cp932.h"
 #include "text/Numbers.h"
-#include "text/Utf8.h"
 
 namespace walrim {
 
@@ -21,9 +22,6 @@ std::string StampOf(const CivilTime& time) {
          PadNumber(time.minute, 2) + PadNumber(time.second, 2);
 }
 
-/// Characters of a line that a message quotes.
-constexpr std::size_t LongestQuote = 40;
-
 /// Byte offset of the character with an index.
 std::size_t OffsetOf(std::string_view utf8, std::size_t index) {
   std::size_t offset = 0;
@@ -34,163 +32,201 @@ std::size_t OffsetOf(std::string_view utf8, std::size_t index) {
   return offset;
 }
 
-std::string CutToCharacters(std::string_view text, std::size_t count) {
-  return std::string(text.substr(0, OffsetOf(text, count)));
-}
-
-/// A standard line's tag and its first text; the beginning of any other line.
-std::string DescribeLine(std::string_view line) {
-  line.remove_prefix(std::min(line.find_first_not_of('\t'), line.size()));
-  const std::size_t tag_end = line.find('\t');
-  const std::size_t value = line.find("=\"");
-  if (tag_end == std::string_view::npos || value == std::string_view::npos) {
-    return "「" + CutToCharacters(line, LongestQuote) + "」";
+/// Hands on lines in Shift-JIS. From the first character on that it lacks nothing is handed on.
+class ShiftJisLines {
+ public:
+  void Add(const std::string& lines, const std::function<void(std::string_view)>& put) {
+    if (!question_.empty()) return;
+    UnencodableCharacter lacking;
+    if (const auto bytes = EncodeCp932(lines, &lacking)) {
+      lines_before_ += std::ranges::count(lines, '\n');
+      put(*bytes);
+    } else {
+      question_ = messages::Utf8Question(RecordAt(lines, OffsetOf(lines, lacking.index)), lacking.utf8);
+    }
   }
-  return std::string(line.substr(0, tag_end)) + "「" +
-         std::string(line.substr(value + 2, line.find('"', value + 2) - value - 2)) + "」";
-}
+  [[nodiscard]] const std::string& Question() const { return question_; }
 
-/// A line's number and what it says, to find the record by.
-std::string DescribeRecord(std::string_view text, std::size_t offset) {
-  const auto line_number = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n') + 1;
-  std::size_t begin = text.rfind('\n', offset);
-  begin = begin == std::string_view::npos ? 0 : begin + 1;
-  const std::string_view line = text.substr(begin, text.find('\r', begin) - begin);
-  return std::to_string(line_number) + "行目の" + DescribeLine(line);
-}
+ private:
+  [[nodiscard]] std::string RecordAt(std::string_view lines, std::size_t offset) const {
+    const std::string_view before = lines.substr(0, offset);
+    const std::size_t begin = before.rfind('\n') + 1;  // from the first line's beginning where there is none before
+    const std::string_view line = lines.substr(begin, lines.find('\r', begin) - begin);
+    return messages::RecordInLine(lines_before_ + std::ranges::count(before, '\n') + 1, line);
+  }
+
+  std::ptrdiff_t lines_before_ = 0;
+  std::string question_;
+};
 
 }  // namespace
 
-std::string OverwriteQuestion(std::string_view path) {
-  return "このファイル（" + std::string(path) + ")は存在します．上書きしますか？";
+ExportCommands::ExportCommands(ProgramState& state, DeleteCommands& deletes, const Clock& clock, EventLoop& event_loop,
+                               Desktop& desktop, Dialogs* dialogs)
+    : state_(state), deletes_(deletes), clock_(clock), event_loop_(event_loop), desktop_(desktop), dialogs_(dialogs) {}
+
+void ExportCommands::ShowNotices() {
+  desktop_.SetStatusCaption(state_.Told().Joined());
 }
 
-std::string WriteProblemText(std::string_view path, std::string_view detail) {
-  return "ファイルに書き込めません：" + std::string(path) + "（" + std::string(detail) + "）";
+bool ExportCommands::SomethingToWrite() {
+  const bool loaded = state_.AnyLoaded();
+  const bool chosen = AnyOf(state_.Settings().chosen_kinds);
+  if (!loaded || !chosen) desktop_.ShowMessage(loaded ? messages::NothingChosen : messages::NothingDownloaded);
+  return loaded && chosen;
 }
 
-bool WalrimMain::SomethingToWrite() {
-  if (!AnyLoaded()) {
-    desktop_.ShowMessage("DataSetがDownLoadされていません．");
-    return false;
+// ---- Writing
+
+bool ExportCommands::Prepare() {
+  UserSettings& settings = state_.Settings();
+  const Format& format = FormatOf(settings.format);
+  if (settings.format == FormatId::Script || settings.notation == AngleNotation::DMS) {
+    const int positions = CountSouthAndWest(state_.Data(), state_.WantedKinds());
+    if (positions > 0) state_.Told().Add(messages::SouthAndWest(positions));
   }
-  if (!AnyChecked(controls.DoCheck)) {
-    desktop_.ShowMessage("DataSetが選択されていません．");
-    return false;
+  if (!format.has_options) return true;
+  desktop_.SetStatusCaption(messages::Converting);
+  return dialogs_ == nullptr || dialogs_->ShowScriptOptions(settings.script);
+}
+
+ExportCommands::Written ExportCommands::Write(TextEncoding encoding, bool with_progress, const Put& put) {
+  const UserSettings& chosen = state_.Settings();
+  WriteSettings settings{state_.WantedKinds(), chosen.notation,    chosen.datum,  chosen.utc_offset_hours,
+                         chosen.with_header,   clock_.LocalTime(), chosen.script, {}};
+  if (with_progress) {
+    settings.progress = [this](DataKind kind, int number, int count) {
+      desktop_.SetStatusCaption(messages::Exporting(kind, number, count));
+      desktop_.SetProgress(number, count);
+    };
   }
-  return true;
+  ShiftJisLines shift_jis;
+  EncodingDetector detector;
+  TextOutput out([&](const std::string& lines) {
+    detector.Add(lines);
+    encoding == TextEncoding::ShiftJis ? shift_jis.Add(lines, put) : put(lines);
+    event_loop_.Yield();
+  });
+  Written written{};
+  written.report = FormatOf(chosen.format).write(out, state_.Data(), settings);
+  out.Flush();
+  written.nothing = out.Empty();
+  written.utf8_question = shift_jis.Question();
+  written.reads_as = detector.Encoding();
+  return written;
 }
 
-std::optional<std::string> WalrimMain::EncodeText(const std::string& text) {
-  if (controls.Encoding == TextEncoding::Utf8) return text;
-  UnencodableCharacter lacking;
-  if (auto bytes = EncodeCp932(text, &lacking)) return bytes;
-  const std::string where = DescribeRecord(text, OffsetOf(text, lacking.index));
-  if (!desktop_.AskYesNo(where + "の文字「" + lacking.utf8 + "」はShift-JISでは表せません．UTF-8で保存しますか？")) {
-    return std::nullopt;
+bool ExportCommands::Told(const Written& written) {
+  desktop_.SetProgress(0, 0);
+  if (written.report.broken_texts > 0) state_.Told().Add(messages::BrokenTexts(written.report.broken_texts));
+  if (written.report.skipped > 0) state_.Told().Add(messages::SkippedRecords(written.report.skipped));
+  if (written.nothing) desktop_.ShowMessage(messages::NothingToSave);
+  return !written.nothing;
+}
+
+Outcome ExportCommands::WriteFile(const std::string& path) {
+  if (!Prepare()) return Outcome::Refused;
+  FileWriter file(path);
+  const Put put = [&file](std::string_view bytes) { file.Add(bytes); };
+  const auto own_encoding = FormatOf(state_.Settings().format).encoding;
+  const TextEncoding encoding = own_encoding.value_or(state_.Settings().encoding);
+  const Written written = Write(encoding, true, put);
+  if (!Told(written)) {
+    if (path != StandardStream) desktop_.ShowMessage(messages::NothingWritten);
+    return Outcome::Refused;
   }
-  return text;
-}
-
-/// What AutoDelete does behind a command that did all it was asked for: only what was kept elsewhere as a whole may go.
-void WalrimMain::DeleteHandled(std::string_view lost) {
-  if (!controls.AutoDelete) return;
-  if (something_lost_) {
-    notices_.emplace_back(lost);
-    ShowNotices();
-  } else {
-    DeleteSelected();
+  const bool asks = !written.utf8_question.empty();
+  if (asks && !desktop_.AskYesNo(written.utf8_question)) return Outcome::Refused;
+  // A UTF-8 text whose letters are pairs of half-width katakana in Shift-JIS has to say what it is.
+  const bool is_utf8 = asks || encoding == TextEncoding::Utf8;
+  const bool needs_mark = is_utf8 && !own_encoding && written.reads_as == TextEncoding::ShiftJis;
+  if (asks || needs_mark) {
+    file.StartOver();
+    if (needs_mark) file.Add(Utf8Mark);
+    static_cast<void>(Write(TextEncoding::Utf8, false, put));
   }
+  const auto problem = file.Finish();
+  if (problem) desktop_.ShowMessage(messages::WriteProblem(path, problem->detail));
+  return problem ? Outcome::Refused : Outcome::Done;
 }
 
-/// Whether a text that was written reads back as the kinds it was written of.
-bool WalrimMain::GivesBack(const std::string& text) {
-  const FileFormat format = OutputTypeOfName(controls.OutputTypeOption).format;
-  return ReadsBack(data_, WantedKinds(), text, format, controls.UTCOffsetNum);
+/// Whether what was written reads back as the kinds it was written of.
+bool ExportCommands::GivesBack(ImportText text) {
+  const UserSettings& settings = state_.Settings();
+  LineSource lines = text.Lines();
+  DataSet back;
+  static_cast<void>(FormatOf(settings.format).read(lines, back, {settings.utc_offset_hours}));
+  return !text.Problem() && ReadsBack(state_.Data(), back, state_.WantedKinds(), settings.format);
 }
 
-Outcome WalrimMain::FileExport_Click() {
+// ---- To a file
+
+Outcome ExportCommands::Export() {
   const Outcome outcome = ExportSelected();
-  if (outcome == Outcome::Done) DeleteHandled(NotReadBackNotice);
+  if (outcome == Outcome::Done) deletes_.DeleteHandled(messages::NotReadBack);
   return outcome;
 }
 
-Outcome WalrimMain::ExportSelected() {
-  if (busy_) return Outcome::Busy;
+Outcome ExportCommands::ExportSelected() {
+  if (state_.Busy()) return Outcome::Busy;
   if (!SomethingToWrite()) return Outcome::Refused;
-  const BusyGuard guard(busy_);
-  notices_.clear();
-  std::string base_name;
-  if (controls.AutoFileName) {
+  const BusyGuard guard(state_);
+  state_.Told().Clear();
+  const Format& format = FormatOf(state_.Settings().format);
+  std::optional<std::string> path;
+  if (state_.Settings().auto_file_name) {
     std::error_code error;
-    base_name = (std::filesystem::current_path(error) / StampOf(clock_.LocalTime())).string();
+    const std::string name = StampOf(clock_.LocalTime()) + "." + std::string(format.ending);
+    path = (std::filesystem::current_path(error) / name).string();
+  } else {
+    path = desktop_.SaveFileDialog(DialogFilter(format));
   }
-  const Outcome outcome = ExportRoutine(base_name);
+  const Outcome outcome = path ? ExportTo(*path) : Outcome::Refused;
   ShowNotices();
   return outcome;
 }
 
-Outcome WalrimMain::ExportRoutine(const std::string& base_name) {
-  const OutputType& type = OutputTypeOfName(controls.OutputTypeOption);
-  if (!base_name.empty()) return ExportTo(base_name + "." + std::string(type.extension));
-  const std::string path = desktop_.SaveFileDialog(DialogFilter(type));
-  if (path == DialogCancelled) return Outcome::Refused;
-  return ExportTo(path);
-}
-
-Outcome WalrimMain::ExportTo(const std::string& path) {
-  StatusLine& status = garmin_.Status();
-  status.SetCaption("Export to " + path);
-  if (FileExists(path) && !desktop_.AskOkCancel(OverwriteQuestion(path))) {
-    status.SetCaption("");
-    return Outcome::Refused;
+Outcome ExportCommands::ExportTo(const std::string& path) {
+  desktop_.SetStatusCaption(messages::ExportTo(path));
+  Outcome outcome = Outcome::Refused;
+  if (!FileExists(path) || desktop_.AskOkCancel(messages::OverwriteQuestion(path))) outcome = WriteFile(path);
+  if (outcome == Outcome::Done && state_.Settings().auto_delete) {
+    state_.SetSomethingLost(!GivesBack(ImportText::OfFile(path)));
   }
-  const Outcome outcome = WriteText(path, BuildText());
-  if (outcome == Outcome::Done && controls.AutoDelete) {
-    auto bytes = ReadWholeFile(path);
-    something_lost_ = !bytes || !GivesBack(DecodeOwnedText(*std::move(bytes)));
-  }
-  status.SetCaption("");
+  desktop_.SetStatusCaption("");
   return outcome;
 }
 
-Outcome WalrimMain::WriteText(const std::string& path, const std::optional<std::string>& text) {
-  if (!text) return Outcome::Refused;
-  if (text->empty()) {
-    desktop_.ShowMessage("DatasetがDownLoadされていません．");
-    return Outcome::Refused;
-  }
-  // UTF-8 is what the text is in already.
-  const bool as_it_is = controls.Encoding == TextEncoding::Utf8;
-  const auto encoded = as_it_is ? std::nullopt : EncodeText(*text);
-  if (!as_it_is && !encoded) return Outcome::Refused;
-  if (const auto problem = WriteWholeFile(path, as_it_is ? *text : *encoded)) {
-    desktop_.ShowMessage(WriteProblemText(path, problem->detail));
-    return Outcome::Refused;
-  }
-  return Outcome::Done;
+Outcome ExportCommands::ExportToStandardOutput() {
+  const Outcome outcome = WriteFile(std::string(StandardStream));
+  desktop_.SetStatusCaption("");
+  return outcome;
 }
 
-Outcome WalrimMain::Copy_Click() {
+// ---- To the clipboard
+
+Outcome ExportCommands::Copy() {
   const Outcome outcome = CopySelected();
-  if (outcome == Outcome::Done) DeleteHandled(NotReadBackNotice);
+  if (outcome == Outcome::Done) deletes_.DeleteHandled(messages::NotReadBack);
   return outcome;
 }
 
-Outcome WalrimMain::CopySelected() {
-  if (busy_) return Outcome::Busy;
+Outcome ExportCommands::CopySelected() {
+  if (state_.Busy()) return Outcome::Busy;
   if (!SomethingToWrite()) return Outcome::Refused;
-  const BusyGuard guard(busy_);
-  notices_.clear();
-  const auto text = BuildText();
+  const BusyGuard guard(state_);
+  state_.Told().Clear();
+  std::string text;
+  const bool wanted = Prepare();
+  bool written = false;
+  if (wanted) written = Told(Write(TextEncoding::Utf8, true, [&text](std::string_view lines) { text += lines; }));
   ShowNotices();
-  if (!text) return Outcome::Refused;
-  if (text->empty()) {
-    desktop_.ShowMessage("DatasetがDownLoadされていません．");
+  if (!written) {
+    if (wanted) desktop_.ShowMessage(messages::NothingWritten);
     return Outcome::Refused;
   }
-  desktop_.SetClipboardText(*text);
-  something_lost_ = controls.AutoDelete && !GivesBack(*text);
+  desktop_.SetClipboardText(text);
+  state_.SetSomethingLost(state_.Settings().auto_delete && !GivesBack(ImportText::OfUtf8(std::move(text))));
   return Outcome::Done;
 }
 

@@ -1,9 +1,9 @@
-// The commands that other programs give.
+#include "app/ExternalCommands.h"
+
 #include <optional>
 
-#include "app/WalrimMain.h"
 #include "text/Numbers.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 
@@ -11,7 +11,7 @@ namespace {
 
 /// A truth value as other programs spell it: a number other than 0, or TRUE.
 bool IsTrue(const std::string& text) {
-  return UpperCase(text) == "TRUE" || LeadingNumber(text) != 0;
+  return SameWord(text, "TRUE") || LeadingNumber(text) != 0;
 }
 
 std::optional<std::size_t> KindOfNumber(const std::string& text) {
@@ -38,44 +38,47 @@ std::int32_t ResultOf(Outcome outcome) {
 
 }  // namespace
 
-std::int32_t WalrimMain::WalrimCmd(const std::string& command, const std::string& argument1,
+std::int32_t ExternalCommands::Run(const std::string& command, const std::string& argument1,
                                    const std::string& argument2) {
-  if (busy_) return CommandBusy;
-  const std::string word = UpperCase(command);
-  if (word == "DELETE" && UpperCase(argument1) == "ALL") return DeleteAll();
-  if (word == "GETFILE") return ResultOf(GetFile(argument1));
-  if (word == "SETDOCHECK") return SetDoCheck(argument1, argument2);
+  if (state_.Busy()) return CommandBusy;
+  if (SameWord(command, "DELETE") && SameWord(argument1, "ALL")) return DeleteAll();
+  if (SameWord(command, "GETFILE")) return ResultOf(GetFile(argument1));
+  if (SameWord(command, "SETDOCHECK")) return ChooseKind(argument1, argument2);
   return CommandUnknown;
 }
 
-std::int32_t WalrimMain::DeleteAll() {
-  controls.DoCheck.fill(true);
+std::int32_t ExternalCommands::DeleteAll() {
+  state_.Settings().chosen_kinds.fill(true);
   desktop_.ControlsChanged();
-  return ResultOf(Delete_Click());
+  return ResultOf(deletes_.Delete());
 }
 
-std::int32_t WalrimMain::SetDoCheck(const std::string& kind_number, const std::string& value) {
+std::int32_t ExternalCommands::ChooseKind(const std::string& kind_number, const std::string& value) {
   if (kind_number.empty()) return CommandDone;
   const auto kind = KindOfNumber(kind_number);
   if (!kind) return CommandRefused;
-  controls.DoCheck[*kind] = IsTrue(value);
+  state_.Settings().chosen_kinds[*kind] = IsTrue(value);
   desktop_.ControlsChanged();
   return CommandDone;
 }
 
-Outcome WalrimMain::GetFile(const std::string& path) {
-  if (path.empty() || path == DialogCancelled) return Outcome::Done;
+Outcome ExternalCommands::GetFile(const std::string& path) {
+  if (path.empty() || path == NoFilePath) return Outcome::Done;
   // "-" is a file like others here: nobody feeds the standard input of a program that is called from outside.
-  const Outcome outcome = ImportFrom(path == "-" ? "./-" : path);
-  if (outcome != Outcome::Done || !controls.AutoUpload) return outcome;
-  return UploadImported();
+  return UploadBehind(imports_.ImportFrom(path == StandardStream ? "./-" : path));
 }
 
-Outcome WalrimMain::UploadImported() {
+Outcome ExternalCommands::TakeDrop(const std::vector<std::string>& paths, const std::string& text) {
+  if (state_.Busy()) return Outcome::Busy;
+  return UploadBehind(paths.empty() ? imports_.ImportTyped(text) : imports_.ImportFiles(paths));
+}
+
+Outcome ExternalCommands::UploadBehind(Outcome import) {
+  if (import != Outcome::Done || !state_.Settings().auto_upload) return import;
   for (const DataKind kind : AllDataKinds)
-    controls.DoCheck[IndexOf(kind)] = last_import_.summary.Received(kind);
+    state_.Settings().chosen_kinds[IndexOf(kind)] = imports_.LastImport().Received(kind);
   desktop_.ControlsChanged();
-  return GpsUpLoad_Click();
+  return device_.Upload();
 }
 
 }  // namespace walrim

@@ -1,6 +1,5 @@
 #include "app/FileStore.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -9,12 +8,14 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "app/Descriptor.h"
-#include "app/FileReplacement.h"
+#include "app/Messages.h"
 
 namespace walrim {
 
 namespace {
+
+/// Bytes that are read at once.
+constexpr std::size_t PieceSize = 16384;
 
 FileProblem LastError() {
   return {std::strerror(errno)};
@@ -28,12 +29,6 @@ bool WriteAll(int fd, std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
-}
-
-std::optional<FileProblem> WriteDirectly(const std::string& path, std::string_view bytes) {
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-  if (file.Get() < 0 || !WriteAll(file.Get(), bytes) || !file.Close()) return LastError();
-  return std::nullopt;
 }
 
 /// Whether a link is another user's, in a folder where everybody may put files: it may lead to any file of whoever
@@ -63,7 +58,7 @@ std::filesystem::path Resolved(const std::filesystem::path& path) {
 std::optional<FileProblem> ProblemOfLink(const std::filesystem::path& target) {
   std::error_code error;
   if (!std::filesystem::is_symlink(target, error) || !IsForeignLink(target)) return std::nullopt;
-  return FileProblem{"ほかの利用者が置いたリンクです"};
+  return FileProblem{std::string(messages::ForeignLink)};
 }
 
 /// Why nothing can be written at a path, whatever its folder allows. A file may be replaced where its folder may be
@@ -85,19 +80,11 @@ bool MayBeReplaced(const std::filesystem::path& target) {
   return kind == std::filesystem::file_type::regular || kind == std::filesystem::file_type::not_found;
 }
 
-/// What is made room for at first: a file's size and the byte behind it, where its end is seen.
-std::size_t FirstRoom(int fd) {
-  constexpr std::size_t OfUnknownSize = 65536;
-  struct stat status {};
-  if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) return OfUnknownSize;
-  return std::min(static_cast<std::size_t>(status.st_size), LargestFile) + 1;
-}
-
 /// Opens a file to read it; below 0 with the problem where it is none. A device is not even opened: that may move it.
-int OpenToRead(const std::string& path, FileProblem& problem) {
+int OpenToRead(const std::string& path, std::optional<FileProblem>& problem) {
   struct stat status {};
   if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
-    problem.detail = "通常のファイルではありません";
+    problem = FileProblem{std::string(messages::NoRegularFile)};
     return -1;
   }
   // What has become a pipe meanwhile is not waited for.
@@ -106,53 +93,97 @@ int OpenToRead(const std::string& path, FileProblem& problem) {
   return fd;
 }
 
-int OpenStandardInput(FileProblem& problem) {
-  const int fd = ::dup(STDIN_FILENO);
-  if (fd < 0) problem = LastError();
-  return fd;
-}
-
-/// Reads up to the end; false, with the reason in errno, where that fails.
-bool ReadAll(int fd, std::string& bytes) {
-  bytes.resize(FirstRoom(fd));
+/// Reads until a piece is full or the input has ended; fewer than 0 bytes, with the reason in errno, on an error.
+ssize_t ReadPiece(int fd, std::string& piece) {
   std::size_t length = 0;
-  for (;;) {
-    if (length > LargestFile) {
-      errno = EFBIG;
-      return false;
-    }
-    if (length == bytes.size()) bytes.resize(2 * length);
-    const ssize_t got = ::read(fd, bytes.data() + length, bytes.size() - length);
+  while (length < piece.size()) {
+    const ssize_t got = ::read(fd, piece.data() + length, piece.size() - length);
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return false;
+    if (got < 0) return got;
+    if (got == 0) break;
     length += static_cast<std::size_t>(got);
-    if (got > 0) continue;
-    bytes.resize(length);
-    return true;
   }
+  return static_cast<ssize_t>(length);
 }
 
 }  // namespace
 
-std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* problem) {
-  FileProblem found;
-  const Descriptor file(path == "-" ? OpenStandardInput(found) : OpenToRead(path, found));
-  std::string bytes;
-  if (file.Get() >= 0) {
-    if (ReadAll(file.Get(), bytes)) return bytes;
-    found = LastError();
+FileReader::FileReader(const std::string& path) {
+  if (path == StandardStream) {
+    file_.Set(::dup(STDIN_FILENO));
+    if (file_.Get() < 0) problem_ = LastError();
+  } else {
+    file_.Set(OpenToRead(path, problem_));
   }
-  if (problem != nullptr) *problem = found;
-  return std::nullopt;
 }
 
-std::optional<FileProblem> WriteWholeFile(const std::string& path, std::string_view bytes) {
-  const std::filesystem::path target = Resolved(path);
-  if (const auto problem = ProblemOfTarget(target)) return problem;
-  if (!MayBeReplaced(target)) return WriteDirectly(target, bytes);
-  FileReplacement file(target);
-  if (file.Get() < 0 || !WriteAll(file.Get(), bytes) || !file.TakePlace()) return LastError();
-  return std::nullopt;
+std::string_view FileReader::Next() {
+  if (problem_) return {};
+  piece_.resize(PieceSize);
+  const ssize_t length = ReadPiece(file_.Get(), piece_);
+  if (length < 0) {
+    problem_ = LastError();
+    return {};
+  }
+  read_ += static_cast<std::size_t>(length);
+  if (read_ > LargestFile) {
+    problem_ = FileProblem{std::strerror(EFBIG)};
+    return {};
+  }
+  return std::string_view(piece_).substr(0, static_cast<std::size_t>(length));
+}
+
+void FileReader::Rewind() {
+  read_ = 0;
+  if (!problem_ && ::lseek(file_.Get(), 0, SEEK_SET) != 0) problem_ = LastError();
+}
+
+void FileWriter::Begin() {
+  begun_ = true;
+  if (path_ == StandardStream) return;
+  const std::filesystem::path target = Resolved(path_);
+  problem_ = ProblemOfTarget(target);
+  if (problem_) return;
+  target_ = target.string();
+  if (!MayBeReplaced(target)) return;
+  file_.emplace(target);
+  if (file_->Get() < 0) problem_ = LastError();
+}
+
+void FileWriter::Add(std::string_view bytes) {
+  if (!begun_) Begin();
+  if (problem_) return;
+  if (!file_) {
+    held_.emplace_back(bytes);
+  } else if (!WriteAll(file_->Get(), bytes)) {
+    problem_ = LastError();
+  }
+}
+
+void FileWriter::StartOver() {
+  begun_ = false;
+  file_.reset();
+  held_.clear();
+  problem_.reset();
+}
+
+void FileWriter::WriteHeld() {
+  Descriptor file(path_ == StandardStream ? ::dup(STDOUT_FILENO) : ::open(target_.c_str(), O_WRONLY | O_CLOEXEC));
+  bool written = file.Get() >= 0;
+  for (const std::string& bytes : held_)
+    written = written && WriteAll(file.Get(), bytes);
+  if (!written || !file.Close()) problem_ = LastError();
+}
+
+std::optional<FileProblem> FileWriter::Finish() {
+  if (!begun_) Begin();
+  if (problem_) return problem_;
+  if (!file_) {
+    WriteHeld();
+  } else if (!file_->TakePlace()) {
+    problem_ = LastError();
+  }
+  return problem_;
 }
 
 std::optional<FileProblem> CheckWritable(const std::string& path) {

@@ -1,33 +1,79 @@
-// Files, read and written whole.
+// Files that are read and written in pieces, and written whole or not at all.
 #pragma once
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/Descriptor.h"
+#include "app/FileReplacement.h"
 
 namespace walrim {
 
 /// Larger files are refused: the fullest data set takes a tenth of it.
 inline constexpr std::size_t LargestFile = 64U * 1024U * 1024U;
 
+/// The name that stands for standard input where files are read, and for standard output where they are written.
+inline constexpr std::string_view StandardStream = "-";
+
 /// The system's words for what went wrong with a file.
 struct FileProblem {
   std::string detail;
 };
 
-/// Reads a whole file, or standard input's rest for "-". What else is no regular file (a pipe, a device) is refused, as
-/// whoever reads it may wait for ever. Nothing on an error, then *problem says why.
-[[nodiscard]] std::optional<std::string> ReadWholeFile(const std::string& path, FileProblem* problem = nullptr);
+/// A file that is read in pieces. What is neither standard input nor a regular file (a pipe, a device) is refused, as
+/// whoever reads it may wait for ever.
+class FileReader {
+ public:
+  explicit FileReader(const std::string& path);
+
+  /// The next piece, of the same size but for the last one; empty at the end and on an error. Valid until the next
+  /// call.
+  [[nodiscard]] std::string_view Next();
+  /// Goes back to the beginning, which standard input cannot.
+  void Rewind();
+  /// What went wrong, if anything did.
+  [[nodiscard]] const std::optional<FileProblem>& Problem() const { return problem_; }
+
+ private:
+  Descriptor file_{-1};
+  std::string piece_;
+  std::size_t read_ = 0;  ///< bytes since the beginning
+  std::optional<FileProblem> problem_;
+};
 
 /// Writes a file whole or not at all: to a new file beside it, flushed to the disk, then moved over it. What stood
 /// there before is untouched on an error, and whoever reads it meanwhile sees the one or the other whole. Owner and
 /// rights stay as far as the user may give them; a file that the user may not write is not replaced. A symbolic link's
 /// target is written, but not that of another user's link in a folder where everybody may put one; other hard links
-/// keep the old contents; something that is no regular file (a pipe, a device) is written directly. Nothing on success.
-[[nodiscard]] std::optional<FileProblem> WriteWholeFile(const std::string& path, std::string_view bytes);
+/// keep the old contents; standard output and what is no regular file (a pipe, a device) get all bytes at the end.
+class FileWriter {
+ public:
+  explicit FileWriter(std::string path) : path_(std::move(path)) {}
 
-/// Why a path is not to be followed to what it names: it is a link of another user, see WriteWholeFile.
+  /// Nothing happens before the first call, nor behind one that failed.
+  void Add(std::string_view bytes);
+  /// Forgets all bytes.
+  void StartOver();
+  /// Puts the file into its place; why it could not, now or before.
+  [[nodiscard]] std::optional<FileProblem> Finish();
+
+ private:
+  void Begin();
+  void WriteHeld();
+
+  std::string path_;
+  bool begun_ = false;
+  std::optional<FileReplacement> file_;  ///< where a new file may stand
+  std::string target_;                   ///< what gets the held bytes where none may
+  std::vector<std::string> held_;
+  std::optional<FileProblem> problem_;
+};
+
+/// Why a path is not to be followed to what it names: it is a link of another user, see FileWriter.
 [[nodiscard]] std::optional<FileProblem> CheckLink(const std::string& path);
 
 /// Whether a file could be written at a path: its folder exists and may be written to, and so may

@@ -15,7 +15,7 @@ class PortSwitch : public SerialPort {
 
   PortSwitch(SerialPort& first, SerialPort& second, IsSecond is_second);
 
-  [[nodiscard]] PortResult Open(std::string_view comm_port, std::string_view settings) override;
+  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override;
   [[nodiscard]] bool PortOpen() const override { return chosen_->PortOpen(); }
   void Close() override { chosen_->Close(); }
   [[nodiscard]] std::size_t InBufferCount() override { return chosen_->InBufferCount(); }

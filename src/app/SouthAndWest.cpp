@@ -6,46 +6,31 @@ namespace walrim {
 
 namespace {
 
-/// How many of count entries from first on, as far as there are entries, lie south or west.
-template <typename Entry>
-int CountIn(const PagedTable<Entry>& entries, int first, int count) {
-  const int end = std::min(first + count, static_cast<int>(entries.size()));
-  int found = 0;
-  for (int i = first; i < end; ++i) {
-    const Entry& entry = entries[static_cast<std::size_t>(i)];
-    if (entry.lat_deg < 0 || entry.lon_deg < 0) ++found;
-  }
-  return found;
-}
+struct SouthOrWest {
+  bool operator()(const Waypoint& point) const { return point.lat_deg < 0 || point.lon_deg < 0; }
+  bool operator()(const RoutePoint& point) const { return (*this)(point.waypoint); }
+  bool operator()(const TrackPoint& point) const { return point.lat_deg < 0 || point.lon_deg < 0; }
+};
 
-int CountInRoutes(const InternalData& data) {
-  const RouteCounters& routes = data.mirrored_routes;
-  int found = 0;
-  for (int route = 1; route <= routes.RouteCount; ++route) {
-    const auto r = static_cast<std::size_t>(route);
-    found += CountIn(data.d108, RoutePointSlot(route, routes.first_point[r]), routes.RoutePointCount[r]);
+/// Of records, or of the points of all of them.
+template <typename Record>
+int CountIn(const std::vector<Record>& records) {
+  std::ptrdiff_t found = 0;
+  if constexpr (requires(Record record) { record.points; }) {
+    for (const Record& record : records)
+      found += std::ranges::count_if(record.points, SouthOrWest{});
+  } else {
+    found = std::ranges::count_if(records, SouthOrWest{});
   }
-  return found;
-}
-
-int CountInTracks(const InternalData& data) {
-  const TrackCounters& tracks = data.mirrored_tracks;
-  int found = 0;
-  for (int log = 0; log <= tracks.TrackCount; ++log) {
-    const auto t = static_cast<std::size_t>(log);
-    found += CountIn(data.track_points, tracks.TrackStart[t], tracks.TrackPointCount[t]);
-  }
-  return found;
+  return static_cast<int>(found);
 }
 
 }  // namespace
 
-int CountSouthAndWest(const InternalData& data, const std::array<bool, DataKindCount>& kinds) {
-  int found = 0;
-  if (kinds[IndexOf(DataKind::Waypoint)]) found += CountIn(data.d108, 1, data.WaypointCount);
-  if (kinds[IndexOf(DataKind::Route)]) found += CountInRoutes(data);
-  if (kinds[IndexOf(DataKind::TrackLog)]) found += CountInTracks(data);
-  return found;
+int CountSouthAndWest(const DataSet& data, const DataKinds& kinds) {
+  return (kinds[IndexOf(DataKind::Waypoint)] ? CountIn(data.Waypoints()) : 0) +
+         (kinds[IndexOf(DataKind::Route)] ? CountIn(data.Routes()) : 0) +
+         (kinds[IndexOf(DataKind::TrackLog)] ? CountIn(data.Logs()) : 0);
 }
 
 }  // namespace walrim

@@ -3,11 +3,15 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <iostream>
 #include <map>
 
+#include "app/FileStore.h"
+#include "app/ProgramName.h"
+#include "formats/Format.h"
 #include "receiver/DemoSerialPort.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 
@@ -15,6 +19,27 @@ namespace {
 
 const std::map<std::string, DataKind> KindWords{
     {"waypoint", DataKind::Waypoint}, {"route", DataKind::Route}, {"track", DataKind::TrackLog}};
+/// The endings of the formats, which the type is chosen by.
+std::vector<std::string> TypeWords() {
+  std::vector<std::string> words;
+  for (const Format& format : Formats())
+    words.emplace_back(format.ending);
+  return words;
+}
+
+std::string TypeHelp() {
+  std::string help;
+  for (const Format& format : Formats()) {
+    help += (help.empty() ? "" : ", ") + std::string(format.ending) + " (" + std::string(format.english_name) + ")";
+  }
+  return help;
+}
+
+/// The type of an output that none is given for: its ending.
+std::string TypeOfOutput(const std::string& output) {
+  const std::string ending = output == StandardStream ? "" : std::filesystem::path(output).extension().string();
+  return ending.substr(ending.empty() ? 0 : 1);
+}
 
 std::string NotEmpty(const std::string& text) {
   return text.empty() ? "a name is needed" : "";
@@ -29,7 +54,7 @@ std::string PacingRange(const std::string& text) {
 /// What is wrong with a port's name; empty for a number from 1 to 4, a path, and a demonstration receiver there is.
 std::string CheckPort(const std::string& text) {
   if (text.empty()) return "a port is needed";
-  const bool is_number = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  const bool is_number = std::all_of(text.begin(), text.end(), IsDigit);
   if (is_number && (text.size() > 1 || text[0] < '1' || text[0] > '4')) return "ports are numbered 1 to 4";
   if (text.rfind("demo:", 0) != 0) return "";
   std::string models;
@@ -40,10 +65,19 @@ std::string CheckPort(const std::string& text) {
   return "the models are " + models;
 }
 
+/// An option whose value is one of some words, in any case.
+void AddChoice(CLI::App& command, const char* name, std::string& value, const std::string& help, const char* type_name,
+               const std::vector<std::string>& words) {
+  command.add_option(name, value, help)->type_name(type_name)->transform(CLI::IsMember(words, CLI::ignore_case));
+}
+
 /// Fills the options' variables; lives as long as the parsing.
 struct Parser {
   Arguments arguments;
   std::vector<std::string> kind_words;
+  std::string type;
+  std::string datum{DatumName(Datum::Wgs84)};
+  std::string notation{AngleNotationName(AngleNotation::D)};
   std::string encoding = "sjis";
   CLI::App app{"Loads waypoints, routes and track logs from and to handheld GPS receivers.", "walrim-cli"};
 
@@ -56,9 +90,8 @@ struct Parser {
   void AddForce(CLI::App& command);
   void AddWriting(CLI::App& command);
   CLI::App& Add(const char* name, const char* help, CliCommand command);
+  void AddScript(CLI::App& command);
   void Finish();
-
-  bool mps_descending = false;
 };
 
 Parser::Parser() {
@@ -106,7 +139,7 @@ void Parser::AddCommon(CLI::App& command) {
 }
 
 void Parser::AddLine(CLI::App& command) {
-  command.add_option("--port", arguments.port, "1 to 4, a device path, demo, or demo:MODEL")
+  command.add_option("--port", arguments.settings.port, "1 to 4, a device path, demo, or demo:MODEL")
       ->required()
       ->type_name("P")
       ->check(CheckPort);
@@ -115,7 +148,7 @@ void Parser::AddLine(CLI::App& command) {
       ->check(PacingRange);
   const auto add_link = [&](const char* name, LinkChoice choice, const char* help) {
     return command.add_flag_callback(
-        name, [this, choice] { arguments.link = choice; }, help);
+        name, [this, choice] { arguments.settings.link = choice; }, help);
   };
   CLI::Option* checked = add_link("--checked-link", LinkChoice::Checked,
                                   "Always test checksums, ask for damaged frames again, and wait no longer than for a "
@@ -138,7 +171,9 @@ void Parser::AddKinds(CLI::App& command) {
 }
 
 void Parser::AddUtcOffset(CLI::App& command) {
-  command.add_option("--utc-offset", arguments.utc_offset_hours, "Hours that local time is ahead of UTC (default 9)")
+  command
+      .add_option("--utc-offset", arguments.settings.utc_offset_hours,
+                  "Hours that local time is ahead of UTC (default 9)")
       ->type_name("H")
       ->check(CLI::Range(-24, 24));
 }
@@ -152,48 +187,40 @@ void Parser::AddWriting(CLI::App& command) {
       ->required()
       ->type_name("FILE")
       ->check(NotEmpty);
-  command.add_option("--type", arguments.type_extension, "grc (standard), txt (WPT+), mps (map-server script)")
-      ->type_name("T")
-      ->transform(CLI::IsMember({"grc", "txt", "mps"}, CLI::ignore_case));
-  command.add_option("--datum", arguments.datum, "WGS84 or Tokyo (default WGS84)")
-      ->type_name("D")
-      ->transform(CLI::IsMember({"WGS84", "Tokyo"}, CLI::ignore_case));
-  command.add_option("--degree", arguments.degree_type, "D, DMS or MPS (default D)")
-      ->type_name("N")
-      ->transform(CLI::IsMember({"D", "DMS", "MPS"}, CLI::ignore_case));
-  command.add_flag("--header", arguments.with_header, "Write the header lines");
-  command.add_option("--encoding", encoding, "sjis or utf8 (default sjis)")
-      ->type_name("E")
-      ->transform(CLI::IsMember({"sjis", "utf8"}, CLI::ignore_case));
+  AddChoice(command, "--type", type, TypeHelp(), "T", TypeWords());
+  AddChoice(command, "--datum", datum, "WGS84 or Tokyo (default WGS84)", "D", {"WGS84", "Tokyo"});
+  AddChoice(command, "--degree", notation, "D, DMS or MPS (default D)", "N", {"D", "DMS", "MPS"});
+  command.add_flag("--header", arguments.settings.with_header, "Write the header lines");
+  AddChoice(command, "--encoding", encoding, "sjis or utf8 (default sjis)", "E", {"sjis", "utf8"});
   AddForce(command);
+  AddScript(command);
+}
 
-  command
-      .add_option("--mps-utc-offset", arguments.mps_options.utc_offset_hours, "Map-server script: hours added to times")
+void Parser::AddScript(CLI::App& command) {
+  ScriptOptions& script = arguments.settings.script;
+  command.add_option("--mps-utc-offset", script.utc_offset_hours, "Map-server script: hours added to times")
       ->type_name("H");
-  command
-      .add_option("--mps-origin", arguments.mps_options.origin_name,
-                  "Map-server script: label of a route's first point")
+  command.add_option("--mps-origin", script.origin_name, "Map-server script: label of a route's first point")
       ->type_name("NAME");
-  command
-      .add_option("--mps-destination", arguments.mps_options.destination_name,
-                  "Map-server script: label of a route's last point")
+  command.add_option("--mps-destination", script.destination_name, "Map-server script: label of a route's last point")
       ->type_name("NAME");
-  command.add_flag("--mps-descending", mps_descending, "Map-server script: number route points downwards");
-  command
-      .add_option("--mps-step", arguments.mps_options.track_log_step, "Map-server script: step between track points")
+  command.add_flag("--mps-descending", script.numbering_down, "Map-server script: number route points downwards");
+  command.add_option("--mps-step", script.track_log_step, "Map-server script: step between track points")
       ->type_name("N");
 }
 
 void Parser::Finish() {
-  arguments.encoding = encoding == "utf8" ? TextEncoding::Utf8 : TextEncoding::ShiftJis;
-  arguments.mps_options.numbering_down = mps_descending ? 1 : 0;
-  if (kind_words.empty()) return;
-  arguments.kinds.fill(false);
-  for (const std::string& word : kind_words) {
-    for (const auto& [name, kind] : KindWords) {
-      if (UpperCase(name) == UpperCase(word)) arguments.kinds[IndexOf(kind)] = true;
-    }
+  UserSettings& settings = arguments.settings;
+  if (const Format* format = FormatOfEnding(type.empty() ? TypeOfOutput(arguments.output) : type)) {
+    settings.format = format->id;
   }
+  settings.datum = DatumOfName(datum).value_or(settings.datum);
+  settings.notation = AngleNotationOfName(notation).value_or(settings.notation);
+  settings.encoding = encoding == "utf8" ? TextEncoding::Utf8 : TextEncoding::ShiftJis;
+  settings.chosen_kinds.fill(kind_words.empty());
+  for (const std::string& word : kind_words)
+    settings.chosen_kinds[IndexOf(KindWords.at(LowerCase(word)))] = true;
+  settings.download_kinds = settings.chosen_kinds;
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 // The command line of walrim-cli.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "app/WalrimMain.h"
+#include "app/UserSettings.h"
 
 namespace walrim {
 
@@ -22,22 +21,13 @@ enum class ExitStatus : int {
 
 struct Arguments {
   CliCommand command = CliCommand::Ports;
-  std::string port;
+  UserSettings settings;
   std::vector<std::string> files;
   std::string output;
-  std::string type_extension;  ///< "grc", "txt" or "mps"; empty: by the output's extension
-  std::array<bool, DataKindCount> kinds{true, true, true};
-  std::string datum = "WGS84";
-  std::string degree_type = "D";
-  int utc_offset_hours = 9;
-  bool with_header = false;
-  TextEncoding encoding = TextEncoding::ShiftJis;
   bool force = false;
   bool quiet = false;
   float pacing_factor = 1.0F;
-  LinkChoice link = LinkChoice::Automatic;
   std::string trace_path;  ///< empty: no trace
-  MpsOptions mps_options;
 };
 
 /// What reading the command line gave: arguments to run, or a status to exit with at once (help, version and errors

@@ -11,8 +11,10 @@
 #include <unistd.h>
 
 #include "app/FileStore.h"
-#include "app/ImportReport.h"
+#include "app/Messages.h"
 #include "app/PortSwitch.h"
+#include "app/WalrimMain.h"
+#include "cli/Messages.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TraceFile.h"
 #include "cli/Watchdog.h"
@@ -25,8 +27,6 @@
 namespace walrim {
 
 namespace {
-
-constexpr std::string_view StandardStream = "-";
 
 bool IsDemoPortName(std::string_view name) {
   return name == "demo" || name.starts_with("demo:");
@@ -43,7 +43,7 @@ bool SameFile(const std::string& path, const std::string& other) {
 /// Prints to standard output; says so when that cannot be written.
 bool PrintOut(std::string_view text) {
   const bool printed = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-  if (!printed) std::fputs((WriteProblemText("-", std::strerror(errno)) + "\n").c_str(), stderr);
+  if (!printed) std::fputs((messages::WriteProblem(StandardStream, std::strerror(errno)) + "\n").c_str(), stderr);
   return printed;
 }
 
@@ -58,16 +58,8 @@ class Terminal {
         demo_port_({}, clock_, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); }),
         port_(serial_port_, demo_port_, IsDemoPortName),
         main_(port_, clock_, watchdog_, desktop_) {
-    Controls& controls = main_.controls;
-    controls.CommPort = arguments.port;
-    controls.CheckedLink = arguments.link;
-    controls.DegreeType = arguments.degree_type;
-    controls.Datum = arguments.datum;
-    controls.UTCOffsetNum = arguments.utc_offset_hours;
-    controls.WithHeader = arguments.with_header;
-    controls.MpsOption = arguments.mps_options;
-    controls.Encoding = arguments.encoding;
-    main_.Device().session.pacing_factor = arguments.pacing_factor;
+    main_.State().Settings() = arguments.settings;
+    main_.Receiver().SetPacing(arguments.pacing_factor);
   }
 
   ExitStatus Info();
@@ -81,7 +73,6 @@ class Terminal {
   [[nodiscard]] bool ImportFiles();
   [[nodiscard]] bool OutputUsable();
   [[nodiscard]] ExitStatus WriteOutput();
-  [[nodiscard]] ExitStatus WriteStandardOutput();
   [[nodiscard]] ExitStatus Report(Outcome outcome);
   void ReportImport(const std::string& path);
   void Message(std::string_view text) { desktop_.ShowMessage(text); }
@@ -103,36 +94,36 @@ bool Terminal::StartTrace() {
   if (SameFile(arguments_.trace_path, arguments_.output) ||
       std::any_of(arguments_.files.begin(), arguments_.files.end(),
                   [this](const std::string& file) { return SameFile(arguments_.trace_path, file); })) {
-    Message("通信の記録は，読み書きするデータとは別のファイルにしてください：" + arguments_.trace_path);
+    Message(std::string(messages::TraceIsData) + arguments_.trace_path);
     return false;
   }
   if (!trace_.Open(arguments_.trace_path, arguments_.force)) {
-    Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
-    if (trace_.Refused()) Message(ForceAdvice);
+    Message(messages::WriteProblem(arguments_.trace_path, trace_.Problem()));
+    if (trace_.Refused()) Message(messages::ForceAdvice);
     return false;
   }
-  main_.Device().Link().SetTrace(&trace_);
+  main_.Receiver().SetTrace(&trace_);
   return true;
 }
 
 void Terminal::Watch() {
   CatchSignals();
-  watchdog_.Watch([this] { return main_.Device().session.input_seen; }, [this] { main_.Cancel_Click(); });
+  watchdog_.Watch([this] { return main_.Receiver().InputSeen(); }, [this] { main_.Cancel(); });
 }
 
 ExitStatus Terminal::Report(Outcome outcome) {
   if (outcome != Outcome::Done && Interrupted()) outcome = Outcome::Cancelled;
   // The status line tells the notices too, and then stays.
-  const std::vector<std::string> notices = main_.TakeNotices();
+  const std::vector<std::string> notices = main_.State().Told().Take();
   if (!notices.empty()) desktop_.KeepStatus();
   if (arguments_.quiet) {
     for (const std::string& notice : notices)
       Message(notice);
   }
-  if (main_.DamagedRecordsCame()) Message("誤り検査は --checked-link で指定できます．");
-  if (!trace_.Problem().empty()) Message(WriteProblemText(arguments_.trace_path, trace_.Problem()));
+  if (main_.Device().DamagedRecordsCame()) Message(messages::CheckedLinkAdvice);
+  if (!trace_.Problem().empty()) Message(messages::WriteProblem(arguments_.trace_path, trace_.Problem()));
   if (watchdog_.Stalled()) {
-    Message("30秒間データが届かないため，通信を中止しました．");
+    Message(messages::Stalled);
     return ExitStatus::NoReceiver;
   }
   switch (outcome) {
@@ -142,25 +133,26 @@ ExitStatus Terminal::Report(Outcome outcome) {
     case Outcome::Refused:
       return ExitStatus::Refused;
     case Outcome::Cancelled:
-      Message("中止しました．");
+      Message(messages::Cancelled);
       return ExitStatus::Refused;
     case Outcome::LinkLost:
       return ExitStatus::NoReceiver;
     case Outcome::NoReceiver:
       break;
   }
-  if (main_.DeviceInfo().ProductId <= 0) Message(main_.IdentityText());
+  if (main_.Device().Identified().product_id <= 0) Message(main_.Device().IdentityText());
   return ExitStatus::NoReceiver;
 }
 
 ExitStatus Terminal::Info() {
   if (!StartTrace()) return ExitStatus::Refused;
   Watch();
-  const ExitStatus status = Report(main_.Get_GpsInfo_Click());
+  const ExitStatus status = Report(main_.Device().GetInfo());
   if (status != ExitStatus::Done) return status;
-  std::string text = main_.controls.GpsInfo + "\n";
+  std::string text = main_.State().ReceiverText() + "\n";
   for (const DataKind kind : AllDataKinds) {
-    text += std::string(DataKindName(kind)) + " " + main_.controls.GpsDataNum[IndexOf(kind)] + "\n";
+    text +=
+        std::string(DataKindName(kind)) + " " + std::to_string(main_.State().ReceiverCount(kind).value_or(0)) + "\n";
   }
   return PrintOut(text) ? ExitStatus::Done : ExitStatus::Refused;
 }
@@ -168,58 +160,42 @@ ExitStatus Terminal::Info() {
 /// Tells before a long transfer what would make its result unusable after it.
 bool Terminal::OutputUsable() {
   const std::string& path = arguments_.output;
-  std::string extension = arguments_.type_extension;
-  if (extension.empty() && path != StandardStream) {
-    extension = std::filesystem::path(path).extension().string();
-    if (!extension.empty()) extension.erase(0, 1);
-  }
-  const OutputType& type = OutputTypeOfExtension(extension);
-  main_.controls.OutputTypeOption = type.name;
   if (path == StandardStream) return true;
   if (const auto problem = CheckWritable(path)) {
-    Message(WriteProblemText(path, problem->detail));
+    Message(messages::WriteProblem(path, problem->detail));
     return false;
   }
-  return !FileExists(path) || desktop_.AskOkCancel(OverwriteQuestion(path));
-}
-
-ExitStatus Terminal::WriteStandardOutput() {
-  const auto text = main_.BuildText();
-  desktop_.SetStatusCaption("");
-  if (!text || text->empty()) return ExitStatus::Refused;
-  const auto bytes = main_.EncodeText(*text);
-  return bytes && PrintOut(*bytes) ? ExitStatus::Done : ExitStatus::Refused;
+  return !FileExists(path) || desktop_.AskOkCancel(messages::OverwriteQuestion(path));
 }
 
 ExitStatus Terminal::WriteOutput() {
   if (Interrupted()) return Report(Outcome::Cancelled);
-  main_.controls.DoCheck = arguments_.kinds;
   // Once the file is there, a signal that came in the meantime changes nothing.
-  const bool written = arguments_.output == StandardStream ? WriteStandardOutput() == ExitStatus::Done
-                                                           : main_.ExportTo(arguments_.output) == Outcome::Done;
-  for (const std::string& notice : main_.TakeNotices())
+  const bool written =
+      Outcome::Done == (arguments_.output == StandardStream ? main_.Exports().ExportToStandardOutput()
+                                                            : main_.Exports().ExportTo(arguments_.output));
+  for (const std::string& notice : main_.State().Told().Take())
     Message(notice);
-  if (!written && desktop_.AskedYesNo()) Message("--encoding utf8 を指定すると，UTF-8で保存できます．");
+  if (!written && desktop_.AskedYesNo()) Message(messages::Utf8Advice);
   return written ? ExitStatus::Done : ExitStatus::Refused;
 }
 
 ExitStatus Terminal::Download() {
   if (!OutputUsable() || !StartTrace()) return ExitStatus::Refused;
   Watch();
-  main_.controls.DownCheck = arguments_.kinds;
-  const ExitStatus status = Report(main_.GpsDownLoad_Click());
+  const ExitStatus status = Report(main_.Device().Download());
   return status == ExitStatus::Done ? WriteOutput() : status;
 }
 
 void Terminal::ReportImport(const std::string& path) {
-  for (const std::string& complaint : ImportComplaints(main_.LastImport()))
+  for (const std::string& complaint : messages::ImportComplaints(main_.Imports().LastImport()))
     Message(std::string(path).append("：").append(complaint));
 }
 
 bool Terminal::ImportFiles() {
   for (const std::string& path : arguments_.files) {
     desktop_.SetStatusCaption("Import from " + path);
-    const Outcome outcome = main_.ImportFile(path);
+    const Outcome outcome = main_.Imports().ImportFile(path);
     desktop_.SetStatusCaption("");
     if (outcome != Outcome::Done) {
       // Most messages name their file.
@@ -228,10 +204,8 @@ bool Terminal::ImportFiles() {
     }
     ReportImport(path);
   }
-  const bool any = std::any_of(AllDataKinds.begin(), AllDataKinds.end(), [this](DataKind kind) {
-    return arguments_.kinds[IndexOf(kind)] && main_.DataSetLoaded(kind);
-  });
-  if (!any) Message("取り込めるデータがありません．");
+  const bool any = AnyOf(main_.State().WantedKinds());
+  if (!any) Message(messages::NothingImported);
   return any;
 }
 
@@ -239,8 +213,7 @@ ExitStatus Terminal::Upload() {
   ExitOnSignals();
   if (!ImportFiles() || !StartTrace()) return ExitStatus::Refused;
   Watch();
-  main_.controls.DoCheck = arguments_.kinds;
-  return Report(main_.GpsUpLoad_Click());
+  return Report(main_.Device().Upload());
 }
 
 ExitStatus Terminal::Convert() {
@@ -282,7 +255,7 @@ ExitStatus SayingExceptions(const std::function<ExitStatus()>& run) {
   try {
     return run();
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "処理を中止しました：%s\n", WithoutControlCharacters(error.what()).c_str());
+    std::fputs((messages::BrokenOff(WithoutControlCharacters(error.what())) + "\n").c_str(), stderr);
     return ExitStatus::Refused;
   }
 }

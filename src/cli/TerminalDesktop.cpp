@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "cli/Messages.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -54,16 +55,16 @@ bool TerminalDesktop::AskYesNo(std::string_view text) {
 bool TerminalDesktop::AskOkCancel(std::string_view text) {
   if (options_.force) return true;
   ShowMessage(text);
-  ShowMessage(ForceAdvice);
+  ShowMessage(messages::ForceAdvice);
   return false;
 }
 
-std::string TerminalDesktop::OpenFileDialog(std::string_view) {
-  return std::string(DialogCancelled);
+std::optional<std::string> TerminalDesktop::OpenFileDialog(std::string_view) {
+  return std::nullopt;
 }
 
-std::string TerminalDesktop::SaveFileDialog(std::string_view) {
-  return std::string(DialogCancelled);
+std::optional<std::string> TerminalDesktop::SaveFileDialog(std::string_view) {
+  return std::nullopt;
 }
 
 void TerminalDesktop::SetClipboardText(std::string_view) {}

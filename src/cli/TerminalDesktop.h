@@ -1,6 +1,7 @@
 // The terminal as a desktop: messages and status go to standard error.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,9 +9,6 @@
 #include "platform/Desktop.h"
 
 namespace walrim {
-
-/// What helps where a file is not replaced.
-inline constexpr std::string_view ForceAdvice = "--force を指定すると，上書きします．";
 
 /// On a terminal the status is one line that is rewritten in place; elsewhere it is a line whenever the text changes,
 /// but at most a few times a second while it only counts.
@@ -32,8 +30,8 @@ class TerminalDesktop : public Desktop {
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
   /// With force the answer is OK; without, shows the question and what helps, and the answer is Cancel.
   [[nodiscard]] bool AskOkCancel(std::string_view text) override;
-  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override;
-  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override;
+  [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override;
+  [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override;
   void SetClipboardText(std::string_view text) override;
   [[nodiscard]] std::string ClipboardText() override;
   void SetStatusCaption(std::string_view text) override;

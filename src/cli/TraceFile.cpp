@@ -9,6 +9,7 @@
 
 #include "app/Descriptor.h"
 #include "app/FileStore.h"
+#include "cli/Messages.h"
 
 namespace walrim {
 
@@ -47,7 +48,7 @@ bool TraceFile::Begin(const std::string& path, bool replace) {
   Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666));
   if (file.Get() < 0) return false;
   if (!replace && !HoldsNothingElse(file.Get())) {
-    problem_ = "通信の記録ではないファイルです";
+    problem_ = messages::NoTrace;
     refused_ = true;
     return false;
   }

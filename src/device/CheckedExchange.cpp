@@ -1,6 +1,5 @@
 #include "device/CheckedExchange.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -8,23 +7,11 @@
 
 namespace walrim {
 
-namespace {
-
-using std::chrono::milliseconds;
-using std::chrono::nanoseconds;
 using Found = CheckedFrameReader::Found;
 
-constexpr milliseconds PollTime{2};
-
-void CountInBurst(int& frames) {
-  if (++frames > PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
-}
-
-}  // namespace
-
-PacketReply PacketLink::CheckedExchange::Run(int packet_id, const ByteBuffer& data) {
+PacketReply PacketLink::CheckedExchange::Run(int packet_id, std::span<const std::uint8_t> data) {
   packet_id_ = packet_id;
-  started_at_ = link_.clock_.Monotonic();
+  input_.Begin();
   link_.BeginExchange(packet_id, answer_);
   Send(packet_id, data);
   for (int tries = 1;; ++tries) {
@@ -48,7 +35,7 @@ PacketReply PacketLink::CheckedExchange::Failed(Trouble trouble) {
     reply_.why = trouble == Trouble::Refused ? NoAnswer::Refusal : NoAnswer::Damage;
   }
   link_.Note(note);
-  if (reply_.Count == 0) reply_.Count = ReceiveTimeout;
+  if (reply_.count == 0) reply_.count = ReceiveTimeout;
   return reply_;
 }
 
@@ -59,86 +46,79 @@ bool PacketLink::CheckedExchange::TakeDamagedAck() {
   return true;
 }
 
-void PacketLink::CheckedExchange::Send(int packet_id, const ByteBuffer& data) {
+void PacketLink::CheckedExchange::Send(int packet_id, std::span<const std::uint8_t> data) {
   sent_id_ = packet_id;
-  sent_data_ = data;
+  sent_data_.assign(data.begin(), data.end());
   frames_ = 0;
-  sent_at_ = link_.clock_.Monotonic();
-  sent_line_time_ = LineByteTime * static_cast<std::int64_t>(FrameOnWire(packet_id, data).size());
+  input_.NoteSending(FrameOnWire(packet_id, data).size());
   link_.SendPacket(packet_id, data);
 }
 
 /// Receives until the answer is whole, or something stands in its way.
-PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::Collect() {
+auto PacketLink::CheckedExchange::Collect() -> Trouble {
   damage_passed_over_ = false;
   while (!Complete()) {
-    const Found found = NextFrame(ReceiveTimeoutTime);
+    const Found found = input_.NextFrame(ReceiveTimeoutTime);
     if (found == Found::Nothing) return TroubleOfSilence();
-    if (PassOver(found)) continue;
-    if (!repeated_ && !settled_ && BeganTooEarly()) return SettleLateBurst(found);
+    if (input_.PassOver(found)) continue;
+    if (!repeated_ && !settled_ && input_.BeganTooEarly()) return SettleLateBurst(found);
     CountInBurst(frames_);
-    const Trouble trouble = found == Found::WholeFrame ? TakeWhole(reader_.Last()) : TakeDamaged(reader_.Last());
+    const Trouble trouble = found == Found::WholeFrame ? TakeWhole(input_.Last()) : TakeDamaged(input_.Last());
     if (trouble != Trouble::None) return trouble;
   }
   return Trouble::None;
 }
 
-/// Acknowledges a frame that came unasked.
-bool PacketLink::CheckedExchange::PassOver(Found found) {
-  if (found != Found::WholeFrame || !link_.BelongsToNoTransfer(reader_.Last())) return false;
-  link_.Acknowledge(reader_.Last().Id());
-  return true;
-}
-
-PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TakeWhole(const Frame& frame) {
-  if (frame.Id() == Pid_Nak_Byte) return Trouble::Refused;
+auto PacketLink::CheckedExchange::TakeWhole(const Frame& frame) -> Trouble {
+  if (frame.Id() == PacketId::Nak) return Trouble::Refused;
   if (IsStale(frame)) {
     // A number of records that comes again was not heard to be acknowledged.
-    const bool number = answer_ == ExpectedAnswer::OneFrame && frame.Id() == link_.session_.link_pids.Pid_Records;
+    const bool number = answer_ == ExpectedAnswer::OneFrame && frame.Id() == PacketId::Records;
     if (number) link_.Acknowledge(frame.Id());
     return Trouble::None;
   }
-  if (reply_.Count == 0) reply_.waited = frame_began_ - sent_at_;
+  if (reply_.count == 0) reply_.waited = input_.Waited();
   TakeFrame(frame);
-  const bool damage_before = damage_passed_over_ || reader_.Skipped() > 0;
+  const bool damage_before = damage_passed_over_ || input_.NoiseBefore();
   return AckIsDue() && damage_before ? Trouble::AckMissing : Trouble::None;
 }
 
-PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TakeDamaged(const Frame& frame) {
+auto PacketLink::CheckedExchange::TakeDamaged(const Frame& frame) -> Trouble {
   if (answer_ == ExpectedAnswer::AckAndAnswer && AckIsDue()) {
     // Of a damaged ACK the answer behind it tells that the packet was taken.
-    if (frame.Id() == Pid_Ack_Byte)
+    if (frame.Id() == PacketId::Ack)
       TakeFrame(frame);
     else
       damage_passed_over_ = true;
     return Trouble::None;
   }
   damaged_id_ = frame.Id();
-  if (answer_ == ExpectedAnswer::Ack && frame.Id() == Pid_Ack_Byte) damaged_ack_ = frame;
+  if (answer_ == ExpectedAnswer::Ack && frame.Id() == PacketId::Ack) damaged_ack_ = frame;
   return WaitBehindDamage();
 }
 
 /// What looked like a damaged frame may have been noise in front of one that is coming: that is not asked for, or it
 /// would come twice.
-PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::WaitBehindDamage() {
-  for (Found found = NextFrame(Patience()); found != Found::Nothing; found = NextFrame(Patience())) {
-    if (PassOver(found)) continue;
+auto PacketLink::CheckedExchange::WaitBehindDamage() -> Trouble {
+  for (Found found = input_.NextFrame(input_.Patience()); found != Found::Nothing;
+       found = input_.NextFrame(input_.Patience())) {
+    if (input_.PassOver(found)) continue;
     CountInBurst(frames_);
-    const Frame& frame = reader_.Last();
+    const Frame& frame = input_.Last();
     if (frame.damaged || IsStale(frame)) continue;
     return TakeWhole(frame);
   }
-  reader_ = {};
+  input_.Forget();
   return Trouble::Damaged;
 }
 
 /// Frames that belong to an earlier exchange, or to none.
 bool PacketLink::CheckedExchange::IsStale(const Frame& frame) const {
-  const bool is_ack = frame.Id() == Pid_Ack_Byte;
+  const bool is_ack = frame.Id() == PacketId::Ack;
   const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == packet_id_;
   switch (answer_) {
     case ExpectedAnswer::OneFrame:
-      return is_ack || frame.Id() == link_.session_.link_pids.Pid_Records;
+      return is_ack || frame.Id() == PacketId::Records;
     case ExpectedAnswer::Ack:
       return !is_ack || !names_packet;
     case ExpectedAnswer::AckAndAnswer:
@@ -152,144 +132,59 @@ bool PacketLink::CheckedExchange::AckIsDue() const {
 }
 
 bool PacketLink::CheckedExchange::Complete() const {
-  if (answer_ == ExpectedAnswer::OneFrame) return reply_.Count > 0;
+  if (answer_ == ExpectedAnswer::OneFrame) return reply_.count > 0;
   const int ack = FindAckSlot(reply_);
-  return ack > 0 && (answer_ == ExpectedAnswer::Ack || reply_.Count > ack);
+  return ack > 0 && (answer_ == ExpectedAnswer::Ack || reply_.count > ack);
 }
 
 /// Half a frame, noise in place of one, or an answer without its ACK is damage; nothing at all is a receiver that does
 /// not answer.
-PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::TroubleOfSilence() {
+auto PacketLink::CheckedExchange::TroubleOfSilence() -> Trouble {
   const int ack = FindAckSlot(reply_);
   const bool ack_damaged = ack > 0 && reply_.Slot(ack).damaged;
   const bool ack_missing = answer_ == ExpectedAnswer::AckAndAnswer && ack < 0;
-  const bool damage = reader_.Pending() || damage_passed_over_ || ack_damaged || (ack_missing && reply_.Count > 0);
-  TraceCutShort();
-  damaged_id_ = reader_.Last().Id();
-  reader_ = {};
-  if (!damage || WaitIsOver()) return Trouble::Silence;
+  const bool damage = input_.Pending() || damage_passed_over_ || ack_damaged || (ack_missing && reply_.count > 0);
+  input_.TraceCutShort();
+  damaged_id_ = input_.Last().Id();
+  input_.Forget();
+  if (!damage || input_.WaitIsOver()) return Trouble::Silence;
   return ack_missing || ack_damaged ? Trouble::AckMissing : Trouble::Damaged;
 }
 
 /// A command can be sent again as it is: the receiver begins anew. A damaged frame is asked for, whatever it was.
-void PacketLink::CheckedExchange::Repeat(Trouble trouble, int packet_id, const ByteBuffer& data) {
+void PacketLink::CheckedExchange::Repeat(Trouble trouble, int packet_id, std::span<const std::uint8_t> data) {
   repeated_ = true;
   if (trouble == Trouble::Damaged) {
-    Send(Pid_Nak_Byte, IntegerToBuffer(damaged_id_));
-  } else if (trouble == Trouble::Refused && sent_id_ == Pid_Nak_Byte) {
-    Send(sent_id_, ByteBuffer(sent_data_));
+    Send(PacketId::Nak, NumberData(damaged_id_));
+  } else if (trouble == Trouble::Refused && sent_id_ == PacketId::Nak) {
+    Send(sent_id_, std::vector(sent_data_));
   } else {
     reply_ = {};
     Send(packet_id, data);
   }
 }
 
-/// The next frame, or Nothing when no byte came for as long as patience; half a frame is waited for longer.
-Found PacketLink::CheckedExchange::NextFrame(nanoseconds patience) {
-  auto last_progress = link_.clock_.Monotonic();
-  while (true) {
-    if (link_.port_.InBufferCount() > 0) {
-      const Found found = TakeInput();
-      if (found != Found::Nothing) return found;
-      last_progress = link_.clock_.Monotonic();
-    }
-    const nanoseconds limit = reader_.Pending() ? ReceiveTimeoutTime : patience;
-    const bool silent = link_.clock_.Monotonic() - last_progress > limit;
-    const std::optional<NoAnswer> over = link_.WaitIsOver(last_progress);
-    link_.why_ = over.value_or(NoAnswer::Silence);
-    if (silent || over || WaitIsOver()) return Found::Nothing;
-    link_.YieldNowAndThen();
-    link_.port_.Wait(PollTime);
-  }
-}
-
-/// Bytes that keep coming do not keep a cancelled transfer waiting.
-bool PacketLink::CheckedExchange::WaitIsOver() const {
-  const bool cancelled = link_.session_.TransferAborted && link_.clock_.Monotonic() - started_at_ > ReceiveTimeoutTime;
-  return cancelled || link_.why_ != NoAnswer::Silence || link_.port_.LineLost();
-}
-
-/// How long a frame may still be on its way: as long as the receiver took for its slowest answer.
-nanoseconds PacketLink::CheckedExchange::Patience() const {
-  return std::clamp<nanoseconds>(slowest_answer_, QuietTime, ReceiveTimeoutTime);
-}
-
-/// Takes what has come, up to the end of a frame.
-Found PacketLink::CheckedExchange::TakeInput() {
-  const nanoseconds now = link_.clock_.Monotonic();
-  if (!reader_.Pending()) {
-    frame_began_ = now;
-    slowest_answer_ = std::max(slowest_answer_, now - sent_at_);
-  }
-  frame_ended_ = now;
-  for (std::size_t left = link_.port_.InBufferCount(); left > 0; --left) {
-    const auto byte = link_.port_.Input();
-    if (!byte) break;
-    const Found found = TakeByte(*byte);
-    if (found == Found::Nothing) continue;
-    TraceFound(found);
-    return found;
-  }
-  return Found::Nothing;
-}
-
-Found PacketLink::CheckedExchange::TakeByte(std::uint8_t byte) {
-  ++link_.session_.input_seen;
-  try {
-    return reader_.Take(byte);
-  } catch (const std::out_of_range&) {
-    if (link_.trace_ != nullptr) {
-      link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), reader_.Raw(), "too long"});
-    }
-    throw;
-  }
-}
-
-void PacketLink::CheckedExchange::TraceFound(Found found) {
-  if (link_.trace_ == nullptr) return;
-  const auto raw = reader_.Raw();
-  const auto skipped = raw.first(reader_.Skipped());
-  if (!skipped.empty()) {
-    link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), skipped, SkippedMark});
-  }
-  link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), raw.subspan(skipped.size()),
-                       found == Found::DamagedFrame ? "damaged" : ""});
-}
-
-void PacketLink::CheckedExchange::TraceCutShort() {
-  if (link_.trace_ == nullptr || !reader_.Pending()) return;
-  link_.trace_->Frame({FrameDirection::Received, link_.TraceTime(), reader_.Raw(), "cut short"});
-}
-
 void PacketLink::CheckedExchange::TakeFrame(const Frame& frame) {
-  if (reply_.Count >= PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
-  ++reply_.Count;
-  reply_.slots[static_cast<std::size_t>(reply_.Count)] = frame;
-}
-
-/// True for a frame that cannot be the answer: it began on the line before the packet had left. Where a line knows
-/// nothing of bytes on their way out, their time at 9600 baud tells, unless the frame came faster than that itself.
-bool PacketLink::CheckedExchange::BeganTooEarly() const {
-  if (link_.input_while_sending_) return true;
-  const nanoseconds frame_line_time = LineByteTime * static_cast<std::int64_t>(reader_.Raw().size());
-  return frame_began_ - sent_at_ < sent_line_time_ && frame_ended_ - frame_began_ >= frame_line_time / 2;
+  if (reply_.count >= PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
+  ++reply_.count;
+  reply_.slots[static_cast<std::size_t>(reply_.count)] = frame;
 }
 
 /// The burst that answered the packet before goes on. The answer to this one is behind it: the last frames count.
-PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::SettleLateBurst(Found first) {
+auto PacketLink::CheckedExchange::SettleLateBurst(Found first) -> Trouble {
   settled_ = true;
   std::vector<Frame> frames;
   int count = 0;
-  for (Found found = first; found != Found::Nothing; found = NextFrame(QuietTime)) {
-    if (PassOver(found)) continue;
+  for (Found found = first; found != Found::Nothing; found = input_.NextFrame(QuietTime)) {
+    if (input_.PassOver(found)) continue;
     CountInBurst(count);
-    frames.push_back(reader_.Last());
+    frames.push_back(input_.Last());
   }
   const std::size_t wanted = answer_ == ExpectedAnswer::AckAndAnswer ? 2 : 1;
   for (std::size_t k = frames.size() < wanted ? 0 : frames.size() - wanted; k < frames.size(); ++k) {
     damaged_id_ = frames[k].Id();
     if (frames[k].damaged) return Trouble::Damaged;
-    if (frames[k].Id() == Pid_Nak_Byte) return Trouble::Refused;
+    if (frames[k].Id() == PacketId::Nak) return Trouble::Refused;
     TakeFrame(frames[k]);
   }
   return Collect();
@@ -297,45 +192,9 @@ PacketLink::CheckedExchange::Trouble PacketLink::CheckedExchange::SettleLateBurs
 
 /// Frames beyond the answer are left out. Behind a repetition there may be one on its way still.
 void PacketLink::CheckedExchange::DropWhatFollows() {
-  link_.burst_frames_ = reply_.Count;
-  FinishBurst(link_.burst_frames_);
-  if (repeated_) link_.DrainInput(Patience());
-}
-
-void PacketLink::CheckedExchange::FinishBurst(int& frames) {
-  bool unasked = true;
-  while (!unasked || link_.port_.InBufferCount() > 0) {
-    const Found found = NextFrame(QuietTime);
-    if (found == Found::Nothing) return;
-    unasked = PassOver(found);
-    if (!unasked) CountInBurst(frames);
-  }
-}
-
-void PacketLink::CheckedExchange::AcknowledgeRest() {
-  started_at_ = link_.clock_.Monotonic();
-  link_.BeginExchange(0, answer_);
-  while (NextFrame(QuietTime) != Found::Nothing && link_.clock_.Monotonic() - started_at_ < ReceiveTimeoutTime) {
-    const Frame& frame = reader_.Last();
-    const bool verdict = frame.Id() == Pid_Ack_Byte || frame.Id() == Pid_Nak_Byte;
-    if (!frame.damaged && !verdict) link_.Acknowledge(frame.Id());
-  }
-}
-
-void PacketLink::AcknowledgeInput() {
-  try {
-    CheckedExchange(*this, ExpectedAnswer::OneFrame).AcknowledgeRest();
-  } catch (const std::out_of_range&) {
-    DrainInput();
-  }
-}
-
-PacketReply PacketLink::ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer) {
-  BeginExchange(packet_id, answer);
-  int frames_before = std::exchange(burst_frames_, 0);
-  if (frames_before > 0) CheckedExchange(*this, answer).FinishBurst(frames_before);
-  port_.ClearInBuffer();
-  return CheckedExchange(*this, answer).Run(packet_id, data);
+  link_.burst_frames_ = reply_.count;
+  input_.FinishBurst(link_.burst_frames_);
+  if (repeated_) link_.DrainInput(input_.Patience());
 }
 
 }  // namespace walrim

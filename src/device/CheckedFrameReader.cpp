@@ -68,7 +68,7 @@ CheckedFrameReader::Found CheckedFrameReader::Finish() {
   const std::size_t size = last_.bytes[2];
   last_.damaged =
       length_ != size + 4 || FrameChecksum(std::span(last_.bytes).subspan(1, size + 2)) != last_.bytes[3 + size];
-  last_.Size = static_cast<std::int16_t>(size + 6);
+  last_.size = static_cast<std::int16_t>(size + 6);
   if (last_.damaged) return Found::DamagedFrame;
   Append(DLE);
   Append(ETX);

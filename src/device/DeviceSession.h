@@ -1,61 +1,95 @@
-// What the device module keeps for a run.
+// What identification and the transfers share: the link that is in use, its exchanges, and what is told of them.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <span>
 #include <string>
-#include <vector>
+#include <string_view>
 
-#include "device/DeviceProtocols.h"
-#include "device/LinkTables.h"
+#include "device/LinkChoice.h"
+#include "device/Models.h"
+#include "device/PacketLink.h"
+#include "device/TransferReport.h"
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+#include "platform/EventLoop.h"
+#include "platform/SerialPort.h"
 
 namespace walrim {
 
-/// What identification brought. All empty when the port could not be used or the answer was none.
-struct ProductInfo {
-  int ProductId = 0;          ///< signed 16-bit; -1 a silent receiver
-  float SoftwareVersion = 0;  ///< the receiver's number divided by 100
-  std::string Description;
+class DeviceSession {
+ public:
+  DeviceSession(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop)
+      : clock_(clock), desktop_(desktop), link_(port, clock, event_loop, stop_) {}
+  DeviceSession(const DeviceSession&) = delete;
+  DeviceSession& operator=(const DeviceSession&) = delete;
+
+  [[nodiscard]] PacketLink& Link() { return link_; }
+  [[nodiscard]] const PacketLink& Link() const { return link_; }
+  [[nodiscard]] TransferReport& Report() { return report_; }
+  [[nodiscard]] const TransferReport& Report() const { return report_; }
+
+  void SetLinkChoice(LinkChoice choice) { link_choice_ = choice; }
+  [[nodiscard]] LinkChoice Choice() const { return link_choice_; }
+  void UseCheckedLink(bool checked) { checked_link_ = checked; }
+  [[nodiscard]] bool CheckedLinkInUse() const { return checked_link_; }
+  void SetProtocols(const DeviceProtocols& protocols) { protocols_ = protocols; }
+  [[nodiscard]] const DeviceProtocols& Protocols() const { return protocols_; }
+
+  void Cancel() { stop_ = {true, true}; }
+  void ClearCancel() { stop_ = {}; }
+  /// Ends the transfer that is under way.
+  void Abort() { stop_.aborted = true; }
+  [[nodiscard]] bool Aborted() const { return stop_.aborted; }
+
+  /// False, with the port's message shown, when the port cannot be opened.
+  [[nodiscard]] bool OpenPort(std::string_view port_name);
+  /// The same for a port that is closed again at once.
+  [[nodiscard]] bool ProbePort(std::string_view port_name);
+
+  /// Sends a packet on the link in use, and receives its answer.
+  [[nodiscard]] PacketReply Exchange(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer);
+  /// The same for a packet whose data are one number.
+  [[nodiscard]] PacketReply Exchange(int packet_id, int value, ExpectedAnswer answer);
+  /// Receivers and USB adapters may leave a gap behind the ACK that is longer than a burst's settle time.
+  void ReceiveBehindAck(PacketReply& reply, int ack_slot);
+
+  /// Notes why the first packet of a transfer had no ACK.
+  void NoteFirstAnswer(const PacketReply& reply);
+  /// Ends the transfer where an exchange has failed.
+  void NoteStatus(const PacketReply& reply);
+  /// The result of a transfer that was aborted.
+  [[nodiscard]] std::int32_t AbortedResult(std::int16_t last_status) const;
+  /// Nonsense in answer to the abort changes nothing of what has come before it.
+  void SendAbort();
+  /// Tells the receiver to stop without looking at its answers any more: they have made no sense.
+  void AbandonTransfer();
+
+  [[nodiscard]] std::chrono::nanoseconds Now() const { return clock_.Monotonic(); }
+  void ShowMessage(std::string_view text) { desktop_.ShowMessage(text); }
+  /// Progress is shown behind the text of the status line that stands there now; its end leaves that text alone.
+  void BeginProgress() { caption_ = desktop_.StatusCaption(); }
+  void ShowProgress(std::string_view counters, std::int64_t done, std::int64_t total, std::chrono::nanoseconds start);
+  void EndProgress();
+
+ private:
+  const Clock& clock_;
+  Desktop& desktop_;
+  StopFlags stop_;
+  PacketLink link_;
+  std::string caption_;
+  LinkChoice link_choice_ = LinkChoice::Automatic;
+  bool checked_link_ = false;
+  DeviceProtocols protocols_ = RichestProtocols;
+  TransferReport report_;
 };
 
-/// What a transfer has to tell beyond its result code. Emptied when a transfer begins.
-struct TransferReport {
-  int damaged_records =
-      0;  ///< records whose frame had a wrong checksum or length, or whose position is not on the globe
-  int missing_records = 0;        ///< records that were announced and never came
-  int refused_records = 0;        ///< sent records that were not acknowledged
-  bool end_refused = false;       ///< the end of sent records was not acknowledged
-  bool data_loss = false;         ///< the data-loss warning was shown
-  bool port_failed = false;       ///< result 0 because the port could not be opened; a message was shown
-  bool no_answer = false;         ///< result 0 because the receiver was silent at the first packet
-  bool not_acknowledged = false;  ///< result 0 because it answered the first packet without an ACK
-  bool refused = false;           ///< given up because the receiver refused a packet of the checked link to the end
-  bool cancelled = false;         ///< Cancel came before the receiver had answered the last packet
-  bool bad_answer = false;        ///< given up because an announcement made no sense
-  std::string unsendable;         ///< why an upload did not begin: a record that cannot be encoded; empty otherwise
-  std::vector<std::string> cut_records;       ///< sent records that were too long and lost the end of their texts
-  std::vector<std::string> replaced_records;  ///< sent records with a symbol or colour that the receiver lacks
-};
-
-/// The link of the transfers behind an identification, as the user wants it.
-enum class LinkChoice {
-  Automatic,  ///< the checked one where the answer to the identification keeps to the published framing
-  Checked,
-  Plain
-};
-
-/// One run's state of the device module; owned by Garmin.
-struct DeviceSession {
-  LinkPids link_pids;
-  DeviceCommands device_commands;
-  DeviceProtocols protocols = ProtocolsBeforeIdentification();
-  bool TransferAborted = false;   ///< the cancel and failure flag of all transfers
-  bool cancel_requested = false;  ///< by the user: no silence is waited out any more
-  std::int32_t RecordsAnnounced = 0;
-  LinkChoice link_choice = LinkChoice::Automatic;
-  bool checked_link = false;   ///< in use: frames are tested, damaged ones sent again, and no burst is waited for
-  float pacing_factor = 1.0F;  ///< stretches the settle time of received bursts; 0 is taken as 1
-  TransferReport report;
-  std::int64_t input_seen = 0;  ///< grows over the whole run whenever something comes: whoever waits sees progress
-};
+/// "[i/n] Remaining mm:ss"; without a time while nothing has been moved (done 0).
+/// elapsed_s are the seconds since the transfer began; the rest is extrapolated in a straight line.
+[[nodiscard]] std::string ProgressText(std::string_view counters, std::int64_t done, std::int64_t total,
+                                       double elapsed_s);
+/// Minutes and seconds, at least two digits each: 75 is "01:15", 5400 is "90:00".
+[[nodiscard]] std::string FormatRemaining(std::int64_t seconds);
 
 }  // namespace walrim

@@ -1,15 +1,11 @@
 #include "device/Frame.h"
 
-#include <algorithm>
-
 namespace walrim {
 
-ByteBuffer PacketData(const Frame& frame) {
-  ByteBuffer data;
-  const std::size_t size = frame.bytes[2];
-  std::copy_n(frame.bytes.begin() + 3, size, data.bytes.begin());
-  data.Size = static_cast<std::int16_t>(size);
-  return data;
+std::int16_t NumberOf(std::span<const std::uint8_t> data) {
+  unsigned value = data.empty() ? 0U : data[0];
+  if (data.size() > 1) value |= static_cast<unsigned>(data[1]) << 8U;
+  return static_cast<std::int16_t>(value);
 }
 
 /// The leading DLE is summed up too, and added again behind the complement.
@@ -20,10 +16,9 @@ std::uint8_t FrameChecksum(std::span<const std::uint8_t> id_size_data) {
   return static_cast<std::uint8_t>(((~sum & 255U) + 1 + DLE) & 255U);
 }
 
-std::vector<std::uint8_t> FrameOnWire(int packet_id, const ByteBuffer& data) {
-  std::vector<std::uint8_t> plain{DLE, static_cast<std::uint8_t>(packet_id), static_cast<std::uint8_t>(data.Size)};
-  const auto view = data.View();
-  plain.insert(plain.end(), view.begin(), view.end());
+std::vector<std::uint8_t> FrameOnWire(int packet_id, std::span<const std::uint8_t> data) {
+  std::vector<std::uint8_t> plain{DLE, static_cast<std::uint8_t>(packet_id), static_cast<std::uint8_t>(data.size())};
+  plain.insert(plain.end(), data.begin(), data.end());
   plain.push_back(FrameChecksum(std::span(plain).subspan(1)));
 
   std::vector<std::uint8_t> wire;

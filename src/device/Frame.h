@@ -12,13 +12,11 @@
 #include <span>
 #include <vector>
 
-#include "device/ByteBuffer.h"
-
 namespace walrim {
 
 inline constexpr std::uint8_t DLE = 16;
 inline constexpr std::uint8_t ETX = 3;
-/// Most data bytes that a frame carries: its buffer holds 256 bytes, six of them framing.
+/// Most data bytes that are sent: a receiver's buffer holds 256 bytes, six of them framing.
 inline constexpr std::size_t LongestSentData = 250;
 
 /// A received frame without its doubled bytes, from DLE to ETX.
@@ -28,20 +26,31 @@ struct Frame {
   static constexpr std::size_t LongestCapacity = 255 + 6;
 
   std::array<std::uint8_t, LongestCapacity> bytes{};
-  std::int16_t Size = 0;  ///< size byte + 6, or ReceiveTimeout
+  std::int16_t size = 0;  ///< size byte + 6, or ReceiveTimeout
   bool damaged = false;   ///< its length does not fit its size byte, or its checksum is wrong
 
   [[nodiscard]] int Id() const { return bytes[1]; }
   friend bool operator==(const Frame&, const Frame&) = default;
 };
 
-/// Data of a received frame: as many bytes as its size byte says (those that never came are 0).
-[[nodiscard]] ByteBuffer PacketData(const Frame& frame);
+/// Data of a received frame, which must outlive the result: as many bytes as its size byte says (those that never came
+/// are 0).
+[[nodiscard]] inline std::span<const std::uint8_t> PacketData(const Frame& frame) {
+  return std::span(frame.bytes).subspan(3, frame.bytes[2]);
+}
+std::span<const std::uint8_t> PacketData(Frame&&) = delete;
 
 /// The checksum byte behind an id, a size and data.
 [[nodiscard]] std::uint8_t FrameChecksum(std::span<const std::uint8_t> id_size_data);
 
-/// A packet's bytes on the wire, with the doubled ones. data.Size is 0..255.
-[[nodiscard]] std::vector<std::uint8_t> FrameOnWire(int packet_id, const ByteBuffer& data);
+/// A packet's bytes on the wire, with the doubled ones; at most 255 bytes of data.
+[[nodiscard]] std::vector<std::uint8_t> FrameOnWire(int packet_id, std::span<const std::uint8_t> data);
+
+/// The data of packets that carry one number: 16 bits, the low byte first.
+[[nodiscard]] constexpr std::array<std::uint8_t, 2> NumberData(int value) {
+  return {static_cast<std::uint8_t>(value & 0xFF), static_cast<std::uint8_t>(value >> 8 & 0xFF)};
+}
+/// The signed number that data begin with; bytes that are not there are 0.
+[[nodiscard]] std::int16_t NumberOf(std::span<const std::uint8_t> data);
 
 }  // namespace walrim

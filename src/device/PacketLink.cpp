@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
+#include "device/CheckedExchange.h"
 #include "device/CheckedFrameReader.h"
+#include "device/CheckedInput.h"
 
 namespace walrim {
 
@@ -24,8 +27,8 @@ constexpr milliseconds OutputStallTime{3000};
 }  // namespace
 
 int FindAckSlot(const PacketReply& reply) {
-  for (int k = 1; k <= reply.Count; ++k) {
-    if (reply.Slot(k).Id() == Pid_Ack_Byte) return k;
+  for (int k = 1; k <= reply.count; ++k) {
+    if (reply.Slot(k).Id() == PacketId::Ack) return k;
   }
   return -1;
 }
@@ -35,7 +38,6 @@ class PacketLink::FrameBuilder {
  public:
   /// Takes the next byte; true when it ended the frame.
   bool Take(std::uint8_t byte) {
-    raw_.push_back(byte);
     if (byte == DLE && after_dle_) {  // the second half of a doubled byte
       after_dle_ = false;
       return false;
@@ -49,9 +51,9 @@ class PacketLink::FrameBuilder {
     return ended;
   }
 
-  /// The frame, with Size and damage noted; call once Take has told the end.
+  /// The frame, with size and damage noted; call once Take has told the end.
   Frame Finish() {
-    frame_.Size = static_cast<std::int16_t>(frame_.bytes[2] + 6);
+    frame_.size = static_cast<std::int16_t>(frame_.bytes[2] + 6);
     frame_.damaged = !Mark().empty();
     return frame_;
   }
@@ -63,8 +65,6 @@ class PacketLink::FrameBuilder {
     return sum == frame_.bytes[3 + size] ? std::string_view{} : "checksum";
   }
 
-  [[nodiscard]] const std::vector<std::uint8_t>& Raw() const { return raw_; }
-
  private:
   [[nodiscard]] std::size_t CapacityNow() const {
     return length_ > 2 ? std::max<std::size_t>(Frame::Capacity, frame_.bytes[2] + 6U) : Frame::Capacity;
@@ -73,11 +73,7 @@ class PacketLink::FrameBuilder {
   Frame frame_;
   std::size_t length_ = 0;
   bool after_dle_ = false;
-  std::vector<std::uint8_t> raw_;
 };
-
-PacketLink::PacketLink(SerialPort& port, const Clock& clock, EventLoop& event_loop, DeviceSession& session)
-    : port_(port), clock_(clock), event_loop_(event_loop), session_(session) {}
 
 void PacketLink::SetTrace(FrameTrace* trace) {
   trace_ = trace;
@@ -88,9 +84,8 @@ void PacketLink::Note(std::string_view text) {
   if (trace_ != nullptr) trace_->Note(TraceTime(), text);
 }
 
-bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
-  if (settings.empty()) settings = DefaultPortSettings;
-  last_port_result_ = port_.Open(port_name, settings);
+bool PacketLink::OpenPort(std::string_view port_name) {
+  last_port_result_ = port_.Open(port_name, LineBaud);
   if (!last_port_result_.Ok()) {
     Note("port " + std::string(port_name) + " cannot be opened");
     return false;
@@ -99,12 +94,12 @@ bool PacketLink::OpenPort(std::string_view port_name, std::string& settings) {
   port_.ClearInBuffer();
   burst_frames_ = 0;
   deadline_ = nanoseconds::max();
-  Note("port " + std::string(port_name) + " open, " + settings);
+  Note("port " + std::string(port_name) + " open, " + std::to_string(LineBaud) + ",N,8,1");
   return true;
 }
 
 bool PacketLink::ProbePort(std::string_view port_name) {
-  last_port_result_ = port_.Open(port_name, DefaultPortSettings);
+  last_port_result_ = port_.Open(port_name, LineBaud);
   if (!last_port_result_.Ok()) {
     Note("port " + std::string(port_name) + " cannot be opened");
     return false;
@@ -119,7 +114,7 @@ void PacketLink::ClosePort() {
   Note("port closed");
 }
 
-void PacketLink::SendPacket(int packet_id, const ByteBuffer& data) {
+void PacketLink::SendPacket(int packet_id, std::span<const std::uint8_t> data) {
   const std::vector<std::uint8_t> wire = FrameOnWire(packet_id, data);
   for (const std::uint8_t byte : wire)
     port_.Output(byte);
@@ -140,7 +135,7 @@ void PacketLink::WaitForOutput() {
     if (count < last_count) last_progress = clock_.Monotonic();
     last_count = count;
     // A line that takes nothing any more shows as a time-out of the answer.
-    const nanoseconds patience = session_.cancel_requested ? QuietTime : nanoseconds(OutputStallTime);
+    const nanoseconds patience = stop_.cancelled ? QuietTime : nanoseconds(OutputStallTime);
     if (clock_.Monotonic() - last_progress > patience) {
       Note("output stuck");
       port_.ClearOutBuffer();
@@ -151,9 +146,9 @@ void PacketLink::WaitForOutput() {
 
 Frame PacketLink::ReceivePacket() {
   FrameBuilder builder;
+  const std::size_t begin = heard_.size();
   bool timed_out = false;
   auto last_progress = clock_.Monotonic();
-  if (session_.pacing_factor == 0.0F) session_.pacing_factor = 1.0F;
   while (!timed_out) {
     const auto byte = port_.InBufferCount() > 0 ? port_.Input() : std::nullopt;
     if (!byte) {
@@ -165,65 +160,64 @@ Frame PacketLink::ReceivePacket() {
     try {
       ended = builder.Take(*byte);
     } catch (const std::out_of_range&) {
-      if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "too long"});
+      TraceHeard(begin, "too long");
       throw;
     }
     if (!ended) continue;
-    const Frame frame = builder.Finish();
-    if (trace_ != nullptr) trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), builder.Mark()});
-    return frame;
+    TraceHeard(begin, builder.Mark());
+    return builder.Finish();
   }
-  if (trace_ != nullptr && !builder.Raw().empty()) {
-    trace_->Frame({FrameDirection::Received, TraceTime(), builder.Raw(), "cut short"});
-  }
+  if (heard_.size() > begin) TraceHeard(begin, "cut short");
   Note(why_ == NoAnswer::Cancel ? "cancelled" : port_.LineLost() ? "line lost" : "time-out");
   Frame none;
-  none.Size = ReceiveTimeout;
+  none.size = ReceiveTimeout;
   return none;
+}
+
+/// The bytes from a number on are a frame, or what became of one.
+void PacketLink::TraceHeard(std::size_t begin, std::string_view mark) {
+  if (trace_ == nullptr) return;
+  trace_->Frame({FrameDirection::Received, TraceTime(), std::span(heard_).subspan(begin), mark});
 }
 
 /// Returns when a burst has come and settled, or sets timed_out.
 void PacketLink::WaitForBurst(nanoseconds& last_progress, bool& timed_out) {
   const auto shortest =
-      std::chrono::duration_cast<nanoseconds>(ShortestSettleTime * static_cast<double>(session_.pacing_factor));
+      std::chrono::duration_cast<nanoseconds>(ShortestSettleTime * static_cast<double>(pacing_factor_));
   std::size_t last_count = 0;
   nanoseconds settle_time{};
   const nanoseconds start = clock_.Monotonic();
   while (true) {
     const std::size_t count = port_.InBufferCount();
     const nanoseconds now = clock_.Monotonic();
-    // Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
-    const std::optional<NoAnswer> over = WaitIsOver(last_progress);
-    why_ = over.value_or(NoAnswer::Silence);
-    timed_out = over == NoAnswer::Trickle || (session_.TransferAborted && now - start > ReceiveTimeoutTime);
-    if (count == 0 && (over || port_.LineLost() || now - last_progress > ReceiveTimeoutTime)) timed_out = true;
+    timed_out = GivesUp(count, now - start, last_progress);
     if (timed_out || count > LongestBurst) return;
-    if (count > 0 && last_count == 0) {  // the first bytes have just arrived
-      ++session_.input_seen;
-      settle_time = std::max(now - last_progress, shortest);
+    if (count > last_count) {
+      ++input_seen_;
+      if (last_count == 0) settle_time = std::max(now - last_progress, shortest);
       last_count = count;
       last_progress = now;
-    } else if (count > 0) {
-      if (count > last_count) {
-        ++session_.input_seen;
-        last_count = count;
-        last_progress = now;
-      }
-      if (now - last_progress > settle_time) return;
     }
+    if (count > 0 && now - last_progress > settle_time) return;
     YieldNowAndThen();
-    auto rest = PollTime;
-    if (last_count > 0) {
-      const auto left = std::chrono::ceil<milliseconds>(last_progress + settle_time - clock_.Monotonic());
-      rest = std::clamp(left, milliseconds{1}, PollTime);
-    }
-    port_.Wait(rest);
+    auto left = PollTime;
+    if (last_count > 0) left = std::chrono::ceil<milliseconds>(last_progress + settle_time - clock_.Monotonic());
+    port_.Wait(std::clamp(left, milliseconds{1}, PollTime));
   }
+}
+
+/// Bytes that keep coming neither keep a cancelled transfer waiting nor make an answer that could be taken.
+bool PacketLink::GivesUp(std::size_t count, nanoseconds waited, nanoseconds last_progress) {
+  const std::optional<NoAnswer> over = WaitIsOver(last_progress);
+  why_ = over.value_or(NoAnswer::Silence);
+  if (over == NoAnswer::Trickle || (stop_.aborted && waited > ReceiveTimeoutTime)) return true;
+  const bool silent = clock_.Monotonic() - last_progress > ReceiveTimeoutTime;
+  return count == 0 && (over || port_.LineLost() || silent);
 }
 
 std::optional<NoAnswer> PacketLink::WaitIsOver(nanoseconds last_progress) const {
   const nanoseconds now = clock_.Monotonic();
-  if (session_.cancel_requested && now - last_progress > QuietTime) return NoAnswer::Cancel;
+  if (stop_.cancelled && now - last_progress > QuietTime) return NoAnswer::Cancel;
   if (now - exchange_began_ > LongestExchange || now > deadline_) return NoAnswer::Trickle;
   return std::nullopt;
 }
@@ -235,37 +229,29 @@ void PacketLink::YieldNowAndThen() {
   last_yield_ = clock_.Monotonic();
 }
 
-PacketReply PacketLink::ReceivePackets() {
-  BeginExchange(0, ExpectedAnswer::AckAndAnswer);
-  PacketReply reply;
-  std::vector<int> unasked;
-  TakeBurst(reply, unasked);
-  return reply;
-}
-
 /// Adds the frames of a burst to the reply but for those that cannot be its answer.
 void PacketLink::TakeBurst(PacketReply& reply, std::vector<int>& unasked) {
-  int frames = reply.Count;
+  int frames = reply.count;
   do {
     const Frame frame = ReceivePacket();
-    if (frame.Size < 0) {
-      reply.Count = frame.Size;
+    if (frame.size < 0) {
+      reply.count = frame.size;
       reply.why = why_;
       return;
     }
     const bool can_be_answer = CanBeAnswer(frame);
-    if (!can_be_answer && frame.Id() != Pid_Ack_Byte) {
+    if (!can_be_answer && frame.Id() != PacketId::Ack) {
       unasked.push_back(frame.Id());
       continue;
     }
     if (++frames > PacketReply::LastSlot) throw std::out_of_range("more than five frames in one burst");
-    if (can_be_answer) reply.slots[static_cast<std::size_t>(++reply.Count)] = frame;
+    if (can_be_answer) reply.slots[static_cast<std::size_t>(++reply.count)] = frame;
   } while (port_.InBufferCount() > 0);
 }
 
 void PacketLink::ReceiveMore(PacketReply& reply) {
-  const std::int16_t count = reply.Count;
-  while (reply.Count == count) {
+  const std::int16_t count = reply.count;
+  while (reply.count == count) {
     std::vector<int> unasked;
     TakeBurst(reply, unasked);
     for (const int id : unasked)
@@ -278,24 +264,24 @@ void PacketLink::ReceiveMore(PacketReply& reply) {
 bool PacketLink::CanBeAnswer(const Frame& frame) const {
   if (asked_id_ == 0 || frame.damaged) return true;
   const int id = frame.Id();
-  if (id == Pid_Ack_Byte) {
+  if (id == PacketId::Ack) {
     const bool names_packet = frame.bytes[2] == 0 || frame.bytes[3] == asked_id_;
     return asked_answer_ != ExpectedAnswer::OneFrame && names_packet;
   }
   if (!BelongsToNoTransfer(frame)) return true;
-  const bool known = id == session_.link_pids.Pid_Pvt_Data || id == Pid_Ext_Product_Data || id == Pid_Protocol_Array ||
-                     id == Pid_Product_Data;
+  const bool known = id == PacketId::PvtData || id == PacketId::ExtProductData || id == PacketId::ProtocolArray ||
+                     id == PacketId::ProductData;
   return asked_answer_ == ExpectedAnswer::OneFrame && !known;
 }
 
 /// Told unasked, or an answer to what was asked before.
 bool PacketLink::BelongsToNoTransfer(const Frame& frame) const {
-  const LinkPids& pids = session_.link_pids;
-  const std::array of_transfers{Pid_Ack_Byte,        Pid_Nak_Byte,      Pid_Product_Rqst, pids.Pid_Command_Data,
-                                pids.Pid_Xfer_Cmplt, pids.Pid_Records,  pids.Pid_Rte_Hdr, pids.Pid_Rte_Wpt_Data,
-                                pids.Pid_Trk_Data,   pids.Pid_Wpt_Data, pids.Pid_Trk_Hdr, pids.Pid_Rte_Link_Data};
+  constexpr std::array of_transfers{PacketId::Ack,         PacketId::Nak,        PacketId::ProductRqst,
+                                    PacketId::CommandData, PacketId::XferCmplt,  PacketId::Records,
+                                    PacketId::RteHdr,      PacketId::RteWptData, PacketId::TrkData,
+                                    PacketId::WptData,     PacketId::TrkHdr,     PacketId::RteLinkData};
   if (frame.damaged) return false;
-  if (frame.Id() == Pid_Product_Data) return asked_id_ != Pid_Product_Rqst;
+  if (frame.Id() == PacketId::ProductData) return asked_id_ != PacketId::ProductRqst;
   return std::find(of_transfers.begin(), of_transfers.end(), frame.Id()) == of_transfers.end();
 }
 
@@ -305,7 +291,7 @@ void PacketLink::BeginExchange(int packet_id, ExpectedAnswer answer) {
   exchange_began_ = clock_.Monotonic();
 }
 
-PacketReply PacketLink::ExchangeData(int packet_id, const ByteBuffer& data, ExpectedAnswer answer) {
+PacketReply PacketLink::ExchangeData(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer) {
   BeginExchange(packet_id, answer);
   port_.ClearInBuffer();
   heard_.clear();
@@ -323,17 +309,34 @@ std::optional<PacketReply> PacketLink::AnswerAsPublished() const {
     const Found found = reader.Take(byte);
     if (found == Found::Nothing) continue;
     if (found == Found::DamagedFrame || reader.Skipped() > 0) return std::nullopt;
-    if (!CanBeAnswer(reader.Last()) || reply.Count == PacketReply::LastSlot) continue;
-    reply.slots[static_cast<std::size_t>(++reply.Count)] = reader.Last();
+    if (!CanBeAnswer(reader.Last()) || reply.count == PacketReply::LastSlot) continue;
+    reply.slots[static_cast<std::size_t>(++reply.count)] = reader.Last();
   }
-  if (reader.Pending() || reply.Count == 0) return std::nullopt;
+  if (reader.Pending() || reply.count == 0) return std::nullopt;
   return reply;
 }
 
 /// The frame that is acknowledged came whole behind the packet before: what comes next is no burst that goes on.
 void PacketLink::Acknowledge(int packet_id) {
-  SendPacket(Pid_Ack_Byte, IntegerToBuffer(packet_id));
+  SendPacket(PacketId::Ack, NumberData(packet_id));
   input_while_sending_ = false;
+}
+
+void PacketLink::AcknowledgeInput() {
+  BeginExchange(0, ExpectedAnswer::OneFrame);
+  try {
+    CheckedInput(*this).AcknowledgeRest();
+  } catch (const std::out_of_range&) {
+    DrainInput();
+  }
+}
+
+PacketReply PacketLink::ExchangeChecked(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer) {
+  BeginExchange(packet_id, answer);
+  int frames_before = std::exchange(burst_frames_, 0);
+  if (frames_before > 0) CheckedInput(*this).FinishBurst(frames_before);
+  port_.ClearInBuffer();
+  return CheckedExchange(*this, answer).Run(packet_id, data);
 }
 
 void PacketLink::DrainInput(nanoseconds quiet) {

@@ -1,8 +1,8 @@
 // The packet link to a receiver: frames over a serial port, sent and received.
 //
 // The plain link does not test the checksum of what it receives, sends no NAK and repeats nothing; damage is only
-// noted. A checked link (DeviceSession::checked_link) tests, has damaged frames sent again, and waits no longer than
-// for the frames that an exchange can have.
+// noted. A checked link tests, has damaged frames sent again, and waits no longer than for the frames that an exchange
+// can have.
 #pragma once
 
 #include <array>
@@ -10,13 +10,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
-#include "device/ByteBuffer.h"
-#include "device/DeviceSession.h"
 #include "device/Frame.h"
 #include "device/FrameTrace.h"
+#include "device/PacketIds.h"
 #include "platform/Clock.h"
 #include "platform/EventLoop.h"
 #include "platform/SerialPort.h"
@@ -25,8 +25,8 @@ namespace walrim {
 
 /// Size of a receive that timed out, and count of an exchange that failed so.
 inline constexpr std::int16_t ReceiveTimeout = -9;
-/// Settings of a receiver's line.
-inline constexpr std::string_view DefaultPortSettings = "9600,N,8,1";
+/// The rate of a receiver's line.
+inline constexpr int LineBaud = 9600;
 /// How long a silent line is waited for.
 inline constexpr std::chrono::milliseconds ReceiveTimeoutTime{1500};
 /// The shortest settle time of a burst, before the pacing factor.
@@ -36,7 +36,13 @@ inline constexpr std::chrono::seconds LongestExchange{10};
 /// A line without a byte for this long is quiet.
 inline constexpr std::chrono::milliseconds QuietTime{100};
 /// A byte on a line of 9600 baud: start bit, eight data bits, stop bit.
-inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / 9600};
+inline constexpr std::chrono::nanoseconds LineByteTime{10'000'000'000 / LineBaud};
+
+/// What ends an operation before its time.
+struct StopFlags {
+  bool aborted = false;    ///< by the user, or because the transfer has failed
+  bool cancelled = false;  ///< by the user: no silence is waited out any more
+};
 
 /// What kept an exchange from its answer.
 enum class NoAnswer {
@@ -47,19 +53,19 @@ enum class NoAnswer {
   Cancel    ///< the user's
 };
 
-/// The frames of one exchange. slots[1..Count] in arrival order; slot 0 stays empty.
+/// The frames of one exchange. slots[1..count] in arrival order; slot 0 stays empty.
 struct PacketReply {
   static constexpr int LastSlot = 5;
 
   std::array<Frame, LastSlot + 1> slots;
-  std::int16_t Count = 0;             ///< number of the last slot filled, or ReceiveTimeout
+  std::int16_t count = 0;             ///< number of the last slot filled, or ReceiveTimeout
   NoAnswer why = NoAnswer::Silence;   ///< of ReceiveTimeout
   std::chrono::nanoseconds waited{};  ///< from the packet to the first byte of the frame behind it; checked link only
 
   /// Slot number k; throws std::out_of_range above LastSlot.
   [[nodiscard]] const Frame& Slot(int k) const { return slots.at(static_cast<std::size_t>(k)); }
   /// Packet id of the first frame; nothing matches -1.
-  [[nodiscard]] int FirstId() const { return Count >= 1 ? slots[1].Id() : -1; }
+  [[nodiscard]] int FirstId() const { return count >= 1 ? slots[1].Id() : -1; }
 };
 
 /// The frames that answer a packet.
@@ -74,33 +80,39 @@ enum class ExpectedAnswer {
 
 class PacketLink {
  public:
-  PacketLink(SerialPort& port, const Clock& clock, EventLoop& event_loop, DeviceSession& session);
+  /// All must outlive this object.
+  PacketLink(SerialPort& port, const Clock& clock, EventLoop& event_loop, const StopFlags& stop)
+      : port_(port), clock_(clock), event_loop_(event_loop), stop_(stop) {}
+
+  /// Stretches the settle time of received bursts; 0 is taken as 1.
+  void SetPacing(float factor) { pacing_factor_ = factor == 0.0F ? 1.0F : factor; }
+  /// Grows over the whole run whenever something comes.
+  [[nodiscard]] std::int64_t InputSeen() const { return input_seen_; }
 
   /// nullptr: no trace. The trace must outlive the link or be taken away.
   void SetTrace(FrameTrace* trace);
 
-  /// Opens the port with both buffers empty; empty settings become DefaultPortSettings. False when it cannot be
-  /// opened; LastPortResult then says why.
-  [[nodiscard]] bool OpenPort(std::string_view port_name, std::string& settings);
+  /// Opens the port at LineBaud, with both buffers empty. False when it cannot be opened; LastPortResult then says
+  /// why.
+  [[nodiscard]] bool OpenPort(std::string_view port_name);
   /// Opens the port and closes it at once; true when both succeed.
   [[nodiscard]] bool ProbePort(std::string_view port_name);
   void ClosePort();
   [[nodiscard]] bool LineLost() const { return port_.LineLost(); }
   [[nodiscard]] const PortResult& LastPortResult() const { return last_port_result_; }
 
-  /// Sends a frame and waits until it has left the output buffer. data.Size is 0..255.
-  void SendPacket(int packet_id, const ByteBuffer& data);
+  /// Sends a frame with at most 255 bytes of data, and waits until it has left the output buffer.
+  void SendPacket(int packet_id, std::span<const std::uint8_t> data);
   /// One frame. A burst is taken once it has settled: no new byte for as long as it took to begin, at least 20 ms
-  /// times the pacing factor. Size is ReceiveTimeout after 1.5 s without a byte, and at once on a lost line.
+  /// times the pacing factor. size is ReceiveTimeout after 1.5 s without a byte, and at once on a lost line.
   /// Throws std::out_of_range for a frame beyond Frame's capacity.
   [[nodiscard]] Frame ReceivePacket();
-  /// All frames of a burst. Throws std::out_of_range at a sixth one.
-  [[nodiscard]] PacketReply ReceivePackets();
   /// Drops what has come, sends, and receives the answer: the first burst with a frame that can be one. Whole frames
   /// that cannot are passed over: ACKs of other packets, and what comes unasked, which is acknowledged. ReceiveTimeout
   /// stands also for bytes that keep coming for LongestExchange.
-  [[nodiscard]] PacketReply ExchangeData(int packet_id, const ByteBuffer& data, ExpectedAnswer answer);
-  /// Receives once more behind the frames of reply; for a frame that a receiver sends late after its ACK.
+  [[nodiscard]] PacketReply ExchangeData(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer);
+  /// Receives once more, all frames of a burst, behind those of reply; for a frame that a receiver sends late after its
+  /// ACK. Throws std::out_of_range at a sixth frame.
   void ReceiveMore(PacketReply& reply);
   /// Exchanges that are not over by then have failed, until the port is opened again.
   void LimitExchanges(std::chrono::nanoseconds from_now) { deadline_ = clock_.Monotonic() + from_now; }
@@ -113,7 +125,7 @@ class PacketLink {
   /// came, or one that the receiver did not send again. Frames that cannot be the answer are passed over, and what
   /// comes unasked is acknowledged. All tries together take LongestExchange at most; a cancelled transfer waits 1.5 s.
   /// Throws std::out_of_range at a sixth frame in one burst, and where no frame is found in what comes.
-  [[nodiscard]] PacketReply ExchangeChecked(int packet_id, const ByteBuffer& data, ExpectedAnswer answer);
+  [[nodiscard]] PacketReply ExchangeChecked(int packet_id, std::span<const std::uint8_t> data, ExpectedAnswer answer);
 
   /// Drops what comes until the line has been quiet for so long, a second and a half at most.
   void DrainInput(std::chrono::nanoseconds quiet = QuietTime);
@@ -132,8 +144,12 @@ class PacketLink {
  private:
   class FrameBuilder;
   class CheckedExchange;
+  class CheckedInput;
 
+  void TraceHeard(std::size_t begin, std::string_view mark);
   void WaitForBurst(std::chrono::nanoseconds& last_progress, bool& timed_out);
+  [[nodiscard]] bool GivesUp(std::size_t count, std::chrono::nanoseconds waited,
+                             std::chrono::nanoseconds last_progress);
   void BeginExchange(int packet_id, ExpectedAnswer answer);
   /// Why nothing more is waited for, whatever may still come.
   [[nodiscard]] std::optional<NoAnswer> WaitIsOver(std::chrono::nanoseconds last_progress) const;
@@ -148,7 +164,9 @@ class PacketLink {
   SerialPort& port_;
   const Clock& clock_;
   EventLoop& event_loop_;
-  DeviceSession& session_;
+  const StopFlags& stop_;
+  float pacing_factor_ = 1.0F;
+  std::int64_t input_seen_ = 0;
   FrameTrace* trace_ = nullptr;
   std::chrono::nanoseconds trace_start_{};
   std::chrono::nanoseconds last_yield_{};

@@ -4,29 +4,29 @@
 #include <cmath>
 #include <span>
 
-#include "geo/GeneralLatLon.h"
-#include "geo/GeneralLib.h"
+#include "dialogs/Messages.h"
+#include "formats/PositionReader.h"
+#include "records/Symbols.h"
 #include "text/Numbers.h"
 #include "text/Utf8.h"
 
 namespace walrim {
-
 namespace {
 
+using namespace dialog_messages;
+
 constexpr std::size_t CodeDigits = 5;
+constexpr int LargestSymbolCode = 18000;
+constexpr int LargestDisplayCode = 15;
 /// What a new waypoint has where nothing else was chosen: the waypoint dot with its name.
 constexpr int UsualSymbol = 18;
 constexpr int UsualDisplay = 0;
-
-std::string EntryCode(int code) {
-  return PadNumber(code, CodeDigits);
-}
 
 std::vector<std::string> Entries(std::span<const NamedCode> names, int largest) {
   std::vector<std::string> entries;
   for (const NamedCode& row : names) {
     if (row.code < 0 || row.code > largest || row.name.empty()) continue;
-    entries.push_back(EntryCode(row.code).append(" : ").append(row.name));
+    entries.push_back(PadNumber(row.code, CodeDigits).append(" : ").append(row.name));
   }
   return entries;
 }
@@ -42,138 +42,86 @@ std::string Choose(const std::vector<std::string>& entries, const std::string& b
   return found == entries.end() ? entries.front() : *found;
 }
 
-bool SkipDigits(std::string_view& text) {
-  const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-  text.remove_prefix(digits);
-  return digits > 0;
-}
-
-bool SkipAny(std::string_view& text, std::string_view characters) {
-  if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
-  text.remove_prefix(1);
-  return true;
-}
-
-/// True for a text that is one number from its beginning to its end.
-bool IsNumber(std::string_view text) {
-  SkipAny(text, "+-");
-  const bool whole = SkipDigits(text);
-  const bool fraction = SkipAny(text, ".") && SkipDigits(text);
-  if (!whole && !fraction) return false;
-  if (SkipAny(text, "Ee")) {
-    SkipAny(text, "+-");
-    if (!SkipDigits(text)) return false;
-  }
-  return text.empty();
-}
-
-/// True where the packed minutes are below 60 and the seconds at most 60, which is what 59.996 is written as.
-bool HasMinutesAndSeconds(std::string_view dms) {
-  const std::string parts = ConvertAngle(dms, "DMS", "MPS");
-  const std::size_t first = parts.find('/');
-  const std::size_t second = parts.find('/', first + 1);
-  return LeadingNumber(std::string_view(parts).substr(first + 1)) < 60 &&
-         LeadingNumber(std::string_view(parts).substr(second + 1)) <= 60;
-}
-
 struct Axis {
   std::string_view name;
-  double limit_deg;
-  std::string_view decimal_example;
-  std::string_view dms_example;
+  int limit_deg;
+  std::string_view in_degrees;
+  std::string_view in_dms;
 };
-constexpr Axis Latitude{"緯度", 90, "35.6252", "35.373072"};
-constexpr Axis Longitude{"経度", 180, "139.2437", "139.143732"};
+constexpr Axis LatitudeAxis{Latitude, 90, LatitudeInDegrees, LatitudeInDms};
+constexpr Axis LongitudeAxis{Longitude, 180, LongitudeInDegrees, LongitudeInDms};
 
-/// The packed notation rounds degrees down and so has no text for a position south or west that reads back the same.
-constexpr std::string_view NoNegativeDms = "南緯・西経のため，度分秒（DMS形式）では扱えません．";
-
-/// Whether a position may lie south or west: where it passes through "DMS" it may not.
+/// Whether a position may lie south or west. Where it passes through "DMS" it may not: the packed notation rounds
+/// degrees down and so has no text for it that reads back the same.
 enum class Sign { Any, NotNegative };
 
-/// Why a text is no angle of its axis; empty where it is one.
-std::string WhyNoAngle(const Axis& axis, std::string_view text, std::string_view notation, Sign sign) {
-  const std::string quoted = std::string(axis.name) + "「" + WithoutControlCharacters(text) + "」は";
-  const std::string_view angle = TrimBlanks(text);
-  const bool decimal = notation == "D";
-  if (!IsNumber(angle) || (!decimal && !HasMinutesAndSeconds(angle))) {
-    return quoted + (decimal ? "度（D形式，例 " : "度分秒（DMS形式，例 ") +
-           std::string(decimal ? axis.decimal_example : axis.dms_example) + "）として読めません．";
+/// Reads an angle of an axis. Why the text is none; empty where it is one.
+std::string ReadAngle(const Axis& axis, std::string_view text, AngleNotation notation, Sign sign, double& degrees) {
+  const std::string shown = WithoutControlCharacters(text);
+  if (!ReadAngleText(text, notation, degrees).empty()) {
+    return NoAngle(axis.name, shown, notation == AngleNotation::D ? axis.in_degrees : axis.in_dms);
   }
-  const double degrees = DegreesOfAngle(angle, notation);
-  if (std::abs(degrees) > axis.limit_deg) {
-    const std::string limit = GeneralNumber(axis.limit_deg);
-    return quoted + "-" + limit + "度から" + limit + "度までの範囲にありません．";
-  }
-  return degrees < 0 && sign == Sign::NotNegative ? quoted + std::string(NoNegativeDms) : std::string();
+  if (std::abs(degrees) > axis.limit_deg) return OutOfRange(axis.name, shown, axis.limit_deg);
+  return degrees < 0 && sign == Sign::NotNegative ? NoNegativeDms(axis.name, shown) : std::string();
 }
 
-std::string WhyNoPosition(std::string_view lat, std::string_view lon, std::string_view notation, Sign sign) {
-  std::string why = WhyNoAngle(Latitude, lat, notation, sign);
-  return why.empty() ? WhyNoAngle(Longitude, lon, notation, sign) : why;
+std::string ReadPosition(const ClipProAtlas& clip, Sign sign, GeoPoint& point) {
+  std::string why = ReadAngle(LatitudeAxis, clip.ClipLat, clip.notation, sign, point.latitude_deg);
+  return why.empty() ? ReadAngle(LongitudeAxis, clip.ClipLon, clip.notation, sign, point.longitude_deg) : why;
 }
 
 }  // namespace
 
-std::vector<std::string> SymbolEntries(const NameTables& names) {
-  return Entries(names.SymbolNames, LargestSymbolCode);
+std::vector<std::string> SymbolEntries(WaypointType type) {
+  return Entries(SymbolNames(type), LargestSymbolCode);
 }
 
-std::vector<std::string> DisplayEntries(const NameTables& names) {
-  return Entries(names.DisplayNames, LargestDisplayCode);
+std::vector<std::string> DisplayEntries(WaypointType type) {
+  return Entries(DisplayNames(type), LargestDisplayCode);
 }
 
 int CodeOfEntry(std::string_view entry) {
   return static_cast<int>(LeadingInteger(entry.substr(0, CodeDigits), 0, 99999));
 }
 
-void ClipProAtlas::SetClip(std::string_view context, std::string_view lat, std::string_view lon, std::string_view datum,
-                           std::string_view ident, std::string_view comment) {
-  context_ = context;
-  datum_ = datum;
-  notation_ = "D";
-  ClipLat = lat;
-  ClipLon = lon;
-  ClipIdent = WithoutControlCharacters(ident);
-  ClipCmnt = WithoutControlCharacters(comment);
-  smbl_entries = SymbolEntries(names_);
-  dspl_entries = DisplayEntries(names_);
-  SmblType = Choose(smbl_entries, SmblType, UsualSymbol);
-  DsplType = Choose(dspl_entries, DsplType, UsualDisplay);
-  open_ = true;
+void ShowClip(const MapPoint& point, WaypointType type, ClipProAtlas& clip) {
+  clip.datum = point.datum;
+  clip.notation = AngleNotation::D;
+  clip.ClipLat = ShortestNumber(point.lat_deg);
+  clip.ClipLon = ShortestNumber(point.lon_deg);
+  clip.ClipIdent = WithoutControlCharacters(point.ident);
+  clip.ClipCmnt = WithoutControlCharacters(point.cmnt);
+  clip.smbl_entries = SymbolEntries(type);
+  clip.dspl_entries = DisplayEntries(type);
+  clip.SmblType = Choose(clip.smbl_entries, clip.SmblType, UsualSymbol);
+  clip.DsplType = Choose(clip.dspl_entries, clip.DsplType, UsualDisplay);
 }
 
-std::string ClipProAtlas::ClipPnt() {
-  std::string why = WhyNoPosition(ClipLat, ClipLon, notation_, Sign::NotNegative);
+std::string SwitchClipNotation(ClipProAtlas& clip) {
+  GeoPoint point;
+  std::string why = ReadPosition(clip, Sign::NotNegative, point);
   if (!why.empty()) return why;
-  const std::string_view wanted = notation_ == "D" ? "DMS" : "D";
-  ClipLat = ConvertAngle(TrimBlanks(ClipLat), notation_, wanted);
-  ClipLon = ConvertAngle(TrimBlanks(ClipLon), notation_, wanted);
-  notation_ = wanted;
+  clip.notation = clip.notation == AngleNotation::D ? AngleNotation::DMS : AngleNotation::D;
+  clip.ClipLat.clear();
+  clip.ClipLon.clear();
+  AppendAngle(clip.ClipLat, point.latitude_deg, clip.notation);
+  AppendAngle(clip.ClipLon, point.longitude_deg, clip.notation);
   return {};
 }
 
-ClipResult ClipProAtlas::Ok() {
-  if (!open_) return {};
-  const Sign sign = notation_ == "D" ? Sign::Any : Sign::NotNegative;
-  ClipResult result{std::nullopt, WhyNoPosition(ClipLat, ClipLon, notation_, sign)};
+ClipResult FinishClip(const ClipProAtlas& clip) {
+  const Sign sign = clip.notation == AngleNotation::D ? Sign::Any : Sign::NotNegative;
+  GeoPoint given;
+  ClipResult result{std::nullopt, ReadPosition(clip, sign, given)};
   if (!result.refusal.empty()) return result;
-  const GeoPoint given{DegreesOfAngle(TrimBlanks(ClipLat), notation_), DegreesOfAngle(TrimBlanks(ClipLon), notation_)};
-  const GeoPoint point = ConvertDatum(given, datum_, "WGS84");
+  const GeoPoint point = ConvertDatum(given, clip.datum, Datum::Wgs84);
   result.waypoint = ClipWaypoint{point.latitude_deg,
                                  point.longitude_deg,
-                                 WithoutControlCharacters(ClipIdent),
-                                 WithoutControlCharacters(ClipCmnt),
-                                 CodeOfEntry(SmblType),
-                                 CodeOfEntry(DsplType)};
-  Cancel();
+                                 WithoutControlCharacters(clip.ClipIdent),
+                                 WithoutControlCharacters(clip.ClipCmnt),
+                                 CodeOfEntry(clip.SmblType),
+                                 CodeOfEntry(clip.DsplType)};
   return result;
-}
-
-void ClipProAtlas::Cancel() {
-  open_ = false;
-  context_.clear();
-  datum_.clear();
 }
 
 }  // namespace walrim

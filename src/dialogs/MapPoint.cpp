@@ -1,6 +1,7 @@
 #include "dialogs/MapPoint.h"
 
 #include "dialogs/MapPointText.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -9,7 +10,7 @@ using namespace map_point;
 
 std::optional<MapPoint> RecognizeMapPoint(std::string_view text) {
   if (text.size() > LongestMapPointText || !IsValidUtf8(text)) return std::nullopt;
-  text = Trim(text);
+  text = TrimSpace(text);
   for (const auto read : {PointOfGeoLink, PointOfScript, PointOfPair}) {
     if (auto point = read(text)) return point;
   }

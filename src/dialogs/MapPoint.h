@@ -12,6 +12,8 @@
 #include <string>
 #include <string_view>
 
+#include "geo/Datum.h"
+
 namespace walrim {
 
 /// Longer texts hold no point.
@@ -21,7 +23,7 @@ inline constexpr std::size_t LongestMapPointText = 64U * 1024U;
 struct MapPoint {
   double lat_deg = 0;
   double lon_deg = 0;
-  std::string datum = "WGS84";  ///< or "Tokyo"
+  Datum datum = Datum::Wgs84;
   std::string ident;
   std::string cmnt;
 };

@@ -3,6 +3,7 @@
 
 #include "dialogs/MapPointText.h"
 #include "text/PercentEscapes.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -40,22 +41,23 @@ std::string QueryText(std::string_view value) {
 
 /// False where a parameter changes what the position means in a way that is not known.
 bool ReadParameter(std::string_view parameter, MapPoint& point) {
-  const std::string upper = UpperCase(parameter);
-  if (!Begins(upper, "CRS=")) return true;
-  if (upper == "CRS=TOKYO") point.datum = "Tokyo";
-  return upper == "CRS=WGS84" || upper == "CRS=TOKYO";
+  constexpr std::string_view DatumKey = "CRS=";
+  if (!BeginsWithWord(parameter, DatumKey)) return true;
+  const auto datum = DatumOfName(parameter.substr(DatumKey.size()));
+  if (datum) point.datum = *datum;
+  return datum.has_value();
 }
 
 /// Reads a label, or "lat,lon(label)". A link's own 0,0 stands for the latter's position, or for a place to be
 /// searched.
 bool ReadLabel(const std::string& label, MapPoint& point) {
-  std::string_view rest = Trim(label);
+  std::string_view rest = TrimSpace(label);
   const auto position = TakePosition(rest);
-  rest = Trim(rest);
-  const bool named = Begins(rest, "(") && rest.back() == ')';
+  rest = TrimSpace(rest);
+  const bool named = rest.starts_with('(') && rest.back() == ')';
   const bool placeholder = point.lat_deg == 0 && point.lon_deg == 0;
   if (!position || !(rest.empty() || named)) {
-    point.ident = WithoutControlCharacters(Trim(label));
+    point.ident = WithoutControlCharacters(TrimSpace(label));
     return !placeholder && IsValidUtf8(point.ident);
   }
   const auto inner = PointAt(position->lat_deg, position->lon_deg);
@@ -69,9 +71,8 @@ bool ReadLabel(const std::string& label, MapPoint& point) {
 
 bool ReadQuery(std::string_view query, MapPoint& point) {
   while (!query.empty()) {
-    const std::string_view field = query.substr(0, query.find('&'));
-    query.remove_prefix(std::min(field.size() + 1, query.size()));
-    if (UpperCase(field.substr(0, 2)) == "Q=" && !ReadLabel(QueryText(field.substr(2)), point)) return false;
+    const std::string_view field = TakeUpTo(query, '&');
+    if (BeginsWithWord(field, "Q=") && !ReadLabel(QueryText(field.substr(2)), point)) return false;
   }
   return true;
 }
@@ -80,19 +81,17 @@ bool ReadQuery(std::string_view query, MapPoint& point) {
 
 std::optional<MapPoint> PointOfGeoLink(std::string_view text) {
   constexpr std::string_view Scheme = "GEO:";
-  if (UpperCase(text.substr(0, Scheme.size())) != Scheme) return std::nullopt;
+  if (!BeginsWithWord(text, Scheme)) return std::nullopt;
   const std::string_view link = text.substr(Scheme.size());
-  if (link.find_first_of(Blanks) != std::string_view::npos) return std::nullopt;
-  const std::size_t mark = std::min(link.find('?'), link.size());
-  std::string_view path = link.substr(0, mark);
-  const std::string_view query = link.substr(std::min(mark + 1, link.size()));
+  if (std::any_of(link.begin(), link.end(), IsSpace)) return std::nullopt;
+  std::string_view query = link;
+  std::string_view path = TakeUpTo(query, '?');
   const auto position = TakePosition(path);
   if (!position || (Take(path, ",") && !TakeSigned(path))) return std::nullopt;
   auto point = PointAt(position->lat_deg, position->lon_deg);
   while (point && !path.empty()) {
     if (!Take(path, ";")) return std::nullopt;
-    const std::string_view parameter = path.substr(0, path.find(';'));
-    path.remove_prefix(parameter.size());
+    const std::string_view parameter = TakeUntilAny(path, ";");
     if (!ReadParameter(parameter, *point)) return std::nullopt;
   }
   if (!point || !ReadQuery(query, *point)) return std::nullopt;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "dialogs/MapPointText.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -77,8 +78,9 @@ std::string Normalized(std::string_view text) {
   const std::string narrow = Narrow(text);
   std::string normal;
   for (std::string_view rest = narrow; !rest.empty();) {
-    const Spelling* const found = std::find_if(std::begin(Spellings), std::end(Spellings),
-                                               [&](const Spelling& spelling) { return Begins(rest, spelling.from); });
+    const Spelling* const found =
+        std::find_if(std::begin(Spellings), std::end(Spellings),
+                     [&](const Spelling& spelling) { return rest.starts_with(spelling.from); });
     const bool known = found != std::end(Spellings);
     normal += known ? found->to : rest.substr(0, 1);
     rest.remove_prefix(known ? found->from.size() : 1);
@@ -90,23 +92,21 @@ std::string Normalized(std::string_view text) {
 constexpr std::string_view Around = " ,:()[]";
 
 std::string_view WithoutBrackets(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(Around);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(Around) - first + 1);
+  return TrimAny(text, Around);
 }
 
 /// Takes a datum's name off either end of a normalized text.
-std::string TakeDatum(std::string_view& text) {
-  for (const Spelling& name : {Spelling{"WGS84", "WGS84"}, Spelling{"TOKYO", "Tokyo"}}) {
-    const std::size_t length = name.from.size();
+std::optional<Datum> TakeDatum(std::string_view& text) {
+  for (const Datum datum : {Datum::Wgs84, Datum::Tokyo}) {
+    const std::size_t length = DatumName(datum).size();
     if (text.size() <= length) continue;
-    const bool first = Begins(text, name.from) && Around.find(text[length]) != std::string_view::npos;
-    const bool last = text.substr(text.size() - length) == name.from;
+    const bool first = BeginsWithWord(text, DatumName(datum)) && Around.find(text[length]) != std::string_view::npos;
+    const bool last = SameWord(text.substr(text.size() - length), DatumName(datum));
     if (!first && !last) continue;
     text = WithoutBrackets(first ? text.substr(length) : text.substr(0, text.size() - length));
-    return std::string(name.to);
+    return datum;
   }
-  return {};
+  return std::nullopt;
 }
 
 void SkipBlanks(std::string_view& text) {
@@ -224,16 +224,16 @@ std::optional<MapPoint> PointOfPair(std::string_view text) {
   if (text.size() > LongestPair) return std::nullopt;
   const std::string normal = Normalized(text);
   std::string_view rest = WithoutBrackets(normal);
-  const std::string datum = TakeDatum(rest);
+  const auto datum = TakeDatum(rest);
   const auto first = TakeAngle(rest);
   if (!first) return std::nullopt;
   const char last = normal[static_cast<std::size_t>(rest.data() - normal.data()) - 1];
   const bool separated = Take(rest, ",") || last == ' ';
-  if (!separated && (Begins(rest, "-") || Begins(rest, "+"))) return std::nullopt;
+  if (!separated && (rest.starts_with('-') || rest.starts_with('+'))) return std::nullopt;
   const auto second = TakeAngle(rest);
   if (!second || !rest.empty()) return std::nullopt;
   auto point = PointOfAngles(*first, *second);
-  if (point && !datum.empty()) point->datum = datum;
+  if (point && datum) point->datum = *datum;
   return point;
 }
 

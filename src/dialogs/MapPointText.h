@@ -18,16 +18,7 @@ namespace map_point {
 
 /// A longer number is no coordinate.
 inline constexpr std::size_t MostDigits = 40;
-inline constexpr std::string_view Blanks = " \t\r\n";
 
-/// Text without blanks, TABs and line ends around it.
-[[nodiscard]] std::string_view Trim(std::string_view text);
-[[nodiscard]] bool Begins(std::string_view text, std::string_view beginning);
-
-/// Takes the expected text off the front, where it stands there.
-bool Take(std::string_view& text, std::string_view expected);
-/// Takes the digits at the front, which may be none.
-std::string_view TakeDigits(std::string_view& text);
 /// Takes digits, with a point and digits behind them or without; nothing, with text untouched, where there are none or
 /// too many.
 std::optional<std::string_view> TakeNumber(std::string_view& text);

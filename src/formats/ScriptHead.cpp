@@ -1,10 +1,11 @@
 #include "formats/ScriptHead.h"
 
 #include <array>
-#include <span>
+#include <string>
+#include <string_view>
 
-#include "formats/ProAtlas.h"
-#include "formats/Statement.h"
+#include "formats/ScriptLabels.h"
+#include "formats/StatementBuilder.h"
 #include "formats/WptDates.h"
 
 namespace walrim {
@@ -28,34 +29,38 @@ constexpr std::array<GroupValues, 7> Groups{{
      "mark#92000", "line#0", "16", "1", "1"},
 }};
 
+/// The two version texts of the script's form. They are not the program's.
+constexpr std::string_view ProgramVersion = "1.0.8.0";
+constexpr std::string_view TemplateVersion = "1.2";
+
 }  // namespace
 
-void AppendStatementLine(std::string& out, std::string_view keyword, std::initializer_list<std::string_view> values) {
-  AppendStatement(out, keyword, std::span(values.begin(), values.size()));
-  out.append("\r\n");
-}
-
-std::string ScriptHead(const ScriptContents& contents, const ScriptTheme& theme, const CivilTime& now) {
-  std::string head;
-  std::string date;
-  AppendWptMoment(date, now, ' ');
+void WriteScriptHead(TextOutput& out, const ScriptContents& contents, const ScriptTheme& theme, const CivilTime& now) {
+  out.Line().append("//Header:Prog:").append(ProgramVersion).append(" Templ:").append(TemplateVersion);
+  out.Line().append(" Date:");
+  AppendWptMoment(out.Line(), now, ' ');
+  out.Line() += ';';
+  out.EndLine();
+  out.Line().append("mapserver script ver=1.0;");
+  out.EndLine();
   const std::string message = "Walrim Waypoint:" + std::to_string(contents.waypoints) +
                               " Route:" + std::to_string(contents.routes) +
                               " TrackLog:" + std::to_string(contents.logs);
-  AppendStatementLine(head, "hedder", {ScriptProgramVersion, ScriptTemplateVersion, date});
-  AppendStatementLine(head, "mapserver", {"1.0"});
-  AppendStatementLine(head, "message", {message});
-  AppendStatementLine(head, "theme", {ThemeText(theme)});
+  AppendStatement(out.Line(), StatementKeyword::Message, {message});
+  out.EndLine();
+  AppendStatement(out.Line(), StatementKeyword::Theme, {ThemeText(theme)});
+  out.EndLine();
   for (const GroupValues& group : Groups) {
-    AppendStatement(head, "group", group);
-    head.append("\r\n");
+    AppendStatement(out.Line(), StatementKeyword::Group, group);
+    out.EndLine();
   }
-  return head;
 }
 
-void AppendScriptEnd(std::string& out) {
-  AppendStatementLine(out, "disp", {"all"});
-  AppendStatementLine(out, "mapserver", {"end"});
+void WriteScriptEnd(TextOutput& out) {
+  AppendStatement(out.Line(), StatementKeyword::Disp, {"all"});
+  out.EndLine();
+  out.Line().append("mapserver end;");
+  out.EndLine();
 }
 
 }  // namespace walrim

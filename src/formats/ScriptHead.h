@@ -2,12 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <initializer_list>
-#include <string>
-#include <string_view>
 
-#include "formats/ScriptLabels.h"
+#include "formats/ScriptTheme.h"
 #include "text/Dates.h"
+#include "text/TextOutput.h"
 
 namespace walrim {
 
@@ -17,13 +15,10 @@ struct ScriptContents {
   std::size_t logs = 0;
 };
 
-/// Appends a statement with CR LF.
-void AppendStatementLine(std::string& out, std::string_view keyword, std::initializer_list<std::string_view> values);
+/// Writes what stands before the statements of the records: head, message, theme and the seven groups.
+void WriteScriptHead(TextOutput& out, const ScriptContents& contents, const ScriptTheme& theme, const CivilTime& now);
 
-/// The statements before those of the records: head, message, theme and the seven groups.
-[[nodiscard]] std::string ScriptHead(const ScriptContents& contents, const ScriptTheme& theme, const CivilTime& now);
-
-/// Appends the statements behind those of the records.
-void AppendScriptEnd(std::string& out);
+/// Writes what stands behind them.
+void WriteScriptEnd(TextOutput& out);
 
 }  // namespace walrim

@@ -1,23 +1,19 @@
 #include "formats/ScriptLabels.h"
 
-#include <algorithm>
-
 #include "formats/WptDates.h"
 #include "text/Numbers.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
 namespace {
 
-constexpr std::string_view WaypointMark = "[WP]";
 constexpr std::string_view RouteMark = "[RT]";
 constexpr std::string_view RoutePointMark = "RP:";
 constexpr std::string_view TrackMark = "[TR]#";
 constexpr std::string_view RouteNumberMark = "RtNo:";
 constexpr std::string_view RoutePointCountMark = " RpNum:";
 constexpr std::string_view TrackPointNumberMark = " TP:";
-constexpr std::string_view ThemeMark = "Walrim Datum:";
-constexpr std::string_view OffsetMark = " UTCOffset:";
 
 constexpr std::string_view Opening = "<";
 constexpr std::string_view Between = "><";
@@ -25,20 +21,6 @@ constexpr std::string_view Closing = ">";
 constexpr std::string_view FullWidthBetween = "＞＜";
 
 constexpr std::size_t IdentFieldWidth = 6;
-
-bool TakeMark(std::string_view& text, std::string_view mark) {
-  if (!text.starts_with(mark)) return false;
-  text.remove_prefix(mark.size());
-  return true;
-}
-
-std::string_view TakeDigits(std::string_view& text) {
-  const auto* const end = std::find_if(text.begin(), text.end(), [](char c) { return c < '0' || c > '9'; });
-  const auto count = static_cast<std::size_t>(end - text.begin());
-  const std::string_view digits = text.substr(0, count);
-  text.remove_prefix(count);
-  return digits;
-}
 
 void AppendTexts(std::string& out, std::string_view ident, std::string_view comment) {
   out.append(Opening);
@@ -51,7 +33,7 @@ void AppendTexts(std::string& out, std::string_view ident, std::string_view comm
 
 std::optional<PointTexts> ParseTexts(std::string_view text) {
   if (text == "<>") return PointTexts{};
-  if (!TakeMark(text, Opening) || !text.ends_with(Closing)) return std::nullopt;
+  if (!Take(text, Opening) || !text.ends_with(Closing)) return std::nullopt;
   text.remove_suffix(Closing.size());
   const std::size_t at = text.find(Between);
   if (at == std::string_view::npos) return std::nullopt;
@@ -74,7 +56,7 @@ std::string WaypointInfo(std::string_view ident, std::string_view comment) {
 }
 
 std::optional<PointTexts> ParseWaypointInfo(std::string_view info) {
-  return TakeMark(info, WaypointMark) ? ParseTexts(info) : std::nullopt;
+  return Take(info, WaypointMark) ? ParseTexts(info) : std::nullopt;
 }
 
 std::string RoutePointInfo(std::size_t number, std::string_view ident, std::string_view comment) {
@@ -84,7 +66,7 @@ std::string RoutePointInfo(std::size_t number, std::string_view ident, std::stri
 }
 
 std::optional<PointTexts> ParseRoutePointInfo(std::string_view info) {
-  if (!TakeMark(info, RoutePointMark)) return std::nullopt;
+  if (!Take(info, RoutePointMark)) return std::nullopt;
   (void)TakeDigits(info);
   return ParseTexts(info);
 }
@@ -95,7 +77,7 @@ std::string RouteLabel(std::string_view number, std::size_t point_count) {
 }
 
 std::optional<std::string_view> ParseRouteLabel(std::string_view label) {
-  if (!TakeMark(label, RouteNumberMark)) return std::nullopt;
+  if (!Take(label, RouteNumberMark)) return std::nullopt;
   return label.substr(0, label.rfind(RoutePointCountMark));
 }
 
@@ -105,7 +87,7 @@ std::string RouteInfo(std::string_view comment) {
 }
 
 std::string_view ParseRouteInfo(std::string_view info) {
-  if (!TakeMark(info, RouteMark) || !TakeMark(info, Opening) || !info.ends_with(Closing)) return {};
+  if (!Take(info, RouteMark) || !Take(info, Opening) || !info.ends_with(Closing)) return {};
   return info.substr(0, info.size() - Closing.size());
 }
 
@@ -114,7 +96,7 @@ std::string LogLabel(std::size_t log) {
 }
 
 std::optional<std::string_view> ParseLogLabel(std::string_view label) {
-  if (!TakeMark(label, TrackMark)) return std::nullopt;
+  if (!Take(label, TrackMark)) return std::nullopt;
   return TakeDigits(label);
 }
 
@@ -132,32 +114,16 @@ std::optional<TrackPointMark> ParseTrackPointInfo(std::string_view info) {
   constexpr std::size_t TimeLength = 8;
   constexpr std::size_t MostDigits = 9;
   TrackPointMark mark;
-  if (!TakeMark(info, TrackMark)) return std::nullopt;
+  if (!Take(info, TrackMark)) return std::nullopt;
   mark.log = TakeDigits(info);
-  if (!TakeMark(info, TrackPointNumberMark)) return std::nullopt;
+  if (!Take(info, TrackPointNumberMark)) return std::nullopt;
   const std::string_view point = TakeDigits(info);
-  if (point.empty() || point.size() > MostDigits || !TakeMark(info, " ")) return std::nullopt;
+  if (point.empty() || point.size() > MostDigits || !Take(info, " ")) return std::nullopt;
   mark.point = static_cast<std::size_t>(LeadingNumber(point));
   const std::string_view date = info.substr(0, DateLength);
   const std::string_view time = info.size() > DateLength ? info.substr(DateLength + 1, TimeLength) : std::string_view();
   if (date != NoDate || time != NoTime) mark.moment = ParseWptMoment(date, time);
   return mark;
-}
-
-std::string ThemeText(const ScriptTheme& theme) {
-  std::string text(ThemeMark);
-  return text.append(theme.datum).append(OffsetMark).append(std::to_string(theme.utc_offset_hours));
-}
-
-ScriptTheme ParseThemeText(std::string_view text) {
-  constexpr int MostHours = 32768;
-  ScriptTheme theme;
-  if (UpperCase(text).find("WGS84") != std::string::npos) theme.datum = "WGS84";
-  if (const std::size_t at = text.find(OffsetMark); text.starts_with(ThemeMark) && at != std::string_view::npos) {
-    text.remove_prefix(at + OffsetMark.size());
-    theme.utc_offset_hours = static_cast<int>(LeadingInteger(text, -MostHours, MostHours));
-  }
-  return theme;
 }
 
 }  // namespace walrim

@@ -5,7 +5,6 @@
 //   route point  str  ident or name field      info  "RP:" n "<" ident "><" comment ">"
 //   track log    str  "[TR]#" n                info  "[TR]#" n statistics
 //   track point  str  time                     info  "[TR]#" n " TP:" n " " date " " time intervals
-//   theme        str  "Walrim Datum:" name " UTCOffset:" hours
 //
 // "<>" is an empty ident or comment. The first "><" ends the ident, so that only this pair inside an ident has to be
 // written in full width; a comment holds anything.
@@ -32,6 +31,9 @@ struct ScriptGroup {
 
 /// Left-aligned and padded with blanks to six characters; a longer text is kept whole.
 [[nodiscard]] std::string IdentField(std::string_view ident);
+
+/// Begins the info of a waypoint.
+inline constexpr std::string_view WaypointMark = "[WP]";
 
 struct PointTexts {
   std::string_view ident;
@@ -60,14 +62,5 @@ struct TrackPointMark {
   std::optional<CivilTime> moment;
 };
 [[nodiscard]] std::optional<TrackPointMark> ParseTrackPointInfo(std::string_view info);
-
-/// What the positions and the times of a script are on.
-struct ScriptTheme {
-  std::string datum = "Tokyo";  ///< "Tokyo" or "WGS84"
-  int utc_offset_hours = 0;     ///< hours that were added to its times
-};
-[[nodiscard]] std::string ThemeText(const ScriptTheme& theme);
-/// A text that names WGS84 is on that; a text of another kind has no offset.
-[[nodiscard]] ScriptTheme ParseThemeText(std::string_view text);
 
 }  // namespace walrim

@@ -1,36 +1,26 @@
-// From a script to a WPT+ text.
+#include "formats/ScriptReader.h"
+
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <cstdint>
-#include <optional>
+#include <utility>
 #include <vector>
 
-#include "data/InternalData.h"
-#include "formats/AngleField.h"
-#include "formats/ProAtlas.h"
+#include "formats/FieldValues.h"
+#include "formats/Messages.h"
+#include "formats/RecordIntake.h"
 #include "formats/ScriptLabels.h"
-#include "formats/Statement.h"
+#include "formats/ScriptTheme.h"
+#include "formats/StatementParser.h"
 #include "formats/WptDates.h"
+#include "formats/WptLine.h"
 #include "text/Numbers.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
 
-constexpr std::string_view NoPosition = "位置が読めません";
-
-constexpr int StatementsPerProgress = 256;
-constexpr std::string_view DegreeForm = "D";
-
-/// The theme that a script names first.
-ScriptTheme FindTheme(std::string_view script) {
-  StatementSplitter statements(script);
-  for (std::string text; statements.Next(text);) {
-    const auto statement = ParseStatement(text);
-    if (statement && statement->keyword == "theme") return ParseThemeText(statement->Value("str"));
-  }
-  return {};
-}
+using namespace format_messages;
 
 /// True where more than a remark stands on a statement's line behind its end. That is not read.
 bool HasTail(std::string_view text) {
@@ -39,86 +29,137 @@ bool HasTail(std::string_view text) {
   return !text.empty() && !text.starts_with("//");
 }
 
-/// Takes the next item off a comma list.
-std::string_view TakeListItem(std::string_view& list) {
-  const std::size_t comma = std::min(list.find(','), list.size());
-  const std::string_view item = TrimBlanks(list.substr(0, comma));
-  list.remove_prefix(std::min(comma + 1, list.size()));
-  return item;
-}
-
-/// An ident that cuts no line.
-std::string IdentText(std::string_view ident) {
-  std::string text(ident);
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return c == ',' || c == '"'; }, ' ');
-  return std::string(TrimBlanks(text));
-}
-
 bool IsRoutePointGroup(std::string_view gid) {
   return gid == ScriptGroup::RoutePoint || gid == ScriptGroup::RoutePointOrigin ||
          gid == ScriptGroup::RoutePointDestination;
 }
 
-/// Makes the WPT+ lines of statements.
+/// Degrees as they are with 15 digits, as which positions have always come out of scripts.
+double Rounded(double degrees) {
+  const double magnitude = std::abs(degrees);
+  // Where the digits are a whole number in units of a power of ten, both are doubles, and one division gives the
+  // nearest.
+  const double unit = magnitude >= 100 ? 1e12 : magnitude >= 10 ? 1e13 : 1e14;
+  const double scaled = magnitude * unit;
+  const double nearest = std::round(scaled);
+  const double off = scaled - nearest + std::fma(magnitude, unit, -scaled);
+  constexpr double SurelyNearest = 0.4999;
+  if (magnitude >= 1 && magnitude < 1000 && std::abs(off) < SurelyNearest)
+    return std::copysign(nearest / unit, degrees);
+  std::string text;
+  AppendGeneralNumber(text, degrees);
+  return LeadingNumber(text);
+}
+
+/// An ident as a field of a WPT+ line that it does not cut gives it back.
+std::string IdentText(std::string_view ident) {
+  std::string text(ident);
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == ',' || c == '"'; }, ' ');
+  std::string scratch;
+  return CapitalText(PlainText(WithoutWptBlanks(text), scratch));
+}
+
+/// Stores what the statements of a script say.
 class ScriptReader {
  public:
-  ScriptReader(const ScriptTheme& theme, Conversion& result) : theme_(theme), result_(result) {
-    AppendLine("Datum", {ScriptDatumField});
+  ScriptReader(const ScriptTheme& theme, DataSet& data, int utc_offset_hours)
+      : theme_(theme), utc_offset_hours_(utc_offset_hours), intake_(data) {
+    intake_.SetLine(1);
   }
 
-  void TakeStatement(const Statement& statement) {
-    if (statement.keyword == "line") TakeLine(statement);
-    if (statement.keyword == "point") TakePoint(statement);
-  }
+  void TakeText(std::string_view text);
+  void SkipStatement(std::string_view why) { intake_.Account().statements.Add(0, why); }
   void CloseLog();
+  [[nodiscard]] const ImportResult& Result() { return intake_.Account(); }
 
  private:
   struct LogPoint {
-    std::optional<GeoPoint> point;
+    std::optional<GeoPoint> point;  ///< on the Tokyo datum
     std::optional<std::int64_t> seconds;
   };
 
-  void AppendLine(std::string_view command, std::initializer_list<std::string_view> fields) {
-    result_.text.append(ComposeWptLine(command, fields)).append("\r\n");
-  }
+  void NextLine() { intake_.SetLine(intake_.Line() + 1); }
+  /// Takes the next position off a list, on the Tokyo datum.
   [[nodiscard]] std::optional<GeoPoint> TakePosition(std::string_view& pos) const;
+  /// Puts a position into a record; counts it where it is off the globe.
+  template <typename Record>
+  [[nodiscard]] bool Place(const GeoPoint& tokyo, Record& record);
+  /// A comment as the last field of a WPT+ line gives it back.
+  [[nodiscard]] std::string FieldText(std::string_view text);
+
   void TakeLine(const Statement& statement);
   void OpenLog(std::string_view number, std::string_view pos);
   void TakePoint(const Statement& statement);
   /// True for a point of the open log, whose time it tells.
   [[nodiscard]] bool TakeLogPoint(const Statement& statement);
-  void AppendPoint(std::string_view command, const Statement& statement, const PointTexts& texts);
-  void AppendLogPoint(const LogPoint& point, bool begins);
+  /// A point's texts, and its position on the Tokyo datum; nothing, and counted, where it has none.
+  [[nodiscard]] std::optional<GeoPoint> ReadPoint(const Statement& statement, const PointTexts& texts,
+                                                  Waypoint& waypoint);
+  void StoreWaypoint(const Statement& statement, const PointTexts& texts);
+  void StoreRoutePoint(const Statement& statement, const PointTexts& texts);
+  void StoreLogPoint(const LogPoint& log_point, bool begins);
 
-  const ScriptTheme& theme_;
-  Conversion& result_;
-  bool route_open_ = false;
+  ScriptTheme theme_;
+  int utc_offset_hours_;
+  RecordIntake intake_;
+  bool route_begun_ = false;
   std::string log_number_;
   std::vector<LogPoint> log_;
   /// More than these could not be stored.
   std::size_t log_points_left_ = MaxTrackPoints;
+  std::string scratch_;
 };
 
+void ScriptReader::TakeText(std::string_view text) {
+  const auto statement = ParseStatement(text);
+  if (statement && statement->keyword == StatementKeyword::Line) TakeLine(*statement);
+  if (statement && statement->keyword == StatementKeyword::Point) TakePoint(*statement);
+  const bool comment = statement && statement->keyword == StatementKeyword::Comment;
+  if (!comment && HasTail(text)) SkipStatement(StatementTail);
+}
+
 std::optional<GeoPoint> ScriptReader::TakePosition(std::string_view& pos) const {
-  const std::string_view lat = TakeListItem(pos);
-  const std::string_view lon = TakeListItem(pos);
-  const auto point = PointOfFields(lat, lon, "MPS");
+  const std::string_view lat = TrimBlanks(TakeUpTo(pos, ','));
+  const std::string_view lon = TrimBlanks(TakeUpTo(pos, ','));
+  const auto point = ReadPosition(lat, lon, AngleNotation::MPS);
   if (!point) return std::nullopt;
-  return ConvertDatum(*point, theme_.datum, "TOKYO");
+  return ConvertDatum(*point, theme_.datum, Datum::Tokyo);
+}
+
+template <typename Record>
+bool ScriptReader::Place(const GeoPoint& tokyo, Record& record) {
+  const GeoPoint rounded{Rounded(tokyo.latitude_deg), Rounded(tokyo.longitude_deg), 0};
+  const GeoPoint point = ConvertDatum(rounded, Datum::Tokyo, Datum::Wgs84);
+  record.lat_deg = point.latitude_deg;
+  record.lon_deg = point.longitude_deg;
+  const bool placed = OnGlobe(rounded) && OnGlobe(point);
+  if (!placed) intake_.Skip(PositionOutOfRange);
+  return placed;
+}
+
+std::string ScriptReader::FieldText(std::string_view text) {
+  text = WithoutWptBlanks(text);
+  const std::string_view item = TakeWptItem(text);
+  if (!text.empty()) intake_.Account().overfull.Add(intake_.Line());
+  return CapitalText(PlainText(item, scratch_));
 }
 
 void ScriptReader::TakeLine(const Statement& statement) {
-  const std::string_view gid = statement.Value("gid");
-  const std::string_view label = statement.Value("str");
+  const std::string_view gid = statement.values[ObjectKey::Gid];
+  const std::string_view label = statement.values[ObjectKey::Str];
   if (const auto log = ParseLogLabel(label); log && gid == ScriptGroup::TrackLog) {
-    return OpenLog(*log, statement.Value("pos"));
+    return OpenLog(*log, statement.values[ObjectKey::Pos]);
   }
   const auto number = ParseRouteLabel(label);
   if (gid != ScriptGroup::Route || !number) return;
   CloseLog();
-  route_open_ = true;
-  AppendLine("RN", {IdentText(*number), ParseRouteInfo(statement.Value("info"))});
+  route_begun_ = true;
+  NextLine();
+  Route route;
+  route.nmbr = ByteOf(IdentText(*number));
+  route.cmnt = FieldText(ParseRouteInfo(statement.values[ObjectKey::Info]));
+  intake_.Begin(std::move(route));
 }
 
 void ScriptReader::OpenLog(std::string_view number, std::string_view pos) {
@@ -128,53 +169,54 @@ void ScriptReader::OpenLog(std::string_view number, std::string_view pos) {
     log_.push_back({TakePosition(pos), std::nullopt});
     --log_points_left_;
   }
-  if (!pos.empty()) result_.Skip("トラックログの点が多すぎます");
+  if (!pos.empty()) SkipStatement(TooManyLogPoints);
 }
 
 void ScriptReader::CloseLog() {
   bool begins = true;
   for (const LogPoint& point : log_) {
     if (!point.point) {
-      result_.Skip(NoPosition);
+      SkipStatement(UnreadPosition);
       continue;
     }
-    AppendLogPoint(point, begins);
+    StoreLogPoint(point, begins);
     begins = false;
   }
   log_.clear();
 }
 
-void ScriptReader::AppendLogPoint(const LogPoint& point, bool begins) {
-  std::string date(NoDate);
-  std::string time(NoTime);
-  if (point.seconds) {
-    const CivilTime moment = CivilFromGarminSeconds(*point.seconds);
-    date = WptDate(moment);
-    time = WptTime(moment);
+void ScriptReader::StoreLogPoint(const LogPoint& log_point, bool begins) {
+  NextLine();
+  if (begins) intake_.Begin(TrackLog());
+  TrackPoint point;
+  point.new_trk = begins;
+  if (!intake_.TakesTrackPoint() || !Place(*log_point.point, point)) return;
+  // The epoch itself stands for no time, whatever the zone.
+  if (log_point.seconds && *log_point.seconds != 0) {
+    point.time = KnownGarminTime(*log_point.seconds - std::int64_t{utc_offset_hours_} * 3600);
   }
-  AppendLine("TP", {DegreeForm, GeneralNumber(point.point->latitude_deg), GeneralNumber(point.point->longitude_deg),
-                    date, time, begins ? "1" : "0"});
+  intake_.Store(point);
 }
 
 void ScriptReader::TakePoint(const Statement& statement) {
-  const std::string_view gid = statement.Value("gid");
-  const std::string_view info = statement.Value("info");
+  const std::string_view gid = statement.values[ObjectKey::Gid];
+  const std::string_view info = statement.values[ObjectKey::Info];
   if (gid == ScriptGroup::TrackPoint) {
     if (TakeLogPoint(statement)) return;
   } else {
     CloseLog();
   }
   if (gid == ScriptGroup::Waypoint) {
-    if (const auto texts = ParseWaypointInfo(info)) return AppendPoint("WP", statement, *texts);
-  } else if (IsRoutePointGroup(gid) && route_open_) {
-    if (const auto texts = ParseRoutePointInfo(info)) return AppendPoint("RP", statement, *texts);
+    if (const auto texts = ParseWaypointInfo(info)) return StoreWaypoint(statement, *texts);
+  } else if (IsRoutePointGroup(gid) && route_begun_) {
+    if (const auto texts = ParseRoutePointInfo(info)) return StoreRoutePoint(statement, *texts);
   }
-  const std::string_view label = TrimBlanks(statement.Value("str"));
-  AppendPoint("WP", statement, {label.empty() ? statement.Value("oid") : label, TrimBlanks(info)});
+  const std::string_view label = TrimBlanks(statement.values[ObjectKey::Str]);
+  StoreWaypoint(statement, {label.empty() ? statement.values[ObjectKey::Oid] : label, TrimBlanks(info)});
 }
 
 bool ScriptReader::TakeLogPoint(const Statement& statement) {
-  const auto mark = ParseTrackPointInfo(statement.Value("info"));
+  const auto mark = ParseTrackPointInfo(statement.values[ObjectKey::Info]);
   if (!mark || mark->point < 1 || mark->point > log_.size()) return false;
   if (mark->log != log_number_) return false;
   if (mark->moment) {
@@ -184,40 +226,54 @@ bool ScriptReader::TakeLogPoint(const Statement& statement) {
   return true;
 }
 
-void ScriptReader::AppendPoint(std::string_view command, const Statement& statement, const PointTexts& texts) {
-  std::string_view pos = statement.Value("pos");
+std::optional<GeoPoint> ScriptReader::ReadPoint(const Statement& statement, const PointTexts& texts,
+                                                Waypoint& waypoint) {
+  std::string_view pos = statement.values[ObjectKey::Pos];
   const auto point = TakePosition(pos);
   if (!point) {
-    result_.Skip(NoPosition);
-    return;
+    SkipStatement(UnreadPosition);
+    return std::nullopt;
   }
-  std::string comment(texts.comment);
-  if (theme_.utc_offset_hours != 0) comment = WithShiftedStamp(comment, -theme_.utc_offset_hours);
-  const auto stamp = FindCreationStamp(comment);
-  AppendLine(command, {DegreeForm, IdentText(texts.ident), GeneralNumber(point->latitude_deg),
-                       GeneralNumber(point->longitude_deg), stamp ? WptDate(stamp->moment) : std::string(NoDate),
-                       stamp ? WptTime(stamp->moment) : std::string(NoTime), comment});
+  NextLine();
+  waypoint.ident = IdentText(texts.ident);
+  waypoint.cmnt = theme_.utc_offset_hours == 0 ? FieldText(texts.comment)
+                                               : FieldText(WithShiftedStamp(texts.comment, -theme_.utc_offset_hours));
+  return point;
+}
+
+void ScriptReader::StoreWaypoint(const Statement& statement, const PointTexts& texts) {
+  Waypoint waypoint;
+  const auto point = ReadPoint(statement, texts, waypoint);
+  if (point && Place(*point, waypoint)) intake_.Store(std::move(waypoint));
+}
+
+void ScriptReader::StoreRoutePoint(const Statement& statement, const PointTexts& texts) {
+  RoutePoint stop;
+  const auto point = ReadPoint(statement, texts, stop.waypoint);
+  if (point && intake_.TakesRoutePoint() && Place(*point, stop.waypoint)) intake_.Store(std::move(stop));
 }
 
 }  // namespace
 
-Conversion ConvertScriptToWpt(std::string_view script, const ConversionProgress& progress) {
-  Conversion result;
-  const ScriptTheme theme = FindTheme(script);
-  ScriptReader reader(theme, result);
-  StatementSplitter statements(script);
-  int count = 0;
-  for (std::string text; statements.Next(text);) {
-    const auto statement = ParseStatement(text);
-    if (statement) reader.TakeStatement(*statement);
-    if (HasTail(text) && !(statement && statement->keyword == "comment")) {
-      result.Skip("文の後ろに同じ行の続きがあります");
-    }
-    if (progress && ++count % StatementsPerProgress == 0) progress(statements.Offset(), script.size());
+ImportResult ReadScript(LineSource& lines, DataSet& data, const ReadSettings& settings) {
+  StatementSplitter statements(lines);
+  // Statements are held until it is known what their positions and times are on.
+  std::vector<std::string> held;
+  ScriptThemeFinder theme;
+  for (std::string text; !theme.Sure() && statements.Next(text);) {
+    if (const auto statement = ParseStatement(text)) theme.Take(*statement);
+    held.push_back(text);
   }
+  ScriptReader reader(theme.Found(), data, settings.utc_offset_hours);
+  for (std::string& text : held) {
+    reader.TakeText(text);
+    std::string().swap(text);
+  }
+  for (std::string text; theme.Sure() && statements.Next(text);)
+    reader.TakeText(text);
   reader.CloseLog();
-  if (statements.Incomplete()) result.Skip("文に終わりがありません");
-  return result;
+  if (statements.Incomplete()) reader.SkipStatement(OpenStatement);
+  return reader.Result();
 }
 
 }  // namespace walrim

@@ -4,16 +4,15 @@
 #include <cmath>
 
 #include "formats/WptDates.h"
-#include "geo/GeneralLatLon.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
 
 namespace walrim {
 namespace {
 
-/// Seconds that passed between two points; nothing where none did or it is not known.
+/// Seconds that passed between two points; nothing where that is not known or time runs backwards.
 std::optional<std::int64_t> Elapsed(const LoggedPoint& from, const LoggedPoint& to) {
-  if (!from.seconds || !to.seconds || *to.seconds <= *from.seconds) return std::nullopt;
+  if (!from.seconds || !to.seconds || *to.seconds < *from.seconds) return std::nullopt;
   return *to.seconds - *from.seconds;
 }
 
@@ -27,17 +26,13 @@ std::string ElapsedText(std::int64_t seconds) {
   return text;
 }
 
+/// Empty where no time passed.
 std::string SpeedText(double km, std::int64_t seconds) {
+  if (seconds == 0) return {};
   return ThousandthsText(km / (static_cast<double>(seconds) / 3600)) + "km/hr";
 }
 
 }  // namespace
-
-double LegKilometres(double lat1_deg, double lon1_deg, double lat2_deg, double lon2_deg) {
-  const double km = SphericalDistance(lat1_deg, lon1_deg, lat2_deg, lon2_deg);
-  // Points that face each other across the globe may have a sine that rounding lifted above 1.
-  return std::isfinite(km) ? km : SphericalDistance(-90, 0, 90, 0);
-}
 
 std::string ThousandthsText(double value) {
   constexpr double MostDigits = 1e15;

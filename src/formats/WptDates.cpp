@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "text/Numbers.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
@@ -14,10 +14,6 @@ constexpr std::size_t StampLength = 20;
 constexpr std::string_view StampMonths = "JANFEBMARAPLMAYJUNJLYAUGSEPOCTNOVDEC";
 constexpr std::array<std::string_view, 12> MonthNames{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 void AppendTwo(std::string& out, int value) {
   out += static_cast<char>('0' + value / 10 % 10);
@@ -38,22 +34,6 @@ void AppendTime(std::string& out, const CivilTime& moment) {
   AppendTwo(out, moment.minute);
   out += ':';
   AppendTwo(out, moment.second);
-}
-
-/// Takes one or two digits off the front.
-std::string_view TakeShortNumber(std::string_view& text) {
-  std::size_t count = 0;
-  while (count < 2 && count < text.size() && IsDigit(text[count]))
-    ++count;
-  const std::string_view digits = text.substr(0, count);
-  text.remove_prefix(count);
-  return digits;
-}
-
-bool TakeSlash(std::string_view& text) {
-  if (text.empty() || text.front() != '/') return false;
-  text.remove_prefix(1);
-  return true;
 }
 
 /// 1..12, or 0 for no month.
@@ -83,18 +63,6 @@ std::optional<CivilTime> MomentOfStamp(std::string_view stamp) {
 
 }  // namespace
 
-std::string WptDate(const CivilTime& moment) {
-  std::string text;
-  AppendDate(text, moment);
-  return text;
-}
-
-std::string WptTime(const CivilTime& moment) {
-  std::string text;
-  AppendTime(text, moment);
-  return text;
-}
-
 void AppendWptMoment(std::string& out, const CivilTime& moment, char separator) {
   AppendDate(out, moment);
   out += separator;
@@ -103,12 +71,12 @@ void AppendWptMoment(std::string& out, const CivilTime& moment, char separator) 
 
 std::string StandardMoment(std::string_view date, std::string_view time) {
   std::string_view rest = TrimBlanks(date);
-  const std::string_view month = TakeShortNumber(rest);
-  const bool month_first = !month.empty() && TakeSlash(rest);
-  const std::string_view day = TakeShortNumber(rest);
+  const std::string_view month = TakeDigits(rest, 2);
+  const bool month_first = !month.empty() && Take(rest, '/');
+  const std::string_view day = TakeDigits(rest, 2);
   std::string text;
   text.reserve(date.size() + 1 + time.size());
-  if (month_first && !day.empty() && TakeSlash(rest)) {
+  if (month_first && !day.empty() && Take(rest, '/')) {
     text.append(rest).append("/").append(month).append("/").append(day);
   } else {
     text = date;
@@ -120,10 +88,9 @@ std::optional<CivilTime> ParseWptMoment(std::string_view date, std::string_view 
   return ParseDateTime(StandardMoment(date, time));
 }
 
-bool IsEpochSomewhere(const CivilTime& moment) {
+bool IsEpochSomewhere(std::int64_t local) {
   constexpr std::int64_t Hour = 3600;
-  const std::int64_t seconds = SecondsSinceGarminEpoch(moment);
-  return seconds % Hour == 0 && seconds >= -24 * Hour && seconds <= 24 * Hour;
+  return local % Hour == 0 && local >= -24 * Hour && local <= 24 * Hour;
 }
 
 CivilTime ShiftedByHours(const CivilTime& moment, int hours) {
@@ -133,15 +100,14 @@ CivilTime ShiftedByHours(const CivilTime& moment, int hours) {
 std::string CreationStamp(const CivilTime& now) {
   std::string text(StampWord);
   text += ' ';
-  text.append(WptTime(now), 0, 5).append(" ");
+  AppendTwo(text, now.hour);
+  text += ':';
+  AppendTwo(text, now.minute);
+  text += ' ';
   AppendTwo(text, now.day);
   text.append("-").append(MonthNames.at(static_cast<std::size_t>(now.month - 1))).append("-");
   AppendTwo(text, now.year % 100);
   return text;
-}
-
-std::string UpperCreationStamp(const CivilTime& now) {
-  return UpperCase(CreationStamp(now));
 }
 
 std::optional<FoundStamp> FindCreationStamp(std::string_view comment) {
@@ -155,7 +121,7 @@ std::optional<FoundStamp> FindCreationStamp(std::string_view comment) {
 std::string WithShiftedStamp(std::string_view comment, int hours) {
   std::string text(comment);
   if (const auto stamp = FindCreationStamp(comment)) {
-    text.replace(stamp->at, StampLength, UpperCreationStamp(ShiftedByHours(stamp->moment, hours)));
+    text.replace(stamp->at, StampLength, UpperCase(CreationStamp(ShiftedByHours(stamp->moment, hours))));
   }
   return text;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,11 +11,7 @@
 
 namespace walrim {
 
-/// "mm/dd/yyyy"
-[[nodiscard]] std::string WptDate(const CivilTime& moment);
-/// "hh:nn:ss"
-[[nodiscard]] std::string WptTime(const CivilTime& moment);
-/// Appends both with a separator between them.
+/// Appends "mm/dd/yyyy", a separator and "hh:nn:ss".
 void AppendWptMoment(std::string& out, const CivilTime& moment, char separator);
 
 /// The two fields as the standard file writes a moment, "yyyy/mm/dd hh:nn:ss". A date of another form is left as it
@@ -26,15 +23,14 @@ void AppendWptMoment(std::string& out, const CivilTime& moment, char separator);
 /// The fields of a point without a time: the receivers' epoch.
 inline constexpr std::string_view NoDate = "12/31/1989";
 inline constexpr std::string_view NoTime = "00:00:00";
-/// True for the epoch in any zone of whole hours, which is what a point without a time is written with.
-[[nodiscard]] bool IsEpochSomewhere(const CivilTime& moment);
+/// True for the receivers' epoch in any zone of whole hours, which is what a point without a time is written with.
+/// local is in seconds since that epoch.
+[[nodiscard]] bool IsEpochSomewhere(std::int64_t local);
 
 [[nodiscard]] CivilTime ShiftedByHours(const CivilTime& moment, int hours);
 
 /// "CRTD 14:05 15-Nov-02", the comment of a waypoint that has none.
 [[nodiscard]] std::string CreationStamp(const CivilTime& now);
-/// The same in capitals: "CRTD 14:05 15-NOV-02".
-[[nodiscard]] std::string UpperCreationStamp(const CivilTime& now);
 
 /// A creation stamp inside a comment.
 struct FoundStamp {

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "text/Numbers.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
@@ -15,15 +16,9 @@ constexpr int MostWholeDigits = 18;
 /// Exponents beyond this make every number too large or nothing; it is kept small enough for sums.
 constexpr std::int64_t LargestExponent = 1'000'000'000'000'000;
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 std::size_t DigitsFrom(std::string_view text, std::size_t at) {
-  std::size_t end = at;
-  while (end < text.size() && IsDigit(text[end]))
-    ++end;
-  return end - at;
+  text.remove_prefix(at);
+  return TakeDigits(text).size();
 }
 
 /// A number's text taken apart: digits with the point after the first whole_digits of them, times 10^exponent.

@@ -2,13 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace walrim {
-
-/// What file dialogs return when the user cancels them, and whenever they fail.
-inline constexpr std::string_view DialogCancelled = "cancel";
 
 /// Texts are UTF-8. Message boxes are modal: they return when they have been answered.
 class Desktop {
@@ -22,9 +20,10 @@ class Desktop {
   /// A question with OK and Cancel; true for OK.
   [[nodiscard]] virtual bool AskOkCancel(std::string_view text) = 0;
 
-  /// File dialogs with a filter such as "すべてのファイル (*.*)|*.*|": a path, or DialogCancelled.
-  [[nodiscard]] virtual std::string OpenFileDialog(std::string_view filter) = 0;
-  [[nodiscard]] virtual std::string SaveFileDialog(std::string_view filter) = 0;
+  /// File dialogs with a filter such as "すべてのファイル (*.*)|*.*|": a path; nothing when the user cancels them, and
+  /// whenever they fail.
+  [[nodiscard]] virtual std::optional<std::string> OpenFileDialog(std::string_view filter) = 0;
+  [[nodiscard]] virtual std::optional<std::string> SaveFileDialog(std::string_view filter) = 0;
 
   virtual void SetClipboardText(std::string_view text) = 0;
   [[nodiscard]] virtual std::string ClipboardText() = 0;

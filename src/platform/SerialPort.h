@@ -29,9 +29,9 @@ class SerialPort {
  public:
   virtual ~SerialPort() = default;
 
-  /// Opens the port of this name ("1" to "4", a device path, or what else the implementation knows) with settings in
-  /// the form "9600,N,8,1", in binary mode. An open port is closed first.
-  [[nodiscard]] virtual PortResult Open(std::string_view comm_port, std::string_view settings) = 0;
+  /// Opens the port of this name ("1" to "4", a device path, or what else the implementation knows) at a rate in bits
+  /// a second. An open port is closed first.
+  [[nodiscard]] virtual PortResult Open(std::string_view comm_port, int baud) = 0;
   [[nodiscard]] virtual bool PortOpen() const = 0;
   virtual void Close() = 0;
 

@@ -4,21 +4,15 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "text/Scan.h"
+
 namespace walrim {
 
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 /// Takes the digits off the front of text, without leading zeros.
-std::string_view TakeDigits(std::string_view& text) {
-  std::size_t length = 0;
-  while (length < text.size() && IsDigit(text[length]))
-    ++length;
-  std::string_view digits = text.substr(0, length);
-  text.remove_prefix(length);
+std::string_view TakeNumber(std::string_view& text) {
+  std::string_view digits = TakeDigits(text);
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
   return digits;
 }
@@ -50,8 +44,8 @@ std::optional<std::pair<int, std::string>> ParsePortMapping(std::string_view tex
 bool NaturalLess(std::string_view name, std::string_view other) {
   while (!name.empty() && !other.empty()) {
     if (IsDigit(name[0]) && IsDigit(other[0])) {
-      const std::string_view digits = TakeDigits(name);
-      const std::string_view other_digits = TakeDigits(other);
+      const std::string_view digits = TakeNumber(name);
+      const std::string_view other_digits = TakeNumber(other);
       if (digits.size() != other_digits.size()) return digits.size() < other_digits.size();
       if (digits != other_digits) return digits < other_digits;
       continue;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "text/HttpAnswer.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {

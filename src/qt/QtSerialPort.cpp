@@ -7,7 +7,6 @@
 #include <thread>
 #include <utility>
 
-#include "qt/LineSettings.h"
 #include "qt/LockFile.h"
 
 namespace walrim {
@@ -21,30 +20,6 @@ constexpr qint64 InputLimit = 64 * 1024;
 
 /// At 9600 baud a byte leaves in about a millisecond.
 constexpr milliseconds SendingStep{1};
-
-QSerialPort::Parity QtParity(LineParity parity) {
-  switch (parity) {
-    case LineParity::Even:
-      return QSerialPort::EvenParity;
-    case LineParity::Odd:
-      return QSerialPort::OddParity;
-    case LineParity::Mark:
-      return QSerialPort::MarkParity;
-    case LineParity::Space:
-      return QSerialPort::SpaceParity;
-    case LineParity::None:
-      break;
-  }
-  return QSerialPort::NoParity;
-}
-
-void Apply(const LineSettings& settings, QSerialPort& port) {
-  port.setBaudRate(settings.baud);
-  port.setParity(QtParity(settings.parity));
-  port.setDataBits(static_cast<QSerialPort::DataBits>(settings.data_bits));
-  port.setStopBits(settings.stop_bits == 2 ? QSerialPort::TwoStop : QSerialPort::OneStop);
-  port.setFlowControl(QSerialPort::NoFlowControl);
-}
 
 PortProblem ProblemOf(QSerialPort::SerialPortError error) {
   switch (error) {
@@ -85,7 +60,7 @@ QtSerialPort::~QtSerialPort() {
   QtSerialPort::Close();
 }
 
-PortResult QtSerialPort::Open(std::string_view comm_port, std::string_view settings) {
+PortResult QtSerialPort::Open(std::string_view comm_port, int baud) {
   Close();
   line_lost_ = false;
   looked_ = false;
@@ -97,7 +72,7 @@ PortResult QtSerialPort::Open(std::string_view comm_port, std::string_view setti
   }
   result = node_.Open(*path);
   if (!result.Ok()) return result;
-  result = OpenDevice(std::move(result), settings);
+  result = OpenDevice(std::move(result), baud);
   if (!result.Ok()) Close();
   return result;
 }
@@ -114,15 +89,10 @@ std::optional<std::string> QtSerialPort::DevicePath(std::string_view comm_port) 
   return std::nullopt;
 }
 
-PortResult QtSerialPort::OpenDevice(PortResult found, std::string_view settings) {
-  const auto line_settings = ParseLineSettings(settings);
-  if (!line_settings) {
-    found.problem = PortProblem::Other;
-    found.detail = "line settings \"" + std::string(settings) + "\"";
-    return found;
-  }
+PortResult QtSerialPort::OpenDevice(PortResult found, int baud) {
   port_.setPortName(QString::fromStdString(found.device));
-  Apply(*line_settings, port_);
+  // What is left is as the port has it at first: 8 bits, no parity, one stop bit, no flow control.
+  port_.setBaudRate(baud);
   if (!port_.open(QIODevice::ReadWrite)) {
     found.problem = ProblemOf(port_.error());
     if (found.problem == PortProblem::Other) found.detail = port_.errorString().toStdString();

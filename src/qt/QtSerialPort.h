@@ -18,7 +18,7 @@ class QtSerialPort final : public SerialPort {
   explicit QtSerialPort(PortMapping mapping = {});
   ~QtSerialPort() override;
 
-  [[nodiscard]] PortResult Open(std::string_view comm_port, std::string_view settings) override;
+  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override;
   [[nodiscard]] bool PortOpen() const override;
   void Close() override;
 
@@ -36,7 +36,7 @@ class QtSerialPort final : public SerialPort {
 
  private:
   [[nodiscard]] std::optional<std::string> DevicePath(std::string_view comm_port) const;
-  [[nodiscard]] PortResult OpenDevice(PortResult found, std::string_view settings);
+  [[nodiscard]] PortResult OpenDevice(PortResult found, int baud);
   void FetchInput();
   void Flush();
   [[nodiscard]] bool Usable() const { return port_.isOpen() && !line_lost_; }

@@ -26,7 +26,7 @@ std::vector<std::string> DemoModelNames() {
 DemoSerialPort::DemoSerialPort(DemoReceiverOptions options, const Clock& clock, std::function<void(nanoseconds)> sleep)
     : options_(std::move(options)), clock_(clock), sleep_(std::move(sleep)) {}
 
-PortResult DemoSerialPort::Open(std::string_view comm_port, std::string_view /*settings*/) {
+PortResult DemoSerialPort::Open(std::string_view comm_port, int /*baud*/) {
   Close();
   PortResult result;
   result.device = std::string(comm_port);

@@ -39,7 +39,7 @@ class DemoSerialPort : public SerialPort {
   /// clock must outlive the object. sleep returns after this long, or earlier.
   DemoSerialPort(DemoReceiverOptions options, const Clock& clock, std::function<void(std::chrono::nanoseconds)> sleep);
 
-  [[nodiscard]] PortResult Open(std::string_view comm_port, std::string_view settings) override;
+  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override;
   [[nodiscard]] bool PortOpen() const override { return receiver_ != nullptr; }
   void Close() override;
 

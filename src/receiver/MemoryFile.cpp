@@ -12,7 +12,8 @@
 #include "receiver/ReceiverDatum.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
+#include "text/TextEncoding.h"
 
 namespace walrim {
 
@@ -54,10 +55,6 @@ class Columns {
   bool too_many_ = false;
 };
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 bool HasDigit(std::string_view text) {
   return std::any_of(text.begin(), text.end(), IsDigit);
 }
@@ -80,7 +77,7 @@ float FloatColumn(std::string_view text, float empty) {
 }
 
 bool TrueColumn(std::string_view text) {
-  return UpperCase(text) == "TRUE";
+  return SameWord(text, "TRUE");
 }
 
 HeldSubclass SubclassColumns(const Columns& columns, std::size_t first) {
@@ -97,9 +94,8 @@ std::optional<double> DegreesOfPackedDigits(std::string_view text, bool seconds)
   const std::size_t point = std::min(text.find('.'), text.size());
   const double degrees = LeadingNumber(text.substr(0, point));
   std::string digits;
-  for (std::size_t i = point + 1; i < text.size() && IsDigit(text[i]); ++i)
-    digits.push_back(text[i]);
-  digits.append(4, '0');
+  text.remove_prefix(std::min(point + 1, text.size()));
+  digits.append(TakeDigits(text)).append(4, '0');
   const double minutes = LeadingNumber(digits.substr(0, 2) + (seconds ? "" : "." + digits.substr(2)));
   const double rest = seconds ? LeadingNumber(digits.substr(2, 2) + "." + digits.substr(4)) : 0;
   return degrees + minutes / 60 + rest / 3600;
@@ -228,8 +224,7 @@ class MemoryFileReader {
     HeldTrackPoint& point = contents_.track_logs.back().points.emplace_back();
     point.lat_deg = position->lat_deg;
     point.lon_deg = position->lon_deg;
-    point.time_s = static_cast<std::uint32_t>(std::clamp(GarminTimeOfText(columns[5], utc_offset_hours_), 0.0,
-                                                         double{std::numeric_limits<std::uint32_t>::max()}));
+    point.time_s = GarminTimeOfText(columns[5], utc_offset_hours_).value_or(0);
     point.new_trk = TrueColumn(columns[6]);
     point.alt_m = FloatColumn(columns[7], UnknownHeight);
     point.dpth_m = FloatColumn(columns[8], UnknownHeight);
@@ -258,17 +253,10 @@ std::optional<double> DegreesOfNotation(std::string_view text, std::string_view 
 
 MemoryFileResult ParseMemoryFile(std::string_view bytes, int utc_offset_hours) {
   if (bytes.size() > MaxFileBytes) return {std::nullopt, "is too large for a standard file"};
-  const std::string text = DecodeText(bytes);
   MemoryFileReader reader(utc_offset_hours);
-  std::string_view rest = text;
-  while (!rest.empty()) {
-    const std::size_t end = rest.find_first_of("\r\n");
-    reader.TakeLine(rest.substr(0, end));
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    if (end != std::string_view::npos && text[text.size() - rest.size() - 1] == '\r' && rest.starts_with('\n')) {
-      rest.remove_prefix(1);
-    }
-  }
+  LineSource lines(bytes, EncodingOf(bytes));
+  for (std::string_view line; lines.Next(line);)
+    reader.TakeLine(line);
   return reader.Finish();
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "receiver/WireBytes.h"
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 

@@ -46,12 +46,6 @@ MessageState TakeBody(std::string_view& bytes) {
   return bytes.size() < *size ? MessageState::Incomplete : MessageState::Complete;
 }
 
-bool TakeMark(std::string_view& body, char mark) {
-  if (body.empty() || body.front() != mark) return false;
-  body.remove_prefix(1);
-  return true;
-}
-
 bool TakeText(std::string_view& body, std::string& text) {
   const auto size = TakeNumber(body);
   if (!size || *size > body.size() || !MayBeSent(body.substr(0, *size))) return false;
@@ -61,13 +55,13 @@ bool TakeText(std::string_view& body, std::string& text) {
 }
 
 bool ReadCall(std::string_view body, CommandCall& call) {
-  return TakeMark(body, CallMark) && TakeText(body, call.word) && TakeText(body, call.arg1) &&
-         TakeText(body, call.arg2) && body.empty();
+  return Take(body, CallMark) && TakeText(body, call.word) && TakeText(body, call.arg1) && TakeText(body, call.arg2) &&
+         body.empty();
 }
 
 bool ReadReply(std::string_view body, CommandReply& reply) {
-  if (TakeMark(body, BusyMark)) return body.empty();
-  if (!TakeMark(body, ResultMark)) return false;
+  if (Take(body, BusyMark)) return body.empty();
+  if (!Take(body, ResultMark)) return false;
   if (const auto result = TakeNumber(body)) reply.result = static_cast<std::int32_t>(*result);
   return reply.result && body.empty();
 }

@@ -1,7 +1,6 @@
 #include "text/Cp932.h"
 
 #include <array>
-#include <cstring>
 #include <iconv.h>
 #include <stdexcept>
 #include <utility>
@@ -52,7 +51,7 @@ class CodePage {
     }
     iconv_close(converter);
     // Some characters have several codes. The lowest is written, and the rows 0xED and 0xEE, which repeat others, last.
-    for (unsigned code = 0; code < character_of_.size(); ++code) {
+    for (unsigned code = 0x8100; code < 0xFD00; ++code) {
       if (code >> 8 != 0xED && code >> 8 != 0xEE) Learn(code);
     }
     for (unsigned code = 0xED00; code < 0xEF00; ++code)
@@ -62,12 +61,15 @@ class CodePage {
     }
   }
 
-  [[nodiscard]] char32_t CharacterOf(unsigned code) const { return character_of_[code]; }
+  /// 0 for a code that does not begin with a lead byte, too.
+  [[nodiscard]] char32_t CharacterOf(unsigned code) const {
+    return IsLead(static_cast<std::uint8_t>(code >> 8)) ? character_of_[Place(code)] : 0U;
+  }
   [[nodiscard]] unsigned CodeOf(char32_t character) const {
     return character < code_of_.size() ? code_of_[character] : 0U;
   }
   /// True when a lead byte and a byte behind it are one character.
-  [[nodiscard]] bool ArePair(unsigned lead, unsigned byte) const { return character_of_[lead << 8 | byte] != 0; }
+  [[nodiscard]] bool ArePair(unsigned lead, unsigned byte) const { return CharacterOf(lead << 8 | byte) != 0; }
   /// A code of a character whose first byte is no pair with a lone lead byte before it; 0 where there is none.
   [[nodiscard]] unsigned CodeBehind(unsigned lead, char32_t character) const {
     const unsigned usual = CodeOf(character);
@@ -79,6 +81,14 @@ class CodePage {
   }
 
  private:
+  static constexpr unsigned LeadCount = 60;
+
+  /// Where the character of a code stands: the lead bytes lie in two runs.
+  static constexpr std::size_t Place(unsigned code) {
+    const unsigned lead = code >> 8;
+    return static_cast<std::size_t>(lead - (lead < 0xA0 ? 0x81 : 0xC1)) << 8 | (code & 0xFF);
+  }
+
   void FillRow(iconv_t converter, unsigned lead) {
     for (unsigned trail = 0x40; trail <= 0xFC; ++trail) {
       std::array<char, 2> pair{static_cast<char>(lead), static_cast<char>(trail)};
@@ -91,12 +101,12 @@ class CodePage {
       if (!IsTrail(static_cast<std::uint8_t>(trail))) continue;
       if (iconv(converter, &in, &in_left, &out, &out_left) != 0 || in_left != 0 || out_left != utf16.size() - 2)
         continue;
-      character_of_[lead << 8 | trail] =
+      character_of_[Place(lead << 8 | trail)] =
           static_cast<std::uint16_t>(static_cast<std::uint8_t>(utf16[0]) | static_cast<std::uint8_t>(utf16[1]) << 8);
     }
   }
   void Learn(unsigned code) {
-    const std::uint16_t character = character_of_[code];
+    const auto character = static_cast<std::uint16_t>(CharacterOf(code));
     if (character == 0) return;
     if (code_of_[character] == 0) {
       code_of_[character] = static_cast<std::uint16_t>(code);
@@ -105,7 +115,7 @@ class CodePage {
     }
   }
 
-  std::vector<std::uint16_t> character_of_ = std::vector<std::uint16_t>(0x10000);
+  std::vector<std::uint16_t> character_of_ = std::vector<std::uint16_t>(LeadCount << 8);
   std::vector<std::uint16_t> code_of_ = std::vector<std::uint16_t>(0x10000);
   std::vector<std::pair<char32_t, unsigned>> more_codes_;
 };
@@ -117,17 +127,6 @@ const CodePage& Codes() {
 
 std::size_t WidthOf(char32_t character) {
   return character < 0x80 || IsHalfWidthKatakana(character) || IsLoneByte(character) ? 1 : 2;
-}
-
-std::size_t AsciiPrefix(std::string_view text) {
-  std::size_t length = 0;
-  for (std::uint64_t block = 0; text.size() - length >= sizeof block; length += sizeof block) {
-    std::memcpy(&block, text.data() + length, sizeof block);
-    if ((block & 0x8080808080808080U) != 0) break;
-  }
-  while (length < text.size() && static_cast<std::uint8_t>(text[length]) < 0x80)
-    ++length;
-  return length;
 }
 
 /// Takes one character off the front of bytes, which is not empty.

@@ -23,26 +23,29 @@ struct CivilTime {
 /// Seconds from the receivers' epoch, 1989/12/31 00:00:00, to a civil time; negative before it.
 [[nodiscard]] std::int64_t SecondsSinceGarminEpoch(const CivilTime& time);
 
-/// The inverse of SecondsSinceGarminEpoch.
+/// The inverse of SecondsSinceGarminEpoch, for years from -32767 to 32767.
 [[nodiscard]] CivilTime CivilFromGarminSeconds(std::int64_t seconds);
 
-/// Receiver values from here up mean "no time known" and are written as the epoch.
-inline constexpr double UnknownGarminTime = 4294967290.0;
+/// Receivers' values from here up, and 0, say that no time is known.
+inline constexpr std::int64_t UnknownGarminTime = 4294967290;
+/// A receiver's time; nothing for a value that says that it is not known, or that no receiver has.
+[[nodiscard]] std::optional<std::uint32_t> KnownGarminTime(std::int64_t seconds);
 
-/// Local civil time of a receiver's time (unsigned seconds since the epoch, carried in a double) in a zone that is
-/// utc_offset_hours ahead of UTC. UnknownGarminTime and above count as 0.
-[[nodiscard]] CivilTime LocalTimeOfGarminTime(double garmin_time, int utc_offset_hours);
+/// Local civil time of a receiver's time (seconds since the epoch) in a zone that is utc_offset_hours ahead of UTC. One
+/// that is not known is written as the epoch.
+[[nodiscard]] CivilTime LocalTimeOfGarminTime(std::optional<std::uint32_t> garmin_time, int utc_offset_hours);
 
 /// "yyyy/mm/dd hh:nn:ss"
 [[nodiscard]] std::string DateTimeText(const CivilTime& time);
+void AppendDateTime(std::string& out, const CivilTime& time);
 
 /// Reads "yyyy/mm/dd hh:nn:ss" leniently, as people and spreadsheets rewrite it: one or two digits a field, "-" for
 /// "/", seconds or the whole time left out, a fraction of a second. second_fraction (if given) gets the fraction.
 /// Nothing when the text is no such date or the date does not exist.
 [[nodiscard]] std::optional<CivilTime> ParseDateTime(std::string_view text, double* second_fraction = nullptr);
 
-/// Receiver seconds of a local date text: the difference to the epoch shifted by the offset, rounded half up, kept
-/// within 0..4294967295; 0 where the text is no date.
-[[nodiscard]] double GarminTimeOfText(std::string_view text, int utc_offset_hours);
+/// A receiver's time of a local date text: rounded to whole seconds, half up. Nothing where the text is no date, or one
+/// that no receiver can tell.
+[[nodiscard]] std::optional<std::uint32_t> GarminTimeOfText(std::string_view text, int utc_offset_hours);
 
 }  // namespace walrim

@@ -5,22 +5,14 @@
 #include <optional>
 #include <utility>
 
+#include "text/Scan.h"
+
 namespace walrim {
 
 namespace {
 
 std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
+  return TrimAny(text, " \t");
 }
 
 /// A text that is digits and nothing else; nothing too where the number does not fit.

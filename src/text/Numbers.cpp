@@ -1,23 +1,18 @@
 #include "text/Numbers.h"
 
+#include <algorithm>
 #include <array>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <optional>
 #include <system_error>
+
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
-
-constexpr std::array<double, 16> PowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// Whether the shortest digits of a number are plain digits as std::to_chars lays them out: neither small enough for an
 /// exponent nor so large that zeros of its own choice would fill up the digits.
@@ -27,91 +22,74 @@ bool IsOfMiddleSize(Number value) {
   return magnitude >= Number(1e-4) && magnitude < Number(1e7);
 }
 
-/// Shortest digits d.ddd with a power of ten, as std::to_chars writes them, laid out in general form.
+/// Lays digits d.ddde±dd, as std::to_chars writes them, out in general form.
+void AppendGeneral(std::string& out, std::string_view scientific) {
+  constexpr int FirstLargeExponent = 15;
+  if (Take(scientific, '-')) out += '-';
+  std::string digits(TakeUpTo(scientific, 'e'));
+  std::erase(digits, '.');
+  int exponent = 0;
+  Take(scientific, '+');
+  std::from_chars(scientific.data(), scientific.data() + scientific.size(), exponent);
+  if (exponent < -4 || exponent >= FirstLargeExponent) {
+    out += digits[0];
+    if (digits.size() > 1) out.append(".").append(digits, 1);
+    out.append(exponent < 0 ? "E-" : "E+");
+    return AppendPadded(out, std::abs(exponent), 2);
+  }
+  if (exponent < 0) {
+    out.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0').append(digits);
+    return;
+  }
+  const auto whole = static_cast<std::size_t>(exponent) + 1;
+  digits.resize(std::max(digits.size(), whole), '0');
+  out.append(digits, 0, whole);
+  if (digits.size() > whole) out.append(".").append(digits, whole);
+}
+
+/// Shortest digits with a power of ten, laid out in general form.
 template <typename Number>
-std::string Shortest(Number value) {
-  if (!std::isfinite(value) || value == 0) return "0";
+void AppendShortest(std::string& out, Number value) {
+  if (!std::isfinite(value) || value == 0) {
+    out += '0';
+    return;
+  }
   char buffer[64];
   if (IsOfMiddleSize(value)) {
-    return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr);
+    out.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr);
+    return;
   }
   const char* end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific).ptr;
-  const char* at = buffer;
-  std::string text;
-  if (*at == '-') text += *at++;
-
-  char digits[32] = {};
-  int digit_count = 0;
-  for (; *at != 'e'; ++at) {
-    if (*at != '.') digits[digit_count++] = *at;
-  }
-  ++at;
-  if (*at == '+') ++at;
-  int exponent = 0;
-  std::from_chars(at, end, exponent);
-
-  if (exponent < -4 || exponent >= 15) {
-    text += digits[0];
-    if (digit_count > 1) text.append(1, '.').append(digits + 1, static_cast<std::size_t>(digit_count - 1));
-    text.append(exponent < 0 ? "E-" : "E+").append(PadNumber(std::abs(exponent), 2));
-    return text;
-  }
-  if (exponent < 0) text.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0');
-  for (int i = 0; i < digit_count; ++i) {
-    text += digits[i];
-    if (i == exponent && i + 1 < digit_count) text += '.';
-  }
-  if (exponent >= digit_count)
-    text.append(static_cast<std::size_t>(exponent) - static_cast<std::size_t>(digit_count) + 1, '0');
-  return text;
+  AppendGeneral(out, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
 }
 
-/// The value of eight digits that were loaded as one little-endian word; false where they are not all digits.
-bool EightDigits(std::uint64_t word, std::uint64_t& value) {
-  constexpr std::uint64_t HighHalves = 0xF0F0F0F0F0F0F0F0;
-  constexpr std::uint64_t Zeros = 0x3030303030303030;
-  if ((word & HighHalves) != Zeros || ((word + 0x0606060606060606) & HighHalves) != Zeros) return false;
-  word -= Zeros;
-  word = word * 10 + (word >> 8);  // pairs, in every other byte
-  constexpr std::uint64_t Pairs = 0x000000FF000000FF;
-  value = ((word & Pairs) * 0x000F424000000064 + ((word >> 16) & Pairs) * 0x0000271000000001) >> 32;
-  return true;
-}
-
-/// Appends the digits from at on to value; returns where they end.
-std::size_t TakeDigits(std::string_view text, std::size_t at, std::uint64_t& value) {
-  if constexpr (std::endian::native == std::endian::little) {
-    while (text.size() - at >= 8) {
-      std::uint64_t word = 0;
-      std::uint64_t eight = 0;
-      std::memcpy(&word, text.data() + at, sizeof word);
-      if (!EightDigits(word, eight)) break;
-      value = value * 100'000'000 + eight;
-      at += 8;
+/// Digits with at most one point among them and nothing else: what nearly all numbers are. Digits and a power of ten
+/// that are doubles both give the nearest double by one division.
+std::optional<double> PlainNumber(std::string_view text) {
+  constexpr std::array<double, 16> PowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr std::uint64_t LargestExact = 9'007'199'254'740'992;
+  if (text.empty() || text.size() > PowersOfTen.size() || !IsDigit(text.front())) return std::nullopt;
+  std::uint64_t digits = 0;
+  const char* point = nullptr;
+  for (const char& c : text) {
+    if (IsDigit(c)) {
+      digits = digits * 10 + static_cast<std::uint64_t>(c - '0');
+    } else if (c == '.' && point == nullptr) {
+      point = &c;
+    } else {
+      return std::nullopt;
     }
   }
-  for (; at < text.size() && IsDigit(text[at]); ++at)
-    value = value * 10 + static_cast<std::uint64_t>(text[at] - '0');
-  return at;
-}
-
-/// Up to 15 digits and nothing else, the usual case; false for any other text.
-bool PlainDigits(std::string_view text, long long& value) {
-  if (text.empty() || text.size() > 15) return false;
-  value = 0;
-  for (const char c : text) {
-    if (!IsDigit(c)) return false;
-    value = value * 10 + (c - '0');
-  }
-  return true;
+  if (digits > LargestExact) return std::nullopt;
+  const std::ptrdiff_t behind = point == nullptr ? 0 : &text.back() - point;
+  return static_cast<double>(digits) / PowersOfTen[static_cast<std::size_t>(behind)];
 }
 
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
-  double value = 0;
-  if (PlainNumber(text, value)) return value;
-
+  if (const auto plain = PlainNumber(text)) return *plain;
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
     text.remove_prefix(1);
   const bool negative = !text.empty() && text.front() == '-';
@@ -120,59 +98,66 @@ double LeadingNumber(std::string_view text) {
   const bool starts = !text.empty() && (IsDigit(text[0]) || (text.size() > 1 && text[0] == '.' && IsDigit(text[1])));
   if (!starts) return 0;
 
+  double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec != std::errc() || !std::isfinite(value) || value == 0) return 0;
   return negative ? -value : value;
 }
 
-bool PlainNumber(std::string_view text, double& value) {
-  constexpr std::uint64_t LargestExact = 9'007'199'254'740'992;
-  const bool negative = !text.empty() && text.front() == '-';
-  if (negative) text.remove_prefix(1);
-  if (text.empty() || text.size() > 16 || !IsDigit(text.front())) return false;
-
-  std::uint64_t digits = 0;
-  std::size_t at = TakeDigits(text, 0, digits);
-  std::size_t behind_point = 0;
-  if (at < text.size()) {
-    if (text[at] != '.') return false;
-    const std::size_t first = at + 1;
-    at = TakeDigits(text, first, digits);
-    behind_point = at - first;
-  }
-  if (at != text.size() || digits > LargestExact) return false;
-  // Digits and a power of ten that are doubles both give the nearest double by one division.
-  const double magnitude = static_cast<double>(digits) / PowersOfTen[behind_point];
-  value = negative && digits != 0 ? -magnitude : magnitude;
-  return true;
-}
-
 long long LeadingInteger(std::string_view text, long long low, long long high) {
   long long whole = 0;
-  if (PlainDigits(text, whole)) return whole < low ? low : whole > high ? high : whole;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, whole);
+  if (result.ec == std::errc() && result.ptr == end) return std::clamp(whole, low, high);
   const double value = std::floor(LeadingNumber(text));
   if (value <= static_cast<double>(low)) return low;
   if (value >= static_cast<double>(high)) return high;
   return static_cast<long long>(value);
 }
 
-std::string GeneralNumber(double value) {
-  if (!std::isfinite(value) || value == 0) return "0";
-  if (std::abs(value) < 1e15 && value == std::trunc(value)) return std::to_string(static_cast<long long>(value));
+void AppendGeneralNumber(std::string& out, double value) {
+  constexpr double FirstLarge = 1e15;
+  if (!std::isfinite(value) || value == 0) {
+    out += '0';
+    return;
+  }
+  if (std::abs(value) < FirstLarge && value == std::trunc(value)) {
+    return AppendInteger(out, static_cast<long long>(value));
+  }
   char buffer[64];
   char* const end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15).ptr;
-  for (char* at = buffer; at != end; ++at) {
-    if (*at == 'e') *at = 'E';
-  }
-  return std::string(buffer, end);
+  std::replace(buffer, end, 'e', 'E');
+  out.append(buffer, end);
+}
+
+void AppendShortestNumber(std::string& out, double value) {
+  AppendShortest(out, value);
+}
+
+void AppendShortestNumber(std::string& out, float value) {
+  AppendShortest(out, value);
+}
+
+std::string GeneralNumber(double value) {
+  std::string text;
+  AppendGeneralNumber(text, value);
+  return text;
 }
 
 std::string ShortestNumber(double value) {
-  return Shortest(value);
+  std::string text;
+  AppendShortestNumber(text, value);
+  return text;
 }
 
 std::string ShortestNumber(float value) {
-  return Shortest(value);
+  std::string text;
+  AppendShortestNumber(text, value);
+  return text;
+}
+
+void AppendInteger(std::string& out, long long value) {
+  AppendPadded(out, value, 1);
 }
 
 std::string PadNumber(long long value, int digits) {

@@ -10,10 +10,6 @@ namespace walrim {
 /// e), 0 where there is none or where it fits no double. Never infinite, never NaN; hexadecimal forms are not numbers.
 [[nodiscard]] double LeadingNumber(std::string_view text);
 
-/// Reads a text that is digits with at most one point among them, perhaps a "-" in front, and nothing else: the usual
-/// case, read at once. False, with value untouched, for other texts and long ones, whether or not they are numbers.
-[[nodiscard]] bool PlainNumber(std::string_view text, double& value);
-
 /// LeadingNumber as an integer: rounded down, kept within low..high.
 [[nodiscard]] long long LeadingInteger(std::string_view text, long long low, long long high);
 
@@ -24,6 +20,12 @@ namespace walrim {
 /// General form with the fewest digits that read back as the same value.
 [[nodiscard]] std::string ShortestNumber(double value);
 [[nodiscard]] std::string ShortestNumber(float value);
+
+/// The same, appended.
+void AppendGeneralNumber(std::string& out, double value);
+void AppendShortestNumber(std::string& out, double value);
+void AppendShortestNumber(std::string& out, float value);
+void AppendInteger(std::string& out, long long value);
 
 /// Whole number with at least digits digits: PadNumber(7, 2) is "07". Negative values carry the sign in front.
 [[nodiscard]] std::string PadNumber(long long value, int digits);

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "text/Utf8.h"
+#include "text/Scan.h"
 
 namespace walrim {
 

@@ -3,12 +3,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "text/Cp932.h"
-
 namespace walrim {
 namespace {
 
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr char32_t ReplacementCharacter = 0xFFFD;
 
 /// Length of the well-formed character at the front of text, 0 where there is none; its code point in character.
@@ -33,37 +30,37 @@ std::size_t WellFormedLength(std::string_view text, char32_t& character) {
   return length;
 }
 
-/// Skips the eight-byte blocks at the front that are ASCII alone.
-void SkipAsciiBlocks(std::string_view& text) {
-  while (text.size() >= 8) {
-    std::uint64_t block = 0;
-    std::memcpy(&block, text.data(), sizeof block);
-    if ((block & 0x8080808080808080ULL) != 0) return;
-    text.remove_prefix(8);
-  }
-}
-
-/// Ill-formed bytes become U+FFFD.
-std::string WellFormed(std::string_view bytes) {
-  if (IsValidUtf8(bytes)) return std::string(bytes);
-  std::string text;
-  text.reserve(bytes.size());
-  while (!bytes.empty())
-    AppendCharacter(text, TakeCharacter(bytes));
-  return text;
-}
-
 }  // namespace
 
 bool IsValidUtf8(std::string_view bytes) {
   for (;;) {
-    SkipAsciiBlocks(bytes);
+    bytes.remove_prefix(AsciiPrefix(bytes));
     if (bytes.empty()) return true;
     char32_t character = 0;
     const std::size_t length = WellFormedLength(bytes, character);
     if (length == 0) return false;
     bytes.remove_prefix(length);
   }
+}
+
+std::size_t AsciiPrefix(std::string_view text) {
+  constexpr std::uint64_t HighBits = 0x8080808080808080U;
+  std::size_t length = 0;
+  for (std::uint64_t block = 0; text.size() - length >= sizeof block; length += sizeof block) {
+    std::memcpy(&block, text.data() + length, sizeof block);
+    if ((block & HighBits) != 0) break;
+  }
+  while (length < text.size() && static_cast<std::uint8_t>(text[length]) < 0x80)
+    ++length;
+  return length;
+}
+
+std::string WellFormed(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  while (!bytes.empty())
+    AppendCharacter(text, TakeCharacter(bytes));
+  return text;
 }
 
 char32_t TakeCharacter(std::string_view& text) {
@@ -91,33 +88,6 @@ void AppendCharacter(std::string& text, char32_t character) {
     add(0x80 | ((character >> 6) & 0x3F));
     add(0x80 | (character & 0x3F));
   }
-}
-
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - ('a' - 'A'));
-  }
-  return upper;
-}
-
-std::string_view TrimBlanks(std::string_view text) {
-  while (!text.empty() && text.front() == ' ')
-    text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ')
-    text.remove_suffix(1);
-  return text;
-}
-
-std::string DecodeText(std::string_view bytes) {
-  if (bytes.substr(0, Utf8Mark.size()) == Utf8Mark) return WellFormed(bytes.substr(Utf8Mark.size()));
-  if (IsValidUtf8(bytes)) return std::string(bytes);
-  return DecodeCp932(bytes);
-}
-
-std::string DecodeOwnedText(std::string bytes) {
-  if (bytes.compare(0, Utf8Mark.size(), Utf8Mark) != 0 && IsValidUtf8(bytes)) return bytes;
-  return DecodeText(bytes);
 }
 
 std::string WithoutControlCharacters(std::string_view text) {

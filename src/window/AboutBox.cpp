@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QMessageBox>
 
-#include "app/WalrimMain.h"
+#include "app/ProgramName.h"
 
 /// Resources of a static library have to be called in by name, outside any namespace.
 static void CallInResources() {

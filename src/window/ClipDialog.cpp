@@ -109,7 +109,7 @@ void ClipDialog::ReadControls() {
 
 void ClipDialog::SwitchNotation() {
   ReadControls();
-  const std::string refusal = clip_.ClipPnt();
+  const std::string refusal = SwitchClipNotation(clip_);
   if (!refusal.empty()) ShowWarning(*this, QString::fromStdString(refusal));
   lat_->setText(QString::fromStdString(clip_.ClipLat));
   lon_->setText(QString::fromStdString(clip_.ClipLon));
@@ -117,18 +117,13 @@ void ClipDialog::SwitchNotation() {
 
 void ClipDialog::Finish() {
   ReadControls();
-  const ClipResult result = clip_.Ok();
+  const ClipResult result = FinishClip(clip_);
   if (result.waypoint) {
     waypoint_ = result.waypoint;
     accept();
   } else if (!result.refusal.empty()) {
     ShowWarning(*this, QString::fromStdString(result.refusal));
   }
-}
-
-void ClipDialog::reject() {
-  clip_.Cancel();
-  QDialog::reject();
 }
 
 bool ClipDialog::Enter(const QObject* widget) {

@@ -12,7 +12,7 @@ class QPushButton;
 
 namespace walrim {
 
-/// The widgets of a ClipProAtlas that is open. Enter goes from field to field, and at the last one is Ok.
+/// The widgets of a ClipProAtlas. Enter goes from field to field, and at the last one is Ok.
 class ClipDialog : public QDialog {
  public:
   /// clip must outlive the dialog.
@@ -20,8 +20,6 @@ class ClipDialog : public QDialog {
 
   /// The finished waypoint, once the dialog was accepted.
   [[nodiscard]] const std::optional<ClipWaypoint>& Waypoint() const { return waypoint_; }
-
-  void reject() override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -41,15 +41,15 @@ void ControlBinder::Bind(QComboBox& box, std::string& value) {
   });
 }
 
-void ControlBinder::Bind(QComboBox& box, LinkChoice& value) {
-  QObject::connect(&box, &QComboBox::currentIndexChanged, &box, [this, &box, &value](int index) {
+void ControlBinder::BindNumber(QComboBox& box, std::function<int()> get, std::function<void(int)> set) {
+  QObject::connect(&box, &QComboBox::currentIndexChanged, &box, [this, &box, set = std::move(set)](int index) {
     if (index < 0) return;
-    value = static_cast<LinkChoice>(box.itemData(index).toInt());
+    set(box.itemData(index).toInt());
     changed_();
   });
-  show_.emplace_back([&box, &value] {
+  show_.emplace_back([&box, get = std::move(get)] {
     const QSignalBlocker blocker(box);
-    box.setCurrentIndex(box.findData(static_cast<int>(value)));
+    box.setCurrentIndex(box.findData(get()));
   });
 }
 

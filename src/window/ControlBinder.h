@@ -3,9 +3,9 @@
 
 #include <functional>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
-
-#include "device/DeviceSession.h"
 
 class QCheckBox;
 class QComboBox;
@@ -24,13 +24,21 @@ class ControlBinder {
   void Bind(QSpinBox& box, int& value);
   /// value is the data (a text) of the entry that is chosen.
   void Bind(QComboBox& box, std::string& value);
-  /// value is the data (its number) of the entry that is chosen.
-  void Bind(QComboBox& box, LinkChoice& value);
+  /// value's number is the data of the entry that is chosen.
+  template <typename Choice>
+  requires std::is_enum_v<Choice>
+  void Bind(QComboBox& box, Choice& value) {
+    BindNumber(
+        box, [&value] { return static_cast<int>(value); },
+        [&value](int number) { value = static_cast<Choice>(number); });
+  }
 
   /// Shows every bound value.
   void Show() const;
 
  private:
+  void BindNumber(QComboBox& box, std::function<int()> get, std::function<void(int)> set);
+
   std::function<void()> changed_;
   std::vector<std::function<void()>> show_;
 };

@@ -15,7 +15,7 @@ namespace {
 enum Column { DownChecks, DataTypes, ReceiverCounts, Ways, DoChecks, HeldCounts, Writing, Reading };
 constexpr int FirstRow = 1;
 
-int RowOf(std::size_t kind) {
+int RowOf(DataKind kind) {
   return FirstRow + static_cast<int>(kind);
 }
 
@@ -25,14 +25,13 @@ QLabel* MakeHeading(const char* text) {
   return label;
 }
 
-/// A background colour of the program as the desktop's palette has it: white is what text boxes have.
-QPalette::ColorRole RoleOf(std::uint32_t back_color) {
-  return back_color == FullBackColor ? QPalette::Button : QPalette::Base;
+QString CountText(const std::optional<int>& count, const char* unknown) {
+  return count ? QString::number(*count) : QString(unknown);
 }
 
 }  // namespace
 
-DataPanel::DataPanel(Controls& controls, ControlBinder& binder)
+DataPanel::DataPanel(ProgramState& state, ControlBinder& binder)
     : QGroupBox(QString::fromUtf8("データ")),
       down_load(MakeButton("GpsDownLoad", "ダウンロード(&D) →", "チェックした種類を受信機から受け取ります")),
       up_load(MakeButton("GpsUpLoad", "← アップロード(&U)", "選択した種類を受信機へ送ります")),
@@ -42,10 +41,10 @@ DataPanel::DataPanel(Controls& controls, ControlBinder& binder)
       remove(MakeButton("Delete", "削除(&X)", "選択した種類を内部データから削除します（確認しません）")),
       file_import(MakeButton("FileImport", "取り込み(&O)...", "ファイルを内部データに取り込みます")),
       paste(MakeButton("Paste", "貼り付け(&V)", "クリップボードの内容を内部データに取り込みます")),
-      controls_(controls) {
+      state_(state) {
   auto* grid = new QGridLayout(this);
   BuildHeadings(*grid);
-  for (std::size_t kind = 0; kind < DataKindCount; ++kind)
+  for (const DataKind kind : AllDataKinds)
     BuildRow(*grid, kind, binder);
   int row = FirstRow;
   for (QPushButton* button : {down_load, up_load, cancel})
@@ -65,17 +64,17 @@ void DataPanel::BuildHeadings(QGridLayout& grid) {
   grid.addWidget(MakeHeading("内部データ"), 0, DoChecks, 1, 2);
 }
 
-void DataPanel::BuildRow(QGridLayout& grid, std::size_t kind, ControlBinder& binder) {
-  Row& row = rows_[kind];
-  row.down_check = MakeCheckBox(IndexedName("DownCheck", kind), "", "ダウンロードする種類");
-  row.do_check = MakeCheckBox(IndexedName("DoCheck", kind), "", "アップロード・保存・コピー・削除する種類");
-  binder.Bind(*row.down_check, controls_.DownCheck[kind]);
-  binder.Bind(*row.do_check, controls_.DoCheck[kind]);
-  row.receiver_count = MakeCountBox(IndexedName("GpsDataNum", kind), "受信機にある件数");
-  row.held_count = MakeCountBox(IndexedName("GpsNum", kind), "内部データの件数");
-  const std::string_view name = DataKindName(static_cast<DataKind>(kind));
+void DataPanel::BuildRow(QGridLayout& grid, DataKind kind, ControlBinder& binder) {
+  Row& row = rows_[IndexOf(kind)];
+  row.down_check = MakeCheckBox(IndexedName("DownCheck", IndexOf(kind)), "", "ダウンロードする種類");
+  row.do_check = MakeCheckBox(IndexedName("DoCheck", IndexOf(kind)), "", "アップロード・保存・コピー・削除する種類");
+  binder.Bind(*row.down_check, state_.Settings().download_kinds[IndexOf(kind)]);
+  binder.Bind(*row.do_check, state_.Settings().chosen_kinds[IndexOf(kind)]);
+  row.receiver_count = MakeCountBox(IndexedName("GpsDataNum", IndexOf(kind)), "受信機にある件数");
+  row.held_count = MakeCountBox(IndexedName("GpsNum", IndexOf(kind)), "内部データの件数");
+  const std::string_view name = DataKindName(kind);
   row.data_type = new QLabel(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
-  NameControl(*row.data_type, IndexedName("DataType", kind));
+  NameControl(*row.data_type, IndexedName("DataType", IndexOf(kind)));
   row.data_type->setAutoFillBackground(true);
   row.data_type->setMargin(row.data_type->fontMetrics().averageCharWidth() / 2);
   row.data_type->setFrameShape(QFrame::StyledPanel);
@@ -86,11 +85,12 @@ void DataPanel::BuildRow(QGridLayout& grid, std::size_t kind, ControlBinder& bin
   grid.addWidget(row.held_count, RowOf(kind), HeldCounts);
 }
 
-void DataPanel::ShowRow(std::size_t kind, bool command_runs) {
-  Row& row = rows_[kind];
-  row.receiver_count->setText(QString::fromStdString(controls_.GpsDataNum[kind]));
-  row.held_count->setText(QString::fromStdString(controls_.GpsNum[kind]));
-  const QPalette::ColorRole role = RoleOf(controls_.DataTypeBackColor[kind]);
+void DataPanel::ShowRow(DataKind kind, bool command_runs) {
+  Row& row = rows_[IndexOf(kind)];
+  row.receiver_count->setText(CountText(state_.ReceiverCount(kind), ""));
+  row.held_count->setText(CountText(state_.HeldCount(kind), "-"));
+  // A kind that is full looks like a button, others like a text box.
+  const QPalette::ColorRole role = state_.Full(kind) ? QPalette::Button : QPalette::Base;
   row.data_type->setBackgroundRole(role);
   row.data_type->setForegroundRole(role == QPalette::Base ? QPalette::Text : QPalette::ButtonText);
   row.down_check->setEnabled(!command_runs);
@@ -98,11 +98,11 @@ void DataPanel::ShowRow(std::size_t kind, bool command_runs) {
 }
 
 void DataPanel::ShowState(bool command_runs) {
-  for (std::size_t kind = 0; kind < DataKindCount; ++kind)
+  for (const DataKind kind : AllDataKinds)
     ShowRow(kind, command_runs);
   for (QPushButton* button : {down_load, up_load, file_export, copy, remove, file_import, paste})
     button->setEnabled(!command_runs);
-  cancel->setEnabled(controls_.CancelEnabled);
+  cancel->setEnabled(state_.CancelEnabled());
 }
 
 std::vector<QWidget*> DataPanel::TabOrder() const {

@@ -5,7 +5,7 @@
 #include <array>
 #include <vector>
 
-#include "app/WalrimMain.h"
+#include "app/ProgramState.h"
 #include "window/ControlBinder.h"
 
 class QCheckBox;
@@ -20,7 +20,7 @@ namespace walrim {
 /// can be done with them. The buttons do nothing by themselves.
 class DataPanel : public QGroupBox {
  public:
-  DataPanel(Controls& controls, ControlBinder& binder);
+  DataPanel(ProgramState& state, ControlBinder& binder);
 
   QPushButton* const down_load;
   QPushButton* const up_load;
@@ -46,10 +46,10 @@ class DataPanel : public QGroupBox {
   };
 
   void BuildHeadings(QGridLayout& grid);
-  void BuildRow(QGridLayout& grid, std::size_t kind, ControlBinder& binder);
-  void ShowRow(std::size_t kind, bool command_runs);
+  void BuildRow(QGridLayout& grid, DataKind kind, ControlBinder& binder);
+  void ShowRow(DataKind kind, bool command_runs);
 
-  Controls& controls_;
+  ProgramState& state_;
   std::array<Row, DataKindCount> rows_;
 };
 

@@ -20,7 +20,8 @@
 #include <exception>
 #include <utility>
 
-#include "device/NameTables.h"
+#include "app/Messages.h"
+#include "app/ProgramName.h"
 #include "window/AboutBox.h"
 #include "window/DataPanel.h"
 #include "window/ElidedLabel.h"
@@ -93,9 +94,9 @@ QGroupBox* MainWindow::MakeDeviceGroup() {
   get_gps_info_ = MakeButton("Get_GpsInfo", "情報取得(&I)", "受信機の機種と件数を調べます（F5）");
   gps_info_ = new ElidedLabel("GpsInfo", Qt::ElideRight);
   port_box_->setToolTip(QString::fromUtf8("受信機をつないだシリアルポート"));
-  binder_.Bind(*port_box_, main_.controls.CommPort);
+  binder_.Bind(*port_box_, main_.State().Settings().port);
   checked_link_ = MakeLinkChoice();
-  binder_.Bind(*checked_link_, main_.controls.CheckedLink);
+  binder_.Bind(*checked_link_, main_.State().Settings().link);
   gps_info_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
   gps_info_->setMargin(gps_info_->fontMetrics().averageCharWidth() / 2);
   line->addWidget(MakeCaption("ポート(&P)", *port_box_));
@@ -131,10 +132,10 @@ void MainWindow::ShowNotices(const std::vector<std::string>& notices) {
 void MainWindow::BuildCentre() {
   auto* centre = new QWidget;
   auto* grid = new QGridLayout(centre);
-  data_panel_ = new DataPanel(main_.controls, binder_);
-  output_group_ = MakeOutputGroup(main_.controls, binder_, settings_order_);
-  auto_action_group_ = MakeAutoActionGroup(main_.controls, binder_, settings_order_);
-  records_ = new RecordTables(main_.Data(), AllNameTables(), centre);
+  data_panel_ = new DataPanel(main_.State(), binder_);
+  output_group_ = MakeOutputGroup(main_.State().Settings(), binder_, settings_order_);
+  auto_action_group_ = MakeAutoActionGroup(main_.State().Settings(), binder_, settings_order_);
+  records_ = new RecordTables(main_.State().Data(), centre);
   grid->addWidget(MakeDeviceGroup(), 0, 0);
   grid->addWidget(data_panel_, 1, 0);
   grid->addWidget(auto_action_group_, 0, 1, 2, 1);
@@ -198,17 +199,18 @@ void MainWindow::BuildMenus() {
 }
 
 void MainWindow::ConnectButtons() {
-  const auto connect_command = [this](QPushButton* button, Outcome (WalrimMain::*command)()) {
-    connect(button, &QPushButton::clicked, this, [this, command] { Run([this, command] { (main_.*command)(); }); });
+  const auto connect_command = [this](QPushButton* button, auto& room, auto command) {
+    connect(button, &QPushButton::clicked, this,
+            [this, &room, command] { Run([&room, command] { (room.*command)(); }); });
   };
-  connect_command(get_gps_info_, &WalrimMain::Get_GpsInfo_Click);
-  connect_command(data_panel_->down_load, &WalrimMain::GpsDownLoad_Click);
-  connect_command(data_panel_->up_load, &WalrimMain::GpsUpLoad_Click);
-  connect_command(data_panel_->file_export, &WalrimMain::FileExport_Click);
-  connect_command(data_panel_->copy, &WalrimMain::Copy_Click);
-  connect_command(data_panel_->remove, &WalrimMain::Delete_Click);
-  connect_command(data_panel_->file_import, &WalrimMain::FileImport_Click);
-  connect_command(data_panel_->paste, &WalrimMain::Paste_Click);
+  connect_command(get_gps_info_, main_.Device(), &DeviceCommands::GetInfo);
+  connect_command(data_panel_->down_load, main_.Device(), &DeviceCommands::Download);
+  connect_command(data_panel_->up_load, main_.Device(), &DeviceCommands::Upload);
+  connect_command(data_panel_->file_export, main_.Exports(), &ExportCommands::Export);
+  connect_command(data_panel_->copy, main_.Exports(), &ExportCommands::Copy);
+  connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);
+  connect_command(data_panel_->file_import, main_.Imports(), &ImportCommands::ImportChosen);
+  connect_command(data_panel_->paste, main_.Imports(), &ImportCommands::Paste);
   connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
   drop_timer_.setSingleShot(true);
   connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });
@@ -232,7 +234,7 @@ void MainWindow::Run(const std::function<void()>& command) {
   try {
     command();
   } catch (const std::exception& error) {
-    desktop_.ShowMessage(std::string("処理を中止しました：") + error.what());
+    desktop_.ShowMessage(messages::BrokenOff(error.what()));
   }
   EndCommand();
 }
@@ -249,20 +251,20 @@ void MainWindow::EndCommand() {
   desktop_.SetProgress(0, 0);
   ShowControls();
   RefreshRecords();
-  ShowNotices(main_.TakeNotices());
+  ShowNotices(main_.State().Told().Take());
   if (focus_before_ != nullptr) focus_before_->setFocus();
   if (close_wanted_) close();
 }
 
 void MainWindow::CancelTransfer() {
-  main_.Cancel_Click();
+  main_.Cancel();
   data_panel_->cancel->setEnabled(false);
   cancel_action_->setEnabled(false);
   status_->ShowText(QString::fromUtf8("中止しています..."));
 }
 
 void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
-  if (!paths.empty()) Run([&] { main_.ImportFiles(paths); });
+  if (!paths.empty()) Run([&] { main_.Imports().ImportFiles(paths); });
 }
 
 std::int32_t MainWindow::RunExternalCommand(const std::string& command, const std::string& argument1,
@@ -270,7 +272,7 @@ std::int32_t MainWindow::RunExternalCommand(const std::string& command, const st
   std::int32_t result = CommandBusy;
   Run([&] {
     result = CommandRefused;  // what a call that fails midway comes to
-    result = main_.WalrimCmd(command, argument1, argument2);
+    result = main_.External().Run(command, argument1, argument2);
   });
   return result;
 }
@@ -280,23 +282,24 @@ std::int32_t MainWindow::RunExternalCommand(const std::string& command, const st
 void MainWindow::ShowControls() {
   binder_.Show();
   data_panel_->ShowState(command_runs_);
-  gps_info_->ShowText(QString::fromStdString(main_.controls.GpsInfo));
+  gps_info_->ShowText(QString::fromStdString(main_.State().ReceiverText()));
   for (QWidget* widget :
        std::initializer_list<QWidget*>{port_box_, checked_link_, get_gps_info_, output_group_, auto_action_group_}) {
     widget->setEnabled(!command_runs_);
   }
   for (QAction* action : command_actions_)
     action->setEnabled(!command_runs_);
-  cancel_action_->setEnabled(main_.controls.CancelEnabled);
+  cancel_action_->setEnabled(main_.State().CancelEnabled());
 }
 
 void MainWindow::SettingsChanged() {
-  records_->SetWithHeader(main_.controls.WithHeader);
+  records_->SetWithHeader(main_.State().Settings().with_header);
   RefreshRecords();
 }
 
 void MainWindow::RefreshRecords() {
-  records_->Refresh({main_.controls.DegreeType, main_.controls.Datum, main_.controls.UTCOffsetNum});
+  const UserSettings& settings = main_.State().Settings();
+  records_->Refresh({settings.notation, settings.datum, settings.utc_offset_hours});
 }
 
 // ---- Events
@@ -309,10 +312,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   close_wanted_ = true;
   desktop_.FallSilent();
-  if (main_.controls.CancelEnabled) {
+  if (main_.State().CancelEnabled()) {
     CancelTransfer();
   } else {
-    main_.Cancel_Click();
+    main_.Cancel();
   }
 }
 
@@ -320,7 +323,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 void MainWindow::AskForLink() {
   Run([this] {
     const QString link = TypedLink();
-    if (!link.isEmpty()) main_.ImportTyped(link.toStdString());
+    if (!link.isEmpty()) main_.Imports().ImportTyped(link.toStdString());
   });
 }
 
@@ -375,9 +378,9 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::ImportDropped() {
   const Dropped dropped = std::exchange(dropped_, {});
   Run([&] {
-    if (!dropped.files.isEmpty()) main_.TakeDrop(ToStrings(dropped.files), {});
+    if (!dropped.files.isEmpty()) main_.External().TakeDrop(ToStrings(dropped.files), {});
     for (const QString& text : dropped.texts)
-      main_.TakeDrop({}, text.toStdString());
+      main_.External().TakeDrop({}, text.toStdString());
   });
 }
 

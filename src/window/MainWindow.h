@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/WalrimMain.h"
@@ -52,11 +53,12 @@ class MainWindow : public QMainWindow {
   /// Makes the contents; nothing else but showing and closing may come before.
   void Build();
 
+  void ShowStatus(std::string_view text) { desktop_.SetStatusCaption(text); }
   /// Shows controls that the program itself has changed.
   void ShowControls();
   /// Reads files one after the other, as the import button does with one.
   void ImportFiles(const std::vector<std::string>& paths);
-  /// Runs a command that another program gives; returns WalrimMain::WalrimCmd's result.
+  /// Runs a command that another program gives; returns ExternalCommands::Run's result.
   [[nodiscard]] std::int32_t RunExternalCommand(const std::string& command, const std::string& argument1,
                                                 const std::string& argument2);
   /// Looks up the serial ports for their list.

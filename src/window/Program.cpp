@@ -55,7 +55,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   QtInet inet;
   MainWindow window({port, clock, event_loop, inet, [&arguments] { return ListPorts(arguments.mapping); }},
                     Contents::Later);
-  if (arguments.demo) window.Main().controls.CommPort = DemoPort;
+  if (arguments.demo) window.Main().State().Settings().port = DemoPort;
   QTranslator translator;
   CommandSocket socket([&window](const std::string& word, const std::string& arg1, const std::string& arg2) {
     return AnswerCommand(window, word, arg1, arg2);
@@ -68,7 +68,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     const CommandPlace place = FindCommandPlace();
     // A second window works as well; it gets the commands once the first one has gone.
     if (place.problem.empty()) static_cast<void>(socket.ListenWhenFree(place.name));
-    if (!place.problem.empty()) window.Main().Device().Status().SetCaption(place.problem);
+    if (!place.problem.empty()) window.ShowStatus(place.problem);
     window.RefreshPorts();
     window.ImportFiles(arguments.files);
   };

@@ -1,180 +1,329 @@
 #include "window/RecordModelKinds.h"
 
-#include <algorithm>
-#include <utility>
+#include <cmath>
+
+#include "geo/Distance.h"
+#include "records/Symbols.h"
+#include "text/Dates.h"
+#include "text/Numbers.h"
 
 namespace walrim {
 namespace {
 
-constexpr int At(WaypointField field) {
-  return static_cast<int>(field);
-}
-constexpr int At(RouteHeaderField field) {
-  return static_cast<int>(field);
-}
+/// Numbers of points come behind those of their records.
+constexpr double PlacesPerRecord = 65536;
 
-/// The columns of a waypoint, behind a first one for its number.
-constexpr auto WaypointColumnsAfter(CellKind number) {
-  using enum WaypointField;
-  return std::array{RecordColumn{"番号", number},
-                    RecordColumn{"名前", CellKind::Text, At(ident)},
-                    RecordColumn{"緯度", CellKind::Angle, At(lat)},
-                    RecordColumn{"経度", CellKind::Angle, At(lon)},
-                    RecordColumn{"高度 m", CellKind::Metres, At(alt)},
-                    RecordColumn{"コメント", CellKind::Text, At(cmnt)},
-                    RecordColumn{"シンボル", CellKind::NamedCode, At(smbl_notes), At(smbl)},
-                    RecordColumn{"表示", CellKind::NamedCode, At(dspl_notes), At(dspl)},
-                    RecordColumn{"施設", CellKind::Text, At(facility)},
-                    RecordColumn{"市", CellKind::Text, At(city)},
-                    RecordColumn{"住所", CellKind::Text, At(addr)},
-                    RecordColumn{"州", CellKind::Text, At(state)},
-                    RecordColumn{"国", CellKind::Text, At(cc)},
-                    RecordColumn{"交差点", CellKind::Text, At(cross_road)}};
-}
-constexpr auto WaypointModelColumns = WaypointColumnsAfter(CellKind::Number);
-constexpr auto RoutePointModelColumns = WaypointColumnsAfter(CellKind::PointNumber);
-
-constexpr std::array RouteModelColumns{RecordColumn{"番号", CellKind::Number, At(RouteHeaderField::nmbr)},
-                                       RecordColumn{"コメント", CellKind::Text, At(RouteHeaderField::cmnt)},
-                                       RecordColumn{"点数", CellKind::Number, At(RouteHeaderField::rte_wpt_num)}};
-
-RowRef Ref(int record, int point = 0) {
+RowRef Ref(std::size_t record, std::size_t point = 0) {
   return {static_cast<std::uint16_t>(record), static_cast<std::uint16_t>(point)};
 }
 
-int HeldWaypoints(const InternalData& data) {
-  return std::clamp(data.WaypointCount, 0, MaxWaypoints);
+void EndLine(std::string& out) {
+  out += "\r\n";
 }
 
-int HeldRoutes(const InternalData& data) {
-  return std::clamp(data.routes.RouteCount, 0, MaxRoutes);
+// ---- Values of cells
+
+template <typename Position>
+GeoPoint Shown(const Position& position, const ShownForm& form) {
+  return ConvertDatum({position.lat_deg, position.lon_deg, 0}, Datum::Wgs84, form.datum);
 }
 
-struct PointRange {
-  int first;
-  int end;
-};
-
-/// The numbers of a held route's points.
-PointRange PointsOfRoute(const InternalData& data, int route) {
-  const auto at = static_cast<std::size_t>(route);
-  const int first = std::clamp(data.routes.first_point[at], 0, 1);
-  const int count = std::clamp(data.routes.RoutePointCount[at], 0, MaxRoutePoints - first);
-  return {first, first + count};
+std::string AngleText(double degrees, const ShownForm& form) {
+  std::string text;
+  AppendAngle(text, degrees, form.notation);
+  return text;
 }
 
-bool HoldsRoute(const InternalData& data, int route) {
-  return route >= 1 && route <= HeldRoutes(data);
+std::string MetresText(const std::optional<float>& metres) {
+  return metres ? ShortestNumber(*metres) : std::string();
+}
+
+std::string TimeText(const std::optional<GarminSeconds>& time, const ShownForm& form) {
+  return time ? DateTimeText(LocalTimeOfGarminTime(time, form.utc_offset_hours)) : std::string();
+}
+
+std::string TruthText(bool truth) {
+  return truth ? "○" : "";
+}
+
+std::optional<double> TruthNumber(bool truth) {
+  return truth ? std::optional(1.0) : std::nullopt;
+}
+
+std::string CodeText(std::span<const NamedCode> names, int code) {
+  const std::string_view name = NameOf(names, code);
+  return name.empty() ? std::to_string(code) : std::string(name);
+}
+
+/// A length with a number of decimals, of which it is given in units.
+std::string LengthText(double units, int decimals) {
+  const auto all = std::llround(units);
+  const long long one = decimals == 1 ? 10 : 100;
+  return PadNumber(all / one, 1) + "." + PadNumber(all % one, decimals);
+}
+
+double LegKm(const TrackPoint& point, const TrackPoint* before) {
+  if (before == nullptr) return 0;
+  return SphericalDistance(before->lat_deg, before->lon_deg, point.lat_deg, point.lon_deg);
+}
+
+// ---- Waypoints
+
+using W = const WaypointRow&;
+using F = const ShownForm&;
+using Number = std::optional<double>;
+
+int SymbolOf(W row) {
+  return row.waypoint.smbl.value_or(0);
+}
+
+constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
+    {{"番号", CellKind::Number}, [](W row, F) { return row.number; }, [](W row, F) { return Number(row.place); }},
+    {{"名前", CellKind::Text}, [](W row, F) { return row.waypoint.ident; }},
+    {{"緯度", CellKind::Angle},
+     [](W row, F form) { return AngleText(Shown(row.waypoint, form).latitude_deg, form); },
+     [](W row, F form) { return Number(Shown(row.waypoint, form).latitude_deg); }},
+    {{"経度", CellKind::Angle},
+     [](W row, F form) { return AngleText(Shown(row.waypoint, form).longitude_deg, form); },
+     [](W row, F form) { return Number(Shown(row.waypoint, form).longitude_deg); }},
+    {{"高度 m", CellKind::Number},
+     [](W row, F) { return MetresText(row.waypoint.alt_m); },
+     [](W row, F) { return Number(row.waypoint.alt_m); }},
+    {{"コメント", CellKind::Text}, [](W row, F) { return row.waypoint.cmnt; }},
+    {{"シンボル", CellKind::NamedCode},
+     [](W row, F) { return CodeText(SymbolNames(row.waypoint.type), SymbolOf(row)); },
+     [](W row, F) { return Number(SymbolOf(row)); }},
+    {{"表示", CellKind::NamedCode},
+     [](W row, F) { return CodeText(DisplayNames(row.waypoint.type), row.waypoint.dspl); },
+     [](W row, F) { return Number(row.waypoint.dspl); }},
+    {{"施設", CellKind::Text}, [](W row, F) { return row.waypoint.details->facility; }},
+    {{"市", CellKind::Text}, [](W row, F) { return row.waypoint.details->city; }},
+    {{"住所", CellKind::Text}, [](W row, F) { return row.waypoint.details->addr; }},
+    {{"州", CellKind::Text}, [](W row, F) { return row.waypoint.details->state; }},
+    {{"国", CellKind::Text}, [](W row, F) { return row.waypoint.details->cc; }},
+    {{"交差点", CellKind::Text}, [](W row, F) { return row.waypoint.details->cross_road; }}};
+
+// ---- Routes
+
+using R = const RouteRow&;
+
+constexpr RecordColumn<RouteRow> RouteColumns[] = {
+    {{"番号", CellKind::Number},
+     [](R row, F) { return std::to_string(row.route.nmbr); },
+     [](R row, F) { return Number(row.route.nmbr); }},
+    {{"コメント", CellKind::Text}, [](R row, F) { return row.route.cmnt; }},
+    {{"点数", CellKind::Number},
+     [](R row, F) { return std::to_string(row.route.points.size()); },
+     [](R row, F) { return Number(row.route.points.size()); }}};
+
+// ---- Track logs
+
+using T = const TrackRow&;
+
+constexpr RecordColumn<TrackRow> TrackColumns[] = {
+    {{"番号", CellKind::Number},
+     [](T row, F) { return std::to_string(row.number); },
+     [](T row, F) { return Number(row.number); }},
+    {{"名前", CellKind::Text}, [](T row, F) { return row.log.trk_ident; }},
+    {{"点数", CellKind::Number},
+     [](T row, F) { return std::to_string(row.log.points.size()); },
+     [](T row, F) { return Number(row.log.points.size()); }},
+    {{"開始", CellKind::Time},
+     [](T row, F form) { return TimeText(row.summary.first_time, form); },
+     [](T row, F) { return Number(row.summary.first_time); }},
+    {{"終了", CellKind::Time},
+     [](T row, F form) { return TimeText(row.summary.last_time, form); },
+     [](T row, F) { return Number(row.summary.last_time); }},
+    {{"距離 km", CellKind::Number},
+     [](T row, F) { return LengthText(row.summary.length_km * 100, 2); },
+     [](T row, F) { return Number(row.summary.length_km); }},
+    {{"表示", CellKind::Truth},
+     [](T row, F) { return TruthText(row.log.dspl); },
+     [](T row, F) { return TruthNumber(row.log.dspl); }}};
+
+// ---- Track points
+
+using P = const TrackPointRow&;
+
+constexpr RecordColumn<TrackPointRow> TrackPointColumns[] = {
+    {{"番号", CellKind::Number},
+     [](P row, F) { return std::to_string(row.log_number) + "-" + std::to_string(row.number); },
+     [](P row, F) { return Number(row.log_number * PlacesPerRecord + row.number); }},
+    {{"緯度", CellKind::Angle},
+     [](P row, F form) { return AngleText(Shown(row.point, form).latitude_deg, form); },
+     [](P row, F form) { return Number(Shown(row.point, form).latitude_deg); }},
+    {{"経度", CellKind::Angle},
+     [](P row, F form) { return AngleText(Shown(row.point, form).longitude_deg, form); },
+     [](P row, F form) { return Number(Shown(row.point, form).longitude_deg); }},
+    {{"日時", CellKind::Time},
+     [](P row, F form) { return TimeText(row.point.time, form); },
+     [](P row, F) { return Number(row.point.time); }},
+    {{"高度 m", CellKind::Number},
+     [](P row, F) { return MetresText(row.point.alt_m); },
+     [](P row, F) { return Number(row.point.alt_m); }},
+    {{"水深 m", CellKind::Number},
+     [](P row, F) { return MetresText(row.point.dpth_m); },
+     [](P row, F) { return Number(row.point.dpth_m); }},
+    {{"区間 m", CellKind::Number},
+     [](P row, F) { return row.before == nullptr ? "0" : LengthText(LegKm(row.point, row.before) * 10000, 1); },
+     [](P row, F) { return Number(LegKm(row.point, row.before)); }},
+    {{"新区間", CellKind::Truth},
+     [](P row, F) { return TruthText(row.point.new_trk); },
+     [](P row, F) { return TruthNumber(row.point.new_trk); }}};
+
+/// The record with a number in a vector whose first one has another; null where there is none.
+template <typename Record>
+const Record* At(const std::vector<Record>& records, int first_number, int number) {
+  const auto index = static_cast<std::size_t>(number - first_number);
+  return number >= first_number && index < records.size() ? &records[index] : nullptr;
+}
+
+LogSummary Summarise(const TrackLog& log) {
+  LogSummary summary{log.points.data(), log.points.size(), {}, {}, 0};
+  const TrackPoint* before = nullptr;
+  for (const TrackPoint& point : log.points) {
+    summary.length_km += LegKm(point, before);
+    before = &point;
+    if (!point.time) continue;
+    if (!summary.first_time) summary.first_time = point.time;
+    summary.last_time = point.time;
+  }
+  return summary;
+}
+
+void AppendPoint(std::string& out, const TrackLog& log, std::size_t point, const StandardLineWriter& writer) {
+  writer.Append(out, log.points[point], point > 0 ? &log.points[point - 1] : nullptr);
+  EndLine(out);
 }
 
 }  // namespace
 
-WaypointModel::WaypointModel(InternalData& data, const NameTablesByType& names, QObject* parent)
-    : RecordModel(data, names, WaypointSection, WaypointModelColumns, parent) {}
-
-std::vector<std::string_view> WaypointModel::CopyTags() const {
-  return {WaypointSection.tag};
-}
+WaypointModel::WaypointModel(const DataSet& data, QObject* parent) : ModelOf(data, WaypointColumns, parent) {}
 
 std::vector<RowRef> WaypointModel::HeldRows() const {
   std::vector<RowRef> rows;
-  for (int slot = 1; slot <= HeldWaypoints(data_); ++slot)
-    rows.push_back(Ref(slot));
+  for (std::size_t number = 1; number <= data_.Waypoints().size(); ++number)
+    rows.push_back(Ref(number));
   return rows;
 }
 
-bool WaypointModel::Holds(RowRef ref) const {
-  return ref.record >= 1 && ref.record <= HeldWaypoints(data_);
+std::optional<WaypointRow> WaypointModel::RowOf(RowRef ref) const {
+  const Waypoint* waypoint = At(data_.Waypoints(), 1, ref.record);
+  if (waypoint == nullptr) return std::nullopt;
+  return WaypointRow{std::to_string(ref.record), double(ref.record), *waypoint};
 }
 
-void WaypointModel::AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const {
-  writer.AppendDataLine(out, WaypointSection.tag, ref.record);
+void WaypointModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
+  writer.Append(out, RowOf(ref)->waypoint);
+  EndLine(out);
 }
 
-void WaypointModel::AppendLines(std::string& out, RowRef ref) const {
-  AppendLine(out, WaypointSection.tag, ref.record);
-}
-
-std::string WaypointModel::CellText(RowRef ref, const RecordColumn& column) const {
-  return column.field == OwnColumn ? std::to_string(ref.record) : RecordModel::CellText(ref, column);
-}
-
-RouteModel::RouteModel(InternalData& data, const NameTablesByType& names, QObject* parent)
-    : RecordModel(data, names, RouteHeaderSection, RouteModelColumns, parent) {}
-
-std::vector<std::string_view> RouteModel::CopyTags() const {
-  return {RouteHeaderSection.tag, RoutePointSection.tag};
-}
+RouteModel::RouteModel(const DataSet& data, QObject* parent) : ModelOf(data, RouteColumns, parent) {}
 
 std::vector<RowRef> RouteModel::HeldRows() const {
   std::vector<RowRef> rows;
-  for (int route = 1; route <= HeldRoutes(data_); ++route)
-    rows.push_back(Ref(route));
+  for (std::size_t number = 1; number <= data_.Routes().size(); ++number)
+    rows.push_back(Ref(number));
   return rows;
 }
 
-bool RouteModel::Holds(RowRef ref) const {
-  return HoldsRoute(data_, ref.record);
+std::optional<RouteRow> RouteModel::RowOf(RowRef ref) const {
+  const Route* route = At(data_.Routes(), 1, ref.record);
+  return route != nullptr ? std::optional(RouteRow{*route}) : std::nullopt;
 }
 
-void RouteModel::AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const {
-  writer.AppendDataLine(out, RouteHeaderSection.tag, ref.record);
+void RouteModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
+  const Route& route = RowOf(ref)->route;
+  writer.Append(out, route);
+  EndLine(out);
+  for (const RoutePoint& point : route.points) {
+    writer.Append(out, point, route.type);
+    EndLine(out);
+  }
 }
 
-void RouteModel::AppendLines(std::string& out, RowRef ref) const {
-  AppendLine(out, RouteHeaderSection.tag, ref.record);
-  const PointRange points = PointsOfRoute(data_, ref.record);
-  for (int point = points.first; point < points.end; ++point)
-    AppendLine(out, RoutePointSection.tag, ref.record, point);
-}
-
-void PointModel::ShowRecords(std::vector<int> records) {
-  if (records == records_) return;
-  records_ = std::move(records);
-  Reset();
-}
-
-bool PointModel::Chosen(int record) const {
-  return records_.empty() || std::binary_search(records_.begin(), records_.end(), record);
-}
-
-RoutePointModel::RoutePointModel(InternalData& data, const NameTablesByType& names, QObject* parent)
-    : PointModel(data, names, WaypointSection, RoutePointModelColumns, parent) {}
-
-std::vector<std::string_view> RoutePointModel::CopyTags() const {
-  return {RoutePointSection.tag};
-}
+RoutePointModel::RoutePointModel(const DataSet& data, QObject* parent) : ModelOf(data, WaypointColumns, parent) {}
 
 std::vector<RowRef> RoutePointModel::HeldRows() const {
   std::vector<RowRef> rows;
-  for (int route = 1; route <= HeldRoutes(data_); ++route) {
-    if (!Chosen(route)) continue;
-    const PointRange points = PointsOfRoute(data_, route);
-    for (int point = points.first; point < points.end; ++point)
-      rows.push_back(Ref(route, point));
+  std::size_t number = 0;
+  for (const Route& route : data_.Routes()) {
+    ++number;
+    const std::size_t points = Chosen(static_cast<int>(number)) ? route.points.size() : 0;
+    for (std::size_t point = 0; point < points; ++point)
+      rows.push_back(Ref(number, point));
   }
   return rows;
 }
 
-bool RoutePointModel::Holds(RowRef ref) const {
-  if (!HoldsRoute(data_, ref.record)) return false;
-  const PointRange points = PointsOfRoute(data_, ref.record);
-  return ref.point >= points.first && ref.point < points.end;
+std::optional<WaypointRow> RoutePointModel::RowOf(RowRef ref) const {
+  const Route* route = At(data_.Routes(), 1, ref.record);
+  if (route == nullptr || ref.point >= route->points.size()) return std::nullopt;
+  const int number = ref.point + 1;
+  return WaypointRow{std::to_string(route->nmbr) + "-" + std::to_string(number), route->nmbr * PlacesPerRecord + number,
+                     route->points[ref.point].waypoint};
 }
 
-/// The line of the waypoint that makes up the point: its columns are named and trimmed as any waypoint's.
-void RoutePointModel::AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const {
-  writer.AppendDataLine(out, WaypointSection.tag, RoutePointSlot(ref.record, ref.point));
+void RoutePointModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
+  const Route& route = *At(data_.Routes(), 1, ref.record);
+  writer.Append(out, route.points[ref.point], route.type);
+  EndLine(out);
 }
 
-void RoutePointModel::AppendLines(std::string& out, RowRef ref) const {
-  AppendLine(out, RoutePointSection.tag, ref.record, ref.point);
+TrackModel::TrackModel(const DataSet& data, QObject* parent) : ModelOf(data, TrackColumns, parent) {}
+
+std::vector<RowRef> TrackModel::HeldRows() const {
+  std::vector<RowRef> rows;
+  auto number = static_cast<std::size_t>(data_.FirstLogNumber());
+  for (std::size_t i = 0; i < data_.Logs().size(); ++i)
+    rows.push_back(Ref(number++));
+  return rows;
 }
 
-std::string RoutePointModel::CellText(RowRef ref, const RecordColumn& column) const {
-  if (column.field != OwnColumn) return RecordModel::CellText(ref, column);
-  const int number = ref.point - PointsOfRoute(data_, ref.record).first + 1;
-  return std::to_string(data_.d201.at(ref.record).nmbr) + "-" + std::to_string(number);
+std::optional<TrackRow> TrackModel::RowOf(RowRef ref) const {
+  const TrackLog* log = At(data_.Logs(), data_.FirstLogNumber(), ref.record);
+  if (log == nullptr) return std::nullopt;
+  return TrackRow{ref.record, *log, SummaryOf(ref.record, *log)};
+}
+
+/// Kept until the log's points are others or Refresh is called: a log may have 30000 of them.
+const LogSummary& TrackModel::SummaryOf(std::size_t number, const TrackLog& log) const {
+  LogSummary& kept = summaries_.at(number);
+  if (kept.points != log.points.data() || kept.count != log.points.size()) kept = Summarise(log);
+  return kept;
+}
+
+void TrackModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
+  const TrackLog& log = RowOf(ref)->log;
+  writer.Append(out, log);
+  EndLine(out);
+  for (std::size_t point = 0; point < log.points.size(); ++point)
+    AppendPoint(out, log, point, writer);
+}
+
+TrackPointModel::TrackPointModel(const DataSet& data, QObject* parent) : ModelOf(data, TrackPointColumns, parent) {}
+
+std::vector<RowRef> TrackPointModel::HeldRows() const {
+  std::vector<RowRef> rows;
+  int number = data_.FirstLogNumber();
+  for (const TrackLog& log : data_.Logs()) {
+    const std::size_t points = Chosen(number) ? log.points.size() : 0;
+    for (std::size_t point = 0; point < points; ++point)
+      rows.push_back(Ref(static_cast<std::size_t>(number), point));
+    ++number;
+  }
+  return rows;
+}
+
+std::optional<TrackPointRow> TrackPointModel::RowOf(RowRef ref) const {
+  const TrackLog* log = At(data_.Logs(), data_.FirstLogNumber(), ref.record);
+  if (log == nullptr || ref.point >= log->points.size()) return std::nullopt;
+  const TrackPoint& point = log->points[ref.point];
+  return TrackPointRow{ref.record, ref.point + 1, point, ref.point > 0 ? &point - 1 : nullptr};
+}
+
+void TrackPointModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
+  AppendPoint(out, *At(data_.Logs(), data_.FirstLogNumber(), ref.record), ref.point, writer);
 }
 
 }  // namespace walrim

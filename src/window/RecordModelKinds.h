@@ -3,125 +3,155 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "window/RecordModel.h"
 
 namespace walrim {
 
-class WaypointModel : public RecordModel {
-  Q_OBJECT
+/// A column of rows of a type: how its texts and numbers are got. The number of a NamedCode is its code.
+template <typename Row>
+struct RecordColumn {
+  ColumnHead head;
+  std::string (*text)(const Row& row, const ShownForm& form);
+  std::optional<double> (*number)(const Row& row, const ShownForm& form) = nullptr;
+};
 
+/// A model whose rows are of a type.
+template <typename Row>
+class ModelOf : public RecordModel {
  public:
-  WaypointModel(InternalData& data, const NameTablesByType& names, QObject* parent);
-  [[nodiscard]] std::vector<std::string_view> CopyTags() const override;
+  /// columns must outlive the model.
+  ModelOf(const DataSet& data, std::span<const RecordColumn<Row>> columns, QObject* parent)
+      : RecordModel(data, parent), columns_(columns) {}
+
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+  }
 
  protected:
+  /// What a row shows; nothing where its record is gone.
+  [[nodiscard]] virtual std::optional<Row> RowOf(RowRef ref) const = 0;
+
+  [[nodiscard]] ColumnHead Head(int column) const override { return ColumnAt(column).head; }
+  [[nodiscard]] bool Holds(RowRef ref) const override { return RowOf(ref).has_value(); }
+  [[nodiscard]] std::string CellText(RowRef ref, int column) const override {
+    return ColumnAt(column).text(*RowOf(ref), form_);
+  }
+  [[nodiscard]] std::optional<double> CellNumber(RowRef ref, int column) const override {
+    const auto number = ColumnAt(column).number;
+    return number != nullptr ? number(*RowOf(ref), form_) : std::nullopt;
+  }
+
+ private:
+  [[nodiscard]] const RecordColumn<Row>& ColumnAt(int column) const {
+    return columns_[static_cast<std::size_t>(column)];
+  }
+
+  std::span<const RecordColumn<Row>> columns_;
+};
+
+/// A waypoint, or one that is a point of a route.
+struct WaypointRow {
+  std::string number;
+  double place;  ///< what the number sorts by
+  const Waypoint& waypoint;
+};
+
+struct RouteRow {
+  const Route& route;
+};
+
+/// What the points of a log make together.
+struct LogSummary {
+  const TrackPoint* points = nullptr;  ///< of which it was made
+  std::size_t count = 0;
+  std::optional<GarminSeconds> first_time;
+  std::optional<GarminSeconds> last_time;
+  double length_km = 0;
+};
+
+struct TrackRow {
+  int number;
+  const TrackLog& log;
+  const LogSummary& summary;
+};
+
+struct TrackPointRow {
+  int log_number;
+  int number;  ///< in the log, from 1
+  const TrackPoint& point;
+  const TrackPoint* before;  ///< the point before it in its log; null for the first
+};
+
+class WaypointModel : public ModelOf<WaypointRow> {
+ public:
+  WaypointModel(const DataSet& data, QObject* parent);
+  [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::Waypoint}; }
+
+ protected:
+  [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
-  [[nodiscard]] bool Holds(RowRef ref) const override;
-  [[nodiscard]] bool IsMissing(RowRef ref) const override { return data_.IsMissingWaypoint(ref.record); }
-  void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const override;
-  void AppendLines(std::string& out, RowRef ref) const override;
-  [[nodiscard]] std::string CellText(RowRef ref, const RecordColumn& column) const override;
+  [[nodiscard]] bool IsMissing(RowRef ref) const override { return RowOf(ref)->waypoint.missing; }
+  void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
 };
 
 /// Copies a route's header with all its points.
-class RouteModel : public RecordModel {
-  Q_OBJECT
-
+class RouteModel : public ModelOf<RouteRow> {
  public:
-  RouteModel(InternalData& data, const NameTablesByType& names, QObject* parent);
-  [[nodiscard]] std::vector<std::string_view> CopyTags() const override;
+  RouteModel(const DataSet& data, QObject* parent);
+  [[nodiscard]] std::vector<StandardLine> CopiedLines() const override {
+    return {StandardLine::RouteHeader, StandardLine::RoutePoint};
+  }
 
  protected:
+  [[nodiscard]] std::optional<RouteRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
-  [[nodiscard]] bool Holds(RowRef ref) const override;
-  void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const override;
-  void AppendLines(std::string& out, RowRef ref) const override;
+  void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
+};
+
+class RoutePointModel : public ModelOf<WaypointRow> {
+ public:
+  RoutePointModel(const DataSet& data, QObject* parent);
+  [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::RoutePoint}; }
+
+ protected:
+  [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
+  [[nodiscard]] std::vector<RowRef> HeldRows() const override;
+  void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
 };
 
 /// Copies a log's header with all its points.
-class TrackModel : public RecordModel {
-  Q_OBJECT
-
+class TrackModel : public ModelOf<TrackRow> {
  public:
-  TrackModel(InternalData& data, const NameTablesByType& names, QObject* parent);
-  [[nodiscard]] std::vector<std::string_view> CopyTags() const override;
+  TrackModel(const DataSet& data, QObject* parent);
+  [[nodiscard]] std::vector<StandardLine> CopiedLines() const override {
+    return {StandardLine::TrackHeader, StandardLine::TrackPoint};
+  }
 
  protected:
+  [[nodiscard]] std::optional<TrackRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
-  [[nodiscard]] bool Holds(RowRef ref) const override;
-  void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const override;
-  void AppendLines(std::string& out, RowRef ref) const override;
-  [[nodiscard]] std::string CellText(RowRef ref, const RecordColumn& column) const override;
-  void ForgetDerived() override;
+  void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
+  void ForgetDerived() override { summaries_.fill({}); }
 
  private:
-  /// What the points of a log make together.
-  struct Summary {
-    int start = 0;
-    int count = 0;
-    std::optional<double> first_time;
-    std::optional<double> last_time;
-    double length_km = 0;
-  };
-  [[nodiscard]] const Summary& SummaryOf(int log) const;
-  [[nodiscard]] Summary Summarise(int log, int count) const;
-  [[nodiscard]] std::string TimeText(const std::optional<double>& garmin_time) const;
+  [[nodiscard]] const LogSummary& SummaryOf(std::size_t number, const TrackLog& log) const;
 
-  mutable std::array<std::optional<Summary>, MaxTrackLogs + 1> summaries_;
+  mutable std::array<LogSummary, MaxTrackLogs + 1> summaries_;
 };
 
-/// Points of the chosen routes or logs; of all while none is chosen.
-class PointModel : public RecordModel {
-  Q_OBJECT
-
+class TrackPointModel : public ModelOf<TrackPointRow> {
  public:
-  using RecordModel::RecordModel;
-  /// Chooses the routes or logs, in rising order; takes effect with the next Refresh.
-  void SetRecords(std::vector<int> records) { records_ = std::move(records); }
-  /// The same at once.
-  void ShowRecords(std::vector<int> records);
+  TrackPointModel(const DataSet& data, QObject* parent);
+  [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::TrackPoint}; }
 
  protected:
-  [[nodiscard]] bool Chosen(int record) const;
-
- private:
-  std::vector<int> records_;
-};
-
-class RoutePointModel : public PointModel {
-  Q_OBJECT
-
- public:
-  RoutePointModel(InternalData& data, const NameTablesByType& names, QObject* parent);
-  [[nodiscard]] std::vector<std::string_view> CopyTags() const override;
-
- protected:
+  [[nodiscard]] std::optional<TrackPointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
-  [[nodiscard]] bool Holds(RowRef ref) const override;
-  void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const override;
-  void AppendLines(std::string& out, RowRef ref) const override;
-  [[nodiscard]] std::string CellText(RowRef ref, const RecordColumn& column) const override;
-};
-
-class TrackPointModel : public PointModel {
-  Q_OBJECT
-
- public:
-  TrackPointModel(InternalData& data, const NameTablesByType& names, QObject* parent);
-  [[nodiscard]] std::vector<std::string_view> CopyTags() const override;
-
- protected:
-  [[nodiscard]] std::vector<RowRef> HeldRows() const override;
-  [[nodiscard]] bool Holds(RowRef ref) const override;
-  void AppendShownLine(StandardWriter& writer, std::string& out, RowRef ref) const override;
-  void AppendLines(std::string& out, RowRef ref) const override;
-  [[nodiscard]] std::string CellText(RowRef ref, const RecordColumn& column) const override;
-  [[nodiscard]] std::optional<double> NumberKey(RowRef ref, const RecordColumn& column) const override;
+  void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
 };
 
 }  // namespace walrim

@@ -2,7 +2,6 @@
 #include <QCollator>
 #include <QLocale>
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 #include "window/RecordModel.h"
@@ -81,27 +80,25 @@ void RecordModel::Reorder() {
 std::vector<RowRef> RecordModel::Ordered(std::vector<RowRef> rows) const {
   std::sort(rows.begin(), rows.end());
   if (sort_column_ < 0) return rows;
-  const CellKind kind = columns_[static_cast<std::size_t>(sort_column_)].kind;
+  const CellKind kind = Head(sort_column_).kind;
   return kind == CellKind::Text || kind == CellKind::NamedCode ? OrderedByText(rows) : OrderedByNumber(rows);
 }
 
 std::vector<RowRef> RecordModel::OrderedByNumber(const std::vector<RowRef>& rows) const {
-  const RecordColumn& column = columns_[static_cast<std::size_t>(sort_column_)];
   KeyedRows<double> keyed(rows.size());
   for (const RowRef ref : rows) {
-    const auto key = Holds(ref) ? NumberKey(ref, column) : std::nullopt;
+    const auto key = Holds(ref) ? CellNumber(ref, sort_column_) : std::nullopt;
     key ? keyed.Add(ref, *key) : keyed.AddEmpty(ref);
   }
   return keyed.InOrder(sort_order_);
 }
 
 std::vector<RowRef> RecordModel::OrderedByText(const std::vector<RowRef>& rows) const {
-  const RecordColumn& column = columns_[static_cast<std::size_t>(sort_column_)];
   QCollator collator(QLocale{QLocale::Japanese});
   collator.setNumericMode(true);
   KeyedRows<QCollatorSortKey> keyed(rows.size());
   for (const RowRef ref : rows) {
-    const QString text = ShownText(ref, column);
+    const QString text = ShownText(ref, sort_column_);
     text.isEmpty() ? keyed.AddEmpty(ref) : keyed.Add(ref, collator.sortKey(text));
   }
   return keyed.InOrder(sort_order_);

@@ -36,8 +36,8 @@ QSplitter* NewSplitter(Qt::Orientation orientation, int share, QWidget* records,
 
 }  // namespace
 
-RecordTables::RecordTables(InternalData& data_set, const NameTablesByType& names, QWidget* parent)
-    : QWidget(parent), data_set_(data_set), names_(names), tabs_(new QTabWidget) {
+RecordTables::RecordTables(const DataSet& data_set, QWidget* parent)
+    : QWidget(parent), data_set_(data_set), tabs_(new QTabWidget) {
   tabs_->setObjectName(QStringLiteral("Records"));
   tabs_->setAccessibleName(tabs_->objectName());
   auto* layout = new QVBoxLayout(this);
@@ -61,21 +61,21 @@ QWidget* RecordTables::NewTables(DataKind kind) {
   Page& page = PageOf(kind);
   switch (kind) {
     case DataKind::Waypoint:
-      page.records = new WaypointModel(data_set_, names_, this);
+      page.records = new WaypointModel(data_set_, this);
       page.record_view = new RecordView(page.records, QStringLiteral("WaypointTable"));
       return page.record_view;
     case DataKind::Route:
-      page.records = new RouteModel(data_set_, names_, this);
+      page.records = new RouteModel(data_set_, this);
       page.record_view = new RecordView(page.records, QStringLiteral("RouteTable"));
-      page.points = new RoutePointModel(data_set_, names_, this);
+      page.points = new RoutePointModel(data_set_, this);
       page.point_view = new RecordView(page.points, QStringLiteral("RoutePointTable"));
       return NewSplitter(Qt::Horizontal, 3, page.record_view, page.point_view);
     case DataKind::TrackLog:
       break;
   }
-  page.records = new TrackModel(data_set_, names_, this);
+  page.records = new TrackModel(data_set_, this);
   page.record_view = new RecordView(page.records, QStringLiteral("TrackTable"));
-  page.points = new TrackPointModel(data_set_, names_, this);
+  page.points = new TrackPointModel(data_set_, this);
   page.point_view = new RecordView(page.points, QStringLiteral("TrackPointTable"));
   return NewSplitter(Qt::Vertical, 2, page.record_view, page.point_view);
 }
@@ -89,11 +89,6 @@ void RecordTables::BuildTables(DataKind kind) {
   if (page.point_view != nullptr) page.point_view->SetWithHeader(with_header_);
 }
 
-/// Log 0 holds points without a header.
-bool RecordTables::HoldsRecords(DataKind kind) const {
-  return data_set_.Count(kind) > 0 || (kind == DataKind::TrackLog && data_set_.tracks.TrackPointCount[0] > 0);
-}
-
 void RecordTables::ConnectPoints(DataKind kind) {
   connect(PageOf(kind).record_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this, kind] { ShowPointsOf(kind); });
@@ -105,18 +100,18 @@ void RecordTables::ShowPointsOf(DataKind kind) {
   page.point_view->scrollToTop();
 }
 
-void RecordTables::Refresh(const TextSettings& settings) {
+void RecordTables::Refresh(const ShownForm& form) {
   for (const DataKind kind : AllDataKinds) {
-    if (PageOf(kind).records == nullptr && HoldsRecords(kind)) BuildTables(kind);
+    if (PageOf(kind).records == nullptr && data_set_.Holds(kind)) BuildTables(kind);
   }
   for (const DataKind kind : AllDataKinds) {
     const Page& page = PageOf(kind);
     if (page.records == nullptr) continue;
-    page.records->Refresh(settings);
+    page.records->Refresh(form);
     if (page.points != nullptr) {
       // A reset has taken the selection back without a word.
       page.points->SetRecords(page.record_view->SelectedRecords());
-      page.points->Refresh(settings);
+      page.points->Refresh(form);
     }
     ShowCount(kind);
   }

@@ -4,8 +4,8 @@
 #include <QWidget>
 #include <array>
 
-#include "data/GeneralWalrim.h"
-#include "data/InternalData.h"
+#include "records/DataSet.h"
+#include "window/RecordModel.h"
 
 class QBoxLayout;
 class QStackedWidget;
@@ -13,20 +13,18 @@ class QTabWidget;
 
 namespace walrim {
 
-class PointModel;
-class RecordModel;
 class RecordView;
 
 class RecordTables : public QWidget {
   Q_OBJECT
 
  public:
-  /// data_set and names must outlive the tables. They are empty before the first Refresh.
-  RecordTables(InternalData& data_set, const NameTablesByType& names, QWidget* parent = nullptr);
+  /// data_set must outlive the tables. They are empty before the first Refresh.
+  explicit RecordTables(const DataSet& data_set, QWidget* parent = nullptr);
 
   /// Shows what changed; to be called after every change of the data or of settings. In between the tables may be used
   /// and painted whatever happens to the data.
-  void Refresh(const TextSettings& settings);
+  void Refresh(const ShownForm& form);
   /// Title lines in front of copied lines.
   void SetWithHeader(bool on);
 
@@ -37,12 +35,11 @@ class RecordTables : public QWidget {
     QStackedWidget* stack = nullptr;  ///< the hint, then the tables
     RecordModel* records = nullptr;
     RecordView* record_view = nullptr;
-    PointModel* points = nullptr;
+    RecordModel* points = nullptr;
     RecordView* point_view = nullptr;
   };
 
   void AddPage(DataKind kind, const QString& title);
-  [[nodiscard]] bool HoldsRecords(DataKind kind) const;
   [[nodiscard]] QWidget* NewTables(DataKind kind);
   void BuildTables(DataKind kind);
   Page& PageOf(DataKind kind) { return pages_[IndexOf(kind)]; }
@@ -50,8 +47,7 @@ class RecordTables : public QWidget {
   void ShowPointsOf(DataKind kind);
   void ShowCount(DataKind kind);
 
-  InternalData& data_set_;
-  const NameTablesByType& names_;
+  const DataSet& data_set_;
   QTabWidget* tabs_;
   std::array<Page, DataKindCount> pages_;
   bool with_header_ = false;

@@ -128,8 +128,8 @@ void RecordView::CopyRows() const {
     model_.AppendCopy(lines, row);
   if (lines.empty()) return;
   std::string titles;
-  for (const std::string_view tag : model_.CopyTags()) {
-    if (with_header_) titles.append(BuildHeaderLine(tag)).append("\r\n");
+  for (const StandardLine line : model_.CopiedLines()) {
+    if (with_header_) titles.append(StandardHeaderLine(line)).append("\r\n");
   }
   QGuiApplication::clipboard()->setText(QString::fromStdString(titles + lines));
 }

@@ -19,23 +19,25 @@ namespace {
 constexpr int LeastUtcOffset = -12;
 constexpr int MostUtcOffset = 14;
 
+template <typename Choice>
 struct Entry {
-  const char* value;
+  Choice value;
   const char* text;
 };
 
-QComboBox* MakeChoice(const char* control, const char* tool_tip, std::initializer_list<Entry> entries) {
+template <typename Choice>
+QComboBox* MakeChoice(const char* control, const char* tool_tip, std::initializer_list<Entry<Choice>> entries) {
   QComboBox* box = MakeComboBox(control, tool_tip);
-  for (const Entry& entry : entries)
-    box->addItem(QString::fromUtf8(entry.text), QString::fromUtf8(entry.value));
+  for (const Entry<Choice>& entry : entries)
+    box->addItem(QString::fromUtf8(entry.text), static_cast<int>(entry.value));
   return box;
 }
 
 QComboBox* MakeOutputTypes() {
   QComboBox* box = MakeComboBox("OutputTypeOption", "保存・コピーの形式");
-  for (const OutputType& type : OutputTypes()) {
-    const QString name = QString::fromUtf8(type.name.data(), static_cast<qsizetype>(type.name.size()));
-    box->addItem(name, name);
+  for (const Format& format : Formats()) {
+    box->addItem(QString::fromUtf8(format.name.data(), static_cast<qsizetype>(format.name.size())),
+                 static_cast<int>(format.id));
   }
   return box;
 }
@@ -67,23 +69,25 @@ QFrame* InCopyOption(QCheckBox& header) {
 
 }  // namespace
 
-QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
+QGroupBox* MakeOutputGroup(UserSettings& settings, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
   auto* group = new QGroupBox(QString::fromUtf8("出力の設定"));
   auto* line = new QHBoxLayout(group);
   QComboBox* type = MakeOutputTypes();
-  QComboBox* degree = MakeChoice("DegreeType", "緯度・経度の表記",
-                                 {{"D", "D（度）"}, {"DMS", "DMS（度分秒）"}, {"MPS", "MPS（度/分/秒）"}});
-  QComboBox* datum = MakeChoice("Datum", "緯度・経度の測地系", {{"WGS84", "WGS84"}, {"Tokyo", "Tokyo（日本測地系）"}});
+  QComboBox* degree = MakeChoice<AngleNotation>(
+      "DegreeType", "緯度・経度の表記",
+      {{AngleNotation::D, "D（度）"}, {AngleNotation::DMS, "DMS（度分秒）"}, {AngleNotation::MPS, "MPS（度/分/秒）"}});
+  QComboBox* datum = MakeChoice<Datum>("Datum", "緯度・経度の測地系",
+                                       {{Datum::Wgs84, "WGS84"}, {Datum::Tokyo, "Tokyo（日本測地系）"}});
   QSpinBox* offset = MakeUtcOffset();
   QCheckBox* header = MakeCheckBox("WithHeader", "見出し行(&N)", "種類ごとに列の名前の行を付けます");
   QCheckBox* auto_name =
       MakeCheckBox("AutoFileName", "AutoFileName(%date%_%time%.)", "保存するファイルの名前を日付と時刻から付けます");
-  binder.Bind(*type, controls.OutputTypeOption);
-  binder.Bind(*degree, controls.DegreeType);
-  binder.Bind(*datum, controls.Datum);
-  binder.Bind(*offset, controls.UTCOffsetNum);
-  binder.Bind(*header, controls.WithHeader);
-  binder.Bind(*auto_name, controls.AutoFileName);
+  binder.Bind(*type, settings.format);
+  binder.Bind(*degree, settings.notation);
+  binder.Bind(*datum, settings.datum);
+  binder.Bind(*offset, settings.utc_offset_hours);
+  binder.Bind(*header, settings.with_header);
+  binder.Bind(*auto_name, settings.auto_file_name);
   Append(*line, "形式(&T)", type, tab_order);
   Append(*line, "表記(&G)", degree, tab_order);
   Append(*line, "測地系(&M)", datum, tab_order);
@@ -95,7 +99,7 @@ QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vecto
   return group;
 }
 
-QGroupBox* MakeAutoActionGroup(Controls& controls, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
+QGroupBox* MakeAutoActionGroup(UserSettings& settings, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
   auto* group = new QGroupBox(QString::fromUtf8("自動処理"));
   auto* column = new QVBoxLayout(group);
   struct Row {
@@ -106,13 +110,13 @@ QGroupBox* MakeAutoActionGroup(Controls& controls, ControlBinder& binder, std::v
   };
   const Row rows[] = {
       {"AutoDownload", "自動ダウンロード(&1)", "情報取得のあと，すべての種類をダウンロードします",
-       controls.AutoDownload},
-      {"AutoSave", "自動保存(&2)", "ダウンロードのあと，その種類を保存します", controls.AutoSave},
-      {"AutoCopy", "自動コピー(&3)", "ダウンロードのあと，その種類をクリップボードにコピーします", controls.AutoCopy},
+       settings.auto_download},
+      {"AutoSave", "自動保存(&2)", "ダウンロードのあと，その種類を保存します", settings.auto_save},
+      {"AutoCopy", "自動コピー(&3)", "ダウンロードのあと，その種類をクリップボードにコピーします", settings.auto_copy},
       {"AutoUpload", "自動アップロード(&4)",
-       "ほかのプログラムやドロップによる取り込みのあと，その種類をアップロードします", controls.AutoUpload},
+       "ほかのプログラムやドロップによる取り込みのあと，その種類をアップロードします", settings.auto_upload},
       {"AutoDelete", "自動削除(&5)", "アップロード・保存・コピーのあと，その種類を内部データから削除します",
-       controls.AutoDelete},
+       settings.auto_delete},
   };
   for (const Row& row : rows) {
     QCheckBox* box = MakeCheckBox(row.control, row.caption, row.tool_tip);

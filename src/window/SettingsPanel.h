@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/WalrimMain.h"
+#include "app/UserSettings.h"
 #include "window/ControlBinder.h"
 
 class QGroupBox;
@@ -13,10 +13,11 @@ class QHBoxLayout;
 namespace walrim {
 
 /// The form of what is written: one group of controls in a line.
-[[nodiscard]] QGroupBox* MakeOutputGroup(Controls& controls, ControlBinder& binder, std::vector<QWidget*>& tab_order);
+[[nodiscard]] QGroupBox* MakeOutputGroup(UserSettings& settings, ControlBinder& binder,
+                                         std::vector<QWidget*>& tab_order);
 
 /// The actions that follow by themselves: one group of check boxes, one below the other.
-[[nodiscard]] QGroupBox* MakeAutoActionGroup(Controls& controls, ControlBinder& binder,
+[[nodiscard]] QGroupBox* MakeAutoActionGroup(UserSettings& settings, ControlBinder& binder,
                                              std::vector<QWidget*>& tab_order);
 
 }  // namespace walrim

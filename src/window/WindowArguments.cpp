@@ -5,8 +5,9 @@
 #include <filesystem>
 #include <string_view>
 
-#include "app/WalrimMain.h"
-#include "text/Utf8.h"
+#include "app/ExternalCommands.h"
+#include "app/ProgramName.h"
+#include "text/Scan.h"
 
 namespace walrim {
 
@@ -21,7 +22,7 @@ std::string CheckMapping(const std::string& text) {
 /// The window that gets the call has a current directory of its own.
 CommandCall CallOf(std::vector<std::string> words) {
   words.resize(3);
-  if (UpperCase(words[0]) == "GETFILE" && !words[1].empty() && words[1] != DialogCancelled) {
+  if (SameWord(words[0], "GETFILE") && !words[1].empty() && words[1] != NoFilePath) {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(words[1], error);
     if (!error) words[1] = absolute.string();

@@ -69,25 +69,25 @@ bool WindowDesktop::AskOkCancel(std::string_view text) {
          QMessageBox::Ok;
 }
 
-std::string WindowDesktop::RunFileDialog(QFileDialog& dialog, std::string_view filter) {
-  if (silent_) return std::string(DialogCancelled);
+std::optional<std::string> WindowDesktop::RunFileDialog(QFileDialog& dialog, std::string_view filter) {
+  if (silent_) return std::nullopt;
   const QStringList filters = NameFilters(FromUtf8(filter));
   dialog.setNameFilters(filters);
   // The chosen type's files are what one looks for; all files are one choice away.
   if (!filters.isEmpty()) dialog.selectNameFilter(filters.last());
   dialog.setDirectory(folder_.isEmpty() ? QDir::currentPath() : folder_);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::string(DialogCancelled);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   folder_ = dialog.directory().absolutePath();
   return dialog.selectedFiles().constFirst().toStdString();
 }
 
-std::string WindowDesktop::OpenFileDialog(std::string_view filter) {
+std::optional<std::string> WindowDesktop::OpenFileDialog(std::string_view filter) {
   QFileDialog dialog(&window_, QString::fromUtf8("取り込むファイル"));
   dialog.setFileMode(QFileDialog::ExistingFile);
   return RunFileDialog(dialog, filter);
 }
 
-std::string WindowDesktop::SaveFileDialog(std::string_view filter) {
+std::optional<std::string> WindowDesktop::SaveFileDialog(std::string_view filter) {
   QFileDialog dialog(&window_, QString::fromUtf8("名前を付けて保存"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(DefaultSuffix(FromUtf8(filter)));

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,8 +32,8 @@ class WindowDesktop : public Desktop {
   void ShowMessage(std::string_view text) override;
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
   [[nodiscard]] bool AskOkCancel(std::string_view text) override;
-  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override;
-  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override;
+  [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override;
+  [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override;
   void SetClipboardText(std::string_view text) override;
   [[nodiscard]] std::string ClipboardText() override;
   void SetStatusCaption(std::string_view text) override;
@@ -45,7 +46,7 @@ class WindowDesktop : public Desktop {
   void FallSilent() { silent_ = true; }
 
  private:
-  [[nodiscard]] std::string RunFileDialog(QFileDialog& dialog, std::string_view filter);
+  [[nodiscard]] std::optional<std::string> RunFileDialog(QFileDialog& dialog, std::string_view filter);
 
   QWidget& window_;
   ElidedLabel& status_;

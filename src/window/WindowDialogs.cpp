@@ -1,12 +1,12 @@
 #include "window/WindowDialogs.h"
 
 #include "window/ClipDialog.h"
-#include "window/MpsOptionDialog.h"
+#include "window/ScriptOptionsDialog.h"
 
 namespace walrim {
 
-bool WindowDialogs::ShowMpsOption(MpsOptions& options) {
-  MpsOptionDialog dialog(options, &window_);
+bool WindowDialogs::ShowScriptOptions(ScriptOptions& options) {
+  ScriptOptionsDialog dialog(options, &window_);
   return dialog.exec() == QDialog::Accepted;
 }
 

@@ -11,7 +11,7 @@ class WindowDialogs : public Dialogs {
  public:
   explicit WindowDialogs(QWidget& window) : window_(window) {}
 
-  [[nodiscard]] bool ShowMpsOption(MpsOptions& options) override;
+  [[nodiscard]] bool ShowScriptOptions(ScriptOptions& options) override;
   [[nodiscard]] std::optional<ClipWaypoint> ShowClipProAtlas(ClipProAtlas& clip) override;
 
  private:

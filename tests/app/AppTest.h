@@ -9,8 +9,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "app/Messages.h"
 #include "app/WalrimMain.h"
 #include "support/Fakes.h"
 #include "support/Processes.h"
@@ -21,7 +23,7 @@ namespace walrim {
 /// Dialogs that answer what they are told to.
 class FakeDialogs : public Dialogs {
  public:
-  [[nodiscard]] bool ShowMpsOption(MpsOptions& options) override {
+  [[nodiscard]] bool ShowScriptOptions(ScriptOptions& options) override {
     ++mps_shown;
     return on_mps ? on_mps(options) : true;
   }
@@ -30,7 +32,7 @@ class FakeDialogs : public Dialogs {
     return on_clip ? on_clip(clip) : std::nullopt;
   }
 
-  std::function<bool(MpsOptions&)> on_mps;
+  std::function<bool(ScriptOptions&)> on_mps;
   std::function<std::optional<ClipWaypoint>(ClipProAtlas&)> on_clip;
   int mps_shown = 0;
   int clip_shown = 0;
@@ -69,6 +71,9 @@ class EnvironmentVariable {
   std::optional<std::string> before_;
 };
 
+/// Counts by kind; nothing where none is shown.
+using Counts = std::array<std::optional<int>, DataKindCount>;
+
 /// A fixture with a working folder, a folder for temporary files of its own, which every test leaves empty, and a
 /// receiver on the line.
 class AppTest : public ::testing::Test {
@@ -87,9 +92,9 @@ class AppTest : public ::testing::Test {
   void Hold(std::string_view standard_lines) {
     const std::string path = scratch.Path("hold.grc");
     PutFile(path, standard_lines);
-    ASSERT_EQ(main.ImportFile(path), Outcome::Done);
+    ASSERT_EQ(main.Imports().ImportFile(path), Outcome::Done);
     std::filesystem::remove(path);
-    main.controls.DoCheck.fill(true);
+    main.State().Settings().chosen_kinds.fill(true);
     Forget();
   }
   void Forget() {
@@ -97,14 +102,33 @@ class AppTest : public ::testing::Test {
     desktop.messages.clear();
     desktop.questions.clear();
   }
+  [[nodiscard]] DataSet& Data() { return main.State().Data(); }
   /// The idents of the waypoints that are held, in order.
   [[nodiscard]] std::vector<std::string> Idents() {
     std::vector<std::string> idents;
-    for (int slot = 1; slot <= main.Data().WaypointCount; ++slot)
-      idents.push_back(main.Data().GetWaypoint(slot)[WaypointField::ident]);
+    for (const Waypoint& waypoint : Data().Waypoints())
+      idents.push_back(waypoint.ident);
     return idents;
   }
-  [[nodiscard]] std::string HeldValue(int slot, WaypointField field) { return main.Data().GetWaypoint(slot)[field]; }
+  /// Holds a waypoint behind the others, on WGS84, and ticks every kind.
+  void HoldWaypoint(std::string_view ident, std::string_view cmnt = "", double lat_deg = 35.5,
+                    double lon_deg = 139.25) {
+    Waypoint waypoint;
+    waypoint.ident = ident;
+    waypoint.cmnt = cmnt;
+    waypoint.lat_deg = lat_deg;
+    waypoint.lon_deg = lon_deg;
+    HoldWaypoint(std::move(waypoint));
+  }
+  void HoldWaypoint(Waypoint waypoint) {
+    ASSERT_EQ(Data().Add(std::move(waypoint)), AddResult::Stored);
+    main.State().SetHeldCount(DataKind::Waypoint, static_cast<int>(Data().Count(DataKind::Waypoint)));
+    main.State().Settings().chosen_kinds.fill(true);
+    Forget();
+  }
+  /// The counts that are shown of the records that are held, and of those of the receiver.
+  [[nodiscard]] Counts Held() { return CountsBy(&ProgramState::HeldCount); }
+  [[nodiscard]] Counts InReceiver() { return CountsBy(&ProgramState::ReceiverCount); }
   /// Whether anything was uploaded: the receiver was told how many records come.
   [[nodiscard]] bool Uploaded() const {
     constexpr int Records = 27;
@@ -112,9 +136,16 @@ class AppTest : public ::testing::Test {
     return std::find(ids.begin(), ids.end(), Records) != ids.end();
   }
   using Strings = std::vector<std::string>;
-  using Checks = std::array<bool, DataKindCount>;
+  using Checks = DataKinds;
 
  private:
+  [[nodiscard]] Counts CountsBy(std::optional<int> (ProgramState::*count)(DataKind) const) {
+    Counts counts;
+    for (const DataKind kind : AllDataKinds)
+      counts[IndexOf(kind)] = (main.State().*count)(kind);
+    return counts;
+  }
+
   std::filesystem::path before_ = std::filesystem::current_path();
 
  protected:

@@ -6,42 +6,42 @@
 namespace walrim {
 namespace {
 
-const std::string NotReadBack(NotReadBackNotice);
-const std::string Cut = "切って送信した文字列があるため，内部データは削除しませんでした．";
+const std::string NotReadBack(messages::NotReadBack);
+const std::string Cut(messages::CutNotDeleted);
 
 class AutoDelete : public AppTest {
  protected:
-  AutoDelete() { main.controls.AutoDelete = true; }
+  AutoDelete() { main.State().Settings().auto_delete = true; }
 
   void HoldWaypoint(std::string_view ident, std::string_view comment = "X", double lat_deg = 35.5) {
-    main.Data().Clear(DataKind::Waypoint);
-    WaypointRecord record;
-    record[WaypointField::ident] = ident;
-    record[WaypointField::cmnt] = comment;
-    ASSERT_EQ(main.Data().AddWaypoint(record), 1);
-    main.Data().d108[1].lat_deg = lat_deg;
-    main.Data().d108[1].lon_deg = 139.25;
-    main.SetGpsNum(DataKind::Waypoint, "1");
-    main.controls.DoCheck.fill(true);
-    Forget();
+    Data().Clear(DataKind::Waypoint);
+    AppTest::HoldWaypoint(ident, comment, lat_deg);
   }
-  void Choose(const std::string& type, const std::string& degree_type = "D") {
-    main.controls.OutputTypeOption = type;
-    main.controls.DegreeType = degree_type;
-    desktop.save_path = Path("out." + std::string(OutputTypeOfName(type).extension));
+  /// Holds a route whose only point lies off the globe.
+  void HoldRouteOffTheGlobe() {
+    RoutePoint point;
+    point.waypoint.lat_deg = 100;
+    ASSERT_EQ(Data().Begin(Route{}), AddResult::Stored);
+    ASSERT_EQ(Data().Add(point), AddResult::Stored);
+    main.State().SetHeldCount(DataKind::Route, 1);
+  }
+  void Choose(FormatId format, AngleNotation notation = AngleNotation::D) {
+    main.State().Settings().format = format;
+    main.State().Settings().notation = notation;
+    desktop.save_path = Path("out." + std::string(FormatOf(format).ending));
   }
   /// True for a deletion. That nothing was deleted must be said.
   [[nodiscard]] bool ExportDeletes() {
-    EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+    EXPECT_EQ(main.Exports().Export(), Outcome::Done);
     return EndedWithDeletion();
   }
   [[nodiscard]] bool CopyDeletes() {
-    EXPECT_EQ(main.Copy_Click(), Outcome::Done);
+    EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
     return EndedWithDeletion();
   }
   bool EndedWithDeletion() {
-    const bool deleted = main.controls.GpsNum == std::array<std::string, DataKindCount>{"-", "-", "-"};
-    const Strings notices = main.TakeNotices();
+    const bool deleted = Held() == Counts{std::nullopt, std::nullopt, std::nullopt};
+    const Strings notices = main.State().Told().Take();
     const bool said = !notices.empty() && notices.back() == NotReadBack && desktop.caption.ends_with(NotReadBack);
     EXPECT_NE(deleted, said) << desktop.caption;
     EXPECT_EQ(desktop.messages, Strings{});
@@ -49,10 +49,11 @@ class AutoDelete : public AppTest {
   }
 };
 
-class AutoDeleteByType : public AutoDelete, public ::testing::WithParamInterface<const char*> {};
+class AutoDeleteByType : public AutoDelete, public ::testing::WithParamInterface<FormatId> {};
 
-INSTANTIATE_TEST_SUITE_P(OutputType, AutoDeleteByType, ::testing::Values("標準", "WPT+", "MPS"),
-                         [](const auto& type) { return std::string(OutputTypeOfName(type.param).extension); });
+INSTANTIATE_TEST_SUITE_P(OutputType, AutoDeleteByType,
+                         ::testing::Values(FormatId::Standard, FormatId::WptPlus, FormatId::Script),
+                         [](const auto& type) { return std::string(FormatOf(type.param).ending); });
 
 TEST_P(AutoDeleteByType, TakesOnlyTextsThatTheFileGivesBack) {
   Choose(GetParam());
@@ -67,25 +68,26 @@ TEST_P(AutoDeleteByType, TakesOnlyTextsThatTheFileGivesBack) {
       kept += c;
       continue;
     }
-    ASSERT_EQ(main.ImportFrom(desktop.save_path), Outcome::Done);
+    ASSERT_EQ(main.Imports().ImportFrom(*desktop.save_path), Outcome::Done);
     EXPECT_EQ(Idents(), Strings{ident});
-    EXPECT_EQ(HeldValue(1, WaypointField::cmnt), comment);
+    EXPECT_EQ(Data().Waypoints().at(0).cmnt, comment);
   }
-  const std::map<std::string_view, std::string_view> lost{{"標準", ""}, {"WPT+", "\",="}, {"MPS", "\",;="}};
+  const std::map<FormatId, std::string_view> lost{
+      {FormatId::Standard, ""}, {FormatId::WptPlus, "\",="}, {FormatId::Script, "\",;="}};
   EXPECT_EQ(kept, lost.at(GetParam()));
 }
 
 TEST_P(AutoDeleteByType, TakesAllKindsThatComeBack) {
-  for (const char* datum : {"WGS84", "Tokyo"}) {
-    for (const char* degree_type : {"D", "DMS"}) {
+  for (const Datum datum : {Datum::Wgs84, Datum::Tokyo}) {
+    for (const AngleNotation notation : {AngleNotation::D, AngleNotation::DMS}) {
       Hold(
           "WPT\tD\tWGS84\tA\t35.1234567\t139.25\r\nWPT\tD\tWGS84\tB\t35.5\t139.25\tSUMMIT\r\n"
           "RTH\t3\tRIDGE\t2\r\nRTP\tD\tWGS84\tS\t35.5\t139.25\tFIRST\r\nRTP\tD\tWGS84\tG\t35.75\t139.125\r\n"
           "TRH\t2\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35.5\t139.25\t2002/11/15 09:00:00\tTRUE\r\n"
           "TRP\tD\tWGS84\t35.6\t139.25\t\tFALSE\r\n");
-      main.controls.Datum = datum;
-      Choose(GetParam(), degree_type);
-      EXPECT_TRUE(ExportDeletes()) << datum << degree_type;
+      main.State().Settings().datum = datum;
+      Choose(GetParam(), notation);
+      EXPECT_TRUE(ExportDeletes()) << DatumName(datum) << AngleNotationName(notation);
     }
   }
 }
@@ -99,33 +101,36 @@ TEST_P(AutoDeleteByType, KeepsPositionsOffTheGlobe) {
 }
 
 TEST_P(AutoDeleteByType, KeepsARecordThatTheFileLacksInTheMiddleOfAKind) {
-  Hold("RTH\t1\tR\t2\r\nRTP\tD\tWGS84\tA\t35\t139\r\nRTP\tD\tWGS84\tB\t35\t139\r\n");
-  main.Data().d108[static_cast<std::size_t>(RoutePointSlot(1, 0))].lat_deg = 100;
+  HoldRouteOffTheGlobe();
+  // Of the next file's points without a header.
+  Hold("RTP\tD\tWGS84\tB\t35\t139\r\n");
   Choose(GetParam());
   EXPECT_FALSE(ExportDeletes());
   EXPECT_FALSE(CopyDeletes());
 }
 
 TEST_P(AutoDeleteByType, KeepsATrackPointThatTheFileLacks) {
-  Hold("TRH\t2\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\r\nTRP\tD\tWGS84\t35\t139\t\tFALSE\r\n");
-  main.Data().track_points[1].lat_deg = -100;
+  Hold("TRH\t2\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\r\n");
+  TrackPoint point;
+  point.lat_deg = -100;
+  ASSERT_EQ(Data().Add(point), AddResult::Stored);
   Choose(GetParam());
   EXPECT_FALSE(ExportDeletes());
 }
 
 TEST_P(AutoDeleteByType, LooksAtTheKindsThatWereWrittenAlone) {
-  Hold("WPT\tD\tWGS84\tA\t35\t139\r\nRTH\t1\tR\t1\r\nRTP\tD\tWGS84\tA\t35\t139\r\n");
-  main.Data().d108[static_cast<std::size_t>(RoutePointSlot(1, 0))].lat_deg = 100;
-  main.controls.DoCheck = {true, false, false};
+  Hold("WPT\tD\tWGS84\tA\t35\t139\r\n");
+  HoldRouteOffTheGlobe();
+  main.State().Settings().chosen_kinds = {true, false, false};
   Choose(GetParam());
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
-  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, DataKindCount>{"-", "1", "-"}));
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_EQ(Held(), (Counts{std::nullopt, 1, std::nullopt}));
 }
 
 TEST_P(AutoDeleteByType, KeepsALogWithoutPointsWhereLogsHaveNoHeaders) {
   Hold("TRH\t0\tTRUE\t4\tEMPTY\r\nTRH\t1\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\r\n");
   Choose(GetParam());
-  EXPECT_EQ(ExportDeletes(), GetParam() == std::string_view("標準"));
+  EXPECT_EQ(ExportDeletes(), GetParam() == FormatId::Standard);
 }
 
 TEST_P(AutoDeleteByType, KeepsLogsThatTheFileRunsTogether) {
@@ -133,7 +138,7 @@ TEST_P(AutoDeleteByType, KeepsLogsThatTheFileRunsTogether) {
       "TRH\t1\tTRUE\t4\tA\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\r\n"
       "TRH\t2\tTRUE\t4\tB\r\nTRP\tD\tWGS84\t36\t139\t\tFALSE\r\nTRP\tD\tWGS84\t37\t139\t\tTRUE\r\n");
   Choose(GetParam());
-  EXPECT_EQ(ExportDeletes(), GetParam() == std::string_view("標準")) << "only the standard file has headers";
+  EXPECT_EQ(ExportDeletes(), GetParam() == FormatId::Standard) << "only the standard file has headers";
 }
 
 TEST_P(AutoDeleteByType, TakesALogOfTwoSegments) {
@@ -143,22 +148,22 @@ TEST_P(AutoDeleteByType, TakesALogOfTwoSegments) {
 }
 
 TEST_F(AutoDelete, KeepsSouthAndWestInDms) {
-  Choose("標準", "DMS");
+  Choose(FormatId::Standard, AngleNotation::DMS);
   HoldWaypoint("SOUTH", "X", -33.5);
   EXPECT_FALSE(ExportDeletes());
   EXPECT_FALSE(CopyDeletes());
-  Choose("標準");
+  Choose(FormatId::Standard);
   EXPECT_TRUE(ExportDeletes());
 }
 
 TEST_F(AutoDelete, KeepsTrackPointsInTheWestInDms) {
   Hold("TRH\t2\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35\t-70.5\t\tTRUE\r\n");
-  Choose("標準", "DMS");
+  Choose(FormatId::Standard, AngleNotation::DMS);
   EXPECT_FALSE(ExportDeletes());
 }
 
 TEST_F(AutoDelete, KeepsACommentThatIsCut) {
-  Choose("WPT+");
+  Choose(FormatId::WptPlus);
   HoldWaypoint("A", "HUT,CLOSED");
   EXPECT_FALSE(ExportDeletes());
   HoldWaypoint("A", "");
@@ -170,24 +175,24 @@ TEST_F(AutoDelete, KeepsTimesThatAScriptsStepLeavesOut) {
       "TRH\t2\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35\t139\t2002/11/15 09:00:00\tTRUE\r\n"
       "TRP\tD\tWGS84\t35\t139\t2002/11/15 09:00:10\tFALSE\r\nTRP\tD\tWGS84\t35\t139\t2002/11/15 09:00:20\tFALSE\r\n";
   Hold(Log);
-  Choose("MPS");
-  main.controls.MpsOption.track_log_step = 2;
+  Choose(FormatId::Script);
+  main.State().Settings().script.track_log_step = 2;
   EXPECT_FALSE(ExportDeletes());
-  main.controls.MpsOption.track_log_step = 1;
+  main.State().Settings().script.track_log_step = 1;
   EXPECT_TRUE(ExportDeletes());
 }
 
 TEST_F(AutoDelete, KeepsWhatWentWhereNothingCanBeReadBack) {
   HoldWaypoint("A");
-  Choose("標準");
+  Choose(FormatId::Standard);
   desktop.save_path = "/dev/null";
   EXPECT_FALSE(ExportDeletes());
 }
 
 TEST_F(AutoDelete, LooksAtTheBytesOfTheFile) {
-  // In Shift-JIS these two letters are bytes that are one letter of UTF-8, as which they would be read.
-  HoldWaypoint("ﾃｱ");
-  Choose("標準");
+  // In Shift-JIS these letters are bytes that are two other letters of UTF-8, as which they would be read.
+  HoldWaypoint("縺√＝");
+  Choose(FormatId::Standard);
   EXPECT_FALSE(ExportDeletes());
   EXPECT_TRUE(CopyDeletes());
 }
@@ -195,9 +200,9 @@ TEST_F(AutoDelete, LooksAtTheBytesOfTheFile) {
 class AutoDeleteAfterDownload : public AutoDelete {
  protected:
   AutoDeleteAfterDownload() {
-    main.controls.DownCheck = {true, false, false};
-    main.controls.AutoSave = true;
-    main.controls.AutoCopy = true;
+    main.State().Settings().download_kinds = {true, false, false};
+    main.State().Settings().auto_save = true;
+    main.State().Settings().auto_copy = true;
     receiver.description = "GPS 12 Software";
   }
   [[nodiscard]] bool DownloadOf(std::string_view ident) {
@@ -207,21 +212,21 @@ class AutoDeleteAfterDownload : public AutoDelete {
     data.resize(58, ' ');
     data.resize(60, 0);
     receiver.packets_of[7] = {{35, data}};
-    EXPECT_EQ(main.GpsDownLoad_Click(), Outcome::Done);
+    EXPECT_EQ(main.Device().Download(), Outcome::Done);
     return EndedWithDeletion();
   }
 };
 
 TEST_F(AutoDeleteAfterDownload, WaitsForASaveAndACopyThatLoseNothing) {
-  Choose("WPT+");
+  Choose(FormatId::WptPlus);
   EXPECT_FALSE(DownloadOf("\"W\""));
-  Choose("標準");
+  Choose(FormatId::Standard);
   EXPECT_TRUE(DownloadOf("\"W\""));
 }
 
 TEST_F(AutoDeleteAfterDownload, KeepsWhatWasCopiedWholeAndSavedNot) {
-  Choose("標準");
-  EXPECT_FALSE(DownloadOf("\xC3\xB1"));
+  Choose(FormatId::Standard);
+  EXPECT_FALSE(DownloadOf("\xE3\x81\x81\xE3\x81\x81"));
 }
 
 // ---- Uploads
@@ -229,9 +234,9 @@ TEST_F(AutoDeleteAfterDownload, KeepsWhatWasCopiedWholeAndSavedNot) {
 class AutoDeleteAfterUpload : public AutoDelete {
  protected:
   [[nodiscard]] bool UploadDeletes() {
-    EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
-    const bool deleted = main.controls.GpsNum == std::array<std::string, DataKindCount>{"-", "-", "-"};
-    const Strings notices = main.TakeNotices();
+    EXPECT_EQ(main.Device().Upload(), Outcome::Done);
+    const bool deleted = Held() == Counts{std::nullopt, std::nullopt, std::nullopt};
+    const Strings notices = main.State().Told().Take();
     EXPECT_NE(deleted, !notices.empty() && notices.back() == Cut);
     EXPECT_EQ(desktop.caption.ends_with(Cut), !deleted) << desktop.caption;
     return deleted;
@@ -256,9 +261,9 @@ TEST_F(AutoDeleteAfterUpload, KeepsNamesAndCommentsThatTheReceiverHasNoRoomFor) 
 TEST_F(AutoDeleteAfterUpload, SaysWhatWasCutAlsoWithoutAutoDelete) {
   receiver.description = "GPS 12 Software";
   HoldWaypoint("SEVEN77", std::string(41, 'C'));
-  main.controls.AutoDelete = false;
-  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
-  EXPECT_EQ(main.TakeNotices(), Strings{"(Waypoint)受信機の欄より長い文字列が2件あり，末尾を切って送信しました．"});
+  main.State().Settings().auto_delete = false;
+  EXPECT_EQ(main.Device().Upload(), Outcome::Done);
+  EXPECT_EQ(main.State().Told().Take(), Strings{messages::CutTexts(DataKind::Waypoint, 2)});
 }
 
 TEST_F(AutoDeleteAfterUpload, KeepsTextsOfARouteThatTheReceiverHasNoRoomFor) {
@@ -268,10 +273,10 @@ TEST_F(AutoDeleteAfterUpload, KeepsTextsOfARouteThatTheReceiverHasNoRoomFor) {
   EXPECT_TRUE(UploadDeletes());
   Hold("RTH\t1\t" + std::string(21, 'R') + "\t1\r\n" + point);
   EXPECT_FALSE(UploadDeletes());
-  main.controls.AutoDelete = false;
-  main.controls.DoCheck.fill(true);
-  main.Delete_Click();
-  main.controls.AutoDelete = true;
+  main.State().Settings().auto_delete = false;
+  main.State().Settings().chosen_kinds.fill(true);
+  main.Deletes().Delete();
+  main.State().Settings().auto_delete = true;
   Hold("RTH\t1\tR\t2\r\n" + point + "RTP\tD\tWGS84\tSEVEN77\t35\t139\r\n");
   EXPECT_FALSE(UploadDeletes());
 }
@@ -280,7 +285,7 @@ TEST_F(AutoDeleteAfterUpload, KeepsARecordThatIsTooLongForItsPacket) {
   receiver.description = "eTrex Software";
   HoldWaypoint("LONG", std::string(300, 'C'));
   EXPECT_FALSE(UploadDeletes());
-  EXPECT_EQ(desktop.messages, Strings{"(Waypoint)長すぎる記録の文字列の末尾を切って送信しました：Waypoint 1"});
+  EXPECT_EQ(desktop.messages, Strings{messages::CutRecords(DataKind::Waypoint, {"Waypoint 1"})});
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // The commands that other programs give.
 #include "app/AppTest.h"
-#include "support/Refusals.h"
+#include "app/Messages.h"
 
 namespace walrim {
 namespace {
@@ -11,171 +11,171 @@ constexpr std::string_view AllKinds =
     "TRH\t1\tTRUE\t4\tLOG\r\nTRP\tD\tWGS84\t35.5\t139.25\t2002/11/15 09:00:00\tTRUE\r\n";
 constexpr std::string_view OneRoute = "RTH\t4\tVALLEY\t1\r\nRTP\tD\tWGS84\tGOAL\t35.5\t139.25\tX\r\n";
 
-class ExternalCommands : public AppTest {};
+class ExternalCommandsTest : public AppTest {};
 
 // ---- Delete
 
-TEST_F(ExternalCommands, DeleteAllEmptiesEverythingInAnyCase) {
+TEST_F(ExternalCommandsTest, DeleteAllEmptiesEverythingInAnyCase) {
   for (const auto& [word, what] : {std::pair{"Delete", "ALL"}, {"delete", "all"}, {"DELETE", "All"}}) {
     Hold(AllKinds);
-    main.controls.DoCheck.fill(false);
-    EXPECT_EQ(main.WalrimCmd(word, what, ""), CommandDone) << word;
-    EXPECT_EQ(main.controls.DoCheck, (Checks{true, true, true}));
-    EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"-", "-", "-"}));
-    EXPECT_EQ(main.Data().WaypointCount, 0);
-    EXPECT_TRUE(desktop.Showed("内部データ削除中"));
+    main.State().Settings().chosen_kinds.fill(false);
+    EXPECT_EQ(main.External().Run(word, what, ""), CommandDone) << word;
+    EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, true, true}));
+    EXPECT_EQ(Held(), (Counts{std::nullopt, std::nullopt, std::nullopt}));
+    EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
+    EXPECT_TRUE(desktop.Showed(std::string(messages::Deleting)));
     EXPECT_EQ(desktop.messages, Strings{});
   }
 }
 
-TEST_F(ExternalCommands, DeleteOfAnythingElseDeletesNothing) {
+TEST_F(ExternalCommandsTest, DeleteOfAnythingElseDeletesNothing) {
   Hold(AllKinds);
-  main.controls.DoCheck.fill(false);
+  main.State().Settings().chosen_kinds.fill(false);
   for (const char* what : {"", "Waypoint", "ALLE", "0"})
-    EXPECT_EQ(main.WalrimCmd("Delete", what, ""), CommandUnknown) << what;
-  EXPECT_EQ(main.Data().WaypointCount, 1);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{false, false, false}));
+    EXPECT_EQ(main.External().Run("Delete", what, ""), CommandUnknown) << what;
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{false, false, false}));
 }
 
-TEST_F(ExternalCommands, OtherWordsAreUnknownAndDoNothing) {
+TEST_F(ExternalCommandsTest, OtherWordsAreUnknownAndDoNothing) {
   Hold(AllKinds);
   for (const char* word : {"", "Del", "Delete ", "GetFiles", "Upload", "取り込み"})
-    EXPECT_EQ(main.WalrimCmd(word, "ALL", "1"), CommandUnknown) << word;
-  EXPECT_EQ(main.Data().WaypointCount, 1);
+    EXPECT_EQ(main.External().Run(word, "ALL", "1"), CommandUnknown) << word;
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_EQ(desktop.captions, Strings{});
 }
 
 // ---- SetDoCheck
 
-TEST_F(ExternalCommands, SetDoCheckTicksAKindByItsNumber) {
-  EXPECT_EQ(main.WalrimCmd("SetDoCheck", "1", "1"), CommandDone);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{false, true, false}));
-  EXPECT_EQ(main.WalrimCmd("SETDOCHECK", "2", "True"), CommandDone);
-  EXPECT_EQ(main.WalrimCmd("setdocheck", "0", "-1"), CommandDone);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{true, true, true}));
-  EXPECT_EQ(main.WalrimCmd("SetDoCheck", "1", "0"), CommandDone);
-  EXPECT_EQ(main.WalrimCmd("SetDoCheck", "2", "FALSE"), CommandDone);
-  EXPECT_EQ(main.WalrimCmd("SetDoCheck", "0", ""), CommandDone);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{false, false, false}));
+TEST_F(ExternalCommandsTest, SetDoCheckTicksAKindByItsNumber) {
+  EXPECT_EQ(main.External().Run("SetDoCheck", "1", "1"), CommandDone);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{false, true, false}));
+  EXPECT_EQ(main.External().Run("SETDOCHECK", "2", "True"), CommandDone);
+  EXPECT_EQ(main.External().Run("setdocheck", "0", "-1"), CommandDone);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, true, true}));
+  EXPECT_EQ(main.External().Run("SetDoCheck", "1", "0"), CommandDone);
+  EXPECT_EQ(main.External().Run("SetDoCheck", "2", "FALSE"), CommandDone);
+  EXPECT_EQ(main.External().Run("SetDoCheck", "0", ""), CommandDone);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{false, false, false}));
   EXPECT_EQ(desktop.changes, 6);
 }
 
-TEST_F(ExternalCommands, SetDoCheckWithoutAKindDoesNothing) {
-  main.controls.DoCheck = {true, false, true};
-  EXPECT_EQ(main.WalrimCmd("SetDoCheck", "", "0"), CommandDone);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{true, false, true}));
+TEST_F(ExternalCommandsTest, SetDoCheckWithoutAKindDoesNothing) {
+  main.State().Settings().chosen_kinds = {true, false, true};
+  EXPECT_EQ(main.External().Run("SetDoCheck", "", "0"), CommandDone);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, false, true}));
 }
 
-TEST_F(ExternalCommands, SetDoCheckOfAKindThereIsNotIsRefused) {
+TEST_F(ExternalCommandsTest, SetDoCheckOfAKindThereIsNotIsRefused) {
   for (const char* kind : {"3", "-1", "1e9", "99999999999999999999"})
-    EXPECT_EQ(main.WalrimCmd("SetDoCheck", kind, "1"), CommandRefused) << kind;
-  EXPECT_EQ(main.controls.DoCheck, (Checks{false, false, false}));
+    EXPECT_EQ(main.External().Run("SetDoCheck", kind, "1"), CommandRefused) << kind;
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{false, false, false}));
 }
 
 // ---- GetFile
 
-TEST_F(ExternalCommands, GetFileImportsAFileWithItsStatusTexts) {
+TEST_F(ExternalCommandsTest, GetFileImportsAFileWithItsStatusTexts) {
   const std::string path = Put("a.grc", AllKinds);
   for (const char* word : {"GetFile", "getfile", "GETFILE"})
-    EXPECT_EQ(main.WalrimCmd(word, path, ""), CommandDone) << word;
+    EXPECT_EQ(main.External().Run(word, path, ""), CommandDone) << word;
   EXPECT_EQ(desktop.captions[0], "Import from " + path);
   EXPECT_EQ(desktop.captions[1], "取り込み：Waypoint 1，Route 1（1点），TrackLog 1（1点）．");
-  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, 3>{"3", "3", "3"}));
-  EXPECT_FALSE(main.Busy());
+  EXPECT_EQ(Held(), (Counts{3, 3, 3}));
+  EXPECT_FALSE(main.State().Busy());
   EXPECT_FALSE(Uploaded());
 }
 
-TEST_F(ExternalCommands, GetFileOfCancelAndOfNothingDoesNothing) {
+TEST_F(ExternalCommandsTest, GetFileOfCancelAndOfNothingDoesNothing) {
   Hold(AllKinds);
-  main.controls.AutoUpload = true;
+  main.State().Settings().auto_upload = true;
   PutFile(Path("cancel"), AllKinds);
-  EXPECT_EQ(main.WalrimCmd("GetFile", "cancel", ""), CommandDone);
-  EXPECT_EQ(main.WalrimCmd("GetFile", "", ""), CommandDone);
+  EXPECT_EQ(main.External().Run("GetFile", "cancel", ""), CommandDone);
+  EXPECT_EQ(main.External().Run("GetFile", "", ""), CommandDone);
   EXPECT_EQ(desktop.captions, Strings{});
   EXPECT_EQ(desktop.messages, Strings{});
   EXPECT_EQ(Idents(), Strings{"TAKAO"});
-  EXPECT_EQ(main.controls.DoCheck, (Checks{true, true, true}));
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, true, true}));
   EXPECT_FALSE(Uploaded());
 }
 
-TEST_F(ExternalCommands, GetFileOfAFileThatCannotBeUsedIsRefusedAndUploadsNothing) {
+TEST_F(ExternalCommandsTest, GetFileOfAFileThatCannotBeUsedIsRefusedAndUploadsNothing) {
   Hold(AllKinds);
-  main.controls.AutoUpload = true;
-  EXPECT_EQ(main.WalrimCmd("GetFile", Path("missing.grc"), ""), CommandRefused);
-  EXPECT_EQ(main.WalrimCmd("GetFile", Put("a.grc", "what is this\r\n"), ""), CommandRefused);
+  main.State().Settings().auto_upload = true;
+  EXPECT_EQ(main.External().Run("GetFile", Path("missing.grc"), ""), CommandRefused);
+  EXPECT_EQ(main.External().Run("GetFile", Put("a.grc", "what is this\r\n"), ""), CommandRefused);
   ASSERT_EQ(desktop.messages.size(), 2U);
-  EXPECT_EQ(desktop.messages[1], RefusedFile(Path("a.grc")));
+  EXPECT_EQ(desktop.messages[1], messages::UnsupportedFile(Path("a.grc")));
   EXPECT_EQ(desktop.caption, "");
   EXPECT_FALSE(Uploaded());
 }
 
-TEST_F(ExternalCommands, GetFileReadsAFileThatIsCalledADashAndNeverStandardInput) {
-  EXPECT_EQ(main.WalrimCmd("GetFile", "-", ""), CommandRefused);
+TEST_F(ExternalCommandsTest, GetFileReadsAFileThatIsCalledADashAndNeverStandardInput) {
+  EXPECT_EQ(main.External().Run("GetFile", "-", ""), CommandRefused);
   ASSERT_EQ(desktop.messages.size(), 1U);
   EXPECT_TRUE(desktop.messages[0].starts_with("ファイルを読み込めません：./-（"));
   PutFile(Path("-"), AllKinds);
-  EXPECT_EQ(main.WalrimCmd("GetFile", "-", ""), CommandDone);
+  EXPECT_EQ(main.External().Run("GetFile", "-", ""), CommandDone);
   EXPECT_EQ(Idents(), Strings{"TAKAO"});
 }
 
-TEST_F(ExternalCommands, GetFileWithAutoUploadUploadsOnlyTheKindsThatCameIn) {
+TEST_F(ExternalCommandsTest, GetFileWithAutoUploadUploadsOnlyTheKindsThatCameIn) {
   Hold(AllKinds);
-  main.controls.AutoUpload = true;
-  EXPECT_EQ(main.WalrimCmd("GetFile", Put("a.grc", OneRoute), ""), CommandDone);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{false, true, false}));
+  main.State().Settings().auto_upload = true;
+  EXPECT_EQ(main.External().Run("GetFile", Put("a.grc", OneRoute), ""), CommandDone);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{false, true, false}));
   EXPECT_TRUE(desktop.Showed("UpLoading : Route"));
   EXPECT_FALSE(desktop.Showed("UpLoading : Waypoint"));
   EXPECT_FALSE(desktop.Showed("UpLoading : TrackLog"));
   EXPECT_TRUE(Uploaded());
 }
 
-TEST_F(ExternalCommands, AnUploadWithoutAReceiverHasAResultOfItsOwn) {
-  main.controls.AutoUpload = true;
+TEST_F(ExternalCommandsTest, AnUploadWithoutAReceiverHasAResultOfItsOwn) {
+  main.State().Settings().auto_upload = true;
   receiver.silent_after = 0;
-  EXPECT_EQ(main.WalrimCmd("GetFile", Put("a.grc", AllKinds), ""), CommandNoReceiver);
+  EXPECT_EQ(main.External().Run("GetFile", Put("a.grc", AllKinds), ""), CommandNoReceiver);
   EXPECT_EQ(Idents(), Strings{"TAKAO"});
 }
 
-TEST_F(ExternalCommands, AFileThatBringsNothingUploadsNothing) {
+TEST_F(ExternalCommandsTest, AFileThatBringsNothingUploadsNothing) {
   Hold(AllKinds);
-  main.controls.AutoUpload = true;
-  EXPECT_EQ(main.WalrimCmd("GetFile", Put("a.grc", "WPT\tDegreeType\tDatum\r\n"), ""), CommandRefused);
-  EXPECT_EQ(desktop.messages, Strings{"UpLoadするDataSetが選択されていません．"});
+  main.State().Settings().auto_upload = true;
+  EXPECT_EQ(main.External().Run("GetFile", Put("a.grc", "WPT\tDegreeType\tDatum\r\n"), ""), CommandRefused);
+  EXPECT_EQ(desktop.messages, Strings{std::string(messages::NothingToUpload)});
   EXPECT_FALSE(Uploaded());
 }
 
 // ---- While another command runs
 
-TEST_F(ExternalCommands, ACommandDuringAnotherIsAnsweredAsBusyAndDoesNothing) {
+TEST_F(ExternalCommandsTest, ACommandDuringAnotherIsAnsweredAsBusyAndDoesNothing) {
   Hold(AllKinds);
   const std::string path = Put("a.grc", OneRoute);
   std::vector<std::int32_t> results;
-  dialogs.on_mps = [&](MpsOptions&) {
-    results = {main.WalrimCmd("Delete", "ALL", ""), main.WalrimCmd("GetFile", path, ""),
-               main.WalrimCmd("SetDoCheck", "0", "0"), main.WalrimCmd("nonsense", "", "")};
+  dialogs.on_mps = [&](ScriptOptions&) {
+    results = {main.External().Run("Delete", "ALL", ""), main.External().Run("GetFile", path, ""),
+               main.External().Run("SetDoCheck", "0", "0"), main.External().Run("nonsense", "", "")};
     return true;
   };
-  main.controls.OutputTypeOption = "MPS";
-  EXPECT_EQ(main.Copy_Click(), Outcome::Done);
+  main.State().Settings().format = FormatId::Script;
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
   EXPECT_EQ(results, std::vector<std::int32_t>(4, CommandBusy));
-  EXPECT_EQ(main.Data().routes.RouteCount, 1);
-  EXPECT_EQ(main.controls.DoCheck, (Checks{true, true, true}));
+  EXPECT_EQ(Data().Count(DataKind::Route), 1U);
+  EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, true, true}));
 }
 
-TEST_F(ExternalCommands, ACommandDuringAnUploadOrAFetchIsAnsweredAsBusyToo) {
+TEST_F(ExternalCommandsTest, ACommandDuringAnUploadOrAFetchIsAnsweredAsBusyToo) {
   Hold(AllKinds);
   std::vector<std::int32_t> results;
-  loop.on_yield = [&] { results.push_back(main.WalrimCmd("Delete", "ALL", "")); };
-  EXPECT_EQ(main.GpsUpLoad_Click(), Outcome::Done);
+  loop.on_yield = [&] { results.push_back(main.External().Run("Delete", "ALL", "")); };
+  EXPECT_EQ(main.Device().Upload(), Outcome::Done);
   loop.on_yield = nullptr;
   ASSERT_FALSE(results.empty());
   EXPECT_EQ(results, std::vector<std::int32_t>(results.size(), CommandBusy));
   std::int32_t during_fetch = CommandDone;
-  inet.on_open = [&] { during_fetch = main.WalrimCmd("Delete", "ALL", ""); };
+  inet.on_open = [&] { during_fetch = main.External().Run("Delete", "ALL", ""); };
   inet.answer.bytes = OneRoute;
-  EXPECT_EQ(main.ImportTyped("http://example.com/a.grc"), Outcome::Done);
+  EXPECT_EQ(main.Imports().ImportTyped("http://example.com/a.grc"), Outcome::Done);
   EXPECT_EQ(during_fetch, CommandBusy);
-  EXPECT_EQ(main.Data().WaypointCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include "AppTest.h"
+#include "WholeFiles.h"
 #include "app/FileReplacement.h"
 #include "app/FileStore.h"
 
@@ -499,7 +500,7 @@ TEST_F(SharedFolder, ALinkOfAnotherUserIsNotFollowed) {
     EXPECT_TRUE(FileExists(at));
     const auto problem = WriteWholeFile(at, New());
     ASSERT_TRUE(problem);
-    EXPECT_EQ(problem->detail, "ほかの利用者が置いたリンクです");
+    EXPECT_EQ(problem->detail, std::string(messages::ForeignLink));
     ASSERT_TRUE(CheckWritable(at));
     EXPECT_EQ(CheckWritable(at)->detail, problem->detail);
     EXPECT_TRUE(Holds(path, Old()));
@@ -541,7 +542,7 @@ TEST_F(FileAtomicity, AnotherHardLinkKeepsTheOldContents) {
 // ---- The commands
 
 /// Exports over an old file, with AutoDelete, in one output type.
-class ExportThatFails : public AppTest, public ::testing::WithParamInterface<const char*> {
+class ExportThatFails : public AppTest, public ::testing::WithParamInterface<FormatId> {
  protected:
   void SetUp() override {
     std::string lines = "RTH\t1\tWALK\r\nRTP\tD\tWGS84\tA\t35\t139\r\nTRH\t1\r\nTRP\tD\tWGS84\t35\t139\r\n";
@@ -549,22 +550,22 @@ class ExportThatFails : public AppTest, public ::testing::WithParamInterface<con
       lines += "WPT\tD\tWGS84\tTAKAO\t35.5\t139.25\r\n";
     Hold(lines);
     path = Put("out", "old");
-    main.controls.OutputTypeOption = GetParam();
-    main.controls.AutoDelete = true;
+    main.State().Settings().format = GetParam();
+    main.State().Settings().auto_delete = true;
     desktop.save_path = path;
   }
   /// That everything is as it was before the export.
   void ExpectUntouched() {
-    EXPECT_TRUE(main.controls.AutoDelete);
-    EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, DataKindCount>{std::to_string(Waypoints), "1", "1"}));
+    EXPECT_TRUE(main.State().Settings().auto_delete);
+    EXPECT_EQ(Held(), (Counts{Waypoints, 1, 1}));
     EXPECT_EQ(Idents(), Strings(Waypoints, "TAKAO"));
-    EXPECT_EQ(main.Data().routes.RoutePointCount[1], 1);
-    EXPECT_EQ(main.Data().tracks.TrackPointCount[1], 1);
-    EXPECT_FALSE(main.Busy());
+    EXPECT_EQ(Data().Routes().at(0).points.size(), 1U);
+    EXPECT_EQ(Data().TrackPointCount(), 1U);
+    EXPECT_FALSE(main.State().Busy());
     EXPECT_EQ(desktop.caption, "");
   }
   void ExpectSaid(const std::string& at, int error_number) {
-    EXPECT_EQ(desktop.messages, Strings{WriteProblemText(at, std::strerror(error_number))});
+    EXPECT_EQ(desktop.messages, Strings{messages::WriteProblem(at, std::strerror(error_number))});
   }
 
   /// Enough for the export to let the event loop turn once.
@@ -572,20 +573,19 @@ class ExportThatFails : public AppTest, public ::testing::WithParamInterface<con
   std::string path;
 };
 
-INSTANTIATE_TEST_SUITE_P(OutputType, ExportThatFails, ::testing::Values("標準", "WPT+", "MPS"),
-                         [](const auto& type) { return std::string(OutputTypeOfName(type.param).extension); });
+INSTANTIATE_TEST_SUITE_P(OutputType, ExportThatFails,
+                         ::testing::Values(FormatId::Standard, FormatId::WptPlus, FormatId::Script),
+                         [](const auto& type) { return std::string(FormatOf(type.param).ending); });
 
 TEST_P(ExportThatFails, OnAFullDiskLeavesDataAndOldFileAndSaysSo) {
   Outcome outcome{};
   {
     const FileSizeLimit limit(10);
-    outcome = main.FileExport_Click();
+    outcome = main.Exports().Export();
   }
   EXPECT_EQ(outcome, Outcome::Refused);
   ASSERT_EQ(desktop.messages.size(), 1U);
-  // A script meets the full disk in the first of the files that it passes through.
-  const std::string file = GetParam() == std::string_view("MPS") ? "/Temp.txt" : path;
-  EXPECT_NE(desktop.messages[0].find(file + "（" + std::strerror(EFBIG) + "）"), std::string::npos);
+  EXPECT_EQ(desktop.messages[0], messages::WriteProblem(path, std::strerror(EFBIG)));
   ExpectUntouched();
   EXPECT_EQ(FileContents(path), "old");
   EXPECT_EQ(folder.Names(), Strings{"out"});
@@ -593,7 +593,7 @@ TEST_P(ExportThatFails, OnAFullDiskLeavesDataAndOldFileAndSaysSo) {
 
 TEST_P(ExportThatFails, OnADeviceThatIsFullLeavesTheDataAndSaysSo) {
   desktop.save_path = "/dev/full";
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   ExpectSaid("/dev/full", ENOSPC);
   ExpectUntouched();
 }
@@ -602,7 +602,7 @@ TEST_P(ExportThatFails, IntoAFolderThatVanishedBehindTheDialogLeavesTheDataAndSa
   std::filesystem::create_directory(Path("usb"));
   desktop.save_path = Path("usb/out");
   loop.on_yield = [this] { std::filesystem::remove(Path("usb")); };
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   ExpectSaid(Path("usb/out"), ENOENT);
   ExpectUntouched();
   EXPECT_EQ(folder.Names(), Strings{"out"});
@@ -611,7 +611,7 @@ TEST_P(ExportThatFails, IntoAFolderThatVanishedBehindTheDialogLeavesTheDataAndSa
 TEST_P(ExportThatFails, OverAFolderLeavesTheDataAndSaysSo) {
   std::filesystem::create_directory(Path("taken"));
   desktop.save_path = Path("taken");
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Refused);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   ExpectSaid(Path("taken"), EISDIR);
   ExpectUntouched();
 }
@@ -619,13 +619,13 @@ TEST_P(ExportThatFails, OverAFolderLeavesTheDataAndSaysSo) {
 TEST_P(ExportThatFails, WorksOnceThereIsRoomAgainAndThenDeletes) {
   {
     const FileSizeLimit limit(10);
-    ASSERT_EQ(main.FileExport_Click(), Outcome::Refused);
+    ASSERT_EQ(main.Exports().Export(), Outcome::Refused);
   }
   Forget();
-  EXPECT_EQ(main.FileExport_Click(), Outcome::Done);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
   EXPECT_EQ(desktop.messages, Strings{});
   EXPECT_NE(FileContents(path), "old");
-  EXPECT_EQ(main.controls.GpsNum, (std::array<std::string, DataKindCount>{"-", "-", "-"}));
+  EXPECT_EQ(Held(), (Counts{std::nullopt, std::nullopt, std::nullopt}));
 }
 
 }  // namespace

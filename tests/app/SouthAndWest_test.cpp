@@ -2,16 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "data/GeneralWalrim.h"
+#include "formats/StandardFile.h"
 
 namespace walrim {
 namespace {
 
-constexpr std::array<bool, DataKindCount> Every{true, true, true};
+constexpr DataKinds Every{true, true, true};
 
-int CountOf(std::string_view text, const std::array<bool, DataKindCount>& kinds = Every) {
-  InternalData data;
-  StandardReader(data, 9).ReadText(text);
+int CountOf(std::string_view text, const DataKinds& kinds = Every) {
+  DataSet data;
+  LineSource lines(text, TextEncoding::Utf8);
+  EXPECT_EQ(ReadStandardFile(lines, data, {}).skipped.count, 0);
   return CountSouthAndWest(data, kinds);
 }
 

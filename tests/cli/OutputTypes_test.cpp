@@ -324,29 +324,28 @@ TEST_F(OutputTypesCli, AnExistingFileIsReplacedOnlyByForce) {
 }
 
 TEST_F(OutputTypesCli, ACharacterThatShiftJisLacksIsNamedInBothTypes) {
-  PutFile(Path("cafe.grc"), "WPT\tD\tWGS84\tCAFé\t35\t139\tX\r\n");
+  PutFile(Path("cafe.grc"), "WPT\tD\tWGS84\tNIŠ\t35\t139\tX\r\n");
   for (const char* name : {"a.txt", "a.mps"}) {
     const Result result = Run({"convert", Path("cafe.grc"), "-o", Path(name)});
     EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(result.Said("文字「é」はShift-JISでは表せません．")) << result.err;
-    EXPECT_TRUE(result.Said("CAFé"));
+    EXPECT_TRUE(result.Said("文字「Š」はShift-JISでは表せません．")) << result.err;
+    EXPECT_TRUE(result.Said("NIŠ"));
     EXPECT_TRUE(result.Said("--encoding utf8"));
   }
   EXPECT_EQ(folder.Names().size(), 2U);
 }
 
-TEST_F(OutputTypesCli, AScriptLeavesNoTemporaryFiles) {
+TEST_F(OutputTypesCli, AFolderForTemporaryFilesDoesNotMatter) {
   const auto with_temporary = [this](std::string_view where, const std::string& output) {
     return RunProgram({"/usr/bin/env", "TMPDIR=" + Path(where), WALRIM_CLI, "convert", Path("in.grc"), "-o", output});
   };
   const Result result = with_temporary("", Path("a.mps"));
-  const Result refused = with_temporary("missing", Path("b.mps"));
+  const Result without = with_temporary("missing", Path("b.mps"));
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_EQ(refused.status, 1);
-  EXPECT_TRUE(refused.Said("ファイルに書き込めません：Temp.txt（")) << refused.err;
+  EXPECT_EQ(without.status, 0) << without.err;
   std::vector<std::string> names = folder.Names();
   std::sort(names.begin(), names.end());
-  EXPECT_EQ(names, (std::vector<std::string>{"a.mps", "in.grc"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"a.mps", "b.mps", "in.grc"}));
 }
 
 TEST_F(OutputTypesCli, AScriptShowsItsStatusTextsUnlessQuiet) {

@@ -7,6 +7,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
+#include "cli/Messages.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TraceFile.h"
 #include "cli/Watchdog.h"
@@ -94,7 +95,7 @@ TEST_F(TerminalDesktopTest, ForceAnswersTheOverwriteQuestionAlone) {
     EXPECT_TRUE(with.AskOkCancel("?"));
     EXPECT_FALSE(without.AskOkCancel("?"));
     EXPECT_FALSE(with.AskYesNo("?"));
-    EXPECT_EQ(with.SaveFileDialog("*"), "cancel");
+    EXPECT_EQ(with.SaveFileDialog("*"), std::nullopt);
   }));
 }
 
@@ -165,7 +166,7 @@ TEST(TraceFileTest, ReplacesOnlyAnotherTraceUnlessThatIsWanted) {
     TraceFile trace;
     EXPECT_FALSE(trace.Open(path));
     EXPECT_TRUE(trace.Refused());
-    EXPECT_EQ(trace.Problem(), "通信の記録ではないファイルです");
+    EXPECT_EQ(trace.Problem(), std::string(messages::NoTrace));
     EXPECT_EQ(FileContents(path), data);
     EXPECT_TRUE(trace.Open(path, true));
     EXPECT_FALSE(trace.Refused());
@@ -196,11 +197,11 @@ TEST(ArgumentsTest, DefaultsAreTheDocumentedOnes) {
   const ParsedArguments parsed = ParseArguments(5, words);
   ASSERT_TRUE(parsed.arguments);
   EXPECT_EQ(parsed.arguments->command, CliCommand::Convert);
-  EXPECT_EQ(parsed.arguments->datum, "WGS84");
-  EXPECT_EQ(parsed.arguments->degree_type, "D");
-  EXPECT_EQ(parsed.arguments->utc_offset_hours, 9);
-  EXPECT_EQ(parsed.arguments->encoding, TextEncoding::ShiftJis);
-  EXPECT_EQ(parsed.arguments->kinds, (std::array<bool, 3>{true, true, true}));
+  EXPECT_EQ(parsed.arguments->settings.datum, Datum::Wgs84);
+  EXPECT_EQ(parsed.arguments->settings.notation, AngleNotation::D);
+  EXPECT_EQ(parsed.arguments->settings.utc_offset_hours, 9);
+  EXPECT_EQ(parsed.arguments->settings.encoding, TextEncoding::ShiftJis);
+  EXPECT_EQ(parsed.arguments->settings.chosen_kinds, (std::array<bool, 3>{true, true, true}));
   EXPECT_FALSE(parsed.arguments->force);
   EXPECT_EQ(parsed.arguments->pacing_factor, 1.0F);
 }
@@ -210,24 +211,24 @@ TEST(ArgumentsTest, KindsAreAListAndMayBeGivenTwice) {
                          "-",          "--kinds",  "Track,waypoint", "--kinds", "route"};
   const ParsedArguments all = ParseArguments(10, words);
   ASSERT_TRUE(all.arguments);
-  EXPECT_EQ(all.arguments->kinds, (std::array<bool, 3>{true, true, true}));
+  EXPECT_EQ(all.arguments->settings.chosen_kinds, (std::array<bool, 3>{true, true, true}));
   const ParsedArguments two = ParseArguments(8, words);
   ASSERT_TRUE(two.arguments);
-  EXPECT_EQ(two.arguments->kinds, (std::array<bool, 3>{true, false, true}));
+  EXPECT_EQ(two.arguments->settings.chosen_kinds, (std::array<bool, 3>{true, false, true}));
 }
 
 TEST(ArgumentsTest, TheLinkIsAutomaticCheckedOrPlainAndNeverBoth) {
   const char* words[] = {"walrim-cli", "info", "--port", "1", "--checked-link", "--plain-link"};
   const ParsedArguments neither = ParseArguments(4, words);
   ASSERT_TRUE(neither.arguments);
-  EXPECT_EQ(neither.arguments->link, LinkChoice::Automatic);
+  EXPECT_EQ(neither.arguments->settings.link, LinkChoice::Automatic);
   const ParsedArguments checked = ParseArguments(5, words);
   ASSERT_TRUE(checked.arguments);
-  EXPECT_EQ(checked.arguments->link, LinkChoice::Checked);
+  EXPECT_EQ(checked.arguments->settings.link, LinkChoice::Checked);
   std::swap(words[4], words[5]);
   const ParsedArguments plain = ParseArguments(5, words);
   ASSERT_TRUE(plain.arguments);
-  EXPECT_EQ(plain.arguments->link, LinkChoice::Plain);
+  EXPECT_EQ(plain.arguments->settings.link, LinkChoice::Plain);
   for (int i = 0; i < 2; ++i) {
     const ParsedArguments both = ParseArguments(6, words);
     EXPECT_FALSE(both.arguments);
@@ -241,7 +242,7 @@ TEST(ArgumentsTest, KindsTakeNoFileNameThatFollows) {
   const ParsedArguments parsed = ParseArguments(9, words);
   ASSERT_TRUE(parsed.arguments);
   EXPECT_EQ(parsed.arguments->files, (std::vector<std::string>{"a.grc", "b.grc"}));
-  EXPECT_EQ(parsed.arguments->kinds, (std::array<bool, 3>{false, false, true}));
+  EXPECT_EQ(parsed.arguments->settings.chosen_kinds, (std::array<bool, 3>{false, false, true}));
 }
 
 }  // namespace

@@ -5,33 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "device/Garmin.h"
-#include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "support/DeviceWorld.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
 
 using std::chrono::milliseconds;
 
-class RepeatedRecords : public ::testing::Test {
+class RepeatedRecords : public ::testing::Test, protected DeviceWorld {
  protected:
-  RepeatedRecords() {
-    garmin.SetDefaultProtocols();
-    ChooseProtocols("GPS 12 Software", garmin.session.protocols);
-    garmin.session.checked_link = true;
-  }
-  static PlainPacket Waypoint(std::string_view ident) {
-    Bytes data(ident.begin(), ident.end());
-    data.resize(6, ' ');
-    data.resize(18, 0);
-    data.resize(58, ' ');
-    data.resize(60, 0);
-    return {35, data};
-  }
+  RepeatedRecords() { Meet("GPS 12 Software", LinkChoice::Checked); }
   void Hold(std::initializer_list<std::string_view> idents) {
     for (const std::string_view ident : idents)
-      receiver.packets.push_back(Waypoint(ident));
+      receiver.packets.push_back(WaypointPacket(ident));
   }
   /// The ACK of the record with this number, from 1, gets lost: the record comes again this much later.
   void LoseAckOf(std::size_t number, milliseconds later) {
@@ -44,23 +31,14 @@ class RepeatedRecords : public ::testing::Test {
     };
   }
   std::vector<std::string> Downloaded() {
-    const std::int32_t count = garmin.Download(DataKind::Waypoint, "1", TransferMode::Transfer);
+    EXPECT_EQ(Download(),
+              static_cast<std::int32_t>(receiver.announced.value_or(static_cast<int>(receiver.packets.size()))));
     std::vector<std::string> idents;
-    for (int slot = 1; slot <= count; ++slot) {
-      const std::string ident = data.d103[static_cast<std::size_t>(slot)].ident.Bare();
-      idents.push_back(ident.substr(0, ident.find(' ')));
-    }
+    for (const Waypoint& waypoint : data.Waypoints())
+      idents.emplace_back(TrimBlanks(waypoint.ident));
     return idents;
   }
   using Idents = std::vector<std::string>;
-
-  FakeClock clock;
-  ScriptedPort port{clock};
-  ScriptedReceiver receiver{port};
-  FakeEventLoop loop;
-  RecordingDesktop desktop;
-  InternalData data;
-  Garmin garmin{data, port, clock, loop, desktop};
 };
 
 TEST_F(RepeatedRecords, ARecordWhoseAckWasLostIsAcknowledgedAndStoredOnce) {
@@ -104,7 +82,7 @@ TEST_F(RepeatedRecords, ARecordThatComesForEverEndsTheTransfer) {
   Hold({"A", "B", "C"});
   port.script = [answer = port.script](const Bytes& wire) {
     const bool of_record = wire.at(1) == 6 && wire.at(3) == 35;
-    return of_record ? std::vector<ScriptedPort::Answer>{{milliseconds{2}, WireFrame(35, Waypoint("B").data)}}
+    return of_record ? std::vector<ScriptedPort::Answer>{{milliseconds{2}, WireFrame(35, WaypointPacket("B").data)}}
                      : answer(wire);
   };
   EXPECT_EQ(Downloaded().size(), 3U);

@@ -31,15 +31,15 @@ class CheckedFrameReaderTest : public ::testing::Test {
     return frames;
   }
   static Bytes DataOf(const Frame& frame) {
-    const ByteBuffer data = PacketData(frame);
-    return {data.View().begin(), data.View().end()};
+    const auto data = PacketData(frame);
+    return {data.begin(), data.end()};
   }
   void ExpectOne(const Bytes& line, int id, const Bytes& data) {
     const auto frames = FramesOf(line);
     ASSERT_EQ(frames.size(), 1U);
     EXPECT_FALSE(frames[0].damaged);
     EXPECT_EQ(frames[0].Id(), id);
-    EXPECT_EQ(frames[0].Size, static_cast<int>(data.size()) + 6);
+    EXPECT_EQ(frames[0].size, static_cast<int>(data.size()) + 6);
     EXPECT_EQ(DataOf(frames[0]), data);
     EXPECT_FALSE(reader.Pending());
   }
@@ -177,7 +177,7 @@ TEST_F(CheckedFrameReaderTest, NoneOfAHundredThousandRandomRecordsIsDamaged) {
     }
     ASSERT_TRUE(found) << "record " << i << " did not end";
     ASSERT_EQ(found->Id(), packet.id);
-    ASSERT_EQ(found->Size, static_cast<int>(packet.data.size()) + 6);
+    ASSERT_EQ(found->size, static_cast<int>(packet.data.size()) + 6);
     ASSERT_TRUE(std::equal(packet.data.begin(), packet.data.end(), found->bytes.begin() + 3)) << "record " << i;
   }
 }

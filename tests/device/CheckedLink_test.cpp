@@ -6,6 +6,7 @@
 #include "device/Garmin.h"
 #include "receiver/DemoSerialPort.h"
 #include "support/Fakes.h"
+#include "support/RecordingTrace.h"
 #include "support/ScriptedReceiver.h"
 
 namespace walrim {
@@ -36,42 +37,25 @@ const Bytes EndOfWaypoints{0x10, 0x0C, 0x02, 0x07, 0x00, 0xEB, 0x10, 0x03};
 const Bytes WaypointCommand{0x10, 0x0A, 0x02, 0x07, 0x00, 0xED, 0x10, 0x03};
 const Bytes AckOfRecords{0x10, 0x06, 0x02, 0x1B, 0x00, 0xDD, 0x10, 0x03};
 
-Bytes Joined(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts)
-    all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
-class RecordingTrace : public FrameTrace {
- public:
-  void Frame(const TracedFrame& frame) override { lines.push_back(TraceLine(frame)); }
-  void Note(nanoseconds time, std::string_view text) override { lines.push_back(TraceNoteLine(time, text)); }
-  std::vector<std::string> lines;
-};
-
 /// Exchanges on a line whose answers are written down, one list for each packet that is sent.
 class CheckedExchangeTest : public ::testing::Test {
  protected:
   using Answers = std::vector<ScriptedPort::Answer>;
 
   CheckedExchangeTest() {
-    session.checked_link = true;
-    session.link_pids.Select(1);
-    std::string settings;
-    EXPECT_TRUE(link.OpenPort("1", settings));
+    EXPECT_TRUE(link.OpenPort("1"));
     port.script = [this](const Bytes&) { return next_answer < answers.size() ? answers[next_answer++] : Answers{}; };
   }
 
-  PacketReply Command() { return link.ExchangeChecked(10, IntegerToBuffer(7), ExpectedAnswer::AckAndAnswer); }
-  PacketReply Record() { return link.ExchangeChecked(35, IntegerToBuffer(0x4241), ExpectedAnswer::Ack); }
-  PacketReply Ack() { return link.ExchangeChecked(Pid_Ack_Byte, IntegerToBuffer(27), ExpectedAnswer::OneFrame); }
+  PacketReply Command() { return link.ExchangeChecked(10, NumberData(7), ExpectedAnswer::AckAndAnswer); }
+  PacketReply Record() { return link.ExchangeChecked(35, NumberData(0x4241), ExpectedAnswer::Ack); }
+  PacketReply Ack() { return link.ExchangeChecked(PacketId::Ack, NumberData(27), ExpectedAnswer::OneFrame); }
 
   FakeClock clock;
   ScriptedPort port{clock};
   FakeEventLoop loop;
-  DeviceSession session;
-  PacketLink link{port, clock, loop, session};
+  StopFlags stop;
+  PacketLink link{port, clock, loop, stop};
   std::vector<Answers> answers;
   std::size_t next_answer = 0;
 };
@@ -79,7 +63,7 @@ class CheckedExchangeTest : public ::testing::Test {
 TEST_F(CheckedExchangeTest, EndsAtTheLastByteOfTheOneFrameBehindAnAck) {
   answers = {{{milliseconds{40}, ShortWaypoint}}};
   const PacketReply reply = Ack();
-  EXPECT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.count, 1);
   EXPECT_EQ(reply.FirstId(), 35);
   EXPECT_EQ(clock.now, milliseconds{40});
   EXPECT_EQ(port.sent, std::vector<Bytes>{AckOfRecords});
@@ -88,7 +72,7 @@ TEST_F(CheckedExchangeTest, EndsAtTheLastByteOfTheOneFrameBehindAnAck) {
 TEST_F(CheckedExchangeTest, WaitsForTheAnswerBehindACommandsAck) {
   answers = {{{milliseconds{5}, AckOfCommand}, {milliseconds{1200}, FiveRecords}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(reply.Slot(2).Id(), 27);
   EXPECT_EQ(clock.now, milliseconds{1200});
@@ -111,7 +95,7 @@ TEST_F(CheckedExchangeTest, ATrickleIsListenedToForTenSecondsInAllAndNotAskedAga
     for (int i = 0; i < 40; ++i)
       port.Queue(milliseconds{500} * (i + 1), {byte, 0x41});
     const PacketReply reply = Ack();
-    EXPECT_EQ(reply.Count, ReceiveTimeout);
+    EXPECT_EQ(reply.count, ReceiveTimeout);
     EXPECT_EQ(reply.why, NoAnswer::Trickle);
     EXPECT_GT(clock.now - start, seconds{9});
     EXPECT_LT(clock.now - start, seconds{11});
@@ -121,9 +105,9 @@ TEST_F(CheckedExchangeTest, ATrickleIsListenedToForTenSecondsInAllAndNotAskedAga
 }
 
 TEST_F(CheckedExchangeTest, CancelDoesNotWaitOutASilence) {
-  loop.on_yield = [this] { session.cancel_requested = clock.now > milliseconds{400}; };
+  loop.on_yield = [this] { stop.cancelled = clock.now > milliseconds{400}; };
   const PacketReply reply = Ack();
-  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  EXPECT_EQ(reply.count, ReceiveTimeout);
   EXPECT_EQ(reply.why, NoAnswer::Cancel);
   EXPECT_LT(clock.now, milliseconds{420});
 }
@@ -147,7 +131,7 @@ TEST_F(CheckedExchangeTest, NoiseBeforeAFrameIsSkipped) {
 TEST_F(CheckedExchangeTest, AWrongChecksumIsAnsweredWithNakAndThePacketReceivedAgain) {
   answers = {{{milliseconds{5}, SpoiltWaypoint}}, {{milliseconds{5}, ShortWaypoint}}};
   const PacketReply reply = Ack();
-  ASSERT_EQ(reply.Count, 1);
+  ASSERT_EQ(reply.count, 1);
   EXPECT_FALSE(reply.Slot(1).damaged);
   EXPECT_EQ(PacketData(reply.Slot(1))[1], 0x42);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint}));
@@ -156,7 +140,7 @@ TEST_F(CheckedExchangeTest, AWrongChecksumIsAnsweredWithNakAndThePacketReceivedA
 TEST_F(CheckedExchangeTest, OnlyTheDamagedAnswerBehindACommandIsAskedForAgain) {
   answers = {{{milliseconds{5}, Joined({AckOfCommand, SpoiltFiveRecords})}}, {{milliseconds{5}, FiveRecords}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, NakOfRecords}));
 }
@@ -164,7 +148,7 @@ TEST_F(CheckedExchangeTest, OnlyTheDamagedAnswerBehindACommandIsAskedForAgain) {
 TEST_F(CheckedExchangeTest, ADamagedAckCountsWhenItsAnswerCame) {
   answers = {{{milliseconds{5}, Joined({SpoiltAckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent.size(), 1U);
 }
@@ -175,7 +159,7 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckIsBeyondRecognitionIsSentAgain) {
   answers = {{{milliseconds{5}, Joined({unrecognisable, FiveRecords})}},
              {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
 }
@@ -183,19 +167,19 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckIsBeyondRecognitionIsSentAgain) {
 TEST_F(CheckedExchangeTest, ANakSendsThePacketAgain) {
   answers = {{{milliseconds{5}, NakOfCommand}}, {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  EXPECT_EQ(reply.Count, 2);
+  EXPECT_EQ(reply.count, 2);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
 }
 
 TEST_F(CheckedExchangeTest, AfterThreeNaksTheExchangeHasFailed) {
   answers = std::vector<Answers>(9, {{milliseconds{5}, NakOfCommand}});
-  EXPECT_EQ(Command().Count, ReceiveTimeout);
+  EXPECT_EQ(Command().count, ReceiveTimeout);
   EXPECT_EQ(port.sent, std::vector<Bytes>(3, WaypointCommand));
 }
 
 TEST_F(CheckedExchangeTest, AfterThreeDamagedFramesTheExchangeHasFailed) {
   answers = std::vector<Answers>(9, {{milliseconds{5}, SpoiltWaypoint}});
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, NakOfWaypoint, NakOfWaypoint}));
 }
 
@@ -213,7 +197,7 @@ TEST_F(CheckedExchangeTest, HalfAFrameIsAskedForAgainOnceTheLineIsSilent) {
 }
 
 TEST_F(CheckedExchangeTest, ASilentDeviceTimesOutAfterOneAndAHalfSecondsAndIsNotAskedAgain) {
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_GT(clock.now, milliseconds{1500});
   EXPECT_LE(clock.now, milliseconds{1510});
   EXPECT_EQ(port.sent.size(), 1U);
@@ -221,14 +205,14 @@ TEST_F(CheckedExchangeTest, ASilentDeviceTimesOutAfterOneAndAHalfSecondsAndIsNot
 
 TEST_F(CheckedExchangeTest, ALostLineIsNotWaitedFor) {
   port.line_lost = true;
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_EQ(clock.now, nanoseconds{});
 }
 
 TEST_F(CheckedExchangeTest, FramesBeyondTheAnswerAreLeftOutAndASixthIsAnError) {
   answers = {{{milliseconds{5}, Joined({ShortWaypoint, FiveRecords, FiveRecords, FiveRecords, FiveRecords})}}};
   const PacketReply reply = Ack();
-  EXPECT_EQ(reply.Count, 1);
+  EXPECT_EQ(reply.count, 1);
   EXPECT_EQ(reply.FirstId(), 35);
 
   answers.push_back(
@@ -238,7 +222,7 @@ TEST_F(CheckedExchangeTest, FramesBeyondTheAnswerAreLeftOutAndASixthIsAnError) {
 
 TEST_F(CheckedExchangeTest, ABurstThatGoesOnBetweenTwoExchangesIsCountedToo) {
   answers = {{{milliseconds{5}, ShortWaypoint}}};
-  EXPECT_EQ(Ack().Count, 1);
+  EXPECT_EQ(Ack().count, 1);
   port.Queue({}, Joined({ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint}));
   EXPECT_THROW(static_cast<void>(Ack()), std::out_of_range);
 }
@@ -275,8 +259,8 @@ const Bytes AckOfUnknown{0x10, 0x06, 0x02, 0xC8, 0x00, 0x30, 0x10, 0x03};
 TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPlace) {
   answers = {{{milliseconds{5}, Joined({Fix, AckOfCommand, Protocols, Unknown, FiveRecords, Fix})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
-  EXPECT_EQ(reply.Slot(1).Id(), Pid_Ack_Byte);
+  ASSERT_EQ(reply.count, 2);
+  EXPECT_EQ(reply.Slot(1).Id(), PacketId::Ack);
   EXPECT_EQ(reply.Slot(2).Id(), 27);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, AckOfFix, AckOfProtocols, AckOfUnknown, AckOfFix}));
 
@@ -289,7 +273,7 @@ TEST_F(CheckedExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOverAtEveryPl
 
 TEST_F(CheckedExchangeTest, MoreThanFiveUnaskedFramesAreNoError) {
   answers = {{{milliseconds{5}, Joined({Fix, Fix, Fix, Fix, Fix, Fix, Fix, AckOfCommand, FiveRecords})}}};
-  EXPECT_EQ(Command().Count, 2);
+  EXPECT_EQ(Command().count, 2);
 }
 
 TEST_F(CheckedExchangeTest, AFixBetweenTwoExchangesIsAcknowledgedAndDisturbsNeither) {
@@ -318,8 +302,8 @@ TEST_F(CheckedExchangeTest, ASecondRecordOfTheSameBytesIsAnAnswer) {
 TEST_F(CheckedExchangeTest, AnAckOfAnotherPacketAndOtherFramesAreNoAckOfARecord) {
   answers = {{{milliseconds{5}, Joined({FiveRecords, AckOfCommand, AckOfWaypoint})}}};
   const PacketReply reply = Record();
-  ASSERT_EQ(reply.Count, 1);
-  EXPECT_EQ(reply.FirstId(), Pid_Ack_Byte);
+  ASSERT_EQ(reply.count, 1);
+  EXPECT_EQ(reply.FirstId(), PacketId::Ack);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 35);
 }
 
@@ -328,11 +312,11 @@ TEST_F(CheckedExchangeTest, ADamagedAckOfARecordIsAskedForAndCountsWhereItIsNotS
   spoilt[5] = 0x00;
   answers = {{{milliseconds{5}, spoilt}}, {{milliseconds{5}, AckOfWaypoint}}, {{milliseconds{5}, spoilt}}, {}};
   const PacketReply again = Record();
-  ASSERT_EQ(again.Count, 1);
+  ASSERT_EQ(again.count, 1);
   EXPECT_FALSE(again.Slot(1).damaged);
   EXPECT_EQ(port.sent.size(), 2U);
   const PacketReply once = Record();
-  ASSERT_EQ(once.Count, 1);
+  ASSERT_EQ(once.count, 1);
   EXPECT_EQ(FindAckSlot(once), 1);
   EXPECT_EQ(port.sent.size(), 4U);  // the record itself is not sent again, or it would be there twice
 }
@@ -342,7 +326,7 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckRanIntoTheAnswerIsSentAgain) {
   answers = {{{milliseconds{5}, Joined({{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEE, 0x03}, FiveRecords})}},
              {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
   const PacketReply reply = Command();
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(port.sent, (std::vector<Bytes>{WaypointCommand, WaypointCommand}));
   EXPECT_LT(clock.now, milliseconds{500});
@@ -350,7 +334,7 @@ TEST_F(CheckedExchangeTest, ACommandWhoseAckRanIntoTheAnswerIsSentAgain) {
 
 TEST_F(CheckedExchangeTest, AnAnswerWhoseAckNeverCameIsAskedForAgain) {
   answers = {{{milliseconds{5}, FiveRecords}}, {{milliseconds{5}, Joined({AckOfCommand, FiveRecords})}}};
-  EXPECT_EQ(Command().Count, 2);
+  EXPECT_EQ(Command().count, 2);
   EXPECT_EQ(port.sent.size(), 2U);
 }
 
@@ -364,23 +348,35 @@ TEST_F(CheckedExchangeTest, AStreamOfDamagedFramesIsAnError) {
 TEST_F(CheckedExchangeTest, BytesThatKeepComingDoNotKeepACancelledTransferWaiting) {
   for (int i = 0; i < 600; ++i)
     port.Queue(milliseconds{1400} * (i + 1), {0x24});
-  loop.on_yield = [this] { session.TransferAborted = clock.now > seconds{10}; };
-  EXPECT_EQ(Ack().Count, ReceiveTimeout);
+  loop.on_yield = [this] { stop.aborted = clock.now > seconds{10}; };
+  EXPECT_EQ(Ack().count, ReceiveTimeout);
   EXPECT_LT(clock.now, seconds{11});
+}
+
+/// A line's bytes, one a millisecond.
+std::vector<ScriptedPort::Answer> OneByOne(const Bytes& line) {
+  std::vector<ScriptedPort::Answer> bytes;
+  for (const std::uint8_t byte : line)
+    bytes.push_back({milliseconds{static_cast<int>(bytes.size()) + 1}, {byte}});
+  return bytes;
 }
 
 // The rest of a burst comes while an ACK of eight bytes is on its way at 9600 baud; the answer follows it.
 TEST_F(CheckedExchangeTest, BehindABurstThatGoesOnTheLastFrameIsTheAnswer) {
-  answers = {{{milliseconds{5}, ShortWaypoint}}, {}};
+  answers = {{{milliseconds{5}, ShortWaypoint}}, OneByOne(Joined({ShortWaypoint, EndOfWaypoints}))};
   EXPECT_EQ(Ack().FirstId(), 35);
-  port.script = [](const Bytes&) {
-    std::vector<ScriptedPort::Answer> bytes;
-    int at_ms = 0;
-    for (const std::uint8_t byte : Joined({ShortWaypoint, EndOfWaypoints}))
-      bytes.push_back({milliseconds{++at_ms}, {byte}});
-    return bytes;
-  };
   EXPECT_EQ(Ack().FirstId(), 12);
+}
+
+TEST_F(CheckedExchangeTest, ADamagedFrameAtTheEndOfSuchABurstIsAskedForAgain) {
+  answers = {{{milliseconds{5}, ShortWaypoint}},
+             OneByOne(Joined({ShortWaypoint, SpoiltWaypoint})),
+             {{milliseconds{5}, ShortWaypoint}}};
+  EXPECT_EQ(Ack().FirstId(), 35);
+  const PacketReply reply = Ack();
+  ASSERT_EQ(reply.count, 1);
+  EXPECT_FALSE(reply.Slot(1).damaged);
+  EXPECT_EQ(port.sent, (std::vector<Bytes>{AckOfRecords, AckOfRecords, NakOfWaypoint}));
 }
 
 TEST_F(CheckedExchangeTest, NoiseWithoutEndIsAnError) {
@@ -392,7 +388,7 @@ TEST_F(CheckedExchangeTest, TheTraceShowsWhatWasSkippedAndWhatWasDamaged) {
   RecordingTrace trace;
   link.SetTrace(&trace);
   answers = {{{milliseconds{5}, Joined({{0x00, 0xFF}, SpoiltWaypoint})}}, {{milliseconds{5}, ShortWaypoint}}};
-  EXPECT_EQ(Ack().Count, 1);
+  EXPECT_EQ(Ack().count, 1);
   EXPECT_EQ(trace.lines, (std::vector<std::string>{
                              "0.000000\tTX\t6\t2\t10 06 02 1B 00 DD 10 03",
                              "0.005000\tRX\t-\t-\t00 FF\t! skipped",
@@ -414,24 +410,34 @@ class CheckedTransferTest : public ::testing::Test {
       ASSERT_EQ(AddFault(options.faults, fault), "");
     port.emplace(std::move(options), clock, [this](nanoseconds time) { clock.Advance(time); });
     garmin.emplace(data, *port, clock, loop, desktop);
-    garmin->session.link_choice = LinkChoice::Checked;
-    garmin->Link().SetTrace(&trace);
+    garmin->SetLinkChoice(LinkChoice::Checked);
+    garmin->SetTrace(&trace);
     loop.on_yield = [this] {
-      if (loop.yields > 200'000) garmin->session.TransferAborted = true;
+      if (loop.yields > 200'000) garmin->Cancel();
     };
   }
-  std::int32_t Connect() { return garmin->ConnectDevice("demo").ProductId; }
+  std::int32_t Connect() { return garmin->ConnectDevice("demo").product_id; }
   std::int32_t Download(DataKind kind) { return garmin->Download(kind, "demo", TransferMode::Transfer); }
-  [[nodiscard]] std::string Ident(int slot) const { return data.d108[static_cast<std::size_t>(slot)].ident; }
+  [[nodiscard]] std::string Ident(int number) const {
+    return data.Waypoints().at(static_cast<std::size_t>(number) - 1).ident;
+  }
 
   FakeClock clock;
   FakeEventLoop loop;
   RecordingDesktop desktop;
   RecordingTrace trace;
-  InternalData data;
+  DataSet data;
   std::optional<DemoSerialPort> port;
   std::optional<Garmin> garmin;
 };
+
+Waypoint WaypointNamed(std::string_view ident) {
+  Waypoint waypoint;
+  waypoint.ident = ident;
+  waypoint.lat_deg = 45;
+  waypoint.lon_deg = 135;
+  return waypoint;
+}
 
 HeldContents NumberedWaypoints(int count) {
   HeldContents contents;
@@ -467,24 +473,19 @@ TEST_F(CheckedTransferTest, AWrongChecksumANakNoiseAndSlowBytesLoseNothing) {
     ASSERT_EQ(Download(DataKind::Waypoint), 8);
     for (int i = 1; i <= 8; ++i)
       EXPECT_EQ(Ident(i), "W" + std::to_string(i));
-    EXPECT_EQ(garmin->session.report.damaged_records, 0);
-    EXPECT_FALSE(garmin->session.report.data_loss);
+    EXPECT_EQ(garmin->Report().damaged_records, 0);
+    EXPECT_FALSE(garmin->Report().data_loss);
     EXPECT_TRUE(desktop.messages.empty());
   }
 }
 
 TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
   Start({"nak=4"}, NumberedWaypoints(0));
-  WaypointRecord record;
-  record[WaypointField::lat] = "45";
-  record[WaypointField::lon] = "135";
-  for (const auto* ident : {"A", "B", "C"}) {
-    record[WaypointField::ident] = ident;
-    ASSERT_GT(data.AddWaypoint(record), 0);
-  }
+  for (const auto* ident : {"A", "B", "C"})
+    ASSERT_EQ(data.Add(WaypointNamed(ident)), AddResult::Stored);
   ASSERT_GT(Connect(), 0);
   EXPECT_EQ(garmin->Upload(DataKind::Waypoint, "demo"), 3);
-  EXPECT_EQ(garmin->session.report.refused_records, 0);
+  EXPECT_EQ(garmin->Report().refused_records, 0);
   data.Clear(DataKind::Waypoint);
   EXPECT_EQ(Download(DataKind::Waypoint), 3);
   EXPECT_EQ(Ident(2), "B");
@@ -494,7 +495,7 @@ TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
 TEST_F(CheckedTransferTest, AReceiverThatRefusesEverythingHasFailedAfterThreeTries) {
   Start({"nak"});
   EXPECT_EQ(Connect(), 0);
-  EXPECT_TRUE(garmin->session.report.refused);
+  EXPECT_TRUE(garmin->Report().refused);
 }
 
 // The frames come faster than an ACK leaves, so that the burst is seen only while the next exchange is under way.
@@ -531,9 +532,9 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
       ScriptedReceiver receiver(port);
       FakeEventLoop loop;
       RecordingDesktop desktop;
-      InternalData data;
+      DataSet data;
       Garmin garmin(data, port, clock, loop, desktop);
-      garmin.session.link_choice = checked ? LinkChoice::Checked : LinkChoice::Plain;
+      garmin.SetLinkChoice(checked ? LinkChoice::Checked : LinkChoice::Plain);
       const auto answer = port.script;
       port.script = [&](const Bytes& wire) {
         auto answers = answer(wire);
@@ -542,24 +543,21 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
         }
         return answers;
       };
-      WaypointRecord record;
-      record[WaypointField::ident] = "A";
-      record[WaypointField::lat] = "45";
-      record[WaypointField::lon] = "135";
-      ASSERT_GT(data.AddWaypoint(record), 0);
-      ASSERT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+      ASSERT_EQ(data.Add(WaypointNamed("A")), AddResult::Stored);
+      ASSERT_EQ(garmin.ConnectDevice("1").product_id, 130);
       EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
-      EXPECT_EQ(garmin.session.report.refused_records, 0);
-      EXPECT_FALSE(garmin.session.report.end_refused);
+      EXPECT_EQ(garmin.Report().refused_records, 0);
+      EXPECT_FALSE(garmin.Report().end_refused);
     }
   }
 }
 
 TEST_F(CheckedTransferTest, APacketHasLeftWhenItsSendingEnds) {
   Start({});
-  std::string settings;
-  ASSERT_TRUE(garmin->Link().OpenPort("demo", settings));
-  garmin->Link().SendPacket(Pid_Ack_Byte, IntegerToBuffer(0));
+  const StopFlags stop;
+  PacketLink link(*port, clock, loop, stop);
+  ASSERT_TRUE(link.OpenPort("demo"));
+  link.SendPacket(PacketId::Ack, NumberData(0));
   EXPECT_EQ(port->OutBufferCount(), 0U);
   EXPECT_GE(clock.now, LineByteTime * 8);
   EXPECT_GT(loop.yields, 0);

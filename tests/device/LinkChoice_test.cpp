@@ -1,5 +1,4 @@
 // Which link the transfers behind an identification use, and what the identification says on the wire for it.
-#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <string>
@@ -7,13 +6,13 @@
 
 #include "device/Garmin.h"
 #include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "support/Packets.h"
+#include "support/RecordingTrace.h"
 
 namespace walrim {
 namespace {
 
 using std::chrono::milliseconds;
-using std::chrono::nanoseconds;
 
 // By hand: FE+02 = 100h, checksum 00. 06+02+FF = 107h, checksum F9. 06+02+FD = 105h, checksum FB.
 const Bytes ProductRequest{0x10, 0xFE, 0x02, 0x00, 0x00, 0x00, 0x10, 0x03};
@@ -24,26 +23,9 @@ const Bytes AckOfProductRequest{0x10, 0x06, 0x02, 0xFE, 0x00, 0xFA, 0x10, 0x03};
 // Id 130, version 2.14, "AB", "": FF+08+82+D6+41+42 = 2E2h, checksum 1E.
 const Bytes ProductData{0x10, 0xFF, 0x08, 0x82, 0x00, 0xD6, 0x00, 0x41, 0x42, 0x00, 0x00, 0x1E, 0x10, 0x03};
 
-class NoteTrace : public FrameTrace {
- public:
-  void Frame(const TracedFrame& /*frame*/) override {}
-  void Note(nanoseconds /*time*/, std::string_view text) override { notes.emplace_back(text); }
-  [[nodiscard]] bool Noted(std::string_view text) const {
-    return std::find(notes.begin(), notes.end(), text) != notes.end();
-  }
-  std::vector<std::string> notes;
-};
-
-Bytes Joined(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts)
-    all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
 class LinkChoiceTest : public ::testing::Test {
  protected:
-  LinkChoiceTest() { garmin.Link().SetTrace(&trace); }
+  LinkChoiceTest() { garmin.SetTrace(&trace); }
 
   /// Identifies a receiver that answers the product request with these bytes, and says no more.
   ProductInfo Meet(LinkChoice choice, const Bytes& answer) {
@@ -51,7 +33,7 @@ class LinkChoiceTest : public ::testing::Test {
       if (wire.at(1) != 254) return {};
       return {{milliseconds{2}, answer}};
     };
-    garmin.session.link_choice = choice;
+    garmin.SetLinkChoice(choice);
     port.sent.clear();
     trace.notes.clear();
     return garmin.ConnectDevice("1");
@@ -61,15 +43,14 @@ class LinkChoiceTest : public ::testing::Test {
   ScriptedPort port{clock};
   FakeEventLoop loop;
   RecordingDesktop desktop;
-  InternalData data;
+  DataSet data;
   Garmin garmin{data, port, clock, loop, desktop};
-  NoteTrace trace;
+  RecordingTrace trace;
 };
 
 TEST_F(LinkChoiceTest, AnAnswerFramedAsPublishedChoosesTheCheckedLink) {
-  EXPECT_EQ(garmin.session.link_choice, LinkChoice::Automatic);
-  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, ProductData})).product_id, 130);
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
   EXPECT_TRUE(trace.Noted("checked link"));
 }
 
@@ -84,8 +65,8 @@ TEST_F(LinkChoiceTest, AWrongSizeOrChecksumOrALoneDleChoosesThePlainLink) {
   const Bytes lone{0x10, 0xFF, 0x08, 0x82, 0x00, 0xD6, 0x00, 0x10, 0x41, 0x00, 0x00, 0x50, 0x10, 0x03};
   for (const Bytes& answer : {Joined({ack_sum, ProductData}), Joined({AckOfProductRequest, product_sum}),
                               Joined({AckOfProductRequest, product_size}), Joined({AckOfProductRequest, lone})}) {
-    EXPECT_EQ(Meet(LinkChoice::Automatic, answer).ProductId, 130);
-    EXPECT_FALSE(garmin.session.checked_link);
+    EXPECT_EQ(Meet(LinkChoice::Automatic, answer).product_id, 130);
+    EXPECT_FALSE(garmin.CheckedLinkInUse());
     EXPECT_TRUE(trace.Noted("plain link"));
     EXPECT_EQ(port.sent, std::vector<Bytes>{ProductRequest});
   }
@@ -94,43 +75,43 @@ TEST_F(LinkChoiceTest, AWrongSizeOrChecksumOrALoneDleChoosesThePlainLink) {
 TEST_F(LinkChoiceTest, EachIdentificationChoosesAnew) {
   Bytes spoilt = ProductData;
   spoilt[11] = 0x1F;
-  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
-  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, spoilt})).ProductId, 130);
-  EXPECT_FALSE(garmin.session.checked_link);
-  EXPECT_EQ(Meet(LinkChoice::Automatic, {}).ProductId, -1);
-  EXPECT_FALSE(garmin.session.checked_link);
+  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, ProductData})).product_id, 130);
+  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, spoilt})).product_id, 130);
+  EXPECT_FALSE(garmin.CheckedLinkInUse());
+  EXPECT_EQ(Meet(LinkChoice::Automatic, {}).product_id, -1);
+  EXPECT_FALSE(garmin.CheckedLinkInUse());
 }
 
 TEST_F(LinkChoiceTest, WhoeverChoosesOneGetsIt) {
-  EXPECT_EQ(Meet(LinkChoice::Plain, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
-  EXPECT_FALSE(garmin.session.checked_link);
+  EXPECT_EQ(Meet(LinkChoice::Plain, Joined({AckOfProductRequest, ProductData})).product_id, 130);
+  EXPECT_FALSE(garmin.CheckedLinkInUse());
   EXPECT_TRUE(trace.Noted("plain link"));
   Bytes spoilt = AckOfProductRequest;
   spoilt[5] = 0xFB;
-  EXPECT_EQ(Meet(LinkChoice::Checked, Joined({spoilt, ProductData})).ProductId, 130);
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_EQ(Meet(LinkChoice::Checked, Joined({spoilt, ProductData})).product_id, 130);
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
   EXPECT_TRUE(trace.Noted("checked link"));
 }
 
 TEST_F(LinkChoiceTest, ProductDataAreAcknowledgedButOnThePlainLink) {
   for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked}) {
-    EXPECT_EQ(Meet(choice, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
+    EXPECT_EQ(Meet(choice, Joined({AckOfProductRequest, ProductData})).product_id, 130);
     EXPECT_EQ(port.sent, (std::vector<Bytes>{ProductRequest, AckOfProductData}));
   }
-  EXPECT_EQ(Meet(LinkChoice::Plain, Joined({AckOfProductRequest, ProductData})).ProductId, 130);
+  EXPECT_EQ(Meet(LinkChoice::Plain, Joined({AckOfProductRequest, ProductData})).product_id, 130);
   EXPECT_EQ(port.sent, std::vector<Bytes>{ProductRequest});
 }
 
 TEST_F(LinkChoiceTest, TheProtocolListBehindTheAckIsAcknowledgedAndPassedOver) {
   for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked}) {
-    garmin.session.link_choice = choice;
+    garmin.SetLinkChoice(choice);
     port.sent.clear();
     port.script = [](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
       if (wire == ProductRequest) return {{milliseconds{2}, Joined({AckOfProductRequest, ProductData})}};
       if (wire == AckOfProductData) return {{milliseconds{60}, WireFrame(253, Bytes(255, 0x4C))}};
       return {};
     };
-    EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+    EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
     EXPECT_EQ(port.sent, (std::vector<Bytes>{ProductRequest, AckOfProductData, AckOfProtocols}));
     EXPECT_FALSE(port.PortOpen());
   }
@@ -142,7 +123,7 @@ TEST_F(LinkChoiceTest, ATalkerBehindTheProductDataIsNotListenedToForEver) {
     if (wire != ProductRequest) return {};
     return {{milliseconds{2}, Joined({AckOfProductRequest, ProductData})}};
   };
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
   EXPECT_LT(clock.now, std::chrono::seconds{3});
 }
 
@@ -150,13 +131,13 @@ TEST_F(LinkChoiceTest, ATalkerBehindTheProductDataIsNotListenedToForEver) {
 TEST_F(LinkChoiceTest, ThePortIsNotClosedBeforeTheLineHasFallenSilent) {
   for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
     for (const int late_ms : {40, 70, 95}) {
-      garmin.session.link_choice = choice;
+      garmin.SetLinkChoice(choice);
       port.script = [&](const Bytes& wire) -> std::vector<ScriptedPort::Answer> {
         if (wire != ProductRequest) return {};
         return {{milliseconds{2}, Joined({AckOfProductRequest, ProductData})},
                 {milliseconds{late_ms}, WireFrame(248, Bytes(42, 0x4C))}};
       };
-      EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+      EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
       clock.Advance(std::chrono::seconds{1});
       EXPECT_EQ(port.InBufferCount(), 0U) << "left on the line";
     }
@@ -168,8 +149,8 @@ TEST_F(LinkChoiceTest, AnotherPacketInPlaceOfTheProductDataIsNoReceiver) {
   const Bytes waypoint{0x10, 0x23, 0x02, 0x41, 0x42, 0x58, 0x10, 0x03};
   for (const LinkChoice choice : {LinkChoice::Automatic, LinkChoice::Checked, LinkChoice::Plain}) {
     const ProductInfo info = Meet(choice, Joined({AckOfProductRequest, waypoint}));
-    EXPECT_EQ(info.ProductId, 0);
-    EXPECT_EQ(info.Description, "");
+    EXPECT_EQ(info.product_id, 0);
+    EXPECT_EQ(info.description, "");
   }
 }
 
@@ -177,17 +158,16 @@ TEST_F(LinkChoiceTest, AnotherPacketInPlaceOfTheProductDataIsNoReceiver) {
 TEST_F(LinkChoiceTest, TheDescriptionIsTheFirstTwoTexts) {
   const Bytes product{0x10, 0xFF, 0x0B, 0x82, 0x00, 0xD6, 0x00, 0x41, 0x42,
                       0x00, 0x43, 0x44, 0x00, 0x00, 0x94, 0x10, 0x03};
-  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, product})).Description, "AB CD");
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_EQ(Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, product})).description, "AB CD");
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
 }
 
 // Version 7.84 is 310h, 10 03 on the wire. FF+08+82+10+03+41+42 = 21Fh, checksum E1.
 TEST_F(LinkChoiceTest, AVersionOf10hThen03hDoesNotCutTheProductDataWhereTheLinkIsChosen) {
   const Bytes product{0x10, 0xFF, 0x08, 0x82, 0x00, 0x10, 0x10, 0x03, 0x41, 0x42, 0x00, 0x00, 0xE1, 0x10, 0x03};
   const ProductInfo info = Meet(LinkChoice::Automatic, Joined({AckOfProductRequest, product}));
-  EXPECT_FLOAT_EQ(info.SoftwareVersion, 7.84F);
-  EXPECT_EQ(info.Description, "AB ");
-  EXPECT_TRUE(garmin.session.checked_link);
+  EXPECT_EQ(info.description, "AB ");
+  EXPECT_TRUE(garmin.CheckedLinkInUse());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "support/Fakes.h"
+#include "support/RecordingTrace.h"
 
 namespace walrim {
 namespace {
@@ -18,57 +19,38 @@ const Bytes AckOfProductRequest{0x10, 0x06, 0x02, 0xFE, 0x00, 0xFA, 0x10, 0x03};
 // Two data bytes 41 42: 23+02+41+42 = A8, checksum 58.
 const Bytes ShortWaypoint{0x10, 0x23, 0x02, 0x41, 0x42, 0x58, 0x10, 0x03};
 
-class RecordingTrace : public FrameTrace {
- public:
-  void Frame(const TracedFrame& frame) override { lines.push_back(TraceLine(frame)); }
-  void Note(nanoseconds time, std::string_view text) override { lines.push_back(TraceNoteLine(time, text)); }
-  std::vector<std::string> lines;
-};
-
 class PacketLinkTest : public ::testing::Test {
  protected:
-  PacketLinkTest() {
-    std::string settings;
-    EXPECT_TRUE(link.OpenPort("1", settings));
-  }
+  PacketLinkTest() { EXPECT_TRUE(link.OpenPort("1")); }
 
-  static ByteBuffer Data(std::initializer_list<int> bytes) {
-    ByteBuffer buffer;
-    for (const int byte : bytes)
-      buffer[static_cast<std::size_t>(buffer.Size++)] = static_cast<std::uint8_t>(byte);
-    return buffer;
+  /// The frames of the next burst.
+  PacketReply Received() {
+    PacketReply reply;
+    link.ReceiveMore(reply);
+    return reply;
   }
-  Bytes Sent(int packet_id, const ByteBuffer& data) {
+  Bytes Sent(int packet_id, const Bytes& data) {
     port.sent.clear();
     link.SendPacket(packet_id, data);
     return port.sent.empty() ? Bytes{} : port.sent.back();
-  }
-  static Bytes Joined(std::initializer_list<Bytes> parts) {
-    Bytes all;
-    for (const Bytes& part : parts)
-      all.insert(all.end(), part.begin(), part.end());
-    return all;
   }
 
   FakeClock clock;
   ScriptedPort port{clock};
   FakeEventLoop loop;
-  DeviceSession session;
-  PacketLink link{port, clock, loop, session};
+  StopFlags stop;
+  PacketLink link{port, clock, loop, stop};
 };
 
-TEST_F(PacketLinkTest, EmptySettingsBecomeTheReceiversOwn) {
-  std::string settings;
-  EXPECT_TRUE(link.OpenPort("2", settings));
-  EXPECT_EQ(settings, "9600,N,8,1");
-  EXPECT_EQ(port.last_settings, "9600,N,8,1");
+TEST_F(PacketLinkTest, ThePortIsOpenedWithTheReceiversSettings) {
+  EXPECT_TRUE(link.OpenPort("2"));
+  EXPECT_EQ(port.last_baud, 9600);
   EXPECT_EQ(port.last_name, "2");
 }
 
 TEST_F(PacketLinkTest, OpeningDropsWhatCameBefore) {
   port.Queue(nanoseconds{0}, {1, 2, 3});
-  std::string settings;
-  EXPECT_TRUE(link.OpenPort("1", settings));
+  EXPECT_TRUE(link.OpenPort("1"));
   EXPECT_EQ(port.InBufferCount(), 0U);
 }
 
@@ -86,23 +68,21 @@ TEST_F(PacketLinkTest, EmptyDataMakesASixByteFrame) {
 }
 
 TEST_F(PacketLinkTest, ProductRequestByHand) {
-  EXPECT_EQ(Sent(254, Data({0, 0})), (Bytes{0x10, 0xFE, 0x02, 0x00, 0x00, 0x00, 0x10, 0x03}));
+  EXPECT_EQ(Sent(254, {0, 0}), (Bytes{0x10, 0xFE, 0x02, 0x00, 0x00, 0x00, 0x10, 0x03}));
 }
 
 TEST_F(PacketLinkTest, DataBytesOf10hAreDoubled) {
   // 0A+02+10+01 = 1D, checksum E3
-  EXPECT_EQ(Sent(10, Data({0x10, 0x01})), (Bytes{0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE3, 0x10, 0x03}));
+  EXPECT_EQ(Sent(10, {0x10, 0x01}), (Bytes{0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE3, 0x10, 0x03}));
 }
 
 TEST_F(PacketLinkTest, ChecksumOf10hIsDoubled) {
   // 0A+01+E5 = F0, checksum 10
-  EXPECT_EQ(Sent(10, Data({0xE5})), (Bytes{0x10, 0x0A, 0x01, 0xE5, 0x10, 0x10, 0x10, 0x03}));
+  EXPECT_EQ(Sent(10, {0xE5}), (Bytes{0x10, 0x0A, 0x01, 0xE5, 0x10, 0x10, 0x10, 0x03}));
 }
 
 TEST_F(PacketLinkTest, SizeOf10hIsDoubledAndThePacketIdIsNot) {
-  ByteBuffer sixteen;
-  sixteen.Size = 16;
-  const Bytes frame = Sent(16, sixteen);
+  const Bytes frame = Sent(16, Bytes(16, 0));
   ASSERT_EQ(frame.size(), 3U + 1 + 16 + 1 + 2);
   EXPECT_EQ(Bytes(frame.begin(), frame.begin() + 5), (Bytes{0x10, 0x10, 0x10, 0x10, 0x00}));
   // 10+10 = 20, checksum E0
@@ -111,18 +91,18 @@ TEST_F(PacketLinkTest, SizeOf10hIsDoubledAndThePacketIdIsNot) {
 
 TEST_F(PacketLinkTest, AckAndDataArrivingTogetherAreTwoFrames) {
   port.Queue(milliseconds{5}, Joined({AckOfProductRequest, ShortWaypoint}));
-  const PacketReply reply = link.ReceivePackets();
-  ASSERT_EQ(reply.Count, 2);
+  const PacketReply reply = Received();
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(reply.Slot(2).Id(), 0x23);
-  EXPECT_EQ(reply.Slot(2).Size, 2 + 6);
-  const ByteBuffer data = PacketData(reply.Slot(2));
-  EXPECT_EQ(Bytes(data.View().begin(), data.View().end()), (Bytes{0x41, 0x42}));
+  EXPECT_EQ(reply.Slot(2).size, 2 + 6);
+  const auto data = PacketData(reply.Slot(2));
+  EXPECT_EQ(Bytes(data.begin(), data.end()), (Bytes{0x41, 0x42}));
 }
 
 TEST_F(PacketLinkTest, ASilentDeviceTimesOutAfterOneAndAHalfSeconds) {
-  const PacketReply reply = link.ReceivePackets();
-  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  const PacketReply reply = Received();
+  EXPECT_EQ(reply.count, ReceiveTimeout);
   EXPECT_GE(clock.now, milliseconds{1500});
   EXPECT_LE(clock.now, milliseconds{1510});
   EXPECT_EQ(FindAckSlot(reply), -1);
@@ -130,14 +110,14 @@ TEST_F(PacketLinkTest, ASilentDeviceTimesOutAfterOneAndAHalfSeconds) {
 
 TEST_F(PacketLinkTest, HalfAFrameTimesOutOneAndAHalfSecondsAfterItsLastByte) {
   port.Queue(milliseconds{1000}, {0x10, 0x23, 0x02});
-  EXPECT_EQ(link.ReceivePacket().Size, ReceiveTimeout);
+  EXPECT_EQ(link.ReceivePacket().size, ReceiveTimeout);
   EXPECT_GE(clock.now, milliseconds{2500});
   EXPECT_LE(clock.now, milliseconds{2520});
 }
 
 TEST_F(PacketLinkTest, ALostLineIsNotWaitedFor) {
   port.line_lost = true;
-  EXPECT_EQ(link.ReceivePacket().Size, ReceiveTimeout);
+  EXPECT_EQ(link.ReceivePacket().size, ReceiveTimeout);
   EXPECT_LT(clock.now, milliseconds{10});
 }
 
@@ -145,7 +125,7 @@ TEST_F(PacketLinkTest, ABurstIsTakenWhenItHasSettled) {
   port.Queue(milliseconds{4}, {0x10, 0x23, 0x02, 0x41});
   port.Queue(milliseconds{20}, {0x42, 0x58, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
-  EXPECT_EQ(frame.Size, 8);
+  EXPECT_EQ(frame.size, 8);
   EXPECT_FALSE(frame.damaged);
   // The last byte came at 20 ms; 20 ms without another one follow.
   EXPECT_GE(clock.now, milliseconds{40});
@@ -160,15 +140,14 @@ TEST_F(PacketLinkTest, TheSettleTimeIsAsLongAsTheBurstTookToBegin) {
 }
 
 TEST_F(PacketLinkTest, ThePacingFactorStretchesTheSettleTimeAndZeroCountsAsOne) {
-  session.pacing_factor = 3.0F;
+  link.SetPacing(3.0F);
   port.Queue(milliseconds{1}, ShortWaypoint);
   static_cast<void>(link.ReceivePacket());
   EXPECT_GE(clock.now, milliseconds{60});
-  session.pacing_factor = 0.0F;
+  link.SetPacing(0.0F);
   const auto before = clock.now;
   port.Queue(milliseconds{1}, ShortWaypoint);
   static_cast<void>(link.ReceivePacket());
-  EXPECT_EQ(session.pacing_factor, 1.0F);
   EXPECT_LE(clock.now - before, milliseconds{24});
 }
 
@@ -177,24 +156,24 @@ TEST_F(PacketLinkTest, DoubledBytesAreReadOnce) {
   port.Queue(milliseconds{1}, {0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE3, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
   EXPECT_FALSE(frame.damaged);
-  const ByteBuffer data = PacketData(frame);
-  EXPECT_EQ(Bytes(data.View().begin(), data.View().end()), (Bytes{0x10, 0x01}));
+  const auto data = PacketData(frame);
+  EXPECT_EQ(Bytes(data.begin(), data.end()), (Bytes{0x10, 0x01}));
 }
 
 TEST_F(PacketLinkTest, DataOf10hThen03hCutsTheFrameAndIsNotedAsDamage) {
   // Data 10 03 07, sent as 10 10 03 07: the de-stuffed 10 03 ends the frame. 23+03+10+03+07 = 40, checksum C0.
   port.Queue(milliseconds{1}, {0x10, 0x23, 0x03, 0x10, 0x10, 0x03, 0x07, 0xC0, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
-  EXPECT_EQ(frame.Size, 3 + 6);  // the size byte's word, although less came
+  EXPECT_EQ(frame.size, 3 + 6);  // the size byte's word, although less came
   EXPECT_TRUE(frame.damaged);
-  const ByteBuffer data = PacketData(frame);
-  EXPECT_EQ(Bytes(data.View().begin(), data.View().end()), (Bytes{0x10, 0x03, 0x00}));
+  const auto data = PacketData(frame);
+  EXPECT_EQ(Bytes(data.begin(), data.end()), (Bytes{0x10, 0x03, 0x00}));
 }
 
 TEST_F(PacketLinkTest, AWrongChecksumIsTakenButNoted) {
   port.Queue(milliseconds{1}, {0x10, 0x23, 0x02, 0x41, 0x42, 0x59, 0x10, 0x03});
   const Frame frame = link.ReceivePacket();
-  EXPECT_EQ(frame.Size, 8);
+  EXPECT_EQ(frame.size, 8);
   EXPECT_TRUE(frame.damaged);
 }
 
@@ -210,7 +189,7 @@ TEST_F(PacketLinkTest, AFrameOf255DataBytesIsReceivedWhole) {
   frame.insert(frame.end(), {0x10, 0x03});
   port.Queue(milliseconds{1}, frame);
   const Frame received = link.ReceivePacket();
-  EXPECT_EQ(received.Size, 255 + 6);
+  EXPECT_EQ(received.size, 255 + 6);
   EXPECT_FALSE(received.damaged);
   EXPECT_EQ(PacketData(received)[254], 0x41 + 254 % 20);
 }
@@ -226,9 +205,9 @@ TEST_F(PacketLinkTest, AFrameBeyondItsBufferIsAnError) {
 TEST_F(PacketLinkTest, FiveFramesInABurstFitAndASixthIsAnError) {
   const Bytes five = Joined({ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint, ShortWaypoint});
   port.Queue(milliseconds{1}, five);
-  EXPECT_EQ(link.ReceivePackets().Count, 5);
+  EXPECT_EQ(Received().count, 5);
   port.Queue(milliseconds{1}, Joined({five, ShortWaypoint}));
-  EXPECT_THROW(static_cast<void>(link.ReceivePackets()), std::out_of_range);
+  EXPECT_THROW(static_cast<void>(Received()), std::out_of_range);
 }
 
 TEST_F(PacketLinkTest, ASlotBeyondTheReplyIsAnError) {
@@ -239,9 +218,9 @@ TEST_F(PacketLinkTest, ASlotBeyondTheReplyIsAnError) {
 TEST_F(PacketLinkTest, AnExchangeDropsLateBytesOfAnEarlierBurst) {
   port.Queue(nanoseconds{0}, ShortWaypoint);
   port.script = [](const Bytes&) { return std::vector<ScriptedPort::Answer>{{milliseconds{3}, AckOfProductRequest}}; };
-  const PacketReply reply = link.ExchangeData(254, Data({0, 0}), ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 1);
-  EXPECT_EQ(reply.Slot(1).Id(), Pid_Ack_Byte);
+  const PacketReply reply = link.ExchangeData(254, Bytes{0, 0}, ExpectedAnswer::AckAndAnswer);
+  ASSERT_EQ(reply.count, 1);
+  EXPECT_EQ(reply.Slot(1).Id(), PacketId::Ack);
 }
 
 // By hand: 33+02+41+42 = B8, checksum 48. C8+02+41+42 = 14Dh, checksum B3. 06+02+33 = 3Bh, checksum C5.
@@ -254,7 +233,6 @@ const Bytes AckOfCommand{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEE, 0x10, 0x03};
 
 class PlainExchangeTest : public PacketLinkTest {
  protected:
-  PlainExchangeTest() { session.link_pids.Select(1); }
   void AnswerOnce(const std::vector<ScriptedPort::Answer>& answers) {
     port.script = [answers, done = false](const Bytes&) mutable {
       return std::exchange(done, true) ? std::vector<ScriptedPort::Answer>{} : answers;
@@ -265,17 +243,17 @@ class PlainExchangeTest : public PacketLinkTest {
 
 TEST_F(PlainExchangeTest, AnAckOfAnotherPacketIsNotTheAnswer) {
   AnswerOnce({{milliseconds{2}, AckOfCommand}, {milliseconds{400}, AckOfWaypoint}});
-  PacketReply reply = link.ExchangeData(35, Data({1, 2}), ExpectedAnswer::Ack);
-  ASSERT_EQ(reply.Count, 1);
+  PacketReply reply = link.ExchangeData(35, Bytes{1, 2}, ExpectedAnswer::Ack);
+  ASSERT_EQ(reply.count, 1);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 35);
 
   AnswerOnce({{milliseconds{2}, Joined({AckOfWaypoint, AckOfCommand, ShortWaypoint})}});
-  reply = link.ExchangeData(10, Data({7, 0}), ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 2);
+  reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(PacketData(reply.Slot(1))[0], 10);
 
   AnswerOnce({{milliseconds{2}, AckOfWaypoint}, {milliseconds{400}, ShortWaypoint}});
-  EXPECT_EQ(link.ExchangeData(6, Data({35, 0}), ExpectedAnswer::OneFrame).FirstId(), 35);
+  EXPECT_EQ(link.ExchangeData(6, Bytes{35, 0}, ExpectedAnswer::OneFrame).FirstId(), 35);
   EXPECT_EQ(port.sent.size(), 1U);
 }
 
@@ -284,40 +262,40 @@ TEST_F(PlainExchangeTest, AcksOfOneByteAndOfNoneCount) {
   for (const Bytes& ack :
        {Bytes{0x10, 0x06, 0x01, 0x23, 0xD6, 0x10, 0x03}, Bytes{0x10, 0x06, 0x00, 0xFA, 0x10, 0x03}}) {
     AnswerOnce({{milliseconds{2}, ack}});
-    EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Data({1, 2}), ExpectedAnswer::Ack)), 1);
+    EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Bytes{1, 2}, ExpectedAnswer::Ack)), 1);
   }
 }
 
 TEST_F(PlainExchangeTest, WhatComesUnaskedIsAcknowledgedAndPassedOver) {
   AnswerOnce({{milliseconds{2}, Fix}, {milliseconds{300}, Joined({Fix, AckOfCommand, Fix, ShortWaypoint})}});
-  PacketReply reply = link.ExchangeData(10, Data({7, 0}), ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 2);
+  PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(FindAckSlot(reply), 1);
   EXPECT_EQ(reply.Slot(2).Id(), 35);
   ASSERT_EQ(port.sent.size(), 4U);
   EXPECT_EQ(port.sent[1], AckOfFix);
 
   AnswerOnce({{milliseconds{2}, Fix}, {milliseconds{300}, ShortWaypoint}});
-  EXPECT_EQ(link.ExchangeData(6, Data({35, 0}), ExpectedAnswer::OneFrame).FirstId(), 35);
+  EXPECT_EQ(link.ExchangeData(6, Bytes{35, 0}, ExpectedAnswer::OneFrame).FirstId(), 35);
 
   AnswerOnce({{milliseconds{2}, Unknown}, {milliseconds{300}, AckOfWaypoint}});
-  EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Data({1, 2}), ExpectedAnswer::Ack)), 1);
+  EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Bytes{1, 2}, ExpectedAnswer::Ack)), 1);
   EXPECT_EQ(port.sent.size(), 2U);
 }
 
 TEST_F(PlainExchangeTest, AFixLateBehindTheAckOfACommandIsPassedOverToo) {
   AnswerOnce({{milliseconds{2}, AckOfCommand}, {milliseconds{300}, Fix}, {milliseconds{700}, ShortWaypoint}});
-  PacketReply reply = link.ExchangeData(10, Data({7, 0}), ExpectedAnswer::AckAndAnswer);
-  ASSERT_EQ(reply.Count, 1);
+  PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
+  ASSERT_EQ(reply.count, 1);
   link.ReceiveMore(reply);
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(reply.Slot(2).Id(), 35);
 }
 
 // Where a record is due, whatever it is may have been meant as one: neither acknowledged nor skipped.
 TEST_F(PlainExchangeTest, AnUnknownPacketInPlaceOfARecordIsTheAnswer) {
   AnswerOnce({{milliseconds{2}, Unknown}, {milliseconds{300}, ShortWaypoint}});
-  EXPECT_EQ(link.ExchangeData(6, Data({35, 0}), ExpectedAnswer::OneFrame).FirstId(), 200);
+  EXPECT_EQ(link.ExchangeData(6, Bytes{35, 0}, ExpectedAnswer::OneFrame).FirstId(), 200);
   EXPECT_EQ(port.sent.size(), 1U);
 }
 
@@ -325,39 +303,39 @@ TEST_F(PlainExchangeTest, ADamagedFrameIsTakenWhateverItSeemsToBe) {
   Bytes spoilt = AckOfCommand;
   spoilt[5] = 0x00;
   AnswerOnce({{milliseconds{2}, spoilt}});
-  EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Data({1, 2}), ExpectedAnswer::Ack)), 1);
+  EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Bytes{1, 2}, ExpectedAnswer::Ack)), 1);
 }
 
 TEST_F(PlainExchangeTest, ATrickleIsListenedToForTenSecondsInAll) {
   for (int i = 0; i < 60; ++i)
     port.Queue(milliseconds{500} * (i + 1), {0x24});
-  const PacketReply reply = link.ExchangeData(10, Data({7, 0}), ExpectedAnswer::AckAndAnswer);
-  EXPECT_EQ(reply.Count, ReceiveTimeout);
+  const PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
+  EXPECT_EQ(reply.count, ReceiveTimeout);
   EXPECT_EQ(reply.why, NoAnswer::Trickle);
   EXPECT_GT(clock.now, std::chrono::seconds{9});
   EXPECT_LT(clock.now, std::chrono::seconds{11});
 }
 
 TEST_F(PlainExchangeTest, CancelDoesNotWaitOutASilence) {
-  loop.on_yield = [this] { session.cancel_requested = clock.now > milliseconds{400}; };
-  const PacketReply reply = link.ExchangeData(10, Data({7, 0}), ExpectedAnswer::AckAndAnswer);
+  loop.on_yield = [this] { stop.cancelled = clock.now > milliseconds{400}; };
+  const PacketReply reply = link.ExchangeData(10, Bytes{7, 0}, ExpectedAnswer::AckAndAnswer);
   EXPECT_EQ(reply.why, NoAnswer::Cancel);
   EXPECT_LT(clock.now, milliseconds{420});
 }
 
 TEST_F(PlainExchangeTest, CancelLeavesAnAnswerThatIsComingItsTime) {
-  session.cancel_requested = true;
+  stop.cancelled = true;
   AnswerOnce({{milliseconds{60}, AckOfWaypoint}});
-  EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Data({1, 2}), ExpectedAnswer::Ack)), 1);
+  EXPECT_EQ(FindAckSlot(link.ExchangeData(35, Bytes{1, 2}, ExpectedAnswer::Ack)), 1);
 }
 
 TEST_F(PacketLinkTest, ReceivingOnceMoreTakesTheLateFrameBehindTheAck) {
   port.Queue(milliseconds{2}, AckOfProductRequest);
   port.Queue(milliseconds{400}, ShortWaypoint);
-  PacketReply reply = link.ReceivePackets();
-  ASSERT_EQ(reply.Count, 1);
+  PacketReply reply = Received();
+  ASSERT_EQ(reply.count, 1);
   link.ReceiveMore(reply);
-  ASSERT_EQ(reply.Count, 2);
+  ASSERT_EQ(reply.count, 2);
   EXPECT_EQ(reply.Slot(2).Id(), 0x23);
 }
 
@@ -376,8 +354,8 @@ TEST_F(PacketLinkTest, IdlingRestsAlsoWhenUnreadInputLiesThere) {
 TEST_F(PacketLinkTest, BytesThatKeepComingDoNotKeepACancelledTransferWaiting) {
   for (int i = 0; i < 600; ++i)
     port.Queue(milliseconds{1400} * (i + 1), {0x24});
-  loop.on_yield = [this] { session.TransferAborted = clock.now > std::chrono::seconds{5}; };
-  EXPECT_EQ(link.ReceivePackets().Count, ReceiveTimeout);
+  loop.on_yield = [this] { stop.aborted = clock.now > std::chrono::seconds{5}; };
+  EXPECT_EQ(Received().count, ReceiveTimeout);
   EXPECT_LT(clock.now, std::chrono::seconds{7});
 }
 
@@ -385,7 +363,7 @@ TEST_F(PacketLinkTest, ABurstThatNoAnswerCanBeIsNotWaitedFor) {
   // 400 bytes of text each second, as from a receiver that speaks to itself.
   for (int i = 0; i < 300; ++i)
     port.Queue(milliseconds{950} + std::chrono::seconds{i}, Bytes(400, 0x24));
-  EXPECT_THROW(static_cast<void>(link.ReceivePackets()), std::out_of_range);
+  EXPECT_THROW(static_cast<void>(Received()), std::out_of_range);
   EXPECT_LT(clock.now, std::chrono::seconds{10});
 }
 
@@ -407,7 +385,7 @@ TEST_F(PacketLinkTest, NoiseBeforeAFrameShiftsIt) {
   Bytes noisy{0x55, 0x66};
   noisy.insert(noisy.end(), AckOfProductRequest.begin(), AckOfProductRequest.end());
   port.Queue(milliseconds{1}, noisy);
-  const PacketReply reply = link.ReceivePackets();
+  const PacketReply reply = Received();
   EXPECT_EQ(FindAckSlot(reply), -1);
   EXPECT_TRUE(reply.Slot(1).damaged);
 }
@@ -415,7 +393,7 @@ TEST_F(PacketLinkTest, NoiseBeforeAFrameShiftsIt) {
 TEST_F(PacketLinkTest, TheTraceShowsFramesAsTheyWent) {
   RecordingTrace trace;
   link.SetTrace(&trace);
-  link.SendPacket(10, Data({0x10, 0x01}));
+  link.SendPacket(10, Bytes{0x10, 0x01});
   port.Queue(milliseconds{1}, {0x10, 0x0A, 0x02, 0x10, 0x10, 0x01, 0xE4, 0x10, 0x03});
   static_cast<void>(link.ReceivePacket());
   port.Queue(milliseconds{1}, {0x10, 0x23, 0x02});

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 
-#include "device/Garmin.h"
-#include "support/Fakes.h"
-#include "support/ScriptedReceiver.h"
+#include "device/Messages.h"
+#include "support/DeviceWorld.h"
+#include "text/Scan.h"
 
 namespace walrim {
 namespace {
@@ -12,53 +12,12 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr std::string_view DataLoss =
-    "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
 const PlainPacket Abort{10, {0, 0}};
 
-class TransferTest : public ::testing::Test {
+class TransferTest : public ::testing::Test, protected DeviceWorld {
  protected:
-  TransferTest() {
-    garmin.SetDefaultProtocols();
-    Speak("eTrex Software");
-  }
+  TransferTest() { Meet("eTrex Software"); }
 
-  void Speak(std::string_view description) {
-    ChooseProtocols(description, garmin.session.protocols);
-    receiver.description = description;
-  }
-  static Bytes Padded(std::string_view text, std::size_t width) {
-    Bytes bytes(text.begin(), text.end());
-    bytes.resize(width, ' ');
-    return bytes;
-  }
-  /// D103 waypoint at 0, 0.
-  static PlainPacket Waypoint(std::string_view ident) {
-    Bytes data = Padded(ident, 6);
-    data.resize(18, 0);
-    const Bytes comment = Padded("", 40);
-    data.insert(data.end(), comment.begin(), comment.end());
-    data.insert(data.end(), {0, 0});
-    return {35, data};
-  }
-  static PlainPacket RoutePointPacket(std::string_view ident) { return {30, Waypoint(ident).data}; }
-  static PlainPacket RouteHeaderPacket(int number, std::string_view comment) {
-    Bytes data{static_cast<std::uint8_t>(number)};
-    const Bytes text = Padded(comment, 20);
-    data.insert(data.end(), text.begin(), text.end());
-    return {29, data};
-  }
-  static PlainPacket TrackPoint300(bool new_trk) {
-    Bytes data(13, 0);
-    data[12] = new_trk ? 1 : 0;
-    return {34, data};
-  }
-  static PlainPacket TrackPoint301(std::uint8_t time, bool new_trk = false) {
-    Bytes data(21, 0);
-    data[8] = time;
-    data[20] = new_trk ? 1 : 0;
-    return {34, data};
-  }
   static std::vector<PlainPacket> TwoSegmentsAndASavedTrack() {
     // Every time is different, so that a point tells where it came from.
     return {{99, {1, 255, 'A', 0}}, TrackPoint301(1, true), TrackPoint301(2),       TrackPoint301(3, true),
@@ -66,54 +25,49 @@ class TransferTest : public ::testing::Test {
   }
   void GiveWaypoints(int count) {
     for (int i = 1; i <= count; ++i)
-      receiver.packets.push_back(Waypoint("W" + std::to_string(i)));
+      receiver.packets.push_back(WaypointPacket("W" + std::to_string(i)));
   }
-  [[nodiscard]] std::int32_t Download(DataKind kind = DataKind::Waypoint) {
-    garmin.session.TransferAborted = false;
-    return garmin.Download(kind, "1", TransferMode::Transfer);
-  }
-  [[nodiscard]] std::int32_t Upload(DataKind kind) {
-    garmin.session.TransferAborted = false;
-    return garmin.Upload(kind, "1");
-  }
-  void HoldWaypoint(std::string_view ident) {
-    WaypointRecord record;
-    record[WaypointField::ident] = ident;
-    record[WaypointField::lat] = "45";
-    record[WaypointField::lon] = "135";
-    ASSERT_GT(data.AddWaypoint(record), 0);
+  void HoldWaypoint(std::string_view ident, double lon_deg = 135) {
+    Waypoint waypoint;
+    waypoint.ident = ident;
+    waypoint.lat_deg = 45;
+    waypoint.lon_deg = lon_deg;
+    ASSERT_EQ(data.Add(std::move(waypoint)), AddResult::Stored);
   }
   void HoldRoute(int points) {
-    RouteHeader header;
-    header[RouteHeaderField::nmbr] = "3";
-    header[RouteHeaderField::cmnt] = "ROUTE";
-    header[RouteHeaderField::rte_wpt_num] = std::to_string(points);
-    const int route = data.AddRouteHeader(header);
+    Route route{RouteHeaderType::D202, 3, "ROUTE", {}};
     for (int p = 0; p < points; ++p) {
-      RoutePoint point;
-      point.waypoint[WaypointField::ident] = "P" + std::to_string(p);
-      ASSERT_EQ(data.AddRoutePoint(point, route, p), p);
+      route.points.emplace_back();
+      route.points.back().waypoint.ident = "P" + std::to_string(p);
     }
+    ASSERT_EQ(data.Begin(std::move(route)), AddResult::Stored);
   }
   void HoldLog(int points) {
-    TrackHeader header;
-    header[TrackHeaderField::trk_pnt_num] = std::to_string(points);
-    header[TrackHeaderField::trk_ident] = "LOG";
-    const int log = data.AddTrackHeader(header);
+    TrackLog log;
+    log.trk_ident = "LOG";
+    ASSERT_EQ(data.Begin(std::move(log)), AddResult::Stored);
     for (int p = 0; p < points; ++p) {
       TrackPoint point;
-      point[TrackPointField::new_trk] = p == 0 ? "TRUE" : "FALSE";
-      ASSERT_EQ(data.AddTrackPoint(point, log, p), p);
+      point.new_trk = p == 0;
+      ASSERT_EQ(data.Add(point), AddResult::Stored);
     }
   }
+  /// Names without the blanks that fill their fields.
+  [[nodiscard]] std::string Ident(std::size_t number) const { return Bare(data.Waypoints().at(number - 1).ident); }
+  [[nodiscard]] const Route& RouteOf(std::size_t number) const { return data.Routes().at(number - 1); }
+  [[nodiscard]] std::string PointIdent(std::size_t route, std::size_t point) const {
+    return Bare(RouteOf(route).points.at(point - 1).waypoint.ident);
+  }
+  /// A log by its number: a headless one is 0.
+  [[nodiscard]] const TrackLog& Log(std::size_t number) const {
+    return data.Logs().at(number - static_cast<std::size_t>(data.FirstLogNumber()));
+  }
+  [[nodiscard]] std::size_t WaypointCount() const { return data.Count(DataKind::Waypoint); }
+  [[nodiscard]] std::size_t RouteCount() const { return data.Count(DataKind::Route); }
+  [[nodiscard]] std::size_t LogCount() const { return data.Count(DataKind::TrackLog); }
 
-  FakeClock clock;
-  ScriptedPort port{clock};
-  ScriptedReceiver receiver{port};
-  FakeEventLoop loop;
-  RecordingDesktop desktop;
-  InternalData data;
-  Garmin garmin{data, port, clock, loop, desktop};
+ private:
+  static std::string Bare(std::string_view text) { return std::string(TrimBlanks(text)); }
 };
 
 // ---- Texts
@@ -133,120 +87,98 @@ TEST(FormatRemaining, IsMinutesAndSeconds) {
   EXPECT_EQ(FormatRemaining(0), "00:00");
 }
 
-TEST(StatusLine, ProgressStandsBehindWhatWasPushed) {
-  RecordingDesktop desktop;
-  StatusLine status(desktop);
-  status.SetCaption("DownLoading : Waypoint");
-  status.SetStatus("push");
-  status.SetStatus("[1/2] Remaining 00:01");
-  EXPECT_EQ(desktop.caption, "DownLoading : Waypoint [1/2] Remaining 00:01");
-  status.SetStatus("Pop");
-  EXPECT_EQ(desktop.caption, "DownLoading : Waypoint");
-}
-
-TEST(StatusLine, ASecondPushOverwritesTheFirst) {
-  RecordingDesktop desktop;
-  StatusLine status(desktop);
-  status.SetCaption("one");
-  status.SetStatus("PUSH");
-  status.SetCaption("two");
-  status.SetStatus("PUSH");
-  status.SetCaption("three");
-  status.SetStatus("POP");
-  EXPECT_EQ(desktop.caption, "two");
-}
-
 // ---- Identification
 
 TEST_F(TransferTest, ConnectingReadsTheProductDataAndChoosesTheTypes) {
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, 130);
-  EXPECT_FLOAT_EQ(info.SoftwareVersion, 2.14F);
-  EXPECT_EQ(info.Description, "eTrex Software ");  // the second text is empty
-  EXPECT_EQ(garmin.session.protocols.WaypointType, "D108");
-  EXPECT_EQ(garmin.session.protocols.LinkProtocol, "L001");
-  EXPECT_EQ(data.CurrentWaypointType, WaypointType::D108);
+  EXPECT_EQ(info.product_id, 130);
+  EXPECT_EQ(info.description, "eTrex Software ");  // the second text is empty
+  EXPECT_EQ(garmin.Protocols(), RichestProtocols);
   EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(TransferTest, APortThatCannotBeOpenedIsSaidAndChangesNothing) {
-  const DeviceProtocols before = garmin.session.protocols;
+  const DeviceProtocols before = garmin.Protocols();
   port.open_result = {PortProblem::InUse, "/dev/ttyS0", "", ""};
   const ProductInfo info = garmin.ConnectDevice("3");
-  EXPECT_EQ(info.ProductId, 0);
-  EXPECT_EQ(info.Description, "");
+  EXPECT_EQ(info.product_id, 0);
+  EXPECT_EQ(info.description, "");
   ASSERT_EQ(desktop.messages.size(), 1U);
-  EXPECT_EQ(desktop.messages[0], "Serial Port [ 3 ] は既に使われています\n/dev/ttyS0は他のプログラムが使用中です．");
-  EXPECT_EQ(garmin.session.protocols, before);
+  EXPECT_EQ(desktop.messages[0], device_messages::PortNotOpened("3", port.open_result));
+  EXPECT_EQ(garmin.Protocols(), before);
 }
 
 TEST_F(TransferTest, APortWithoutPermissionNamesTheGroupAndTheCommand) {
   port.open_result = {PortProblem::NotPermitted, "/dev/ttyUSB0", "dialout", ""};
   static_cast<void>(garmin.ConnectDevice("1"));
-  EXPECT_NE(desktop.messages.at(0).find("sudo usermod -aG dialout $USER"), std::string::npos);
+  EXPECT_EQ(desktop.messages.at(0), device_messages::PortNotOpened("1", port.open_result));
 }
 
 TEST_F(TransferTest, AnUnknownModelIsTakenForD104WithoutAMessage) {
   receiver.description = "Something else";
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
-  EXPECT_EQ(garmin.session.protocols.WaypointType, "D104");
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
+  EXPECT_EQ(garmin.Protocols().waypoint, WaypointType::D104);
   EXPECT_TRUE(desktop.messages.empty());
 }
 
 TEST_F(TransferTest, ASilentReceiverGivesIdMinusOneAndTheFallbackTypes) {
   receiver.silent_after = 0;
-  data.CurrentWaypointType = WaypointType::D107;
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, -1);
-  EXPECT_EQ(info.SoftwareVersion, -1.0F);
-  EXPECT_EQ(info.Description, "電源が入っていないか，接続されていません．");
-  EXPECT_EQ(garmin.session.protocols.WaypointType, "D104");
-  EXPECT_EQ(data.CurrentWaypointType, WaypointType::D107);  // the data that are held did not change
+  EXPECT_EQ(info.product_id, -1);
+  EXPECT_EQ(info.description, device_messages::SilentReceiver);
+  EXPECT_EQ(garmin.Protocols().waypoint, WaypointType::D104);
   EXPECT_TRUE(desktop.messages.empty());
 }
 
 TEST_F(TransferTest, AReplyWithoutAckIsNoReceiver) {
   receiver.acknowledges = false;
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, 0);
-  EXPECT_EQ(info.Description, "");
+  EXPECT_EQ(info.product_id, 0);
+  EXPECT_EQ(info.description, "");
 }
 
 TEST_F(TransferTest, ProductDataThatComeLateAreWaitedFor) {
   receiver.gap = milliseconds{300};
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, 130);
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, 130);
   receiver.gap = seconds{6};
-  EXPECT_EQ(garmin.ConnectDevice("1").ProductId, -1);
+  EXPECT_EQ(garmin.ConnectDevice("1").product_id, -1);
 }
 
 // ---- Download
 
 TEST_F(TransferTest, ADownloadAsksAcknowledgesAndEndsWithAbort) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   EXPECT_EQ(Download(), 3);
-  EXPECT_EQ(data.WaypointCount, 3);
-  EXPECT_EQ(data.d103[3].ident.Bare(), "W3");
+  EXPECT_EQ(WaypointCount(), 3U);
+  EXPECT_EQ(Ident(3), "W3");
   EXPECT_EQ(receiver.received,
             (std::vector<PlainPacket>{{10, {7, 0}}, {6, {27, 0}}, {6, {35, 0}}, {6, {35, 0}}, {6, {35, 0}}, Abort}));
   EXPECT_FALSE(port.PortOpen());
   EXPECT_TRUE(desktop.messages.empty());
 }
 
-TEST_F(TransferTest, ADownloadedWaypointIsHeldInAllFourLayouts) {
-  Speak("GPS 12 Software");
+TEST_F(TransferTest, ADownloadedWaypointGoesToReceiversOfOtherTypes) {
+  Meet("GPS 12 Software");
   GiveWaypoints(1);
   ASSERT_EQ(Download(), 1);
-  data.d104[1].ident.ZerosToBlanks();
-  EXPECT_EQ(data.d104[1].ident.Bare(), "W1");
-  EXPECT_EQ(data.d108[1].ident.substr(0, 2), "W1");
-  EXPECT_EQ(data.d108[1].attr, 96);
+  Meet("GPS III Software");
+  ASSERT_EQ(Upload(DataKind::Waypoint), 1);
+  // A zero character ends the texts.
+  const Bytes comment = Joined({{0}, TextBytes("", 39)});
+  EXPECT_EQ(receiver.received.at(1).data,
+            Joined({TextBytes("W1"), {0}, TextBytes("", 3), Bytes(12, 0), comment, Bytes(7, 0)}));
+  Meet("eTrex Software");
+  ASSERT_EQ(Upload(DataKind::Waypoint), 1);
+  const Bytes& sent = receiver.received.at(1).data;
+  EXPECT_EQ(sent.at(3), 96);
+  EXPECT_EQ(Bytes(sent.begin() + 48, sent.begin() + 55), Joined({TextBytes("W1", 6), {0}}));
 }
 
 TEST_F(TransferTest, ProgressStandsBehindTheCaption) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(2);
-  garmin.Status().SetCaption("DownLoading : Waypoint");
+  desktop.caption = "DownLoading : Waypoint";
   ASSERT_EQ(Download(), 2);
   EXPECT_TRUE(desktop.Showed("DownLoading : Waypoint [1/2] Remaining 00:00"));
   EXPECT_TRUE(desktop.Showed("DownLoading : Waypoint [2/2] Remaining 00:00"));
@@ -259,7 +191,7 @@ TEST_F(TransferTest, AnEmptyReceiverIsAbortedWithoutProgress) {
   EXPECT_EQ(receiver.received, (std::vector<PlainPacket>{{10, {7, 0}}, Abort}));
   EXPECT_FALSE(port.PortOpen());
   EXPECT_TRUE(desktop.captions.empty());
-  EXPECT_EQ(data.WaypointCount, 1);  // what was held stays
+  EXPECT_EQ(WaypointCount(), 1U);  // what was held stays
 }
 
 TEST_F(TransferTest, CountOnlyReturnsTheCountAndRequestsNoData) {
@@ -267,56 +199,58 @@ TEST_F(TransferTest, CountOnlyReturnsTheCountAndRequestsNoData) {
   HoldWaypoint("OLD");
   EXPECT_EQ(garmin.Download(DataKind::Waypoint, "1", TransferMode::CountOnly), 5);
   EXPECT_EQ(receiver.received, (std::vector<PlainPacket>{{10, {7, 0}}, Abort}));
-  EXPECT_EQ(data.WaypointCount, 1);
+  EXPECT_EQ(WaypointCount(), 1U);
   EXPECT_TRUE(desktop.captions.empty());
 }
 
 TEST_F(TransferTest, AnEarlyXferCmpltWarnsOnceAndKeepsTheAnnouncedCount) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   for (int i = 0; i < 8; ++i)
     HoldWaypoint("OLD");
   GiveWaypoints(5);
   receiver.announced = 8;
   EXPECT_EQ(Download(), 8);
-  EXPECT_EQ(data.WaypointCount, 8);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(DataLoss)});
-  EXPECT_EQ(data.d103[5].ident.Bare(), "W5");
-  EXPECT_EQ(data.d103[6].ident.Bare(), "");  // cleared, not what was held before
+  EXPECT_EQ(WaypointCount(), 8U);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(device_messages::DataLoss)});
+  EXPECT_EQ(Ident(5), "W5");
+  EXPECT_EQ(Ident(6), "");  // not what was held before
+  EXPECT_FALSE(data.Waypoints()[4].missing);
+  EXPECT_TRUE(data.Waypoints()[5].missing);
   EXPECT_EQ(receiver.received.back(), Abort);
 }
 
 // The tables and the upload of another kind go by what is held.
 TEST_F(TransferTest, WhatIsHeldStaysUntilADownloadHasEnded) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   HoldWaypoint("OLD");
   GiveWaypoints(3);
   std::vector<std::string> seen;
   loop.on_yield = [&] {
-    if (receiver.received.back() != Abort) seen.push_back(data.GetWaypoint(1)[WaypointField::ident]);
+    if (receiver.received.back() != Abort) seen.push_back(Ident(1));
   };
   EXPECT_EQ(Download(), 3);
   ASSERT_FALSE(seen.empty());
   EXPECT_EQ(seen, std::vector<std::string>(seen.size(), "OLD"));
-  EXPECT_EQ(data.d103[1].ident.Bare(), "W1");
-  EXPECT_EQ(data.WaypointCount, 3);
+  EXPECT_EQ(Ident(1), "W1");
+  EXPECT_EQ(WaypointCount(), 3U);
 }
 
 TEST_F(TransferTest, AReceiverWithMoreThanItAnnouncedWarnsToo) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(5);
   receiver.announced = 3;
   EXPECT_EQ(Download(), 3);
-  EXPECT_EQ(data.WaypointCount, 3);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(DataLoss)});
+  EXPECT_EQ(WaypointCount(), 3U);
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(device_messages::DataLoss)});
 }
 
 TEST_F(TransferTest, AnUnknownFirstPacketWaitsForCancel) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   receiver.packets[0].id = 200;
   int turns = 0;
   loop.on_yield = [&] {
-    if (++turns == 500) garmin.session.TransferAborted = true;
+    if (++turns == 500) garmin.Cancel();
   };
   const auto start = clock.now;
   EXPECT_EQ(Download(), -1);
@@ -328,10 +262,10 @@ TEST_F(TransferTest, AnUnknownFirstPacketWaitsForCancel) {
 }
 
 TEST_F(TransferTest, CancelEndsTheTransferAfterItsExchange) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(10);
   loop.on_yield = [&] {
-    if (receiver.CountReceived({6, {35, 0}}) == 4) garmin.session.TransferAborted = true;
+    if (receiver.CountReceived({6, {35, 0}}) == 4) garmin.Cancel();
   };
   EXPECT_EQ(Download(), -1);
   EXPECT_LE(receiver.CountReceived({6, {35, 0}}), 5U);
@@ -340,23 +274,22 @@ TEST_F(TransferTest, CancelEndsTheTransferAfterItsExchange) {
 }
 
 TEST_F(TransferTest, AReceiverThatFallsSilentEndsWithMinusNineAndAnAbort) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(10);
   receiver.silent_after = 4;
   const auto start = clock.now;
   EXPECT_EQ(Download(), -9);
   EXPECT_LT(clock.now - start, seconds{5});
-  EXPECT_TRUE(garmin.session.TransferAborted);
   EXPECT_EQ(receiver.received.back(), Abort);
   EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(TransferTest, SilenceAfterTheLastRecordIsNoFailure) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   receiver.silent_after = 4;  // the command and three ACKs; the last ACK is answered by nothing
   EXPECT_EQ(Download(), 3);
-  EXPECT_EQ(data.WaypointCount, 3);
+  EXPECT_EQ(WaypointCount(), 3U);
   EXPECT_TRUE(desktop.messages.empty());
 }
 
@@ -365,24 +298,24 @@ TEST_F(TransferTest, NoAckToTheCommandGivesZeroForEveryKind) {
   HoldWaypoint("OLD");
   for (const DataKind kind : AllDataKinds) {
     EXPECT_EQ(Download(kind), 0);
-    EXPECT_TRUE(garmin.session.report.not_acknowledged);
+    EXPECT_TRUE(garmin.Report().not_acknowledged);
   }
-  EXPECT_EQ(data.WaypointCount, 1);
+  EXPECT_EQ(WaypointCount(), 1U);
   receiver.silent_after = 0;
   EXPECT_EQ(Download(), 0);
-  EXPECT_TRUE(garmin.session.report.no_answer);
+  EXPECT_TRUE(garmin.Report().no_answer);
   EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(TransferTest, RecordsThatComeLateBehindTheAckAreWaitedFor) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(2);
   receiver.gap = milliseconds{500};
   EXPECT_EQ(Download(), 2);
 }
 
 TEST_F(TransferTest, RecordsThatNeverComeBehindTheAckTimeOut) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(2);
   receiver.gap = seconds{5};
   EXPECT_EQ(Download(), -9);
@@ -393,8 +326,8 @@ TEST_F(TransferTest, ACountThatLiesIsGivenUp) {
   for (const int count : {-1, -32768, 2000, 32767}) {
     receiver.announced = count;
     EXPECT_EQ(Download(), -1) << count;
-    EXPECT_TRUE(garmin.session.report.bad_answer);
-    EXPECT_EQ(data.WaypointCount, 1);
+    EXPECT_TRUE(garmin.Report().bad_answer);
+    EXPECT_EQ(WaypointCount(), 1U);
   }
   receiver.announced = 32767;
   EXPECT_EQ(Download(DataKind::Route), -1);
@@ -402,37 +335,37 @@ TEST_F(TransferTest, ACountThatLiesIsGivenUp) {
 }
 
 TEST_F(TransferTest, DamagedRecordsAreTakenAndCounted) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   // A data byte 10 followed by 03 cuts the frame.
   receiver.packets[1].data[14] = 0x10;
   receiver.packets[1].data[15] = 0x03;
   EXPECT_EQ(Download(), 3);
-  EXPECT_EQ(garmin.session.report.damaged_records, 1);
-  EXPECT_EQ(data.d103[2].ident.Bare(), "W2");
-  EXPECT_EQ(data.d103[3].ident.Bare(), "W3");
+  EXPECT_EQ(garmin.Report().damaged_records, 1);
+  EXPECT_EQ(Ident(2), "W2");
+  EXPECT_EQ(Ident(3), "W3");
 }
 
 // 45h in the highest byte is a latitude of 97 degrees.
 TEST_F(TransferTest, PositionsOffTheGlobeCountAsDamaged) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   receiver.packets[1].data[9] = 0x45;
   EXPECT_EQ(Download(), 3);
-  EXPECT_EQ(garmin.session.report.damaged_records, 1);
+  EXPECT_EQ(garmin.Report().damaged_records, 1);
   receiver.packets = {RouteHeaderPacket(1, "R"), RoutePointPacket("A"), RoutePointPacket("B")};
   receiver.packets[1].data[9] = 0xBA;
   EXPECT_EQ(Download(DataKind::Route), 3);
-  EXPECT_EQ(garmin.session.report.damaged_records, 1);
+  EXPECT_EQ(garmin.Report().damaged_records, 1);
   receiver.packets = {TrackPoint300(true), TrackPoint300(false)};
   receiver.packets[0].data[3] = 0x45;
   receiver.packets[1].data[3] = 0x40;  // the pole
   EXPECT_EQ(Download(DataKind::TrackLog), 2);
-  EXPECT_EQ(garmin.session.report.damaged_records, 1);
+  EXPECT_EQ(garmin.Report().damaged_records, 1);
 }
 
 TEST_F(TransferTest, SixFramesAtOnceEndTheTransferWithThePortClosed) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   const auto answer = port.script;
   port.script = [&](const Bytes& wire) {
@@ -449,7 +382,7 @@ TEST_F(TransferTest, SixFramesAtOnceEndTheTransferWithThePortClosed) {
 }
 
 TEST_F(TransferTest, NonsenseInAnswerToTheClosingAbortLosesNothingThatCame) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   const auto answer = port.script;
   port.script = [&](const Bytes& wire) {
@@ -461,12 +394,12 @@ TEST_F(TransferTest, NonsenseInAnswerToTheClosingAbortLosesNothingThatCame) {
     return answers;
   };
   EXPECT_EQ(Download(), 3);
-  EXPECT_EQ(data.WaypointCount, 3);
+  EXPECT_EQ(WaypointCount(), 3U);
   EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(TransferTest, ALostLineEndsTheTransferAtOnce) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(3);
   receiver.silent_after = 3;
   loop.on_yield = [&] { port.line_lost = receiver.received.size() > 3; };
@@ -478,18 +411,17 @@ TEST_F(TransferTest, ALostLineEndsTheTransferAtOnce) {
 // ---- Routes
 
 TEST_F(TransferTest, RoutesWithoutLinksAreCutByTheirHeaders) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {RouteHeaderPacket(4, "FIRST"),  RoutePointPacket("A"), RoutePointPacket("B"),
                       RouteHeaderPacket(7, "SECOND"), RoutePointPacket("C"), RoutePointPacket("D"),
                       RoutePointPacket("E")};
   EXPECT_EQ(Download(DataKind::Route), 7);
-  EXPECT_EQ(data.routes.RouteCount, 2);
-  EXPECT_EQ(data.mirrored_routes.RoutePointCount[1], 2);
-  EXPECT_EQ(data.mirrored_routes.RoutePointCount[2], 3);
-  EXPECT_EQ(data.d201[2].nmbr, 7);
-  EXPECT_EQ(data.d202[2].rte_ident, "SECOND");  // held for the other receivers too
-  EXPECT_EQ(data.d103[2203].ident.Bare(), "E");
-  EXPECT_EQ(data.mirrored_routes.first_point[2], 1);
+  EXPECT_EQ(RouteCount(), 2U);
+  EXPECT_EQ(RouteOf(1).points.size(), 2U);
+  EXPECT_EQ(RouteOf(2).points.size(), 3U);
+  EXPECT_EQ(RouteOf(2).nmbr, 7);
+  EXPECT_EQ(TrimBlanks(RouteOf(2).cmnt), "SECOND");
+  EXPECT_EQ(PointIdent(2, 3), "E");
 }
 
 TEST_F(TransferTest, LinksAreTakenUnderA201Alone) {
@@ -497,40 +429,41 @@ TEST_F(TransferTest, LinksAreTakenUnderA201Alone) {
   receiver.packets = {{29, {'R', 0}}, {30, Bytes(54, 0)}, link};
   EXPECT_EQ(Download(DataKind::Route), 3);
   EXPECT_EQ(receiver.CountReceived({6, {98, 0}}), 1U);
-  EXPECT_EQ(data.d210[LinkSlot(1, 1)].subclass[7], 0);
+  EXPECT_EQ(RouteOf(1).points.at(0).link->subclass[7], 0);
 
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {RouteHeaderPacket(1, "R"), RoutePointPacket("A"), link};
   receiver.received.clear();
-  loop.on_yield = [&] { garmin.session.TransferAborted = clock.now > seconds{20}; };
+  loop.on_yield = [&, deadline = clock.now + seconds{20}] {
+    if (clock.now > deadline) garmin.Cancel();
+  };
   EXPECT_EQ(Download(DataKind::Route), -1);
   EXPECT_EQ(receiver.CountReceived({6, {98, 0}}), 0U);
 }
 
 TEST_F(TransferTest, ARouteKeeps99PointsAndTheNextRoutesSlotsAreNotTouched) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {RouteHeaderPacket(1, "LONG")};
   for (int p = 1; p <= 102; ++p)
     receiver.packets.push_back(RoutePointPacket("P" + std::to_string(p)));
   receiver.packets.push_back(RouteHeaderPacket(2, "NEXT"));
   receiver.packets.push_back(RoutePointPacket("N1"));
   EXPECT_EQ(Download(DataKind::Route), 105);
-  EXPECT_EQ(data.routes.RoutePointCount[1], 99);
-  EXPECT_EQ(data.d103[2199].ident.Bare(), "P99");
-  EXPECT_EQ(data.d103[2200].ident.Bare(), "");
-  EXPECT_EQ(data.d103[2201].ident.Bare(), "N1");
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(DataLoss)});
+  EXPECT_EQ(RouteOf(1).points.size(), 99U);
+  EXPECT_EQ(PointIdent(1, 99), "P99");
+  EXPECT_EQ(PointIdent(2, 1), "N1");
+  EXPECT_EQ(desktop.messages, std::vector<std::string>{std::string(device_messages::DataLoss)});
   EXPECT_EQ(receiver.CountReceived({6, {30, 0}}), 103U);
 }
 
 TEST_F(TransferTest, AnEightiethRouteHeaderIsARangeError) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   for (int r = 1; r <= 80; ++r)
     receiver.packets.push_back(RouteHeaderPacket(r, "R"));
   EXPECT_THROW(static_cast<void>(Download(DataKind::Route)), std::out_of_range);
   receiver.packets.pop_back();
   EXPECT_EQ(Download(DataKind::Route), 79);
-  EXPECT_EQ(data.routes.RouteCount, 79);
+  EXPECT_EQ(RouteCount(), 79U);
 }
 
 // ---- The remaining time
@@ -547,7 +480,7 @@ using Times = std::vector<std::string>;
 
 // A record takes two seconds: one until its first byte comes, and as long for its burst to settle.
 TEST_F(TransferTest, TheRemainingTimeOfADownloadIsThatOfTheRecordsToCome) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(4);
   receiver.delay = milliseconds{1000};
   EXPECT_EQ(Download(), 4);
@@ -556,7 +489,7 @@ TEST_F(TransferTest, TheRemainingTimeOfADownloadIsThatOfTheRecordsToCome) {
 }
 
 TEST_F(TransferTest, TheRemainingTimeOfAnUploadIsTakenFromThePacketsThatWent) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.delay = milliseconds{1000};
   for (int i = 0; i < 4; ++i)
     HoldWaypoint("W");
@@ -580,39 +513,35 @@ TEST_F(TransferTest, TheRemainingTimeOfAnUploadIsTakenFromThePacketsThatWent) {
 // ---- Tracks
 
 TEST_F(TransferTest, AFirstPointWithNewTrkBeginsLog1) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {TrackPoint300(true), TrackPoint300(false), TrackPoint300(true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 3);
-  EXPECT_EQ(data.mirrored_tracks.TrackCount, 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[1], 0);
-  EXPECT_EQ(data.mirrored_tracks.TrackPointCount[1], 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[2], 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackPointCount[2], 1);
-  EXPECT_EQ(data.mirrored_tracks.TrackPointCount[0], 0);
+  EXPECT_EQ(LogCount(), 2U);
+  EXPECT_EQ(Log(1).points.size(), 2U);
+  EXPECT_EQ(Log(2).points.size(), 1U);
+  EXPECT_EQ(data.FirstLogNumber(), 1);
 }
 
 TEST_F(TransferTest, PointsBeforeTheFirstNewTrkAreCountedInLog0) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {TrackPoint300(false), TrackPoint300(false), TrackPoint300(true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 3);
-  EXPECT_EQ(data.mirrored_tracks.TrackPointCount[0], 2);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[0], 0);
-  EXPECT_EQ(data.mirrored_tracks.TrackCount, 1);
-  EXPECT_EQ(data.mirrored_tracks.TrackStart[1], 2);
+  EXPECT_EQ(Log(0).points.size(), 2U);
+  EXPECT_EQ(LogCount(), 1U);
 }
 
 TEST_F(TransferTest, AHeaderBeginsALogAndAFlagInsideItASegment) {
   receiver.packets = TwoSegmentsAndASavedTrack();
   EXPECT_EQ(Download(DataKind::TrackLog), 8);
-  EXPECT_EQ(data.tracks.TrackCount, 2);
-  EXPECT_EQ(data.d310[1].trk_ident, "A");
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 4);
-  EXPECT_TRUE(data.TrackPointAt(1, 2).new_trk);
-  EXPECT_EQ(data.d310[2].trk_ident, "B");
-  EXPECT_EQ(data.d310[2].color, 4);
-  EXPECT_FALSE(data.d310[2].dspl);
-  EXPECT_EQ(data.tracks.TrackPointCount[2], 2);
-  EXPECT_EQ(data.TrackPointAt(2, 0).time, 5);
+  EXPECT_EQ(LogCount(), 2U);
+  EXPECT_EQ(Log(1).trk_ident, "A");
+  EXPECT_EQ(Log(1).points.size(), 4U);
+  EXPECT_TRUE(Log(1).points.at(2).new_trk);
+  EXPECT_EQ(Log(2).trk_ident, "B");
+  EXPECT_EQ(Log(2).color, 4);
+  EXPECT_FALSE(Log(2).dspl);
+  EXPECT_EQ(Log(2).points.size(), 2U);
+  EXPECT_EQ(Log(2).points.at(0).time, 5);
 }
 
 TEST_F(TransferTest, ALogOfTwoSegmentsGoesBackAsItCame) {
@@ -633,33 +562,33 @@ TEST_F(TransferTest, ALogOfTwoSegmentsGoesBackAsItCame) {
 TEST_F(TransferTest, AHeaderBeginsALogWhoseFirstPointHasNoFlag) {
   receiver.packets = {{99, {1, 255, 'A', 0}}, TrackPoint301(1, true), {99, {1, 255, 'B', 0}}, TrackPoint301(2)};
   EXPECT_EQ(Download(DataKind::TrackLog), 4);
-  EXPECT_EQ(data.tracks.TrackCount, 2);
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 1);
-  EXPECT_EQ(data.TrackPointAt(2, 0).time, 2);
+  EXPECT_EQ(LogCount(), 2U);
+  EXPECT_EQ(Log(1).points.size(), 1U);
+  EXPECT_EQ(Log(2).points.at(0).time, 2);
 }
 
 TEST_F(TransferTest, PointsInFrontOfTheFirstHeaderAreALogOfTheirOwn) {
   receiver.packets = {TrackPoint301(1), TrackPoint301(2, true), {99, {1, 255, 'A', 0}}, TrackPoint301(3, true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 4);
-  EXPECT_EQ(data.tracks.TrackPointCount[0], 1);
-  EXPECT_EQ(data.tracks.TrackCount, 2);
-  EXPECT_EQ(data.d310[1].trk_ident, "");
-  EXPECT_EQ(data.d310[2].trk_ident, "A");
-  EXPECT_EQ(data.TrackPointAt(2, 0).time, 3);
+  EXPECT_EQ(Log(0).points.size(), 1U);
+  EXPECT_EQ(LogCount(), 2U);
+  EXPECT_EQ(Log(1).trk_ident, "");
+  EXPECT_EQ(Log(2).trk_ident, "A");
+  EXPECT_EQ(Log(2).points.at(0).time, 3);
 }
 
 // A receiver that has no headers may not send any: what looks like one cuts nothing.
 TEST_F(TransferTest, WithoutTrackHeadersOnlyTheFlagsCut) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {TrackPoint300(true), {99, {1, 255, 'A', 0}}, TrackPoint300(false), TrackPoint300(true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 4);
-  EXPECT_EQ(data.tracks.TrackCount, 2);
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 2);
-  EXPECT_EQ(data.d310[1].trk_ident, "");
+  EXPECT_EQ(LogCount(), 2U);
+  EXPECT_EQ(Log(1).points.size(), 2U);
+  EXPECT_EQ(Log(1).trk_ident, "");
 }
 
 TEST_F(TransferTest, PointsInFrontOfTheFirstLogGoBackFirst) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {TrackPoint300(false), TrackPoint300(false), TrackPoint300(true)};
   ASSERT_EQ(Download(DataKind::TrackLog), 3);
   receiver.received.clear();
@@ -674,23 +603,22 @@ TEST_F(TransferTest, NothingOfTheLogsThatWereHeldStaysBehindADownload) {
   HoldLog(4);
   receiver.packets = {{99, {1, 255, 'N', 0}}, TrackPoint301(7, true)};
   EXPECT_EQ(Download(DataKind::TrackLog), 2);
-  EXPECT_EQ(data.tracks.TrackCount, 1);
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 1);
-  EXPECT_EQ(data.tracks.TrackPointCount[2], 0);
-  EXPECT_EQ(data.d310[2].trk_ident, "");
-  EXPECT_EQ(data.track_points[1].time, 0);
+  ASSERT_EQ(data.Logs().size(), 1U);
+  EXPECT_EQ(Log(1).trk_ident, "N");
+  EXPECT_EQ(Log(1).points.size(), 1U);
+  EXPECT_EQ(data.TrackPointCount(), 1U);
 }
 
 // ---- Exactly full, and one more
 
 TEST_F(TransferTest, AReceiverOf30000PointsIsReadAndWrittenWhole) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets.assign(30000, TrackPoint300(false));
   receiver.packets.front() = TrackPoint300(true);
   receiver.packets.back().data[8] = 77;
   EXPECT_EQ(Download(DataKind::TrackLog), 30000);
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 30000);
-  EXPECT_EQ(data.TrackPointAt(1, 29999).time, 77);
+  EXPECT_EQ(Log(1).points.size(), 30000U);
+  EXPECT_EQ(Log(1).points.at(29999).time, 77);
   EXPECT_TRUE(desktop.messages.empty());
   receiver.received.clear();
   EXPECT_EQ(Upload(DataKind::TrackLog), 30000);
@@ -700,11 +628,11 @@ TEST_F(TransferTest, AReceiverOf30000PointsIsReadAndWrittenWhole) {
 
 TEST_F(TransferTest, OneTrackPointTooManyIsRefusedBeforeAnythingIsEmptied) {
   HoldLog(2);
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.announced = 30001;
   EXPECT_EQ(Download(DataKind::TrackLog), -1);
-  EXPECT_TRUE(garmin.session.report.bad_answer);
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 2);
+  EXPECT_TRUE(garmin.Report().bad_answer);
+  EXPECT_EQ(Log(1).points.size(), 2U);
 }
 
 TEST_F(TransferTest, HeadersAreAnnouncedBeyondThePoints) {
@@ -713,7 +641,7 @@ TEST_F(TransferTest, HeadersAreAnnouncedBeyondThePoints) {
   EXPECT_EQ(Download(DataKind::TrackLog), 31536);
   receiver.announced = 31537;
   EXPECT_EQ(Download(DataKind::TrackLog), -1);
-  EXPECT_TRUE(garmin.session.report.bad_answer);
+  EXPECT_TRUE(garmin.Report().bad_answer);
 }
 
 TEST_F(TransferTest, AReceiverOf1536LogsIsReadWholeAndOneMoreIsARangeError) {
@@ -722,41 +650,41 @@ TEST_F(TransferTest, AReceiverOf1536LogsIsReadWholeAndOneMoreIsARangeError) {
     receiver.packets.push_back(TrackPoint301(static_cast<std::uint8_t>(log % 200), true));
   }
   EXPECT_EQ(Download(DataKind::TrackLog), 3072);
-  EXPECT_EQ(data.tracks.TrackCount, 1536);
-  EXPECT_EQ(data.TrackPointAt(1536, 0).time, 1536 % 200);
+  EXPECT_EQ(LogCount(), 1536U);
+  EXPECT_EQ(Log(1536).points.at(0).time, 1536 % 200);
   EXPECT_EQ(Upload(DataKind::TrackLog), 3072);
   receiver.packets.push_back({99, {1, 255, 'A', 0}});
   EXPECT_THROW(static_cast<void>(Download(DataKind::TrackLog)), std::out_of_range);
 }
 
 TEST_F(TransferTest, AReceiverOf1999WaypointsIsReadAndWrittenWhole) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   GiveWaypoints(1999);
   EXPECT_EQ(Download(), 1999);
-  EXPECT_EQ(data.d103[1999].ident.Bare(), "W1999");
+  EXPECT_EQ(Ident(1999), "W1999");
   EXPECT_TRUE(desktop.messages.empty());
   EXPECT_EQ(Upload(DataKind::Waypoint), 1999);
   EXPECT_EQ(receiver.received.at(receiver.received.size() - 2), receiver.packets.back());
 }
 
 TEST_F(TransferTest, RoutesMayAnnounceAPointAndALinkForEverySlot) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {RouteHeaderPacket(1, "R"), RoutePointPacket("A")};
   receiver.announced = 15879;
   EXPECT_EQ(Download(DataKind::Route), 15879);
-  EXPECT_EQ(data.routes.RouteCount, 1);
+  EXPECT_EQ(RouteCount(), 1U);
   receiver.announced = 15880;
   EXPECT_EQ(Download(DataKind::Route), -1);
-  EXPECT_TRUE(garmin.session.report.bad_answer);
-  EXPECT_EQ(data.routes.RouteCount, 1);
+  EXPECT_TRUE(garmin.Report().bad_answer);
+  EXPECT_EQ(RouteCount(), 1U);
 }
 
 TEST_F(TransferTest, AnEarlyEndKeepsTheTrackPointsThatCame) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {TrackPoint300(true), TrackPoint300(false)};
   receiver.announced = 9;
   EXPECT_EQ(Download(DataKind::TrackLog), 9);
-  EXPECT_EQ(data.tracks.TrackPointCount[1], 2);
+  EXPECT_EQ(Log(1).points.size(), 2U);
   EXPECT_EQ(desktop.messages.size(), 1U);
 }
 
@@ -783,7 +711,7 @@ TEST_F(TransferTest, AnA201UploadOfThreePointsAnnouncesSevenPackets) {
 }
 
 TEST_F(TransferTest, AnA200UploadOfTwoAndThreePointsAnnouncesSevenPackets) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   HoldRoute(2);
   HoldRoute(3);
   EXPECT_EQ(Upload(DataKind::Route), 7);
@@ -792,7 +720,7 @@ TEST_F(TransferTest, AnA200UploadOfTwoAndThreePointsAnnouncesSevenPackets) {
 }
 
 TEST_F(TransferTest, ADownloadedRouteUploadsAllOfItsPoints) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   receiver.packets = {RouteHeaderPacket(4, "FIRST"), RoutePointPacket("A"), RoutePointPacket("B")};
   ASSERT_EQ(Download(DataKind::Route), 3);
   receiver.received.clear();
@@ -812,7 +740,7 @@ TEST_F(TransferTest, AnA301UploadOfThreeAndFourPointsAnnouncesNineRecords) {
 }
 
 TEST_F(TransferTest, AnA300UploadSendsNoHeaders) {
-  Speak("GPS 12 Software");
+  Meet("GPS 12 Software");
   HoldLog(2);
   EXPECT_EQ(Upload(DataKind::TrackLog), 2);
   EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{27, 34, 34, 12}));
@@ -829,8 +757,8 @@ TEST_F(TransferTest, NoiseInFrontOfTheProductDataIsNoReceiver) {
     return answers;
   };
   const ProductInfo info = garmin.ConnectDevice("1");
-  EXPECT_EQ(info.ProductId, 0);
-  EXPECT_EQ(info.Description, "");
+  EXPECT_EQ(info.product_id, 0);
+  EXPECT_EQ(info.description, "");
 }
 
 TEST_F(TransferTest, AnUploadWhoseEndIsNotAcknowledgedIsNoted) {
@@ -841,10 +769,10 @@ TEST_F(TransferTest, AnUploadWhoseEndIsNotAcknowledgedIsNoted) {
     return answer(wire);
   };
   EXPECT_EQ(Upload(DataKind::Waypoint), 1);
-  EXPECT_TRUE(garmin.session.report.end_refused);
+  EXPECT_TRUE(garmin.Report().end_refused);
   port.script = answer;
   EXPECT_EQ(Upload(DataKind::Waypoint), 1);
-  EXPECT_FALSE(garmin.session.report.end_refused);
+  EXPECT_FALSE(garmin.Report().end_refused);
 }
 
 TEST_F(TransferTest, AnUploadWithoutAckGivesZero) {
@@ -867,7 +795,9 @@ TEST_F(TransferTest, AnUploadToAReceiverThatFallsSilentIsAborted) {
 TEST_F(TransferTest, ACancelledUploadIsAborted) {
   for (int i = 0; i < 4; ++i)
     HoldWaypoint("W");
-  loop.on_yield = [&] { garmin.session.TransferAborted = receiver.received.size() >= 3; };
+  loop.on_yield = [&] {
+    if (receiver.received.size() >= 3) garmin.Cancel();
+  };
   EXPECT_EQ(Upload(DataKind::Waypoint), -1);
   EXPECT_EQ(receiver.received.back(), Abort);
 }
@@ -877,20 +807,57 @@ TEST_F(TransferTest, ARecordThatTheReceiverCannotHoldStopsTheUploadBeforeItBegin
   HoldWaypoint("CAFé");
   EXPECT_EQ(Upload(DataKind::Waypoint), -1);
   EXPECT_TRUE(receiver.received.empty());
-  EXPECT_EQ(garmin.session.report.unsendable, "Waypoint 2の文字「é」は受信機に送れません．");
-  data.ClearAllWaypoints();
-  HoldWaypoint("EAST");
-  data.d108[1].lon_deg = 180.0;
+  EXPECT_EQ(garmin.Report().unsendable, device_messages::CharacterNotSendable("Waypoint 2", "é"));
+  data.Clear(DataKind::Waypoint);
+  HoldWaypoint("EAST", 180.0);
   EXPECT_EQ(Upload(DataKind::Waypoint), -1);
-  EXPECT_EQ(garmin.session.report.unsendable, "Waypoint 1の値が受信機の範囲を超えています．");
+  EXPECT_EQ(garmin.Report().unsendable, device_messages::ValueOutOfRange("Waypoint 1"));
+}
+
+TEST_F(TransferTest, TextsThatTheFieldsHaveNoRoomForAreCountedAlsoWhereNothingCanBeSent) {
+  Meet("GPS 12 Software");
+  HoldWaypoint("TOO LONG");
+  HoldWaypoint("SHORT");
+  EXPECT_EQ(Upload(DataKind::Waypoint), 2);
+  EXPECT_EQ(garmin.Report().cut_texts, 1);
+  HoldWaypoint("CAFé", 180.0);
+  HoldWaypoint("ALSO TOO LONG");
+  EXPECT_EQ(Upload(DataKind::Waypoint), -1);
+  EXPECT_EQ(garmin.Report().cut_texts, 2);
+  EXPECT_EQ(garmin.Report().unsendable, device_messages::ValueOutOfRange("Waypoint 3"));
+  Meet("eTrex Software");
+  EXPECT_EQ(Upload(DataKind::Waypoint), -1);
+  EXPECT_EQ(garmin.Report().cut_texts, 0);
+}
+
+TEST_F(TransferTest, ALinkIsSentWithoutDataWhereItsTypeIsNotKnown) {
+  Meet("eTrexLegend");
+  HoldRoute(1);
+  EXPECT_EQ(Upload(DataKind::Route), 3);
+  EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{27, 29, 30, 98, 12}));
+  EXPECT_EQ(receiver.received[3].data, Bytes{});
+  HoldLog(1);
+  EXPECT_EQ(Upload(DataKind::TrackLog), 2);
+  EXPECT_EQ(receiver.received[6].id, 99);
+  EXPECT_EQ(receiver.received[6].data, Bytes{});
+}
+
+TEST_F(TransferTest, CancelHoldsUntilItIsCleared) {
+  HoldWaypoint("A");
+  garmin.Cancel();
+  EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), -1);
+  EXPECT_EQ(receiver.received.back(), Abort);
+  garmin.ClearCancel();
+  EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
 }
 
 TEST_F(TransferTest, AnUploadTellsWhichRecordsWereCut) {
   HoldWaypoint("ONE");
-  HoldWaypoint("TWO");
-  data.d108[2].addr = std::string(300, 'A');
+  Waypoint long_one;
+  long_one.details.Set(&WaypointDetails::addr, std::string(300, 'A'));
+  ASSERT_EQ(data.Add(std::move(long_one)), AddResult::Stored);
   EXPECT_EQ(Upload(DataKind::Waypoint), 2);
-  EXPECT_EQ(garmin.session.report.cut_records, std::vector<std::string>{"Waypoint 2"});
+  EXPECT_EQ(garmin.Report().cut_records, std::vector<std::string>{"Waypoint 2"});
   EXPECT_EQ(receiver.received.at(2).data.size(), 250U);
 }
 
@@ -899,7 +866,7 @@ TEST_F(TransferTest, RecordsThatAreNotAcknowledgedAreCounted) {
     HoldWaypoint("W");
   loop.on_yield = [&] { receiver.acknowledges = receiver.received.size() != 2; };
   EXPECT_EQ(Upload(DataKind::Waypoint), 3);
-  EXPECT_EQ(garmin.session.report.refused_records, 1);
+  EXPECT_EQ(garmin.Report().refused_records, 1);
 }
 
 }  // namespace

@@ -1,26 +1,18 @@
 #include "dialogs/ClipProAtlas.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
-#include "device/NameTables.h"
-#include "geo/GeneralLatLon.h"
+#include "dialogs/Messages.h"
 
 namespace walrim {
 namespace {
 
-constexpr NamedCode FewSymbols[] = {{0, "zero"}, {7, ""}, {18, "dot"}, {18000, "last"}, {18001, "beyond"}};
-constexpr NamedCode FewDisplays[] = {{-1, "before"}, {0, "zero"}, {15, "last"}, {16, "beyond"}};
-constexpr NameTables FewNames{FewSymbols, FewDisplays, {}};
-
+using namespace dialog_messages;
 using Texts = std::vector<std::string>;
 
-TEST(ClipEntries, HaveTheCodeInFiveDigitsAndTheName) {
-  EXPECT_EQ(SymbolEntries(FewNames), (Texts{"00000 : zero", "00018 : dot", "18000 : last"}));
-  EXPECT_EQ(DisplayEntries(FewNames), (Texts{"00000 : zero", "00015 : last"}));
-}
-
-TEST(ClipEntries, OfferTheNamesOfTheWaypointType) {
-  const Texts d108 = SymbolEntries(NameTablesFor(WaypointType::D108));
+TEST(ClipEntries, HaveTheCodeInFiveDigitsAndTheNameOfTheWaypointType) {
+  const Texts d108 = SymbolEntries(WaypointType::D108);
   ASSERT_EQ(d108.size(), 141U);
   EXPECT_EQ(d108.front(), "00000 : white anchor symbol");
   EXPECT_EQ(d108[14], "00014 : white skull and crossbones symbol*/");
@@ -28,8 +20,8 @@ TEST(ClipEntries, OfferTheNamesOfTheWaypointType) {
   EXPECT_EQ(d108.back(), "16402 : Seaplane Base");
   for (std::size_t i = 1; i < d108.size(); ++i)
     EXPECT_LT(CodeOfEntry(d108[i - 1]), CodeOfEntry(d108[i]));
-  EXPECT_EQ(SymbolEntries(NameTablesFor(WaypointType::D103)).size(), 16U);
-  EXPECT_EQ(DisplayEntries(NameTablesFor(WaypointType::D104)),
+  EXPECT_EQ(SymbolEntries(WaypointType::D103).size(), 16U);
+  EXPECT_EQ(DisplayEntries(WaypointType::D104),
             (Texts{"00000 : Display symbol non", "00001 : Display symbol by itself",
                    "00003 : Display symbol with waypoint name", "00005 : Display symbol with comment"}));
 }
@@ -47,23 +39,21 @@ TEST(ClipEntries, TheCodeIsTheNumberOfTheFirstFiveCharacters) {
 
 class ClipProAtlasTest : public ::testing::Test {
  protected:
-  void OpenTakao(std::string_view datum = "WGS84") {
-    clip.SetClip("from the map", "35.6252", "139.2437", datum, "takao", "高尾山");
+  void OpenTakao(Datum datum = Datum::Wgs84, WaypointType type = WaypointType::D108) {
+    ShowClip({35.6252, 139.2437, datum, "takao", "高尾山"}, type, clip);
   }
 
-  ClipProAtlas clip{NameTablesFor(WaypointType::D108)};
+  ClipProAtlas clip;
 };
 
-TEST_F(ClipProAtlasTest, SetClipFillsTheControls) {
-  OpenTakao("Tokyo");
-  EXPECT_TRUE(clip.Open());
+TEST_F(ClipProAtlasTest, APointFillsTheControls) {
+  OpenTakao(Datum::Tokyo);
   EXPECT_EQ(clip.ClipLat, "35.6252");
   EXPECT_EQ(clip.ClipLon, "139.2437");
   EXPECT_EQ(clip.ClipIdent, "takao");
   EXPECT_EQ(clip.ClipCmnt, "高尾山");
-  EXPECT_EQ(clip.Notation(), "D");
-  EXPECT_EQ(clip.Context(), "from the map");
-  EXPECT_EQ(clip.PointDatum(), "Tokyo");
+  EXPECT_EQ(clip.notation, AngleNotation::D);
+  EXPECT_EQ(clip.datum, Datum::Tokyo);
   EXPECT_EQ(clip.smbl_entries.size(), 141U);
   EXPECT_EQ(clip.dspl_entries.size(), 3U);
   EXPECT_EQ(clip.SmblType, "00018 : waypoint dot");
@@ -71,12 +61,12 @@ TEST_F(ClipProAtlasTest, SetClipFillsTheControls) {
 }
 
 TEST_F(ClipProAtlasTest, ControlCharactersOfTheTextsBecomeBlanks) {
-  clip.SetClip("", "35", "139", "WGS84", "A\tB", "C\r\nD");
+  ShowClip({35, 139, Datum::Wgs84, "A\tB", "C\r\nD"}, WaypointType::D108, clip);
   EXPECT_EQ(clip.ClipIdent, "A B");
   EXPECT_EQ(clip.ClipCmnt, "C  D");
   clip.ClipIdent = "X\tY";
   clip.ClipCmnt = "\x01";
-  const ClipResult result = clip.Ok();
+  const ClipResult result = FinishClip(clip);
   ASSERT_TRUE(result.waypoint);
   EXPECT_EQ(result.waypoint->ident, "X Y");
   EXPECT_EQ(result.waypoint->cmnt, " ");
@@ -86,38 +76,24 @@ TEST_F(ClipProAtlasTest, TheEntriesChosenLastStayChosenWhileTheyAreOffered) {
   OpenTakao();
   clip.SmblType = "08246 : summit symbol";
   clip.DsplType = "00002 : Display symbol with comment";
-  clip.Cancel();
   OpenTakao();
   EXPECT_EQ(clip.SmblType, "08246 : summit symbol");
   EXPECT_EQ(clip.DsplType, "00002 : Display symbol with comment");
-  clip.SetNames(NameTablesFor(WaypointType::D104));
-  OpenTakao();
+  OpenTakao(Datum::Wgs84, WaypointType::D104);
   EXPECT_EQ(clip.SmblType, "08246 : summit symbol");
   EXPECT_EQ(clip.DsplType, "00000 : Display symbol non") << "D104 has no display mode 2";
-  clip.SetNames(NameTablesFor(WaypointType::D103));
-  OpenTakao();
+  OpenTakao(Datum::Wgs84, WaypointType::D103);
   EXPECT_EQ(clip.SmblType, "00000 : dot symbol") << "neither 8246 nor 18 is a D103 symbol";
-}
-
-TEST_F(ClipProAtlasTest, WithoutNamesTheListsAreEmptyAndTheCodesZero) {
-  clip.SetNames({});
-  OpenTakao();
-  EXPECT_TRUE(clip.smbl_entries.empty());
-  EXPECT_EQ(clip.SmblType, "");
-  const ClipResult result = clip.Ok();
-  ASSERT_TRUE(result.waypoint);
-  EXPECT_EQ(result.waypoint->smbl, 0);
-  EXPECT_EQ(result.waypoint->dspl, 0);
 }
 
 TEST_F(ClipProAtlasTest, ClipPntSwitchesBetweenDegreesAndDms) {
   OpenTakao();
-  EXPECT_EQ(clip.ClipPnt(), "");
-  EXPECT_EQ(clip.Notation(), "DMS");
+  EXPECT_EQ(SwitchClipNotation(clip), "");
+  EXPECT_EQ(clip.notation, AngleNotation::DMS);
   EXPECT_EQ(clip.ClipLat, "35.373072");
   EXPECT_EQ(clip.ClipLon, "139.143732");
-  EXPECT_EQ(clip.ClipPnt(), "");
-  EXPECT_EQ(clip.Notation(), "D");
+  EXPECT_EQ(SwitchClipNotation(clip), "");
+  EXPECT_EQ(clip.notation, AngleNotation::D);
   EXPECT_EQ(clip.ClipLat, "35.6252");
   EXPECT_EQ(clip.ClipLon, "139.2437");
 }
@@ -125,20 +101,20 @@ TEST_F(ClipProAtlasTest, ClipPntSwitchesBetweenDegreesAndDms) {
 TEST_F(ClipProAtlasTest, ClipPntConvertsTheTextsAsTheyStand) {
   OpenTakao();
   clip.ClipLat = " 34.6917361111111 ";
-  EXPECT_EQ(clip.ClipPnt(), "");
+  EXPECT_EQ(SwitchClipNotation(clip), "");
   EXPECT_EQ(clip.ClipLat, "34.413025");
   clip.ClipLat = "34.30";
-  EXPECT_EQ(clip.ClipPnt(), "");
+  EXPECT_EQ(SwitchClipNotation(clip), "");
   EXPECT_EQ(clip.ClipLat, "34.5");
 }
 
 TEST_F(ClipProAtlasTest, SouthAndWestStayInDegreesAndKeepTheirValue) {
-  clip.SetClip("", "-33.75", "-0.25", "WGS84", "S", "");
-  EXPECT_NE(clip.ClipPnt(), "") << "-33.75 as -34.450000 would be read as -34.55";
+  ShowClip({-33.75, -0.25, Datum::Wgs84, "S", ""}, WaypointType::D108, clip);
+  EXPECT_NE(SwitchClipNotation(clip), "") << "-33.75 as -34.450000 would be read as -34.55";
   EXPECT_EQ(clip.ClipLat, "-33.75");
   EXPECT_EQ(clip.ClipLon, "-0.25");
-  EXPECT_EQ(clip.Notation(), "D");
-  const ClipResult result = clip.Ok();
+  EXPECT_EQ(clip.notation, AngleNotation::D);
+  const ClipResult result = FinishClip(clip);
   ASSERT_TRUE(result.waypoint);
   EXPECT_EQ(result.waypoint->lat_deg, -33.75);
   EXPECT_EQ(result.waypoint->lon_deg, -0.25);
@@ -146,63 +122,76 @@ TEST_F(ClipProAtlasTest, SouthAndWestStayInDegreesAndKeepTheirValue) {
 
 TEST_F(ClipProAtlasTest, NoNegativeDegreesAreTakenInDms) {
   OpenTakao();
-  ASSERT_EQ(clip.ClipPnt(), "");
+  ASSERT_EQ(SwitchClipNotation(clip), "");
   clip.ClipLat = "-34.450000";
-  EXPECT_NE(clip.ClipPnt(), "");
-  EXPECT_FALSE(clip.Ok().waypoint);
+  EXPECT_NE(SwitchClipNotation(clip), "");
+  EXPECT_FALSE(FinishClip(clip).waypoint);
 }
 
 TEST_F(ClipProAtlasTest, ATextThatIsNoPositionIsRefusedAndNothingChanges) {
   OpenTakao();
-  for (const char* text : {"", " ", "abc", "35.6x", "35,6", "3 5", "35.6.2", "-", ".", "1E", "1E+", "N35", "３５",
-                           "nan", "inf", "0x10", "35/37/30"}) {
+  for (const char* text : {"", " ", "\"\"", "abc", "35,6", "-", ".", "N35", "３５", "nan", "inf", "0x10", "1E+400"}) {
     clip.ClipLon = text;
-    EXPECT_NE(clip.ClipPnt(), "") << text;
-    const ClipResult result = clip.Ok();
+    EXPECT_NE(SwitchClipNotation(clip), "") << text;
+    const ClipResult result = FinishClip(clip);
     EXPECT_FALSE(result.waypoint) << text;
     EXPECT_NE(result.refusal, "") << text;
     EXPECT_EQ(clip.ClipLat, "35.6252");
     EXPECT_EQ(clip.ClipLon, text);
-    EXPECT_EQ(clip.Notation(), "D");
-    EXPECT_TRUE(clip.Open());
+    EXPECT_EQ(clip.notation, AngleNotation::D);
+  }
+}
+
+TEST_F(ClipProAtlasTest, ATextIsReadAsLenientlyAsAFilesColumn) {
+  for (const auto& [text, lon_deg] :
+       {std::pair("139.6x", 139.6), std::pair(" 139.6 E", 139.6), std::pair("+139", 139.0), std::pair("139.6.2", 139.6),
+        std::pair("1E", 1.0), std::pair("=\"139.5\"", 139.5), std::pair("139 deg", 139.0)}) {
+    OpenTakao();
+    clip.ClipLon = text;
+    const ClipResult result = FinishClip(clip);
+    ASSERT_TRUE(result.waypoint) << text << result.refusal;
+    EXPECT_EQ(result.waypoint->lon_deg, lon_deg) << text;
+    EXPECT_EQ(SwitchClipNotation(clip), "") << text;
+    ASSERT_TRUE(FinishClip(clip).waypoint) << text;
+    EXPECT_NEAR(FinishClip(clip).waypoint->lon_deg, lon_deg, 1e-5) << text;
   }
 }
 
 TEST_F(ClipProAtlasTest, TheRefusalNamesTheTextAndWhatIsExpected) {
   OpenTakao();
   clip.ClipLat = "abc";
-  EXPECT_EQ(clip.ClipPnt(), "緯度「abc」は度（D形式，例 35.6252）として読めません．");
+  EXPECT_EQ(SwitchClipNotation(clip), NoAngle(Latitude, "abc", LatitudeInDegrees));
   clip.ClipLat = "90.1";
-  EXPECT_EQ(clip.ClipPnt(), "緯度「90.1」は-90度から90度までの範囲にありません．");
+  EXPECT_EQ(SwitchClipNotation(clip), OutOfRange(Latitude, "90.1", 90));
   clip.ClipLat = "90";
   clip.ClipLon = "-180.01";
-  EXPECT_EQ(clip.ClipPnt(), "経度「-180.01」は-180度から180度までの範囲にありません．");
+  EXPECT_EQ(SwitchClipNotation(clip), OutOfRange(Longitude, "-180.01", 180));
   clip.ClipLon = "-180";
-  EXPECT_EQ(clip.ClipPnt(), "経度「-180」は南緯・西経のため，度分秒（DMS形式）では扱えません．");
+  EXPECT_EQ(SwitchClipNotation(clip), NoNegativeDms(Longitude, "-180"));
   clip.ClipLon = "180";
-  EXPECT_EQ(clip.ClipPnt(), "");
-  clip.ClipLon = "139.6";
-  EXPECT_EQ(clip.ClipPnt(), "経度「139.6」は度分秒（DMS形式，例 139.143732）として読めません．");
+  EXPECT_EQ(SwitchClipNotation(clip), "");
+  clip.ClipLon = "east";
+  EXPECT_EQ(SwitchClipNotation(clip), NoAngle(Longitude, "east", LongitudeInDms));
 }
 
-TEST_F(ClipProAtlasTest, MinutesAndSecondsOf60AreNoDmsUnlessRoundedToIt) {
+TEST_F(ClipProAtlasTest, MinutesOf60AndMoreAreCarriedAsInAFile) {
   OpenTakao();
-  ASSERT_EQ(clip.ClipPnt(), "");
-  for (const char* text : {"35.60", "35.6000", "35.3061", "35.99", "35.309999"}) {
-    clip.ClipLat = text;
-    EXPECT_NE(clip.ClipPnt(), "") << text;
-  }
+  ASSERT_EQ(SwitchClipNotation(clip), "");
   clip.ClipLat = "34.596000";
-  EXPECT_EQ(clip.ClipPnt(), "");
+  EXPECT_EQ(SwitchClipNotation(clip), "");
   EXPECT_EQ(clip.ClipLat, "35");
+  ASSERT_EQ(SwitchClipNotation(clip), "");
+  clip.ClipLat = "34.90";
+  ASSERT_TRUE(FinishClip(clip).waypoint);
+  EXPECT_EQ(FinishClip(clip).waypoint->lat_deg, 35.5);
 }
 
-TEST_F(ClipProAtlasTest, OkHandsTheWaypointOverAndCloses) {
+TEST_F(ClipProAtlasTest, OkHandsTheWaypointOver) {
   OpenTakao();
   clip.SmblType = "08246 : summit symbol";
   clip.DsplType = "00002 : Display symbol with comment";
   clip.ClipCmnt = "標高599m";
-  const ClipResult result = clip.Ok();
+  const ClipResult result = FinishClip(clip);
   EXPECT_EQ(result.refusal, "");
   ASSERT_TRUE(result.waypoint);
   EXPECT_EQ(result.waypoint->lat_deg, 35.6252);
@@ -211,25 +200,23 @@ TEST_F(ClipProAtlasTest, OkHandsTheWaypointOverAndCloses) {
   EXPECT_EQ(result.waypoint->cmnt, "標高599m");
   EXPECT_EQ(result.waypoint->smbl, 8246);
   EXPECT_EQ(result.waypoint->dspl, 2);
-  EXPECT_FALSE(clip.Open());
-  EXPECT_EQ(clip.Context(), "");
 }
 
 TEST_F(ClipProAtlasTest, OkReadsThePositionInTheNotationThatIsShown) {
   OpenTakao();
-  ASSERT_EQ(clip.ClipPnt(), "");
+  ASSERT_EQ(SwitchClipNotation(clip), "");
   clip.ClipLat = "35.3000";
-  const ClipResult result = clip.Ok();
+  const ClipResult result = FinishClip(clip);
   ASSERT_TRUE(result.waypoint);
   EXPECT_EQ(result.waypoint->lat_deg, 35.5);
   EXPECT_NEAR(result.waypoint->lon_deg, 139.2437, 1e-12);
 }
 
 TEST_F(ClipProAtlasTest, APointOnTheTokyoDatumComesOutOnWgs84) {
-  OpenTakao("Tokyo");
-  const ClipResult result = clip.Ok();
+  OpenTakao(Datum::Tokyo);
+  const ClipResult result = FinishClip(clip);
   ASSERT_TRUE(result.waypoint);
-  const GeoPoint expected = TokyoToWgs({35.6252, 139.2437, 0});
+  const GeoPoint expected = ConvertDatum({35.6252, 139.2437, 0}, Datum::Tokyo, Datum::Wgs84);
   EXPECT_EQ(result.waypoint->lat_deg, expected.latitude_deg);
   EXPECT_EQ(result.waypoint->lon_deg, expected.longitude_deg);
   // West of Tokyo the old datum's figures are some 11.7" smaller in latitude and 11.1" larger in longitude.
@@ -237,24 +224,15 @@ TEST_F(ClipProAtlasTest, APointOnTheTokyoDatumComesOutOnWgs84) {
   EXPECT_NEAR((result.waypoint->lon_deg - 139.2437) * 3600, -11.1, 0.3);
 }
 
-TEST_F(ClipProAtlasTest, CancelHandsNothingOver) {
-  OpenTakao();
-  clip.Cancel();
-  EXPECT_FALSE(clip.Open());
-  EXPECT_EQ(clip.Context(), "");
-  const ClipResult result = clip.Ok();
-  EXPECT_FALSE(result.waypoint);
-  EXPECT_EQ(result.refusal, "");
-}
-
 TEST_F(ClipProAtlasTest, ARefusalCanBeCorrectedAndConfirmed) {
-  OpenTakao("Tokyo");
+  OpenTakao(Datum::Tokyo);
   clip.ClipLat = "?";
-  EXPECT_FALSE(clip.Ok().waypoint);
+  EXPECT_FALSE(FinishClip(clip).waypoint);
   clip.ClipLat = "35.6252";
-  const ClipResult result = clip.Ok();
+  const ClipResult result = FinishClip(clip);
   ASSERT_TRUE(result.waypoint);
-  EXPECT_EQ(result.waypoint->lat_deg, TokyoToWgs({35.6252, 139.2437, 0}).latitude_deg) << "the datum was kept";
+  EXPECT_EQ(result.waypoint->lat_deg, ConvertDatum({35.6252, 139.2437, 0}, Datum::Tokyo, Datum::Wgs84).latitude_deg)
+      << "the datum was kept";
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ constexpr double TakaoLat = 35 + (37 * 60 + 30.7) / 3600;
 constexpr double TakaoLon = 139 + (14 * 60 + 37.3) / 3600;
 constexpr double OneUlp = 1e-12;
 
-void ExpectPoint(const std::string& text, double lat_deg, double lon_deg, const std::string& datum = "WGS84") {
+void ExpectPoint(const std::string& text, double lat_deg, double lon_deg, Datum datum = Datum::Wgs84) {
   SCOPED_TRACE(text);
   const auto point = RecognizeMapPoint(text);
   ASSERT_TRUE(point);
@@ -87,24 +87,26 @@ TEST(MapPointPair, TheLimitsAreInside) {
 }
 
 TEST(MapPointPair, TheDatumIsWhatTheTextSays) {
-  ExpectPoint("35.6252, 139.2437 (日本測地系)", 35.6252, 139.2437, "Tokyo");
-  ExpectPoint("日本測地系：35.6252, 139.2437", 35.6252, 139.2437, "Tokyo");
-  ExpectPoint("Tokyo 35.6252, 139.2437", 35.6252, 139.2437, "Tokyo");
-  ExpectPoint("35.6252, 139.2437 世界測地系", 35.6252, 139.2437, "WGS84");
-  ExpectPoint("35.6252, 139.2437 (日本測地系2011)", 35.6252, 139.2437, "WGS84");
-  ExpectPoint("[wgs84] 35°37'30.7\"N 139°14'37.3\"E", TakaoLat, TakaoLon, "WGS84");
+  ExpectPoint("35.6252, 139.2437 (日本測地系)", 35.6252, 139.2437, Datum::Tokyo);
+  ExpectPoint("日本測地系：35.6252, 139.2437", 35.6252, 139.2437, Datum::Tokyo);
+  ExpectPoint("Tokyo 35.6252, 139.2437", 35.6252, 139.2437, Datum::Tokyo);
+  ExpectPoint("35.6252, 139.2437 世界測地系", 35.6252, 139.2437, Datum::Wgs84);
+  ExpectPoint("35.6252, 139.2437 (日本測地系2011)", 35.6252, 139.2437, Datum::Wgs84);
+  ExpectPoint("[wgs84] 35°37'30.7\"N 139°14'37.3\"E", TakaoLat, TakaoLon, Datum::Wgs84);
   ExpectNone("35.6252, 139.2437 NAD27");
   ExpectNone("Tokyo");
   ExpectNone("WGS84");
 }
 
 TEST(MapPointPair, ALoneAngleIsNoPoint) {
+  ExpectPoint("35.6252 139.5", 35.6252, 139.5);
   for (const char* text : {"35.6252", "35°37.5", "35° 37.5", "35°37'30.7", "35°37' 30.7", "35°37'30.7\"",
                            "35°37'30.7\"N", "N35.37.30.7", "35.6 N", "35°37", "北緯35度37分30.7秒"})
     ExpectNone(text);
 }
 
 TEST(MapPointPair, WhatCouldBeAnythingIsNoPoint) {
+  ExpectPoint("12.0, 34.0", 12, 34);
   for (const char* text : {"", " ", "12, 34", "12 34", "1.2.3.4 5.6.7.8", "10.0.0.1, 10.0.0.2", "35.6252, 139",
                            "35.6252-139.2437", "35,6252, 139,2437", "N35.6252", "hello", "高尾山", ",", "()", "N E",
                            "2002/11/15 14:25:30", "35/37/30.7,139/14/37.3"})
@@ -112,6 +114,7 @@ TEST(MapPointPair, WhatCouldBeAnythingIsNoPoint) {
 }
 
 TEST(MapPointPair, AnythingMoreIsRefused) {
+  ExpectPoint("35.6252, 139.2437", 35.6252, 139.2437);
   for (const char* text : {"35.6252, 139.2437, 599.0",
                            "35.6252, 139.2437 35.6252, 139.2437",
                            "35.6252, 139.2437\n35.7, 139.3",
@@ -143,7 +146,7 @@ TEST(MapPointLink, GeoLinks) {
   ExpectPoint("geo:35.6252,139.2437?z=17", 35.6252, 139.2437);
   ExpectPoint("geo:90,180", 90, 180);
   ExpectPoint(" geo:35.6252,139.2437\r\n", 35.6252, 139.2437);
-  ExpectPoint("geo:35.6252,139.2437;crs=tokyo", 35.6252, 139.2437, "Tokyo");
+  ExpectPoint("geo:35.6252,139.2437;crs=tokyo", 35.6252, 139.2437, Datum::Tokyo);
 }
 
 TEST(MapPointLink, TheLabelIsTheIdent) {
@@ -171,6 +174,7 @@ TEST(MapPointLink, APlaceholderTakesThePositionOfTheLabel) {
 }
 
 TEST(MapPointLink, OtherLinksAreRefused) {
+  ExpectPoint("geo:35,139", 35, 139);
   for (const char* text : {"geo:", "geo:35", "geo:35,", "geo:,139", "geo:35,139,", "geo:35,139,1,2", "geo:91,139",
                            "geo:35,181", "geo:a,b", "geo:35,139;crs=moon-2011", "geo:35,139 x",
                            "geo:35,139\ngeo:36,140", "geo:35.6252,139.2437?q=36,140(elsewhere)", "geo://35,139",
@@ -180,11 +184,11 @@ TEST(MapPointLink, OtherLinksAreRefused) {
 }
 
 TEST(MapPointScript, APointStatement) {
-  ExpectPoint("\t\t" + Point + ";", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("point oid=1 gid=5131 pos=35/37/30.7,139/14/37.3;", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("POINT POS= 35/37/30.7 , 139/14/37.3 ;", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("point oid=1,gid=5131, pos=35/37/30.7,139/14/37.3, str=A, info=B;", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("point pos=35/37/30.7,139/14/37.3", TakaoLat, TakaoLon, "Tokyo");
+  ExpectPoint("\t\t" + Point + ";", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("point oid=1 gid=5131 pos=35/37/30.7,139/14/37.3;", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("POINT POS= 35/37/30.7 , 139/14/37.3 ;", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("point oid=1,gid=5131, pos=35/37/30.7,139/14/37.3, str=A, info=B;", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("point pos=35/37/30.7,139/14/37.3", TakaoLat, TakaoLon, Datum::Tokyo);
 }
 
 TEST(MapPointScript, StrIsTheIdentAndInfoTheComment) {
@@ -220,7 +224,7 @@ TEST(MapPointScript, AWholeScriptWithOnePoint) {
       "//Header:Prog:1.0.8.0 Templ:1.2 Date:2002/11/15 14:25:30;\r\nmapserver script ver=1.0;\r\n"
       "\t\tmessage\tstr=Walrim;\r\n\t\ttheme\tstr=Walrim;\r\n\t\tgroup\tgid=5131\r\n\t\t\t\tgname=Waypoint;\r\n";
   const std::string tail = "\r\n\t\tdisp\tall;\r\nmapserver end;\r\n";
-  ExpectPoint(head + "\t\t" + Point + ";" + tail, TakaoLat, TakaoLon, "Tokyo");
+  ExpectPoint(head + "\t\t" + Point + ";" + tail, TakaoLat, TakaoLon, Datum::Tokyo);
   ExpectNone(head + tail);
   ExpectNone(head + "\t\t" + Point + ";\r\n\t\t" + Point + ";" + tail);
   ExpectNone(head + "\t\t" + Point + ";\r\nline oid=2 pos=35/0/0,139/0/0,35/1/0,139/1/0;" + tail);
@@ -228,19 +232,20 @@ TEST(MapPointScript, AWholeScriptWithOnePoint) {
 }
 
 TEST(MapPointScript, TheGeorefOrTheThemeNamesTheDatum) {
-  ExpectPoint("georef system=WGS84;" + Point + ";", TakaoLat, TakaoLon, "WGS84");
-  ExpectPoint(Point + ";\r\ngeoref system=jgd2000;", TakaoLat, TakaoLon, "WGS84");
-  ExpectPoint("theme\tstr=Walrim Datum:WGS84 UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, "WGS84");
-  ExpectPoint("theme\tstr=Walrim Datum:Tokyo UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, "Tokyo");
-  ExpectPoint("georef system=tokyo;" + Point + ";", TakaoLat, TakaoLon, "Tokyo");
+  ExpectPoint("georef system=WGS84;" + Point + ";", TakaoLat, TakaoLon, Datum::Wgs84);
+  ExpectPoint(Point + ";\r\ngeoref system=jgd2000;", TakaoLat, TakaoLon, Datum::Wgs84);
+  ExpectPoint("theme\tstr=Walrim Datum:WGS84 UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, Datum::Wgs84);
+  ExpectPoint("theme\tstr=Walrim Datum:Tokyo UTCOffset:9;" + Point + ";", TakaoLat, TakaoLon, Datum::Tokyo);
+  ExpectPoint("georef system=tokyo;" + Point + ";", TakaoLat, TakaoLon, Datum::Tokyo);
 }
 
 TEST(MapPointScript, SecondsMayBeRoundedUpTo60AndDegreesAreRoundedDown) {
-  ExpectPoint("point pos=34/59/60.0,139/00/00.0;", 35, 139, "Tokyo");
-  ExpectPoint("point pos=-34/30/00.0,-1/45/00.0;", -33.5, -0.25, "Tokyo");
+  ExpectPoint("point pos=34/59/60.0,139/00/00.0;", 35, 139, Datum::Tokyo);
+  ExpectPoint("point pos=-34/30/00.0,-1/45/00.0;", -33.5, -0.25, Datum::Tokyo);
 }
 
 TEST(MapPointScript, PositionsThatAreNoneAreRefused) {
+  ExpectPoint("point oid=1 pos=35/37/30.7,139/14/37.3;", TakaoLat, TakaoLon, Datum::Tokyo);
   for (const char* pos :
        {"", "35/37/30.7", "35/37/30.7,", ",139/14/37.3", "35.6252,139.2437", "35/37,139/14", "35/37/30.7,139/14/37.3,1",
         "35/37/30.7,139/14/37.3,35/0/0,139/0/0", "35/60/0,139/0/0", "35/0/60.1,139/0/0", "91/0/0,139/0/0",
@@ -256,15 +261,20 @@ TEST(MapPointScript, PositionsThatAreNoneAreRefused) {
 }
 
 TEST(MapPoint, BytesThatAreNoUtf8AreNoPoint) {
+  ExpectPoint("35.6252, 139.2437", 35.6252, 139.2437);
   ExpectNone("35.6252, 139.2437\xFF");
-  ExpectNone("point pos=35/0/0,139/0/0 str=\x83\x5C;");
   ExpectNone(std::string("35.6252, 139.2437\0", 18));
+  ExpectPoint("point pos=35/0/0,139/0/0 str=\u8868;", 35, 139, Datum::Tokyo);
+  ExpectNone("point pos=35/0/0,139/0/0 str=\x83\x5C;");
 }
 
 TEST(MapPoint, HugeTextsAreNoPoint) {
-  ExpectNone(std::string(LongestMapPointText, ' ') + "35.6252, 139.2437");
+  const std::string pair = "35.6252, 139.2437";
+  ExpectPoint(std::string(LongestMapPointText - pair.size(), ' ') + pair, 35.6252, 139.2437);
+  ExpectNone(std::string(LongestMapPointText - pair.size() + 1, ' ') + pair);
+  ExpectPoint("35.6252, 139.24370" + std::string(20, '0'), 35.6252, 139.2437);
+  ExpectNone("35.6252, 139.2437" + std::string(1000, '0'));
   ExpectNone(std::string(1000000, '1'));
-  ExpectNone("35.6252, 139." + std::string(1000, '2'));
   for (const char* piece : {"//", "point ", "\" ", "pos= ", "N", "geo:", "35°", ";", " ", "mapserver;"}) {
     std::string text;
     while (text.size() + 20 < LongestMapPointText)
@@ -272,17 +282,29 @@ TEST(MapPoint, HugeTextsAreNoPoint) {
     ExpectNone(text);
     ExpectNone("point str=" + text);
   }
+  const std::string blanks(LongestMapPointText / 2, ' ');
+  ExpectPoint("point str=A" + blanks + "pos=35/0/0,139/0/0" + blanks.substr(100), 35, 139, Datum::Tokyo);
 }
 
 TEST(MapPoint, EveryShorterTextIsReadOrRefused) {
-  for (const std::string& text : std::vector<std::string>{
-           "北緯35度37分30.7秒 東経139度14分37.3秒 (日本測地系)", "geo:35.6252,139.2437,5;crs=wgs84;u=5?q=a%20b",
-           Point + "\r\n\t\t\t\tstr=TAKAO\r\n\t\t\t\tinfo=[WP]<TAKAO><x>; georef system=WGS84;"}) {
+  // A text, and at how many of its lengths below the whole it is a point already.
+  struct Growing {
+    std::string text;
+    int points;
+  };
+  for (const auto& [text, points] : std::vector<Growing>{
+           {"北緯35度37分30.7秒 東経139度14分37.3秒 (日本測地系)", 6},
+           {"geo:35.6252,139.2437,5;crs=wgs84;u=5?q=a%20b", 24},
+           {Point + "\r\n\t\t\t\tstr=TAKAO\r\n\t\t\t\tinfo=[WP]<TAKAO><x>; georef system=WGS84;", 56}}) {
+    EXPECT_TRUE(RecognizeMapPoint(text)) << text;
+    int found = 0;
     for (std::size_t size = 0; size < text.size(); ++size) {
       const auto point = RecognizeMapPoint(std::string_view(text).substr(0, size));
       if (!point) continue;
+      ++found;
       EXPECT_EQ(static_cast<int>(point->lat_deg), 35) << text.substr(0, size);
     }
+    EXPECT_EQ(found, points) << text;
   }
 }
 

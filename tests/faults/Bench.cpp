@@ -17,45 +17,36 @@ std::string Trimmed(std::string_view text) {
   return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
 }
 
-std::string LineOfWaypoint(const WaypointRecord& record) {
-  const std::string ident = Trimmed(record[WaypointField::ident]);
-  if (ident.empty()) return "blank";
-  return WaypointLine(ident, std::stod(record[WaypointField::lat]), std::stod(record[WaypointField::lon]));
+std::string LineOfWaypoint(const Waypoint& waypoint) {
+  const std::string ident = Trimmed(waypoint.ident);
+  return ident.empty() ? "blank" : WaypointLine(ident, waypoint.lat_deg, waypoint.lon_deg);
 }
 
-std::vector<std::string> WaypointLines(InternalData& data) {
+std::vector<std::string> WaypointLines(const DataSet& data) {
   std::vector<std::string> lines;
-  for (int slot = 1; slot <= data.WaypointCount; ++slot)
-    lines.push_back(LineOfWaypoint(data.GetWaypoint(slot)));
+  for (const Waypoint& waypoint : data.Waypoints())
+    lines.push_back(LineOfWaypoint(waypoint));
   return lines;
 }
 
-std::vector<std::string> RouteLines(InternalData& data) {
+std::vector<std::string> RouteLines(const DataSet& data) {
   std::vector<std::string> lines;
-  const RouteCounters& routes = data.mirrored_routes;
-  for (int r = 1; r <= routes.RouteCount; ++r) {
-    lines.push_back(RouteLine(Trimmed(data.GetRouteHeader(r)[RouteHeaderField::cmnt])));
-    const int first = routes.first_point.at(static_cast<std::size_t>(r));
-    for (int p = first; p < first + routes.RoutePointCount.at(static_cast<std::size_t>(r)); ++p) {
-      const RoutePoint point = data.GetRoutePoint(r, p);
+  for (const Route& route : data.Routes()) {
+    lines.push_back(RouteLine(Trimmed(route.cmnt)));
+    for (const RoutePoint& point : route.points) {
       lines.push_back(LineOfWaypoint(point.waypoint));
-      const std::string link = point.link[LinkField::ident];
-      if (!link.empty()) lines.push_back(LinkLine(link));
+      if (!point.link->ident.empty()) lines.push_back(LinkLine(point.link->ident));
     }
   }
   return lines;
 }
 
-std::vector<std::string> TrackLines(InternalData& data) {
+std::vector<std::string> TrackLines(const DataSet& data) {
   std::vector<std::string> lines;
-  const TrackCounters& tracks = data.mirrored_tracks;
-  for (int log = 0; log <= tracks.TrackCount; ++log) {
-    const std::string ident = data.GetTrackHeader(log)[TrackHeaderField::trk_ident];
-    if (!ident.empty()) lines.push_back(TrackLine(ident));
-    for (int p = 0; p < tracks.TrackPointCount.at(static_cast<std::size_t>(log)); ++p) {
-      const TrackPointEntry& point = data.TrackPointAt(log, p);
-      lines.push_back(TrackPointLine(static_cast<std::uint32_t>(point.time), point.new_trk, point.lat_deg));
-    }
+  for (const TrackLog& log : data.Logs()) {
+    if (!log.trk_ident.empty()) lines.push_back(TrackLine(log.trk_ident));
+    for (const TrackPoint& point : log.points)
+      lines.push_back(TrackPointLine(point.time.value_or(0), point.new_trk, point.lat_deg));
   }
   return lines;
 }
@@ -127,8 +118,8 @@ void AppendTurn(std::vector<ExchangeOnLine>& run, const LinePort::OneWay& turn) 
 
 Bench::Bench(Link link) {
   constexpr std::array choices{LinkChoice::Plain, LinkChoice::Checked, LinkChoice::Automatic};
-  main.controls.CheckedLink = choices[static_cast<std::size_t>(link)];
-  main.controls.CommPort = "demo";
+  main.State().Settings().link = choices[static_cast<std::size_t>(link)];
+  main.State().Settings().port = "demo";
 }
 
 void Bench::Plug(std::string_view model, const Amounts& holds, const std::string& fault, int baud) {
@@ -149,19 +140,19 @@ Outcome Bench::Run(Command command, std::optional<DataKind> kind) {
     kinds.fill(false);
     kinds[IndexOf(*kind)] = true;
   }
-  main.controls.DownCheck = kinds;
-  main.controls.DoCheck = kinds;
+  main.State().Settings().download_kinds = kinds;
+  main.State().Settings().chosen_kinds = kinds;
   loop_.watchdog.emplace(clock, [] { return false; });
-  loop_.watchdog->Watch([this] { return main.Device().session.input_seen; }, [this] { main.Cancel_Click(); });
+  loop_.watchdog->Watch([this] { return main.Receiver().InputSeen(); }, [this] { main.Cancel(); });
   switch (command) {
     case Command::Info:
-      return main.Get_GpsInfo_Click();
+      return main.Device().GetInfo();
     case Command::Download:
-      return main.GpsDownLoad_Click();
+      return main.Device().Download();
     case Command::Upload:
       break;
   }
-  return main.GpsUpLoad_Click();
+  return main.Device().Upload();
 }
 
 void Bench::Forget() {
@@ -170,19 +161,19 @@ void Bench::Forget() {
   desktop.captions.clear();
   desktop.progress.clear();
   port.turns.clear();
-  static_cast<void>(main.TakeNotices());
+  static_cast<void>(main.State().Told().Take());
 }
 
 std::vector<std::string> Bench::Lines(DataKind kind) {
   switch (kind) {
     case DataKind::Waypoint:
-      return WaypointLines(main.Data());
+      return WaypointLines(main.State().Data());
     case DataKind::Route:
-      return RouteLines(main.Data());
+      return RouteLines(main.State().Data());
     case DataKind::TrackLog:
       break;
   }
-  return TrackLines(main.Data());
+  return TrackLines(main.State().Data());
 }
 
 std::vector<ExchangeOnLine> CleanRun(const Row& row) {

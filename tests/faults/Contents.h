@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "data/Records.h"
 #include "receiver/HeldContents.h"
 #include "receiver/LineFrame.h"
 #include "receiver/ReceiverMemory.h"
+#include "records/DataKind.h"
 
 namespace walrim {
 

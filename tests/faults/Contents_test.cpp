@@ -49,7 +49,7 @@ TEST_P(OtherContents, ALogOfTwoSegmentsUnderOneHeader) {
   for (std::size_t i = 0; i < all.size(); ++i)
     flags += all[i] != segments[i] ? 1U : 0U;
   EXPECT_EQ(flags, 1U) << "one point more begins a segment";
-  EXPECT_EQ(bench.main.Data().mirrored_tracks.TrackCount, 2);
+  EXPECT_EQ(bench.main.State().Data().Count(DataKind::TrackLog), 2U);
   EXPECT_EQ(GoneBack(DataKind::TrackLog), segments);
 }
 

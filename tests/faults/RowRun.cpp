@@ -81,21 +81,23 @@ std::vector<LinePacket> RowRun::InReceiver(DataKind kind) {
 
 /// A download meets old data in the program, an upload old data in the receiver, of which the program knows.
 Outcome RowRun::Prepare() {
-  bench_.main.controls.GpsDataNum.fill("");
+  for (const DataKind kind : AllDataKinds)
+    bench_.main.State().SetReceiverCount(kind, std::nullopt);
   bench_.Plug(row_.model, Uploads() ? MovedAmounts(row_) : AllOld, "", AtOnce);
   const Outcome outcome = bench_.Run(Command::Download, std::nullopt);
   bench_.Plug(row_.model, Uploads() ? AllOld : MovedAmounts(row_), fault_, RealBaud);
   for (const DataKind kind : AllDataKinds) {
-    if (Uploads()) bench_.main.controls.GpsDataNum[IndexOf(kind)] = std::to_string(Old(kind).size());
+    if (Uploads()) bench_.main.State().SetReceiverCount(kind, static_cast<int>(Old(kind).size()));
   }
   return outcome;
 }
 
 Outcome RowRun::RunCommand() {
   bench_.Forget();
-  numbers_ = bench_.main.controls.GpsDataNum;
-  for (const DataKind kind : AllDataKinds)
-    loaded_[IndexOf(kind)] = bench_.main.DataSetLoaded(kind);
+  for (const DataKind kind : AllDataKinds) {
+    numbers_[IndexOf(kind)] = bench_.main.State().ReceiverCount(kind);
+    loaded_[IndexOf(kind)] = bench_.main.State().Loaded(kind);
+  }
   return bench_.Run(row_.command, row_.kind);
 }
 
@@ -127,7 +129,7 @@ void RowRun::CheckQuestions(const std::vector<DataKind>& turns) {
 void RowRun::CheckWhatIsShown() {
   EXPECT_EQ(bench_.desktop.messages, MessagesOf(row_, ending_));
   EXPECT_EQ(bench_.desktop.caption, StatusOf(row_, ending_));
-  const std::string& info = bench_.main.controls.GpsInfo;
+  const std::string& info = bench_.main.State().ReceiverText();
   switch (ending_.identity) {
     case Identity::Known:
       EXPECT_TRUE(info.starts_with(std::string(row_.model) + " ")) << info;
@@ -146,8 +148,8 @@ void RowRun::CheckWhatIsShown() {
 
 void RowRun::CheckControls() {
   EXPECT_FALSE(bench_.port.PortOpen());
-  EXPECT_FALSE(bench_.main.Busy());
-  EXPECT_FALSE(bench_.main.controls.CancelEnabled);
+  EXPECT_FALSE(bench_.main.State().Busy());
+  EXPECT_FALSE(bench_.main.State().CancelEnabled());
   const auto& progress = bench_.desktop.progress;
   if (!progress.empty()) {
     EXPECT_EQ(progress.back().second, 0);
@@ -158,24 +160,24 @@ void RowRun::CheckDataSet(DataKind kind) {
   const Held held = row_.command == Command::Download ? HeldOf(kind) : Held::Old;
   const std::vector<NamedRecord> moved = MovedRecords(row_, kind);
   std::vector<NamedRecord> expected = held == Held::Old && !Uploads() ? Old(kind) : moved;
-  std::string number = std::to_string(expected.size());
+  std::optional<int> number = static_cast<int>(expected.size());
   std::size_t blank = 0;
   if (held == Held::Empty) {
     expected.clear();
-    number = "-";
+    number.reset();
   } else if (held == Held::FirstMissing) {
     expected = WithoutFirst(expected);
     if (kind == DataKind::Waypoint) blank = 1;
   } else if (held == Held::Cut || held == Held::CutAndBlank) {
     expected.resize(static_cast<std::size_t>(RecordsBeforeFault(row_, static_cast<int>(moved.size()))));
-    if (held == Held::Cut) number = std::to_string(expected.size());
+    if (held == Held::Cut) number = static_cast<int>(expected.size());
     if (held == Held::CutAndBlank && kind == DataKind::Waypoint) blank = moved.size() - expected.size();
   }
   std::vector<std::string> lines = LinesOf(expected);
   lines.insert(lines.end(), blank, "blank");
   EXPECT_EQ(bench_.Lines(kind), lines);
-  EXPECT_EQ(bench_.main.controls.GpsNum[IndexOf(kind)], number);
-  EXPECT_EQ(bench_.main.DataSetLoaded(kind), held != Held::Empty);
+  EXPECT_EQ(bench_.main.State().HeldCount(kind), number);
+  EXPECT_EQ(bench_.main.State().Loaded(kind), held != Held::Empty);
 }
 
 /// Only an upload changes what the receiver holds.
@@ -196,7 +198,7 @@ void RowRun::CheckNumber(DataKind kind) {
   } else if (Uploads()) {
     CheckUploadNumber(kind);
   } else {
-    EXPECT_EQ(bench_.main.controls.GpsDataNum[IndexOf(kind)], numbers_[IndexOf(kind)]);
+    EXPECT_EQ(bench_.main.State().ReceiverCount(kind), numbers_[IndexOf(kind)]);
   }
 }
 
@@ -204,13 +206,13 @@ void RowRun::CheckInfoNumber(DataKind kind) {
   const Held held = HeldOf(kind);
   const int count = static_cast<int>(MovedRecords(row_, kind).size());
   const int shown = held == Held::Cut ? RecordsBeforeFault(row_, count) : count;
-  EXPECT_EQ(bench_.main.controls.GpsDataNum[IndexOf(kind)],
-            held == Held::Whole || held == Held::Cut ? std::to_string(shown) : "");
+  EXPECT_EQ(bench_.main.State().ReceiverCount(kind),
+            held == Held::Whole || held == Held::Cut ? std::optional(shown) : std::nullopt);
 }
 
 /// Behind a kind's upload what the receiver holds then. Where it could not be asked, nothing that is not so.
 void RowRun::CheckUploadNumber(DataKind kind) {
-  const std::string& number = bench_.main.controls.GpsDataNum[IndexOf(kind)];
+  const std::optional<int> number = bench_.main.State().ReceiverCount(kind);
   const std::vector<DataKind> reached = KindsReached(row_, ending_);
   if (std::find(reached.begin(), reached.end(), kind) == reached.end()) {
     EXPECT_EQ(number, numbers_[IndexOf(kind)]);
@@ -218,10 +220,10 @@ void RowRun::CheckUploadNumber(DataKind kind) {
   }
   const int held = static_cast<int>(InReceiver(kind).size());
   const bool fewer = row_.phase == Phase::NewNumber && row_.fault->counts == Counts::Nothing;
-  const std::string told = std::to_string(fewer ? RecordsBeforeFault(row_, held) : held);
+  const int told = fewer ? RecordsBeforeFault(row_, held) : held;
   if (NewNumberKnown(row_, ending_, kind)) {
     EXPECT_EQ(number, told);
-  } else if (!number.empty()) {
+  } else if (number) {
     EXPECT_EQ(number, told) << "a number from before the upload";
   }
 }
@@ -255,9 +257,9 @@ void RowRun::CheckUntroubled() {
     const std::vector<NamedRecord> moved = MovedRecords(row_, kind);
     EXPECT_EQ(Differs(InReceiver(kind), moved), "");
     if (row_.command == Command::Download) {
-      EXPECT_EQ(bench_.main.controls.GpsNum[IndexOf(kind)], std::to_string(moved.size()));
+      EXPECT_EQ(bench_.main.State().HeldCount(kind), static_cast<int>(moved.size()));
     } else {
-      EXPECT_EQ(bench_.main.controls.GpsDataNum[IndexOf(kind)], std::to_string(moved.size()));
+      EXPECT_EQ(bench_.main.State().ReceiverCount(kind), static_cast<int>(moved.size()));
     }
     if (row_.command != Command::Info) {
       EXPECT_EQ(bench_.Lines(kind), LinesOf(moved));
@@ -269,9 +271,9 @@ void RowRun::CheckUntroubled() {
 void RowRun::CheckAutoDelete() {
   SCOPED_TRACE("with AutoDelete");
   ASSERT_EQ(static_cast<int>(Prepare()), static_cast<int>(Outcome::Done));
-  bench_.main.controls.AutoDelete = true;
+  bench_.main.State().Settings().auto_delete = true;
   const Outcome outcome = RunCommand();
-  bench_.main.controls.AutoDelete = false;
+  bench_.main.State().Settings().auto_delete = false;
   EXPECT_EQ(static_cast<int>(outcome), static_cast<int>(ending_.outcome));
   EXPECT_EQ(bench_.desktop.questions, std::vector<std::string>{});
   for (const DataKind kind : AllDataKinds) {
@@ -279,7 +281,7 @@ void RowRun::CheckAutoDelete() {
     const std::vector<NamedRecord> sent = MovedRecords(row_, kind);
     const bool deleted = outcome == Outcome::Done && Selected(row_, kind);
     EXPECT_EQ(bench_.Lines(kind), deleted ? std::vector<std::string>{} : LinesOf(sent));
-    EXPECT_EQ(bench_.main.DataSetLoaded(kind), !deleted);
+    EXPECT_EQ(bench_.main.State().Loaded(kind), !deleted);
     if (deleted) {
       EXPECT_EQ(Differs(InReceiver(kind), sent), "");
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,7 +48,7 @@ class RowRun {
   Bench& bench_;
   /// Before the command.
   std::array<bool, DataKindCount> loaded_{};
-  std::array<std::string, DataKindCount> numbers_;
+  std::array<std::optional<int>, DataKindCount> numbers_;
 };
 
 }  // namespace walrim

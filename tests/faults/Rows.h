@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "data/Records.h"
 #include "faults/Contents.h"
+#include "records/DataKind.h"
 
 namespace walrim {
 

@@ -6,7 +6,7 @@ namespace walrim {
 namespace {
 
 const LayerTable Table{
-    {"text", {}}, {"geo", {"text"}}, {"data", {"geo", "text"}}, {"qt", {"text", "Qt"}}, {"receiver", {"text"}}};
+    {"text", {}}, {"geo", {"text"}}, {"records", {"geo", "text"}}, {"qt", {"text", "Qt"}}, {"receiver", {"text"}}};
 
 std::string Check(const std::string& path, const std::string& text) {
   return Report(CheckIncludes(Table, IncludesOf(SourceFile{path, text})));
@@ -45,15 +45,15 @@ TEST(IncludesOf, FindsEveryFormOfTheDirective) {
 }
 
 TEST(CheckIncludes, AcceptsWhatTheTableAllows) {
-  EXPECT_EQ(Check("src/data/A.cpp", "#include \"data/A.h\"\n#include \"geo/B.h\"\n#include <vector>\n"), "");
+  EXPECT_EQ(Check("src/records/A.cpp", "#include \"records/A.h\"\n#include \"geo/B.h\"\n#include <vector>\n"), "");
   EXPECT_EQ(Check("src/qt/A.cpp", "#include <QSerialPort>\n#include <poll.h>\n#include \"text/Utf8.h\"\n"), "");
 }
 
 TEST(CheckIncludes, NamesFileAndLineOfAFolderThatIsNotAllowed) {
-  EXPECT_EQ(Check("src/geo/A.h", "#pragma once\n\n#include \"data/Records.h\"\n"),
-            "src/geo/A.h:3: geo may not include data (data/Records.h)\n");
-  EXPECT_EQ(Check("src/receiver/A.h", "#include \"data/Records.h\"\n#include \"device/Garmin.h\"\n"),
-            "src/receiver/A.h:1: receiver may not include data (data/Records.h)\n"
+  EXPECT_EQ(Check("src/geo/A.h", "#pragma once\n\n#include \"records/Route.h\"\n"),
+            "src/geo/A.h:3: geo may not include records (records/Route.h)\n");
+  EXPECT_EQ(Check("src/receiver/A.h", "#include \"records/Route.h\"\n#include \"device/Garmin.h\"\n"),
+            "src/receiver/A.h:1: receiver may not include records (records/Route.h)\n"
             "src/receiver/A.h:2: receiver may not include device (device/Garmin.h)\n");
 }
 
@@ -65,8 +65,8 @@ TEST(CheckIncludes, RefusesQtOutsideItsFolders) {
 
 TEST(CheckIncludes, RefusesPathsThatAreNotRootedAtTheSources) {
   EXPECT_EQ(Check("src/geo/A.cpp", "#include \"A.h\"\n"), "src/geo/A.cpp:1: \"A.h\" is not rooted at src/\n");
-  EXPECT_NE(Check("src/geo/A.cpp", "#include \"../data/Records.h\"\n"), "");
-  EXPECT_NE(Check("src/geo/A.cpp", "#include \"geo/../data/Records.h\"\n"), "");
+  EXPECT_NE(Check("src/geo/A.cpp", "#include \"../records/Route.h\"\n"), "");
+  EXPECT_NE(Check("src/geo/A.cpp", "#include \"geo/../records/Route.h\"\n"), "");
 }
 
 TEST(CheckIncludes, RefusesAnIncludeThatNamesNoFile) {
@@ -80,8 +80,8 @@ TEST(CheckIncludes, RefusesAFolderWithoutARow) {
 
 TEST(CheckLinkLines, RefusesLibrariesThatAreNotInTheRow) {
   EXPECT_EQ(Report(CheckLinkLines(Table, {{"src/geo/CMakeLists.txt", "walrim_library(geo LINK walrim_text)\n"}})), "");
-  EXPECT_EQ(Report(CheckLinkLines(Table, {{"src/geo/CMakeLists.txt", "walrim_library(geo LINK\n  walrim_data)\n"}})),
-            "src/geo/CMakeLists.txt:2: geo may not link data\n");
+  EXPECT_EQ(Report(CheckLinkLines(Table, {{"src/geo/CMakeLists.txt", "walrim_library(geo LINK\n  walrim_records)\n"}})),
+            "src/geo/CMakeLists.txt:2: geo may not link records\n");
   EXPECT_EQ(Report(CheckLinkLines(Table, {{"src/geo/CMakeLists.txt", "walrim_library(geo LINK Qt6::Core)\n"}})),
             "src/geo/CMakeLists.txt:1: geo may not link Qt\n");
   EXPECT_NE(Report(CheckLinkLines(Table, {{"src/novel/CMakeLists.txt", ""}})), "");
@@ -107,7 +107,7 @@ TEST(FileCircles, TwoWaysToOneFileAreNone) {
 
 TEST(FolderCircles, SeesRowsThatNeedEachOther) {
   EXPECT_EQ(Report(FolderCircles(Table)), "");
-  EXPECT_NE(Report(FolderCircles({{"geo", {"data"}}, {"data", {"geo"}}})), "");
+  EXPECT_NE(Report(FolderCircles({{"geo", {"records"}}, {"records", {"geo"}}})), "");
 }
 
 }  // namespace

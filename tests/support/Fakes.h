@@ -19,10 +19,9 @@
 #include "platform/EventLoop.h"
 #include "platform/Inet.h"
 #include "platform/SerialPort.h"
+#include "support/Packets.h"
 
 namespace walrim {
-
-using Bytes = std::vector<std::uint8_t>;
 
 class FakeClock : public Clock {
  public:
@@ -60,11 +59,11 @@ class RecordingDesktop : public Desktop {
     questions.emplace_back(text);
     return ok;
   }
-  [[nodiscard]] std::string OpenFileDialog(std::string_view filter) override {
+  [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override {
     filters.emplace_back(filter);
     return open_path;
   }
-  [[nodiscard]] std::string SaveFileDialog(std::string_view filter) override {
+  [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override {
     filters.emplace_back(filter);
     return save_path;
   }
@@ -84,8 +83,8 @@ class RecordingDesktop : public Desktop {
 
   bool yes = true;
   bool ok = true;
-  std::string open_path{DialogCancelled};
-  std::string save_path{DialogCancelled};
+  std::optional<std::string> open_path;  ///< nothing: cancelled
+  std::optional<std::string> save_path;
   std::string clipboard;
   std::string caption;
   std::function<void()> on_message;  ///< while a message is shown
@@ -127,10 +126,10 @@ class ScriptedPort : public SerialPort {
 
   explicit ScriptedPort(FakeClock& clock) : clock_(clock) {}
 
-  [[nodiscard]] PortResult Open(std::string_view comm_port, std::string_view settings) override {
+  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override {
     ++opened;
     last_name = comm_port;
-    last_settings = settings;
+    last_baud = baud;
     if (open_result.Ok()) open_ = true;
     return open_result;
   }
@@ -190,7 +189,7 @@ class ScriptedPort : public SerialPort {
   int opened = 0;
   int closed = 0;
   std::string last_name;
-  std::string last_settings;
+  int last_baud = 0;
 
  private:
   [[nodiscard]] bool FrameEnded() const {

@@ -10,49 +10,9 @@
 #include <vector>
 
 #include "support/Fakes.h"
+#include "support/Packets.h"
 
 namespace walrim {
-
-/// The bytes of a frame on the wire.
-inline Bytes WireFrame(int id, const Bytes& data) {
-  Bytes wire{0x10, static_cast<std::uint8_t>(id)};
-  unsigned sum = static_cast<unsigned>(id) + static_cast<unsigned>(data.size());
-  const auto put = [&](std::uint8_t byte) {
-    wire.push_back(byte);
-    if (byte == 0x10) wire.push_back(byte);
-  };
-  put(static_cast<std::uint8_t>(data.size()));
-  for (const std::uint8_t byte : data) {
-    put(byte);
-    sum += byte;
-  }
-  put(static_cast<std::uint8_t>(0x100 - (sum & 0xFF)));
-  wire.push_back(0x10);
-  wire.push_back(0x03);
-  return wire;
-}
-
-inline Bytes Int16(int value) {
-  return {static_cast<std::uint8_t>(value & 0xFF), static_cast<std::uint8_t>((value >> 8) & 0xFF)};
-}
-
-/// A frame taken apart: id and data, without doubled bytes.
-struct PlainPacket {
-  int id = 0;
-  Bytes data;
-  friend bool operator==(const PlainPacket&, const PlainPacket&) = default;
-};
-
-inline PlainPacket Unwrapped(const Bytes& wire) {
-  PlainPacket packet{wire.at(1), {}};
-  Bytes plain;
-  for (std::size_t i = 2; i + 2 < wire.size(); ++i) {
-    plain.push_back(wire[i]);
-    if (wire[i] == 0x10) ++i;
-  }
-  packet.data.assign(plain.begin() + 1, plain.end() - 1);  // without size and checksum
-  return packet;
-}
 
 class ScriptedReceiver {
  public:

@@ -25,10 +25,8 @@ class ClipDialogTest : public WindowTest {
   static std::string Position(const QDialog& dialog) { return Text(dialog, "ClipLat") + " " + Text(dialog, "ClipLon"); }
   static QComboBox& Box(const QDialog& dialog, const char* name) { return *dialog.findChild<QComboBox*>(name); }
 
-  [[nodiscard]] std::string Held(WaypointField field, int slot = 1) const {
-    const std::string text = Data().GetWaypoint(slot)[field];
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-  }
+  /// The waypoint that was taken in last.
+  [[nodiscard]] const Waypoint& Held() const { return Data().Waypoints().back(); }
 
   DialogPlans plans;
 };
@@ -58,7 +56,7 @@ TEST_F(ClipDialogTest, EnterGoesFromFieldToFieldAndIsOkInTheLast) {
       EXPECT_EQ(dialog.result(), QDialog::Accepted);
     });
   }
-  EXPECT_EQ(Data().WaypointCount, 2);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
   EXPECT_EQ(Messages(), "");
 }
@@ -74,13 +72,13 @@ TEST_F(ClipDialogTest, AWaypointIsCompletedWithKeysAlone) {
     Press(dialog, Qt::Key_End);
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
-  EXPECT_EQ(Held(WaypointField::ident), "TAKAO-1") << "as receivers have it";
-  EXPECT_EQ(Held(WaypointField::cmnt), "高尾山の山頂");
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252, 1e-6);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437, 1e-6);
-  EXPECT_EQ(Held(WaypointField::smbl), "0");
-  EXPECT_NE(Held(WaypointField::dspl), "0");
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_EQ(Held().ident, "TAKAO-1") << "as receivers have it";
+  EXPECT_EQ(Held().cmnt, "高尾山の山頂");
+  EXPECT_NEAR(Held().lat_deg, 35.6252, 1e-6);
+  EXPECT_NEAR(Held().lon_deg, 139.2437, 1e-6);
+  EXPECT_EQ(Held().smbl, 0);
+  EXPECT_NE(Held().dspl, 0);
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
@@ -93,8 +91,8 @@ TEST_F(ClipDialogTest, ACompletedWaypointIsAppendedAndCanBeSaved) {
     Press(dialog, Qt::Key_Space);
   });
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
-  EXPECT_EQ(Held(WaypointField::ident, 1), "FIRST");
-  EXPECT_EQ(Held(WaypointField::ident, 2), "SECOND");
+  EXPECT_EQ(Data().Waypoints().at(0).ident, "FIRST");
+  EXPECT_EQ(Held().ident, "SECOND");
   Check("DoCheck_0");
   Click("Copy");
   EXPECT_NE(Clipboard().find("\t=\"SECOND\"\t35.625"), std::string::npos) << Clipboard();
@@ -112,7 +110,7 @@ TEST_F(ClipDialogTest, EscapeAndTheCancelButtonAddNothing) {
     Press(dialog, Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible());
   });
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
   EXPECT_EQ(Messages(), "");
   EXPECT_TRUE(Get<QPushButton>("Paste").isEnabled());
@@ -120,7 +118,7 @@ TEST_F(ClipDialogTest, EscapeAndTheCancelButtonAddNothing) {
 
 TEST_F(ClipDialogTest, AClosedDialogAddsNothing) {
   Paste([](QDialog& dialog) { dialog.close(); });
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- The position
@@ -146,9 +144,9 @@ TEST_F(ClipDialogTest, OkInDegreesMinutesAndSecondsGivesTheSamePosition) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Space);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252, 1e-6);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437, 1e-6);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_NEAR(Held().lat_deg, 35.6252, 1e-6);
+  EXPECT_NEAR(Held().lon_deg, 139.2437, 1e-6);
 }
 
 TEST_F(ClipDialogTest, TheNextPointIsShownInDegreesAgain) {
@@ -172,16 +170,16 @@ TEST_F(ClipDialogTest, ACorrectedPositionIsTheOneThatCounts) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), -35.5, 1e-6);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.75, 1e-6);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_NEAR(Held().lat_deg, -35.5, 1e-6);
+  EXPECT_NEAR(Held().lon_deg, 139.75, 1e-6);
 }
 
 TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
   Paste([this](QDialog& dialog) {
     Type(dialog, "KEPT");
     TabTo(dialog, "ClipLat");
-    for (const char* wrong : {"abc", "", "91", "35.6252.1"}) {
+    for (const char* wrong : {"abc", "", "91", "N35"}) {
       Type(dialog, wrong);
       const std::size_t told = answerer.boxes.size();
       Press(dialog, Qt::Key_Return);
@@ -195,15 +193,15 @@ TEST_F(ClipDialogTest, APositionThatIsNoneIsToldAndEverythingStays) {
     ASSERT_EQ(FocusOf(dialog), "ClipPnt");
     Press(dialog, Qt::Key_Space);
     EXPECT_EQ(answerer.boxes.size(), 5U);
-    EXPECT_EQ(Position(dialog), "35.6252.1 139.2437");
-    EXPECT_EQ(Data().WaypointCount, 0);
+    EXPECT_EQ(Position(dialog), "N35 139.2437");
+    EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
     TabTo(dialog, "ClipLat");
     Type(dialog, "35");
     Press(dialog, Qt::Key_Return);
     EXPECT_FALSE(dialog.isVisible());
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
-  EXPECT_EQ(Held(WaypointField::ident), "KEPT");
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_EQ(Held().ident, "KEPT");
 }
 
 TEST_F(ClipDialogTest, APointOnTheOldDatumIsShownAsItIsAndStoredOnWgs84) {
@@ -212,9 +210,9 @@ TEST_F(ClipDialogTest, APointOnTheOldDatumIsShownAsItIsAndStoredOnWgs84) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lat)), 35.6252 + 0.00324, 3e-4);
-  EXPECT_NEAR(std::stod(Held(WaypointField::lon)), 139.2437 - 0.00322, 3e-4);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_NEAR(Held().lat_deg, 35.6252 + 0.00324, 3e-4);
+  EXPECT_NEAR(Held().lon_deg, 139.2437 - 0.00322, 3e-4);
 }
 
 // ---- The lists
@@ -253,9 +251,9 @@ TEST_F(ClipDialogTest, AChosenSymbolIsStoredAndStaysChosenForTheNextPoint) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  ASSERT_EQ(Data().WaypointCount, 1);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_GT(code, 18);
-  EXPECT_EQ(Held(WaypointField::smbl), std::to_string(code));
+  EXPECT_EQ(Held().smbl, code);
   Paste([&](QDialog& dialog) {
     EXPECT_EQ(Box(dialog, "SmblType").currentText().left(5).toInt(), code);
     Press(dialog, Qt::Key_Escape);
@@ -306,7 +304,7 @@ TEST_F(ClipDialogTest, WhileItIsOpenOtherProgramsAreToldToWait) {
     TabTo(dialog, "Ok");
     Press(dialog, Qt::Key_Return);
   });
-  EXPECT_EQ(Data().WaypointCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
 }
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include <sys/stat.h>
 #include <thread>
 
+#include "app/Messages.h"
 #include "qt/CommandSocket.h"
-#include "support/Refusals.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -250,7 +250,7 @@ TEST_F(CommandTest, AFileOfTheCallersFolderIsImported) {
 TEST_F(CommandTest, AFileThatCannotBeUsedIsToldInTheWindowAndRefused) {
   PutFile(folder.Path("other.bin"), "hello\r\n");
   EXPECT_EQ(Call({"GetFile", folder.Path("other.bin")}), Printed(CommandRefused));
-  EXPECT_EQ(Messages(), RefusedFile(folder.Path("other.bin")));
+  EXPECT_EQ(Messages(), messages::UnsupportedFile(folder.Path("other.bin")));
   EXPECT_EQ(Call({"GetFile", folder.Path("missing.grc")}), Printed(CommandRefused));
   EXPECT_EQ(answerer.boxes.size(), 2U);
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
@@ -271,10 +271,10 @@ TEST_F(CommandTest, SetDoCheckTicksTheBoxOfAKind) {
 TEST_F(CommandTest, DeleteAllEmptiesEveryKindWithoutAQuestion) {
   CheckAll("DownCheck");
   Click("GpsDownLoad");
-  ASSERT_GT(Data().tracks.TrackCount, 0);
+  ASSERT_GT(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Call({"delete", "all"}), Printed(CommandDone));
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
-  EXPECT_EQ(Data().tracks.TrackCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_TRUE(Get<QCheckBox>("DoCheck_2").isChecked());
   EXPECT_EQ(Messages(), "");
 }
@@ -292,7 +292,7 @@ TEST_F(CommandTest, TwoCallsAtTheSameMomentAreEachDoneOrToldToWait) {
     done += ended == Printed(CommandDone) ? 1 : 0;
   }
   EXPECT_GT(done, 0);
-  EXPECT_EQ(Data().WaypointCount, done) << "what was answered as done is there, and nothing else";
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), done) << "what was answered as done is there, and nothing else";
 }
 
 TEST_F(CommandTest, ACallDuringATransferIsToldToWaitAndDoesNothing) {
@@ -312,8 +312,8 @@ TEST_F(CommandTest, ACallDuringATransferIsToldToWaitAndDoesNothing) {
   ASSERT_EQ(during.size(), 5U);
   for (std::size_t i = 1; i < during.size(); ++i)
     EXPECT_EQ(during[i], Printed(CommandBusy)) << i;
-  EXPECT_GT(Data().WaypointCount, 1);
-  EXPECT_GT(Data().tracks.TrackCount, 0) << "the transfer went on";
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U) << "the transfer went on";
   EXPECT_FALSE(Get<QCheckBox>("DoCheck_0").isChecked());
   EXPECT_EQ(Messages(), "");
   EXPECT_EQ(Call({"GetFile", folder.Path("a.grc")}), Printed(CommandDone)) << "and now it is free";
@@ -336,7 +336,7 @@ TEST_F(CommandTest, AnUploadWithoutAReceiverHasAResultOfItsOwn) {
 
 TEST_F(CommandTest, WhoLeavesBeforeTheResultDoesNoHarm) {
   Process caller(CommandWords({"GetFile", folder.Path("a.grc")}));
-  EXPECT_TRUE(QTest::qWaitFor([this] { return Data().WaypointCount == 1; }, 60000));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Data().Count(DataKind::Waypoint) == 1; }, 60000));
   caller.Signal(SIGKILL);
   static_cast<void>(caller.Wait());
   EXPECT_EQ(Call({"Delete", "ALL"}), Printed(CommandDone));

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "app/OutputTypes.h"
+#include "formats/Format.h"
 
 namespace walrim {
 namespace {
 
-QString FilterOf(const OutputType& type) {
-  return QString::fromStdString(DialogFilter(type));
+QString FilterOf(const Format& format) {
+  return QString::fromStdString(DialogFilter(format));
 }
 
 TEST(DialogFilters, AFilterBecomesTheNamesThatFileDialogsShow) {
@@ -17,13 +17,13 @@ TEST(DialogFilters, AFilterBecomesTheNamesThatFileDialogsShow) {
 }
 
 TEST(DialogFilters, EveryOutputTypeHasAllFilesAndItsOwn) {
-  for (const OutputType& type : OutputTypes()) {
-    const QStringList names = NameFilters(FilterOf(type));
-    const QString extension = QString::fromUtf8(type.extension.data(), static_cast<qsizetype>(type.extension.size()));
-    ASSERT_EQ(names.size(), 2) << type.name;
+  for (const Format& format : Formats()) {
+    const QStringList names = NameFilters(FilterOf(format));
+    const QString extension = QString::fromUtf8(format.ending.data(), static_cast<qsizetype>(format.ending.size()));
+    ASSERT_EQ(names.size(), 2) << format.name;
     EXPECT_EQ(names[0], QString::fromUtf8("すべてのファイル (*)"));
     EXPECT_TRUE(names[1].endsWith(" (*." + extension + ")")) << names[1].toStdString();
-    EXPECT_EQ(DefaultSuffix(FilterOf(type)), extension);
+    EXPECT_EQ(DefaultSuffix(FilterOf(format)), extension);
   }
 }
 

@@ -5,7 +5,7 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "support/Refusals.h"
+#include "app/Messages.h"
 #include "window/DialogPlans.h"
 #include "window/WindowTest.h"
 
@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view OneWaypoint = "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 constexpr std::string_view OneRoute = "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 const std::string OnePoint = "35.6252, 139.2437";
-constexpr const char* FtpMessage = "現時点ではFTPには対応していません（http://かfile://）";
+const std::string FtpMessage(messages::FtpRefused);
 constexpr const char* Hint = "ここにドロップすると，内部データに取り込みます．";
 
 /// Data as a file manager or a browser drags them.
@@ -78,11 +78,12 @@ TEST_F(DropTest, AFileIsImportedFromTheButtonAndFromAnywhere) {
 
 TEST_F(DropTest, EveryPlaceOfTheWindowTakesAFileWhateverElseItWouldTake) {
   const Dragged file({FileUrl("a.grc")}, folder.Path("a.grc"));
-  int drops = 0;
+  std::size_t drops = 0;
   for (QWidget* widget : window->findChildren<QWidget*>()) {
     if (!widget->isVisible() || widget->window() != window.get()) continue;
     EXPECT_TRUE(Drop(*widget, file)) << widget->metaObject()->className() << widget->objectName().toStdString();
-    EXPECT_EQ(Data().WaypointCount, ++drops) << widget->metaObject()->className() << widget->objectName().toStdString();
+    EXPECT_EQ(Data().Count(DataKind::Waypoint), ++drops)
+        << widget->metaObject()->className() << widget->objectName().toStdString();
   }
   EXPECT_GT(drops, 50);
 }
@@ -91,7 +92,7 @@ TEST_F(DropTest, SeveralFilesAreReadOneAfterTheOther) {
   PutFile(folder.Path("other.bin"), "hello\r\n");
   EXPECT_TRUE(Drop(Dragged({FileUrl("a.grc"), FileUrl("other.bin"), FileUrl("b.grc")})));
   EXPECT_EQ(Texts("GpsNum"), "1|1|-");
-  EXPECT_EQ(Messages(), RefusedFile(folder.Path("other.bin")))
+  EXPECT_EQ(Messages(), messages::UnsupportedFile(folder.Path("other.bin")))
       << "one that cannot be used does not keep the others out";
   EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，Route 1")) << Status();
 }
@@ -146,7 +147,7 @@ TEST_F(DropTest, WhileALinkIsFetchedTheStatusTellsWhichAndCancelEndsIt) {
 TEST_F(DropTest, AnFtpLinkIsRefusedWithItsMessage) {
   EXPECT_TRUE(Drop(ImportButton(), Dragged("ftp://example.com/a.grc")));
   EXPECT_TRUE(Drop(Dragged({QUrl("ftp://example.com/a.grc")})));
-  EXPECT_EQ(Messages(), std::string(FtpMessage) + "|" + FtpMessage);
+  EXPECT_EQ(Messages(), FtpMessage + "|" + FtpMessage);
   EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
   EXPECT_TRUE(inet.links.empty());
 }
@@ -171,7 +172,7 @@ TEST_F(DropTest, ATextOfLinesIsImported) {
 
 TEST_F(DropTest, ATextThatIsNothingIsRefused) {
   EXPECT_TRUE(Drop(Dragged("good morning")));
-  EXPECT_EQ(Messages(), RefusedText);
+  EXPECT_EQ(Messages(), std::string(messages::UnsupportedText));
 }
 
 TEST_F(DropTest, APointFromAMapOpensItsDialog) {
@@ -226,9 +227,9 @@ TEST_F(DropTest, ADropDuringATransferIsIgnored) {
   Click("GpsDownLoad");
   event_loop.on_yield = {};
   EXPECT_GT(tries, 0);
-  const int downloaded = Data().WaypointCount;
+  const std::size_t downloaded = Data().Count(DataKind::Waypoint);
   QCoreApplication::processEvents();
-  EXPECT_EQ(Data().WaypointCount, downloaded);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), downloaded);
   EXPECT_EQ(Messages(), "");
 }
 
@@ -306,11 +307,11 @@ TEST_F(PasteTest, LinesOfEveryTypeComeInByKeyAndByButton) {
       "//Header:Prog:1.0.8.0 Templ:1.2 Date:11/15/2002 14:25:30;\r\nmapserver script ver=1.0;\r\n"
       "\t\tpoint\toid=1\r\n\t\t\t\tgid=5131\r\n\t\t\t\tpos=35/37/30.7,139/14/37.3\r\n\t\t\t\tstr=TAKAO;\r\n"
       "mapserver end;\r\n";
-  int held = 0;
+  std::size_t held = 0;
   for (const std::string& text : {std::string(OneWaypoint), wpt_plus, script}) {
     for (const bool with_key : {true, false}) {
       Paste(text, with_key);
-      EXPECT_EQ(Data().WaypointCount, ++held) << text;
+      EXPECT_EQ(Data().Count(DataKind::Waypoint), ++held) << text;
       EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，")) << Status();
     }
   }
@@ -332,7 +333,7 @@ TEST_F(PasteTest, LinksAreFollowed) {
 TEST_F(PasteTest, FtpIsRefused) {
   Paste("Ftp://example.com/a.grc", true);
   Paste("Ftp://example.com/a.grc", false);
-  EXPECT_EQ(Messages(), std::string(FtpMessage) + "|" + FtpMessage);
+  EXPECT_EQ(Messages(), FtpMessage + "|" + FtpMessage);
 }
 
 TEST_F(PasteTest, APointFromAMapOpensItsDialogByTheButtonToo) {
@@ -349,14 +350,15 @@ TEST_F(PasteTest, NothingAndNonsenseAreRefusedAndHarmNothing) {
   window->ImportFiles({folder.Path("a.grc")});
   for (const char* text : {"", "good morning", "35.6252", "91, 181"})
     Paste(text, false);
-  EXPECT_EQ(Messages(), EmptyClipboard + "|" + RefusedText + "|" + RefusedText + "|" + RefusedText);
+  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard) + "|" + std::string(messages::UnsupportedText) + "|" +
+                            std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText));
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
 TEST_F(PasteTest, ACopiedImageIsNoText) {
   QGuiApplication::clipboard()->setImage(QImage(4, 4, QImage::Format_RGB32));
   Click("Paste");
-  EXPECT_EQ(Messages(), EmptyClipboard);
+  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard));
 }
 
 // ---- Typed links

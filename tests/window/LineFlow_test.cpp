@@ -1,4 +1,5 @@
 // The window in front of walrim-receiver on a pseudo-terminal, as a person with a cable has it.
+#include "app/Messages.h"
 #include "qt/QtClock.h"
 #include "qt/QtSerialPort.h"
 #include "window/WindowTest.h"
@@ -29,9 +30,9 @@ class LineFlow : public WindowTestBase {
     receiver_ = std::make_unique<Process>(words);
     ASSERT_TRUE(receiver_->ReadUntil("\n")) << receiver_->Err();
     if (window == nullptr) Open(port, clock);
-    window->Main().controls.CommPort = receiver_->Out().substr(0, receiver_->Out().find('\n'));
+    window->Main().State().Settings().port = receiver_->Out().substr(0, receiver_->Out().find('\n'));
     // The line has no pace of its own, so that bursts need less time to settle.
-    window->Main().Device().session.pacing_factor = 0.1F;
+    window->Main().Receiver().SetPacing(0.1F);
   }
 
   QtClock clock;
@@ -48,9 +49,9 @@ TEST_F(LineFlow, GetGpsInfoAndADownloadOfAllKinds) {
   CheckAll("DownCheck");
   Click("GpsDownLoad");
   EXPECT_EQ(Messages(), "");
-  EXPECT_EQ(Data().WaypointCount, 2);
-  EXPECT_EQ(Data().routes.RouteCount, 2);
-  EXPECT_EQ(Data().tracks.TrackCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 2U);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 1U);
   EXPECT_FALSE(port.PortOpen());
 }
 
@@ -58,14 +59,14 @@ TEST_F(LineFlow, TheOverwriteQuestionAnsweredNoAndYes) {
   Plug();
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  ASSERT_EQ(Data().WaypointCount, 2);
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 2U);
   Plug({}, "WPT\tD\tWGS84\t=\"OTHER\"\t35\t139\t=\"\"\r\n");
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().WaypointCount, 2);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().WaypointCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
   EXPECT_EQ(answerer.boxes.size(), 2U);
 }
 
@@ -76,26 +77,26 @@ TEST_F(LineFlow, ACancelInTheMiddleOfTheRoutes) {
     if (Status().starts_with("DownLoading : Route [") && Get<QPushButton>("Cancel").isEnabled()) Click("Cancel");
   };
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().WaypointCount, 2);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 2U);
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
   EXPECT_EQ(Messages(), "");
   event_loop.on_yield = {};
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().routes.RouteCount, 2) << "the receiver was told to stop and goes on";
+  EXPECT_EQ(Data().Count(DataKind::Route), 2U) << "the receiver was told to stop and goes on";
 }
 
 TEST_F(LineFlow, APulledCableEmptiesTheKindThatCameAndKeepsTheOneBefore) {
   Plug({"--fault", "unplug-after=12"});
   CheckAll("DownCheck");
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(Messages(), std::string(messages::LinkLost));
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
   EXPECT_FALSE(port.PortOpen());
   Plug();
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().tracks.TrackCount, 1) << "with the cable back everything works again";
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 1U) << "with the cable back everything works again";
 }
 
 TEST_F(LineFlow, AnUploadReplacesWhatTheReceiverHolds) {
@@ -107,7 +108,7 @@ TEST_F(LineFlow, AnUploadReplacesWhatTheReceiverHolds) {
   EXPECT_EQ(Get<QLineEdit>("GpsDataNum_0").text(), "1");
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().GetWaypoint(1)[WaypointField::ident].substr(0, 3), "NEW");
+  EXPECT_EQ(Data().Waypoints().at(0).ident.substr(0, 3), "NEW");
 }
 
 TEST_F(LineFlow, AllAutoActionsInARow) {
@@ -125,7 +126,7 @@ TEST_F(LineFlow, AllAutoActionsInARow) {
     if (name != "memory.grc") saved = FileContents(folder.Path(name));
   }
   EXPECT_TRUE(saved.starts_with("WPT\t")) << "a file named by date and time";
-  EXPECT_EQ(Data().tracks.TrackCount, 1);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 1U);
 
   PutFile(folder.Path("up.grc"), "RTH\t9\t=\"UP\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n");
   Check("AutoUpload");
@@ -145,7 +146,7 @@ TEST_F(LineFlow, TheCapacityMessageComesOnceWithADownload) {
   Plug({}, full);
   Check("DownCheck_1");
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "(Route)内部データ容量の限界です．");
+  EXPECT_EQ(Messages(), messages::KindFull(DataKind::Route));
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
   EXPECT_EQ(answerer.boxes.size(), 2U) << "the question alone";

@@ -5,7 +5,8 @@
 #include <QTableView>
 #include <filesystem>
 
-#include "support/Refusals.h"
+#include "app/Messages.h"
+#include "app/ProgramName.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -21,8 +22,8 @@ TEST_F(WindowTest, StartsEmptyWithTheSettingsOfTheProgram) {
   EXPECT_EQ(Texts("GpsDataNum"), "||");
   EXPECT_EQ(GpsInfo(), "GPSInfo");
   EXPECT_EQ(Get<QSpinBox>("UTCOffsetNum").value(), 9);
-  EXPECT_EQ(Get<QComboBox>("Datum").currentData().toString(), "WGS84");
-  EXPECT_EQ(Get<QComboBox>("DegreeType").currentData().toString(), "D");
+  EXPECT_EQ(Get<QComboBox>("Datum").currentText(), "WGS84");
+  EXPECT_EQ(Get<QComboBox>("DegreeType").currentText(), "D（度）");
   EXPECT_EQ(Get<QComboBox>("OutputTypeOption").currentText(), QString::fromUtf8("標準"));
   for (const char* box : {"AutoDownload", "AutoSave", "AutoCopy", "AutoDelete", "AutoUpload", "AutoFileName"})
     EXPECT_FALSE(Get<QCheckBox>(box).isChecked()) << box;
@@ -104,7 +105,9 @@ TEST_F(WindowTest, OldCountsGoBeforeTheReceiverIsAskedAgain) {
     if (counts.empty() && Status() == "Get Data Num of Waypoint") counts = Texts("GpsDataNum");
   };
   UseReceiver({}, 9600);
-  window->Main().controls.GpsDataNum = {"1", "2", "3"};
+  int number = 0;
+  for (const DataKind kind : AllDataKinds)
+    window->Main().State().SetReceiverCount(kind, ++number);
   window->ShowControls();
   Click("Get_GpsInfo");
   EXPECT_EQ(counts, "||");
@@ -144,7 +147,7 @@ TEST_F(WindowTest, ASilentReceiverShowsTheEmptyIdentificationAndNothingElse) {
 
 TEST_F(WindowTest, DownloadWithoutASelectionIsRefused) {
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "DownLoadするDataSetが選択されていません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingToDownload));
   EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
 }
 
@@ -152,11 +155,11 @@ TEST_F(WindowTest, DownloadFillsTheTickedKindsAndAsksNothingWhileTheyAreEmpty) {
   Check("DownCheck_0");
   Check("DownCheck_2");
   Click("GpsDownLoad");
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_EQ(Data().routes.RouteCount, 0);
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
-  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toInt(), Data().WaypointCount);
+  EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text().toUInt(), Data().Count(DataKind::Waypoint));
   EXPECT_EQ(Messages(), "");
 }
 
@@ -176,24 +179,27 @@ TEST_F(WindowTest, AnOverwriteAsksOnceAKindWithNoAsTheSafeButton) {
 TEST_F(WindowTest, NoKeepsTheKindAndTheOthersStillCome) {
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  Data().d108.at(1).cmnt = decltype(Data().d108.at(1).cmnt)("MINE");
+  Data().Clear(DataKind::Waypoint);
+  Waypoint mine;
+  mine.cmnt = "MINE";
+  ASSERT_EQ(Data().Add(mine), AddResult::Stored);
   CheckAll("DownCheck");
   answerer.Answer(QMessageBox::No);
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().GetWaypoint(1)[WaypointField::cmnt].substr(0, 4), "MINE");
-  EXPECT_GT(Data().routes.RouteCount, 0);
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_EQ(Data().Waypoints().at(0).cmnt, "MINE");
+  EXPECT_GT(Data().Count(DataKind::Route), 0U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
 }
 
 TEST_F(WindowTest, AKindThatTheReceiverHasNoneOfIsSkippedSilently) {
   Click("Get_GpsInfo");
   CheckAll("DownCheck");
-  window->Main().controls.GpsDataNum[1] = "0";
+  window->Main().State().SetReceiverCount(DataKind::Route, 0);
   window->ShowControls();
   Click("GpsDownLoad");
-  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Messages(), "");
 }
 
@@ -226,7 +232,7 @@ TEST_F(WindowTest, TheFocusIsBackWhereItWasAfterACommand) {
   Check("DownCheck_0");
   Get<QPushButton>("GpsDownLoad").setFocus();
   QTest::keyClick(window->focusWidget(), Qt::Key_Space);
-  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(window->focusWidget()->objectName(), "GpsDownLoad");
 }
 
@@ -254,9 +260,9 @@ TEST_F(CancelTest, ACancelAmidTheRoutesKeepsTheWaypointsAndSkipsTracksAndAutoAct
   Check("AutoCopy");
   AmidTheRoutes([this] { Click("Cancel"); });
   Click("GpsDownLoad");
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_EQ(Data().routes.RouteCount, 0);
-  EXPECT_EQ(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 0U);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_1").text(), "-");
   EXPECT_EQ(Messages(), "");
   EXPECT_EQ(answerer.file_dialogs, 0);
@@ -267,8 +273,8 @@ TEST_F(CancelTest, EscapeIsCancelDuringATransfer) {
   CheckAll("DownCheck");
   AmidTheRoutes([this] { QTest::keyClick(window->focusWidget(), Qt::Key_Escape); });
   Click("GpsDownLoad");
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_EQ(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(Data().Count(DataKind::TrackLog), 0U);
 }
 
 TEST_F(CancelTest, ACancelIsSeenAtOnce) {
@@ -330,7 +336,7 @@ TEST_F(CancelTest, ClosingWhileTheReceiverIsIdentifiedBringsNothing) {
   Click("GpsDownLoad");
   EXPECT_TRUE(closed);
   EXPECT_FALSE(window->isVisible());
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(Clipboard(), "mine");
 }
 
@@ -354,10 +360,10 @@ TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefor
   UseReceiver(options);
   CheckAll("DownCheck");
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(Messages(), std::string(messages::LinkLost));
   EXPECT_EQ(Texts("GpsNum"), "19|-|-");
-  EXPECT_EQ(Data().WaypointCount, 19);
-  EXPECT_EQ(Data().routes.RouteCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 19U);
+  EXPECT_EQ(Data().Count(DataKind::Route), 0U);
   EXPECT_FALSE(demo_port->PortOpen());
   EXPECT_TRUE(Get<QPushButton>("GpsDownLoad").isEnabled());
 }
@@ -366,13 +372,13 @@ TEST_F(WindowTest, AReceiverThatStopsAnsweringEmptiesTheKindAndKeepsTheOnesBefor
 
 TEST_F(WindowTest, UploadWithoutASelectionIsRefused) {
   Click("GpsUpLoad");
-  EXPECT_EQ(Messages(), "UpLoadするDataSetが選択されていません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingToUpload));
 }
 
 TEST_F(WindowTest, UploadWithoutDataIsRefused) {
   CheckAll("DoCheck");
   Click("GpsUpLoad");
-  EXPECT_EQ(Messages(), "内部データがありません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingHeld));
 }
 
 TEST_F(WindowTest, AfterAnUploadTheReceiversNewCountIsShown) {
@@ -392,7 +398,7 @@ TEST_F(WindowTest, AutoDeleteEmptiesTheUploadedKinds) {
   Check("AutoDelete");
   Click("GpsUpLoad");
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
-  EXPECT_EQ(Data().WaypointCount, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- Delete, capacity
@@ -425,7 +431,7 @@ TEST_F(WindowTest, TheCapacityMessageIsShownOnceUntilTheKindIsDeleted) {
   PutFile(folder.Path("one.grc"), "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n");
   const QColor normal = Get<QLabel>("DataType_1").palette().color(Get<QLabel>("DataType_1").backgroundRole());
   window->ImportFiles({folder.Path("full.grc")});
-  EXPECT_EQ(Messages(), "(Route)内部データ容量の限界です．");
+  EXPECT_EQ(Messages(), messages::KindFull(DataKind::Route));
   EXPECT_EQ(answerer.boxes[0].buttons, QStringList{"OK"});
   EXPECT_EQ(Get<QLabel>("DataType_1").backgroundRole(), QPalette::Button);
   window->ImportFiles({folder.Path("one.grc")});
@@ -489,7 +495,7 @@ TEST_F(ExportTest, ACancelledDialogWritesNothingAndDeletesNothing) {
   Check("AutoDelete");
   Click("FileExport");
   EXPECT_EQ(answerer.file_dialogs, 1);
-  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
 }
 
 TEST_F(ExportTest, AnExistingFileIsReplacedOnlyWithOkAndCancelIsTheSafeButton) {
@@ -537,7 +543,7 @@ TEST_F(ExportTest, NotationAndDatumAreTheChosenOnes) {
 }
 
 TEST_F(ExportTest, ACharacterThatShiftJisLacksOffersUtf8BeforeAnythingIsWritten) {
-  PutFile(folder.Path("in.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"caf\xc3\xa9\"\r\n");
+  PutFile(folder.Path("in.grc"), "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"ni\xc5\xa0\"\r\n");
   window->ImportFiles({folder.Path("in.grc")});
   Check("DoCheck_0");
   const std::string path = folder.Path("out.grc");
@@ -545,11 +551,11 @@ TEST_F(ExportTest, ACharacterThatShiftJisLacksOffersUtf8BeforeAnythingIsWritten)
   answerer.Answer(QMessageBox::No);
   Click("FileExport");
   ASSERT_EQ(answerer.boxes.size(), 1U);
-  EXPECT_TRUE(answerer.boxes[0].text.contains(QString::fromUtf8("1行目のWPT「A」の文字「é」"))) << Messages();
+  EXPECT_TRUE(answerer.boxes[0].text.contains(QString::fromUtf8("1行目のWPT「A」の文字「Š」"))) << Messages();
   EXPECT_FALSE(std::filesystem::exists(path));
   answerer.Answer(QMessageBox::Yes);
   Click("FileExport");
-  EXPECT_NE(FileContents(path).find("CAF\xc3\xa9"), std::string::npos);
+  EXPECT_NE(FileContents(path).find("NI\xc5\xa0"), std::string::npos);
 }
 
 TEST_F(ExportTest, TwoExportsWithinASecondAskBeforeTheSecondOverwrites) {
@@ -586,7 +592,7 @@ TEST_F(WindowTest, ACancelledOpenDialogShowsNothing) {
 TEST_F(WindowTest, AFileOfAnotherKindIsRefused) {
   PutFile(folder.Path("in.grc"), "hello\r\n");
   window->ImportFiles({folder.Path("in.grc")});
-  EXPECT_EQ(Messages(), RefusedFile(folder.Path("in.grc")));
+  EXPECT_EQ(Messages(), messages::UnsupportedFile(folder.Path("in.grc")));
 }
 
 // ---- Auto-actions
@@ -597,8 +603,8 @@ TEST_F(WindowTest, AutoDownloadSelectsAllKindsWhateverWasSelected) {
   Click("Get_GpsInfo");
   for (int kind = 0; kind < 3; ++kind)
     EXPECT_TRUE(Get<QCheckBox>(QString("DownCheck_%1").arg(kind)).isChecked());
-  EXPECT_GT(Data().WaypointCount, 0);
-  EXPECT_GT(Data().tracks.TrackCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_GT(Data().Count(DataKind::TrackLog), 0U);
 }
 
 TEST_F(WindowTest, AutoSaveAndAutoCopyHandOnTheDownloadedKinds) {
@@ -706,12 +712,12 @@ TEST_F(WindowTest, TheLinkIsChosenByTheReceiverUnlessTheUserDoesIt) {
     entries.append(box.itemText(i));
   EXPECT_EQ(entries.join(' ').toStdString(), "自動 する しない");
   EXPECT_EQ(box.currentText().toStdString(), "自動");
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Automatic);
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Automatic);
   QTest::keyClick(&box, Qt::Key_Down);
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Checked);
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Checked);
   QTest::keyClick(&box, Qt::Key_Down);
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Plain);
-  window->Main().controls.CheckedLink = LinkChoice::Automatic;
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Plain);
+  window->Main().State().Settings().link = LinkChoice::Automatic;
   window->ShowControls();
   EXPECT_EQ(box.currentText().toStdString(), "自動");
 }
@@ -747,7 +753,7 @@ TEST_F(WindowTest, DamagedRecordsNameTheBoxThatHelpsAndWithItTheyComeWhole) {
   UseReceiver(options);
   Check("DownCheck_0");
   ChooseLink("する");
-  EXPECT_EQ(window->Main().controls.CheckedLink, LinkChoice::Checked);
+  EXPECT_EQ(window->Main().State().Settings().link, LinkChoice::Checked);
   Click("GpsDownLoad");
   EXPECT_EQ(Status(), "");
   EXPECT_EQ(Get<QLineEdit>("GpsNum_0").text(), "19");
@@ -772,7 +778,7 @@ TEST_F(WindowTest, AnAutoSaveThatIsCancelledDeletesNothing) {
   Click("GpsDownLoad");
   EXPECT_EQ(answerer.file_dialogs, 1);
   EXPECT_TRUE(Clipboard().starts_with("WPT\t"));
-  EXPECT_GT(Data().WaypointCount, 0);
+  EXPECT_GT(Data().Count(DataKind::Waypoint), 0U);
 }
 
 // ---- Ports
@@ -804,7 +810,7 @@ TEST_F(WindowTest, APortThatIsNotThereSaysSoAndLeavesTheProgramUsable) {
   auto& box = Get<QComboBox>("CommPort");
   box.setFocus();
   QTest::keyClick(&box, Qt::Key_Home);
-  ASSERT_EQ(window->Main().controls.CommPort, "1");
+  ASSERT_EQ(window->Main().State().Settings().port, "1");
   Click("Get_GpsInfo");
   ASSERT_EQ(answerer.boxes.size(), 1U);
   EXPECT_TRUE(Get<QPushButton>("Get_GpsInfo").isEnabled());

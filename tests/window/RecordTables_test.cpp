@@ -18,20 +18,39 @@
 #include <string>
 #include <vector>
 
-#include "data/support.h"
-#include "geo/GeneralLib.h"
-
 namespace walrim {
 namespace {
 
 constexpr const char* Hint = "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";
 
-WaypointRecord Summit(std::string_view ident, std::string_view alt, std::string_view cmnt = {}) {
-  WaypointRecord record = Waypoint(ident);
-  record[WaypointField::alt] = alt;
-  record[WaypointField::cmnt] = cmnt;
-  record[WaypointField::smbl] = "18";
-  return record;
+Waypoint Place(std::string_view ident, double lat_deg = 35.5, double lon_deg = 135.25) {
+  Waypoint waypoint;
+  waypoint.ident = ident;
+  waypoint.lat_deg = lat_deg;
+  waypoint.lon_deg = lon_deg;
+  return waypoint;
+}
+
+Waypoint Summit(std::string_view ident, std::optional<float> alt_m, std::string_view cmnt = {}) {
+  Waypoint waypoint = Place(ident);
+  waypoint.alt_m = alt_m;
+  waypoint.cmnt = cmnt;
+  return waypoint;
+}
+
+TrackPoint PointAt(double lat_deg, double lon_deg, std::optional<GarminSeconds> time = {}, bool new_trk = false) {
+  TrackPoint point;
+  point.lat_deg = lat_deg;
+  point.lon_deg = lon_deg;
+  point.time = time;
+  point.new_trk = new_trk;
+  return point;
+}
+
+TrackPoint PointWith(TrackPoint point, std::optional<float> alt_m, std::optional<float> dpth_m = {}) {
+  point.alt_m = alt_m;
+  point.dpth_m = dpth_m;
+  return point;
 }
 
 class RecordTablesTest : public testing::Test {
@@ -43,7 +62,7 @@ class RecordTablesTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&tables_));
   }
 
-  void Refresh() { tables_.Refresh(settings_); }
+  void Refresh() { tables_.Refresh(form_); }
   QTabWidget& Tabs() { return *tables_.findChild<QTabWidget*>("Records"); }
   QTableView& Table(const char* name) {
     auto* table = tables_.findChild<QTableView*>(name);
@@ -92,41 +111,50 @@ class RecordTablesTest : public testing::Test {
     QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
     return QGuiApplication::clipboard()->text().toStdString();
   }
-  std::string Line(std::string_view tag, int record, int point = 0) {
-    return StandardWriter(data_, Names(), settings_).BuildDataLine(tag, record, point) + "\r\n";
+  /// The standard line of a record with what else its writing needs.
+  template <typename... Record>
+  std::string Line(const Record&... record) {
+    std::string line;
+    StandardLineWriter(form_.notation, form_.datum, form_.utc_offset_hours).Append(line, record...);
+    return line + "\r\n";
   }
+  std::string WaypointLine(std::size_t number) { return Line(data_.Waypoints().at(number - 1)); }
 
-  void AddWaypoints(const std::vector<WaypointRecord>& records) {
-    for (const WaypointRecord& record : records)
-      ASSERT_NE(data_.AddWaypoint(record), AddRejected);
+  void AddWaypoints(const std::vector<Waypoint>& waypoints) {
+    for (const Waypoint& waypoint : waypoints)
+      ASSERT_EQ(data_.Add(waypoint), AddResult::Stored);
   }
-  void AddRoute(std::string_view comment, const std::vector<std::string>& idents, std::string_view number) {
-    const int route = data_.AddRouteHeader(Route(comment, std::to_string(idents.size()), number));
-    for (std::size_t point = 0; point < idents.size(); ++point) {
-      RoutePoint record;
-      record.waypoint = Waypoint(idents[point]);
-      record.waypoint[WaypointField::smbl] = "18";
-      record.waypoint[WaypointField::dspl] = "1";
-      ASSERT_NE(data_.AddRoutePoint(record, route, static_cast<int>(point)), AddRejected);
+  void AddRoute(std::string_view comment, const std::vector<std::string>& idents, std::uint8_t number) {
+    Route route;
+    route.nmbr = number;
+    route.cmnt = comment;
+    ASSERT_EQ(data_.Begin(route), AddResult::Stored);
+    for (const std::string& ident : idents) {
+      RoutePoint point;
+      point.waypoint = Place(ident);
+      point.waypoint.dspl = 1;
+      ASSERT_EQ(data_.Add(point), AddResult::Stored);
     }
   }
-  void AddLog(std::string_view name, const std::vector<TrackPointEntry>& points) {
-    const int log = data_.AddTrackHeader(Track(name, std::to_string(points.size())));
-    for (std::size_t point = 0; point < points.size(); ++point)
-      ASSERT_NE(data_.AddTrackPoint(points[point], log, static_cast<int>(point)), AddRejected);
+  void AddLog(std::string_view name, const std::vector<TrackPoint>& points) {
+    TrackLog log;
+    log.trk_ident = name;
+    ASSERT_EQ(data_.Begin(log), AddResult::Stored);
+    for (const TrackPoint& point : points)
+      ASSERT_EQ(data_.Add(point), AddResult::Stored);
   }
   void AddTwoRoutes() {
-    AddRoute("NORTH", {"N1", "N2", "N3"}, "4");
-    AddRoute("SOUTH", {"S1", "S2"}, "7");
+    AddRoute("NORTH", {"N1", "N2", "N3"}, 4);
+    AddRoute("SOUTH", {"S1", "S2"}, 7);
   }
   void AddTwoLogs() {
-    AddLog("DAY ONE", {PointAt(35, 139, 1000, true), PointAt(35.01, 139, 1060), PointAt(35.02, 139, 4294967295.0)});
+    AddLog("DAY ONE", {PointAt(35, 139, 1000, true), PointAt(35.01, 139, 1060), PointAt(35.02, 139)});
     AddLog("DAY TWO", {PointAt(36, 140, 90000, true), PointAt(36, 140.01, 90060)});
   }
 
-  InternalData data_;
-  TextSettings settings_;
-  RecordTables tables_{data_, Names()};
+  DataSet data_;
+  ShownForm form_;
+  RecordTables tables_{data_};
 };
 
 using Texts = std::vector<std::string>;
@@ -147,7 +175,7 @@ TEST_F(RecordTablesTest, AnEmptyKindShowsTheHintInPlaceOfItsTables) {
 }
 
 TEST_F(RecordTablesTest, TabsCountWhatIsHeld) {
-  AddWaypoints({Waypoint("A"), Waypoint("B")});
+  AddWaypoints({Place("A"), Place("B")});
   AddTwoRoutes();
   AddTwoLogs();
   Refresh();
@@ -158,7 +186,7 @@ TEST_F(RecordTablesTest, TabsCountWhatIsHeld) {
 }
 
 TEST_F(RecordTablesTest, DeletedDataBringTheHintBack) {
-  AddWaypoints({Waypoint("A")});
+  AddWaypoints({Place("A")});
   Refresh();
   data_.Clear(DataKind::Waypoint);
   Refresh();
@@ -167,15 +195,15 @@ TEST_F(RecordTablesTest, DeletedDataBringTheHintBack) {
 }
 
 TEST_F(RecordTablesTest, AWaypointShowsTheColumnsOfItsStandardLine) {
-  WaypointRecord record = Summit("TAKAO", "599.15", "山頂, 茶屋");
-  record[WaypointField::facility] = "  HUT ";
-  record[WaypointField::city] = "八王子";
-  record[WaypointField::addr] = "TAKAOMACHI";
-  record[WaypointField::state] = "TO";
-  record[WaypointField::cc] = "JP";
-  record[WaypointField::cross_road] = "ROUTE 20";
-  record[WaypointField::dspl] = "1";
-  AddWaypoints({record});
+  Waypoint takao = Summit("TAKAO", 599.15F, "山頂, 茶屋");
+  takao.details.Set(&WaypointDetails::facility, "  HUT ");
+  takao.details.Set(&WaypointDetails::city, "八王子");
+  takao.details.Set(&WaypointDetails::addr, "TAKAOMACHI");
+  takao.details.Set(&WaypointDetails::state, "TO");
+  takao.details.Set(&WaypointDetails::cc, "JP");
+  takao.details.Set(&WaypointDetails::cross_road, "ROUTE 20");
+  takao.dspl = 1;
+  AddWaypoints({takao});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   EXPECT_EQ(Cell(table, 0, "番号"), "1");
@@ -185,7 +213,7 @@ TEST_F(RecordTablesTest, AWaypointShowsTheColumnsOfItsStandardLine) {
   EXPECT_EQ(Cell(table, 0, "コメント"), "山頂, 茶屋");
   EXPECT_EQ(Cell(table, 0, "シンボル"), "waypoint dot");
   EXPECT_EQ(Cell(table, 0, "シンボル", Qt::ToolTipRole), "コード 18");
-  EXPECT_EQ(Cell(table, 0, "表示"), "by itself");
+  EXPECT_EQ(Cell(table, 0, "表示"), "Display symbol by itself");
   EXPECT_EQ(Cell(table, 0, "高度 m"), "599.15");
   EXPECT_EQ(Cell(table, 0, "施設"), "HUT");
   EXPECT_EQ(Cell(table, 0, "市"), "八王子");
@@ -196,13 +224,13 @@ TEST_F(RecordTablesTest, AWaypointShowsTheColumnsOfItsStandardLine) {
 }
 
 TEST_F(RecordTablesTest, TextsThatLookLikeAWrappingStayWhole) {
-  AddWaypoints({Summit("A", "1", "=\"X\""), Summit("B", "1", "\""), Summit("C", "1", "TAB\tHERE\nAND THERE")});
+  AddWaypoints({Summit("A", 1, "=\"X\""), Summit("B", 1, "\""), Summit("C", 1, "TAB\tHERE\nAND THERE")});
   Refresh();
   EXPECT_EQ(Column(Table("WaypointTable"), "コメント"), (Texts{"=\"X\"", "\"", "TAB HERE AND THERE"}));
 }
 
 TEST_F(RecordTablesTest, WhatNobodyKnowsIsEmpty) {
-  AddWaypoints({Summit("A", "1E+25")});
+  AddWaypoints({Summit("A", {})});
   AddTwoLogs();
   Refresh();
   EXPECT_EQ(Cell(Table("WaypointTable"), 0, "高度 m"), "");
@@ -214,9 +242,9 @@ TEST_F(RecordTablesTest, WhatNobodyKnowsIsEmpty) {
 }
 
 TEST_F(RecordTablesTest, ACodeWithoutANameShowsItself) {
-  WaypointRecord record = Waypoint("A");
-  record[WaypointField::smbl] = "77";
-  AddWaypoints({record});
+  Waypoint waypoint = Place("A");
+  waypoint.smbl = 77;
+  AddWaypoints({waypoint});
   Refresh();
   EXPECT_EQ(Cell(Table("WaypointTable"), 0, "シンボル"), "77");
 }
@@ -228,16 +256,7 @@ TEST_F(RecordTablesTest, RoutePointsShowTheirWaypointsWithTheNamesOfDisplayModes
   EXPECT_EQ(Column(points, "番号"), (Texts{"4-1", "4-2", "4-3", "7-1", "7-2"}));
   EXPECT_EQ(Column(points, "名前"), (Texts{"N1", "N2", "N3", "S1", "S2"}));
   EXPECT_EQ(Cell(points, 0, "シンボル"), "waypoint dot");
-  EXPECT_EQ(Cell(points, 0, "表示"), "by itself");
-}
-
-TEST_F(RecordTablesTest, PointsOfARouteFromAReceiverAreNumberedFromOneToo) {
-  AddRoute("R", {"UNUSED", "P1", "P2"}, "1");
-  data_.routes.first_point[1] = 1;
-  data_.routes.RoutePointCount[1] = 2;
-  Refresh();
-  EXPECT_EQ(Column(Table("RoutePointTable"), "番号"), (Texts{"1-1", "1-2"}));
-  EXPECT_EQ(Column(Table("RoutePointTable"), "名前"), (Texts{"P1", "P2"}));
+  EXPECT_EQ(Cell(points, 0, "表示"), "Display symbol by itself");
 }
 
 TEST_F(RecordTablesTest, ALogShowsItsTimesAndItsLength) {
@@ -260,27 +279,29 @@ TEST_F(RecordTablesTest, ALogShowsItsTimesAndItsLength) {
 }
 
 TEST_F(RecordTablesTest, PointsBeforeTheFirstLogAreShownAsLogZero) {
-  data_.track_points[0] = PointAt(35, 139, 1000, false);
-  data_.tracks.TrackPointCount[0] = 1;
+  TrackLog headless;
+  headless.headless = true;
+  ASSERT_EQ(data_.Begin(headless), AddResult::Stored);
+  ASSERT_EQ(data_.Add(PointAt(35, 139, 1000)), AddResult::Stored);
   Refresh();
   EXPECT_EQ(Column(Table("TrackTable"), "番号"), (Texts{"0"}));
   EXPECT_EQ(Column(Table("TrackPointTable"), "番号"), (Texts{"0-1"}));
 }
 
 TEST_F(RecordTablesTest, NewSettingsShowTheSameRowsInTheOtherNotationAndDatum) {
-  AddWaypoints({Waypoint("A"), Waypoint("B")});
+  AddWaypoints({Place("A"), Place("B")});
   AddTwoLogs();
   Refresh();
   QTableView& table = Table("WaypointTable");
   ClickTitle(table, "名前");
   ClickTitle(table, "名前");
   ClickRow(table, 1);
-  settings_ = {"DMS", "Tokyo", 0};
+  EXPECT_EQ(Cell(table, 0, "緯度"), "35.5");
+  form_ = {AngleNotation::DMS, Datum::Tokyo, 0};
   Refresh();
-  const std::string line = Line("WPT", 1);
-  const std::string lat(SplitColumns(line).at(4));
-  EXPECT_NE(lat, "35.3");
-  EXPECT_EQ(Cell(table, 0, "緯度"), lat);
+  const std::string lat = Cell(table, 0, "緯度");
+  EXPECT_TRUE(lat.starts_with("35.29")) << "some 11 seconds less: " << lat;
+  EXPECT_NE(WaypointLine(1).find("\t" + lat + "\t"), std::string::npos);
   EXPECT_EQ(Column(table, "名前"), (Texts{"B", "A"}));
   EXPECT_EQ(ChosenRows(table), (std::set<int>{1}));
   EXPECT_EQ(Cell(Table("TrackPointTable"), 0, "日時"), "1989/12/31 00:16:40");
@@ -288,7 +309,7 @@ TEST_F(RecordTablesTest, NewSettingsShowTheSameRowsInTheOtherNotationAndDatum) {
 }
 
 TEST_F(RecordTablesTest, RowsComeUnsortedAndATitleSortsThemUpAndDown) {
-  AddWaypoints({Summit("A", "900"), Summit("B", "1E+25"), Summit("C", "-5"), Summit("D", "1250"), Summit("E", "900")});
+  AddWaypoints({Summit("A", 900), Summit("B", {}), Summit("C", -5), Summit("D", 1250), Summit("E", 900)});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   EXPECT_EQ(Column(table, "名前"), (Texts{"A", "B", "C", "D", "E"}));
@@ -299,7 +320,7 @@ TEST_F(RecordTablesTest, RowsComeUnsortedAndATitleSortsThemUpAndDown) {
 }
 
 TEST_F(RecordTablesTest, TextsSortAsPeopleReadThem) {
-  AddWaypoints({Waypoint("W10"), Waypoint("W9"), Waypoint("W")});
+  AddWaypoints({Place("W10"), Place("W9"), Place("W")});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   ClickTitle(table, "名前");
@@ -307,8 +328,8 @@ TEST_F(RecordTablesTest, TextsSortAsPeopleReadThem) {
 }
 
 TEST_F(RecordTablesTest, PositionsSortByDegreesInEveryNotation) {
-  settings_.degree_type = "MPS";
-  AddWaypoints({Waypoint("A", "35.5", "139"), Waypoint("B", "-4", "10"), Waypoint("C", "9.25", "139.5")});
+  form_.notation = AngleNotation::MPS;
+  AddWaypoints({Place("A", 35.5, 139), Place("B", -4, 10), Place("C", 9.25, 139.5)});
   AddLog("L", {PointAt(35, 139), PointAt(-4, 10), PointAt(9, 100)});
   Refresh();
   ClickTitle(Table("WaypointTable"), "緯度");
@@ -319,11 +340,8 @@ TEST_F(RecordTablesTest, PositionsSortByDegreesInEveryNotation) {
 }
 
 TEST_F(RecordTablesTest, EveryColumnOfTrackPointsSortsAsItsCellsRead) {
-  AddLog("L", {PointAt(36, 139, 5000), PointAt(35, 141, 4294967295.0, true), PointAt(35.5, 140, 90)});
-  data_.track_points[0].alt_m = 90;
-  data_.track_points[1].alt_m = 1000;
-  data_.track_points[0].dpth_m = 3;
-  data_.track_points[2].dpth_m = -1;
+  AddLog("L", {PointWith(PointAt(36, 139, 5000), 90, 3), PointWith(PointAt(35, 141, {}, true), 1000),
+               PointWith(PointAt(35.5, 140, 90), {}, -1)});
   Refresh();
   OpenPage(DataKind::TrackLog);
   const QTableView& table = Table("TrackPointTable");
@@ -338,9 +356,7 @@ TEST_F(RecordTablesTest, EveryColumnOfTrackPointsSortsAsItsCellsRead) {
 }
 
 TEST_F(RecordTablesTest, TrackPointsWithoutAHeightComeLastInEitherOrder) {
-  AddLog("L", {PointAt(36, 139), PointAt(35, 141), PointAt(35.5, 140)});
-  data_.track_points[1].alt_m = 90;
-  data_.track_points[2].alt_m = 1000;
+  AddLog("L", {PointAt(36, 139), PointWith(PointAt(35, 141), 90), PointWith(PointAt(35.5, 140), 1000)});
   Refresh();
   OpenPage(DataKind::TrackLog);
   const QTableView& table = Table("TrackPointTable");
@@ -351,7 +367,7 @@ TEST_F(RecordTablesTest, TrackPointsWithoutAHeightComeLastInEitherOrder) {
 }
 
 TEST_F(RecordTablesTest, ChangedRecordsInTheSameRowsShowAndSortAnew) {
-  AddWaypoints({Summit("A", "1")});
+  AddWaypoints({Summit("A", 1)});
   AddTwoLogs();
   Refresh();
   const QTableView& logs = Table("TrackTable");
@@ -359,8 +375,12 @@ TEST_F(RecordTablesTest, ChangedRecordsInTheSameRowsShowAndSortAnew) {
   ClickTitle(logs, "距離 km");
   EXPECT_EQ(Column(logs, "名前"), (Texts{"DAY TWO", "DAY ONE"}));
   EXPECT_EQ(Cell(Table("WaypointTable"), 0, "名前"), "A");
-  ASSERT_EQ(data_.AddWaypoint(Waypoint("B"), 1), 1);
-  ASSERT_EQ(data_.AddTrackPoint(PointAt(37, 140, 90060), 2, 1), 1);
+  data_.Clear(DataKind::Waypoint);
+  AddWaypoints({Place("B")});
+  const std::vector<TrackPoint> first = data_.Logs().at(0).points;
+  data_.Clear(DataKind::TrackLog);
+  AddLog("DAY ONE", first);
+  AddLog("DAY TWO", {PointAt(36, 140, 90000, true), PointAt(37, 140, 90060)});
   Refresh();
   EXPECT_EQ(Cell(Table("WaypointTable"), 0, "名前"), "B");
   EXPECT_EQ(Column(logs, "名前"), (Texts{"DAY ONE", "DAY TWO"}));
@@ -368,8 +388,8 @@ TEST_F(RecordTablesTest, ChangedRecordsInTheSameRowsShowAndSortAnew) {
 }
 
 TEST_F(RecordTablesTest, PointNumbersSortByRouteAndThenByPoint) {
-  AddRoute("R", std::vector<std::string>(11, "P"), "10");
-  AddRoute("S", {"P"}, "9");
+  AddRoute("R", std::vector<std::string>(11, "P"), 10);
+  AddRoute("S", {"P"}, 9);
   Refresh();
   OpenPage(DataKind::Route);
   const QTableView& table = Table("RoutePointTable");
@@ -381,7 +401,7 @@ TEST_F(RecordTablesTest, PointNumbersSortByRouteAndThenByPoint) {
 }
 
 TEST_F(RecordTablesTest, ASortKeepsTheChosenRecords) {
-  AddWaypoints({Summit("A", "3"), Summit("B", "2"), Summit("C", "1")});
+  AddWaypoints({Summit("A", 3), Summit("B", 2), Summit("C", 1)});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   ClickRow(table, 0);
@@ -423,14 +443,14 @@ TEST_F(RecordTablesTest, AChosenLogThatIsGoneLetsAllPointsBeSeen) {
 }
 
 TEST_F(RecordTablesTest, TheCopyKeyCopiesTheChosenRowsAsStandardLinesInTheShownOrder) {
-  AddWaypoints({Summit("A", "3"), Summit("B", "2"), Summit("C", "1")});
+  AddWaypoints({Summit("A", 3), Summit("B", 2), Summit("C", 1)});
   Refresh();
   QTableView& table = Table("WaypointTable");
   EXPECT_EQ(Copied(table), "untouched");
   ClickTitle(table, "高度 m");
   ClickRow(table, 2);
   ClickRow(table, 0, Qt::ControlModifier);
-  EXPECT_EQ(Copied(table), Line("WPT", 3) + Line("WPT", 1));
+  EXPECT_EQ(Copied(table), WaypointLine(3) + WaypointLine(1));
 }
 
 TEST_F(RecordTablesTest, CopiedHeadersBringTheirPointsAndTitlesWhenWanted) {
@@ -439,18 +459,25 @@ TEST_F(RecordTablesTest, CopiedHeadersBringTheirPointsAndTitlesWhenWanted) {
   Refresh();
   OpenPage(DataKind::Route);
   ClickRow(Table("RouteTable"), 1);
-  const std::string route = Line("RTH", 2) + Line("RTP", 2, 0) + Line("RTP", 2, 1);
+  const Route& south = data_.Routes().at(1);
+  const std::string last_point = Line(south.points.at(1), south.type);
+  const std::string route = Line(south) + Line(south.points.at(0), south.type) + last_point;
+  const std::string header_title = StandardHeaderLine(StandardLine::RouteHeader) + "\r\n";
+  const std::string point_title = StandardHeaderLine(StandardLine::RoutePoint) + "\r\n";
   EXPECT_EQ(Copied(Table("RouteTable")), route);
   tables_.SetWithHeader(true);
-  EXPECT_EQ(Copied(Table("RouteTable")), BuildHeaderLine("RTH") + "\r\n" + BuildHeaderLine("RTP") + "\r\n" + route);
+  EXPECT_EQ(Copied(Table("RouteTable")), header_title + point_title + route);
   ClickRow(Table("RoutePointTable"), 1);
-  EXPECT_EQ(Copied(Table("RoutePointTable")), BuildHeaderLine("RTP") + "\r\n" + Line("RTP", 2, 1));
+  EXPECT_EQ(Copied(Table("RoutePointTable")), point_title + last_point);
   tables_.SetWithHeader(false);
   OpenPage(DataKind::TrackLog);
   ClickRow(Table("TrackTable"), 1);
-  EXPECT_EQ(Copied(Table("TrackTable")), Line("TRH", 2) + Line("TRP", 2, 0) + Line("TRP", 2, 1));
+  const TrackLog& log = data_.Logs().at(1);
+  const TrackPoint* none = nullptr;
+  const std::string first_point = Line(log.points.at(0), none);
+  EXPECT_EQ(Copied(Table("TrackTable")), Line(log) + first_point + Line(log.points.at(1), &log.points.at(0)));
   ClickRow(Table("TrackPointTable"), 0);
-  EXPECT_EQ(Copied(Table("TrackPointTable")), Line("TRP", 2, 0));
+  EXPECT_EQ(Copied(Table("TrackPointTable")), first_point);
 }
 
 TEST_F(RecordTablesTest, CopiedLinesReadBackAsTheSameRecords) {
@@ -460,15 +487,15 @@ TEST_F(RecordTablesTest, CopiedLinesReadBackAsTheSameRecords) {
   QTableView& routes = Table("RouteTable");
   routes.setFocus();
   QTest::keyClick(&routes, Qt::Key_A, Qt::ControlModifier);
-  InternalData other;
-  StandardReader reader(other, settings_.utc_offset_hours);
-  reader.ReadText(Copied(routes));
-  EXPECT_EQ(reader.Summary().skipped, 0);
-  EXPECT_EQ(Written(other), Written(data_));
+  DataSet other;
+  const std::string copied = Copied(routes);
+  LineSource lines(copied, TextEncoding::Utf8);
+  EXPECT_EQ(ReadStandardFile(lines, other, {form_.utc_offset_hours}).skipped.count, 0);
+  EXPECT_EQ(other.Routes(), data_.Routes());
 }
 
 TEST_F(RecordTablesTest, TheContextMenuOffersTheCopy) {
-  AddWaypoints({Waypoint("A")});
+  AddWaypoints({Place("A")});
   Refresh();
   QTableView& table = Table("WaypointTable");
   ASSERT_EQ(table.contextMenuPolicy(), Qt::ActionsContextMenu);
@@ -476,11 +503,11 @@ TEST_F(RecordTablesTest, TheContextMenuOffersTheCopy) {
   EXPECT_EQ(table.actions().front()->text(), "行をコピー");
   ClickRow(table, 0);
   table.actions().front()->trigger();
-  EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), Line("WPT", 1));
+  EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), WaypointLine(1));
 }
 
 TEST_F(RecordTablesTest, TheCopyKeyOfATableIsNotTakenByAShortcutAround) {
-  AddWaypoints({Waypoint("A")});
+  AddWaypoints({Place("A")});
   Refresh();
   QAction around;
   around.setShortcut(QKeySequence::Copy);
@@ -488,7 +515,7 @@ TEST_F(RecordTablesTest, TheCopyKeyOfATableIsNotTakenByAShortcutAround) {
   QObject::connect(&around, &QAction::triggered, [&taken] { ++taken; });
   tables_.addAction(&around);
   ClickRow(Table("WaypointTable"), 0);
-  EXPECT_EQ(Copied(Table("WaypointTable")), Line("WPT", 1));
+  EXPECT_EQ(Copied(Table("WaypointTable")), WaypointLine(1));
   EXPECT_EQ(taken, 0);
 }
 
@@ -513,13 +540,13 @@ TEST_F(RecordTablesTest, KeysChooseRowsAndTheTabKeyLeaves) {
 
 TEST_F(RecordTablesTest, AddedRowsKeepSelectionScrollAndWidths) {
   for (int i = 0; i < 200; ++i)
-    AddWaypoints({Waypoint("W" + std::to_string(i))});
+    AddWaypoints({Place("W" + std::to_string(i))});
   Refresh();
   QTableView& table = Table("WaypointTable");
   ClickRow(table, 3);
   table.setColumnWidth(ColumnOf(table, "コメント"), 41);
   table.verticalScrollBar()->setValue(50);
-  AddWaypoints({Summit("LONGER NAME THAN ANY BEFORE", "1", "and a comment far wider than 41 pixels")});
+  AddWaypoints({Summit("LONGER NAME THAN ANY BEFORE", 1, "and a comment far wider than 41 pixels")});
   Refresh();
   EXPECT_EQ(table.model()->rowCount(), 201);
   EXPECT_EQ(ChosenRows(table), (std::set<int>{3}));
@@ -528,32 +555,32 @@ TEST_F(RecordTablesTest, AddedRowsKeepSelectionScrollAndWidths) {
 }
 
 TEST_F(RecordTablesTest, AddedRowsTakeTheirPlaceInASortedTable) {
-  AddWaypoints({Summit("A", "3"), Summit("B", "1")});
+  AddWaypoints({Summit("A", 3), Summit("B", 1)});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   ClickTitle(table, "高度 m");
   ClickRow(table, 1);
-  AddWaypoints({Summit("C", "2")});
+  AddWaypoints({Summit("C", 2)});
   Refresh();
   EXPECT_EQ(Column(table, "名前"), (Texts{"B", "C", "A"}));
   EXPECT_EQ(ChosenRows(table), (std::set<int>{2}));
 }
 
 TEST_F(RecordTablesTest, FewerRowsKeepTheSortAndTheWidths) {
-  AddWaypoints({Summit("A", "3"), Summit("B", "1"), Summit("C", "2")});
+  AddWaypoints({Summit("A", 3), Summit("B", 1), Summit("C", 2)});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   ClickTitle(table, "高度 m");
   const int width = table.columnWidth(ColumnOf(table, "緯度"));
   data_.Clear(DataKind::Waypoint);
-  AddWaypoints({Summit("D", "9"), Summit("E", "8")});
+  AddWaypoints({Summit("D", 9), Summit("E", 8)});
   Refresh();
   EXPECT_EQ(Column(table, "名前"), (Texts{"E", "D"}));
   EXPECT_EQ(table.columnWidth(ColumnOf(table, "緯度")), width);
 }
 
 TEST_F(RecordTablesTest, ColumnsAreWideEnoughForTheirCellsAndTitles) {
-  AddWaypoints({Waypoint("A", "35.6251234567891", "139.243611111111")});
+  AddWaypoints({Place("A", 35.6251234567891, 139.243611111111)});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   for (const char* title : {"緯度", "経度", "番号", "高度 m"}) {
@@ -565,7 +592,7 @@ TEST_F(RecordTablesTest, ColumnsAreWideEnoughForTheirCellsAndTitles) {
 }
 
 TEST_F(RecordTablesTest, NumbersStandAtTheRightAndNamesAtTheLeft) {
-  AddWaypoints({Waypoint("A")});
+  AddWaypoints({Place("A")});
   Refresh();
   const QTableView& table = Table("WaypointTable");
   const auto alignment = [&table](const char* title) {
@@ -577,7 +604,7 @@ TEST_F(RecordTablesTest, NumbersStandAtTheRightAndNamesAtTheLeft) {
 }
 
 TEST_F(RecordTablesTest, TablesAreNamedForAssistiveTools) {
-  AddWaypoints({Summit("A", "3")});
+  AddWaypoints({Summit("A", 3)});
   AddTwoRoutes();
   AddTwoLogs();
   Refresh();
@@ -587,7 +614,7 @@ TEST_F(RecordTablesTest, TablesAreNamedForAssistiveTools) {
 }
 
 TEST_F(RecordTablesTest, DataThatGoWhileTheTablesAreUsedLeaveEmptyRows) {
-  AddWaypoints({Summit("A", "3"), Summit("B", "2")});
+  AddWaypoints({Summit("A", 3), Summit("B", 2)});
   AddTwoRoutes();
   AddTwoLogs();
   Refresh();
@@ -609,47 +636,72 @@ TEST_F(RecordTablesTest, DataThatGoWhileTheTablesAreUsedLeaveEmptyRows) {
   }
 }
 
-TEST_F(RecordTablesTest, CountersThatPointOutOfTheStoresAreSurvived) {
+TEST_F(RecordTablesTest, RecordsThatNeverCameAreMarked) {
+  Waypoint missing;
+  missing.missing = true;
+  AddWaypoints({Place("CAME"), missing});
+  Refresh();
+  const QTableView& table = Table("WaypointTable");
+  EXPECT_FALSE(table.model()->index(0, 0).data(Qt::FontRole).isValid());
+  EXPECT_TRUE(table.model()->index(1, 0).data(Qt::FontRole).value<QFont>().italic());
+  EXPECT_EQ(Cell(table, 1, "番号", Qt::AccessibleDescriptionRole), "受信機から届かなかった記録です");
+}
+
+TEST_F(RecordTablesTest, TextsOfReceiversWithFieldsOfFixedWidthAreShownWithoutTheirPadding) {
+  Waypoint waypoint = Place(std::string("W1\0\0\0\0", 6));
+  waypoint.type = WaypointType::D103;
+  waypoint.cmnt = std::string("HUT\0OLD", 7) + std::string(33, ' ');
+  AddWaypoints({waypoint});
+  Refresh();
+  EXPECT_EQ(Cell(Table("WaypointTable"), 0, "名前"), "W1");
+  EXPECT_EQ(Cell(Table("WaypointTable"), 0, "コメント"), "HUT OLD");
+}
+
+TEST_F(RecordTablesTest, PointsThatGoWhileTheirRecordStaysLeaveEmptyRows) {
   AddTwoRoutes();
   AddTwoLogs();
   Refresh();
-  data_.routes.RouteCount = 500;
-  data_.routes.RoutePointCount.fill(30000);
-  data_.routes.first_point.fill(1);
-  data_.tracks.TrackCount = 1 << 20;
-  data_.tracks.TrackPointCount.fill(1 << 30);
-  data_.tracks.TrackStart.fill(MaxTrackPoints - 3);
-  data_.tracks.TrackStart[2] = -7;
-  data_.WaypointCount = 100000;
-  Refresh();
-  EXPECT_EQ(Table("WaypointTable").model()->rowCount(), MaxWaypoints);
-  EXPECT_EQ(Table("RouteTable").model()->rowCount(), MaxRoutes);
-  EXPECT_EQ(Table("RoutePointTable").model()->rowCount(), MaxRoutes * (MaxRoutePoints - 1));
-  EXPECT_EQ(Table("TrackTable").model()->rowCount(), MaxTrackLogs + 1);
-  for (const char* name : {"WaypointTable", "RouteTable", "RoutePointTable", "TrackTable", "TrackPointTable"}) {
-    Table(name).sortByColumn(2, Qt::AscendingOrder);
-    EXPECT_FALSE(Table(name).grab().isNull()) << name;
+  data_.Clear(DataKind::Route);
+  data_.Clear(DataKind::TrackLog);
+  AddRoute("NORTH", {"N1"}, 4);
+  AddLog("DAY ONE", {PointAt(35, 139, 1000, true)});
+  for (const char* name : {"RoutePointTable", "TrackPointTable"}) {
+    const QTableView& table = Table(name);
+    EXPECT_NE(Cell(table, 0, "番号"), "") << name;
+    for (int row = 1; row < table.model()->rowCount(); ++row)
+      EXPECT_EQ(Cell(table, row, "緯度"), "") << name << row;
   }
 }
 
+TEST_F(RecordTablesTest, NumbersOfWaypointsSortToo) {
+  AddWaypoints({Place("A"), Place("B"), Place("C")});
+  Refresh();
+  const QTableView& table = Table("WaypointTable");
+  ClickTitle(table, "番号");
+  EXPECT_EQ(Column(table, "名前"), (Texts{"A", "B", "C"}));
+  ClickTitle(table, "番号");
+  EXPECT_EQ(Column(table, "名前"), (Texts{"C", "B", "A"}));
+}
+
 TEST_F(RecordTablesTest, AStoreFullOfTrackPointsIsShownWhole) {
-  std::vector<TrackPointEntry> points;
+  constexpr int Most = MaxTrackPoints;
+  std::vector<TrackPoint> points;
   points.reserve(MaxTrackPoints);
-  for (int i = 0; i < MaxTrackPoints; ++i)
-    points.push_back(PointAt(35 + i * 1e-5, 139, 100000.0 - i));
+  for (int i = 0; i < Most; ++i)
+    points.push_back(PointAt(35 + i * 1e-5, 139, static_cast<GarminSeconds>(100000 - i)));
   AddLog("FULL", points);
   Refresh();
   OpenPage(DataKind::TrackLog);
   QTableView& table = Table("TrackPointTable");
-  ASSERT_EQ(table.model()->rowCount(), MaxTrackPoints);
-  EXPECT_EQ(Cell(table, MaxTrackPoints - 1, "番号"), "1-30000");
+  ASSERT_EQ(table.model()->rowCount(), Most);
+  EXPECT_EQ(Cell(table, Most - 1, "番号"), "1-30000");
   ClickTitle(table, "日時");
   EXPECT_EQ(Cell(table, 0, "番号"), "1-30000");
-  EXPECT_EQ(table.rowHeight(0), table.rowHeight(MaxTrackPoints - 1));
+  EXPECT_EQ(table.rowHeight(0), table.rowHeight(Most - 1));
   table.setFocus();
   QTest::keyClick(&table, Qt::Key_A, Qt::ControlModifier);
   const std::string copied = Copied(table);
-  EXPECT_EQ(std::count(copied.begin(), copied.end(), '\n'), MaxTrackPoints);
+  EXPECT_EQ(std::count(copied.begin(), copied.end(), '\n'), Most);
 }
 
 }  // namespace

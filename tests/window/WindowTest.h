@@ -16,7 +16,6 @@
 #include <string>
 #include <vector>
 
-#include "device/Garmin.h"
 #include "qt/QtEventLoop.h"
 #include "receiver/DemoSerialPort.h"
 #include "support/Fakes.h"
@@ -78,7 +77,7 @@ class WindowTestBase : public testing::Test {
   [[nodiscard]] std::string GpsInfo() const { return Get<QLabel>("GpsInfo").text().toStdString(); }
   [[nodiscard]] std::string Status() const { return Get<QLabel>("Status").text().toStdString(); }
   [[nodiscard]] std::string Messages() const { return answerer.Texts().join('|').toStdString(); }
-  [[nodiscard]] InternalData& Data() const { return window->Main().Data(); }
+  [[nodiscard]] DataSet& Data() const { return window->Main().State().Data(); }
   static std::string Clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
 
   Answerer answerer;
@@ -100,7 +99,7 @@ class WindowTest : public WindowTestBase {
     demo_port = std::make_unique<DemoSerialPort>(options, clock,
                                                  [this](std::chrono::nanoseconds time) { clock.Advance(time); });
     Open(*demo_port, clock);
-    window->Main().controls.CommPort = "demo";
+    window->Main().State().Settings().port = "demo";
     window->ShowControls();
   }
 

@@ -1,0 +1,1 @@
+walrim_fuzz(line_source LINK walrim_text)

@@ -1,0 +1,78 @@
+// The commands that talk to the receiver.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "app/DeleteCommands.h"
+#include "app/ExportCommands.h"
+#include "app/Outcome.h"
+#include "app/ProgramState.h"
+#include "device/Garmin.h"
+#include "platform/Desktop.h"
+
+namespace walrim {
+
+class DeviceCommands {
+ public:
+  /// All must outlive this object. garmin moves the records of the state's data set.
+  DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
+                 Desktop& desktop);
+
+  /// Identifies the receiver and asks how much it holds. With AutoDownload everything is then downloaded.
+  Outcome GetInfo();
+  /// Downloads the kinds to download. AutoSave and AutoCopy follow.
+  Outcome Download();
+  /// Uploads the chosen kinds. AutoDelete follows.
+  Outcome Upload();
+  /// Asks the running transfer to end after its exchange.
+  void Cancel() { garmin_.Cancel(); }
+
+  [[nodiscard]] const ProductInfo& Identified() const { return identified_; }
+  /// The receiver's description, or why there is none; empty where the port could not be used.
+  [[nodiscard]] std::string IdentityText() const;
+  /// Whether damaged records came in the last command; a checked link has none.
+  [[nodiscard]] bool DamagedRecordsCame() const { return damaged_records_came_; }
+
+ private:
+  /// What a kind's transfer means for the rest of the command.
+  struct KindEnd {
+    bool go_on = true;
+    Outcome outcome = Outcome::Done;
+  };
+  /// What a transfer returned; broken off by an exception it was given up.
+  struct TransferEnd {
+    std::int32_t result = 0;
+    bool broken_off = false;
+  };
+
+  Outcome RunIdentified(Outcome (DeviceCommands::*command)());
+  [[nodiscard]] bool Identify();
+  [[nodiscard]] Outcome OutcomeWithoutReceiver() const;
+  [[nodiscard]] TransferEnd Run(const std::function<std::int32_t()>& transfer);
+  Outcome AskCounts();
+  Outcome AskCount(DataKind kind);
+  Outcome DownloadSelected();
+  KindEnd DownloadKind(DataKind kind);
+  Outcome UploadSelected();
+  KindEnd UploadKind(DataKind kind);
+  KindEnd EndOfUpload(DataKind kind, const TransferEnd& end);
+  KindEnd AskAfterUpload(DataKind kind, std::int32_t result, const TransferReport& upload);
+  KindEnd EndWithoutRecords();
+  [[nodiscard]] bool TellRefusal();
+  void NoteReport(DataKind kind);
+  void NoteChangedRecords(DataKind kind);
+  void RunAutoSaveAndCopy();
+  void ShowNotices();
+
+  ProgramState& state_;
+  Garmin& garmin_;
+  DeleteCommands& deletes_;
+  ExportCommands& exports_;
+  Desktop& desktop_;
+  ProductInfo identified_;
+  bool damaged_records_came_ = false;
+};
+
+}  // namespace walrim

@@ -1,0 +1,204 @@
+#include "app/Messages.h"
+
+#include <algorithm>
+#include <array>
+
+namespace walrim::messages {
+
+namespace {
+
+/// The most records that a message lists one by one.
+constexpr std::size_t LongestList = 20;
+/// Characters of a line that a message quotes.
+constexpr std::size_t LongestQuote = 40;
+
+std::string Joined(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const std::string_view part : parts)
+    text += part;
+  return text;
+}
+
+/// "(Route)", which many notices begin with.
+std::string OfKind(DataKind kind) {
+  return Joined({"(", DataKindName(kind), ")"});
+}
+
+std::string JoinNames(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size() && i < LongestList; ++i)
+    text += (i > 0 ? "，" : "") + names[i];
+  if (names.size() > LongestList) text += "，ほか" + std::to_string(names.size() - LongestList) + "件";
+  return text;
+}
+
+std::string_view FirstCharacters(std::string_view utf8, std::size_t count) {
+  std::size_t offset = 0;
+  for (std::size_t seen = 0; offset < utf8.size(); ++offset) {
+    const bool begins_character = (static_cast<unsigned char>(utf8[offset]) & 0xC0U) != 0x80U;
+    if (begins_character && seen++ == count) break;
+  }
+  return utf8.substr(0, offset);
+}
+
+std::string AtLine(int line) {
+  return "（最初は" + std::to_string(line) + "行目";
+}
+
+std::string WithPoints(int points) {
+  return points > 0 ? "（" + std::to_string(points) + "点）" : "";
+}
+
+std::string ImportCounts(const ImportResult& result) {
+  const auto count = [&](DataKind kind) {
+    return std::string(DataKindName(kind)) + " " + std::to_string(result.stored[IndexOf(kind)]);
+  };
+  return "取り込み：" + count(DataKind::Waypoint) + "，" + count(DataKind::Route) + WithPoints(result.route_points) +
+         "，" + count(DataKind::TrackLog) + WithPoints(result.track_points) + "．";
+}
+
+}  // namespace
+
+std::string LinkInUse(bool checked, bool chosen_automatically) {
+  return Joined({checked ? "誤り検査：する" : "誤り検査：しない", chosen_automatically ? "（自動）" : ""});
+}
+
+std::string ReceiverText(std::string_view identity, int product_id) {
+  return Joined({identity, " (Pid:", std::to_string(product_id), ")"});
+}
+
+std::string OverwriteHeldQuestion(DataKind kind) {
+  return "現在の内部データ" + OfKind(kind) + "は上書きされます．よろしいですか？";
+}
+
+/// With what helps against damage, which a checked link never takes.
+std::string DamagedRecords(DataKind kind, int count) {
+  return OfKind(kind) + "破損した記録が" + std::to_string(count) +
+         "件届きました．「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
+}
+
+std::string MissingRecords(DataKind kind, int announced, int missing) {
+  return std::string(DataKindName(kind)) + "：" + std::to_string(announced) + "件中" + std::to_string(missing) +
+         "件が届きませんでした．";
+}
+
+std::string RefusedRecords(DataKind kind, int count) {
+  return OfKind(kind) + "受信機が受け取らなかった記録が" + std::to_string(count) + "件あります．";
+}
+
+std::string ReplacedRecords(DataKind kind, const std::vector<std::string>& names) {
+  return OfKind(kind) + "受信機にない絵や色を，近いものに替えて送信しました：" + JoinNames(names) + "．";
+}
+
+std::string CutRecords(DataKind kind, const std::vector<std::string>& names) {
+  return OfKind(kind) + "長すぎる記録の文字列の末尾を切って送信しました：" + JoinNames(names);
+}
+
+std::string CutTexts(DataKind kind, int count) {
+  return OfKind(kind) + "受信機の欄より長い文字列が" + std::to_string(count) + "件あり，末尾を切って送信しました．";
+}
+
+std::string EndRefused(DataKind kind) {
+  return OfKind(kind) + "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
+}
+
+std::string KindFull(DataKind kind) {
+  return OfKind(kind) + "内部データ容量の限界です．";
+}
+
+std::string ExportTo(std::string_view path) {
+  return Joined({"Export to ", path});
+}
+
+std::string Exporting(DataKind kind, int number, int count) {
+  constexpr std::array<std::string_view, DataKindCount> beginnings{"Export Wpt[", "Export Rte[", "Export Trk["};
+  return Joined({beginnings[IndexOf(kind)], std::to_string(number), "/", std::to_string(count), "]"});
+}
+
+std::string OverwriteQuestion(std::string_view path) {
+  return Joined({"このファイル（", path, ")は存在します．上書きしますか？"});
+}
+
+std::string WriteProblem(std::string_view path, std::string_view detail) {
+  return Joined({"ファイルに書き込めません：", path, "（", detail, "）"});
+}
+
+std::string Utf8Question(std::string_view record, std::string_view character) {
+  return Joined({record, "の文字「", character, "」はShift-JISでは表せません．UTF-8で保存しますか？"});
+}
+
+std::string RecordInLine(long line_number, std::string_view line) {
+  line.remove_prefix(std::min(line.find_first_not_of('\t'), line.size()));
+  const std::size_t tag_end = line.find('\t');
+  const std::size_t value = line.find("=\"");
+  const std::string where = std::to_string(line_number) + "行目の";
+  if (tag_end == std::string_view::npos || value == std::string_view::npos) {
+    return Joined({where, "「", FirstCharacters(line, LongestQuote), "」"});
+  }
+  const std::string_view text = line.substr(value + 2, line.find('"', value + 2) - value - 2);
+  return Joined({where, line.substr(0, tag_end), "「", text, "」"});
+}
+
+std::string SouthAndWest(int positions) {
+  return "南緯・西経の位置が" + std::to_string(positions) + "件あります．DMSの表記では正しく読み戻せません．";
+}
+
+std::string BrokenTexts(int count) {
+  return "コンマか引用符を含む文字列が" + std::to_string(count) +
+         "件あります．このファイルを読み込むと，そこで切れます．";
+}
+
+std::string SkippedRecords(int count) {
+  return std::to_string(count) + "件の記録は，文字列の中の記号のためスクリプトに書けませんでした．";
+}
+
+std::string FileOfAnotherComputer(std::string_view host) {
+  return Joined({"ほかのコンピュータ（", host, "）のファイルは読み込めません．"});
+}
+
+std::string UnsupportedFile(std::string_view name) {
+  return Joined({"未対応のファイルです．\n", name,
+                 "\n標準形式（grc），WPT+形式（txt），MPS形式（mps）のファイルを取り込めます．"});
+}
+
+std::string ReadProblem(std::string_view path, std::string_view detail) {
+  return Joined({"ファイルを読み込めません：", path, "（", detail, "）"});
+}
+
+std::vector<std::string> ImportComplaints(const ImportResult& result) {
+  std::vector<std::string> complaints = result.messages.kept;
+  const int more = result.messages.count - static_cast<int>(result.messages.kept.size());
+  if (more > 0) complaints.push_back("ほかに" + std::to_string(more) + "行，分からない命令があります．");
+  if (result.statements.count > 0) {
+    complaints.push_back(std::to_string(result.statements.count) + "個の文を読み飛ばしました（最初の理由：" +
+                         result.statements.first_why + "）．");
+  }
+  if (result.skipped.count > 0) {
+    complaints.push_back(std::to_string(result.skipped.count) + "行を読み飛ばしました" +
+                         AtLine(result.skipped.first_line) + "：" + result.skipped.first_why + "）．");
+  }
+  if (result.overfull.count > 0) {
+    complaints.push_back(std::to_string(result.overfull.count) + "行で列が多すぎます" +
+                         AtLine(result.overfull.first_line) + "）．文字列の中のコンマで切れている可能性があります．");
+  }
+  if (result.unread_time.count > 0) {
+    complaints.push_back(std::to_string(result.unread_time.count) + "点の日時が読めません" +
+                         AtLine(result.unread_time.first_line) + "）．時刻なしとして取り込みました．");
+  }
+  return complaints;
+}
+
+std::string ImportReport(const ImportResult& result) {
+  std::string text = ImportCounts(result);
+  for (const std::string& complaint : ImportComplaints(result)) {
+    if (!text.ends_with("．")) text += ' ';
+    text += complaint;
+  }
+  return text;
+}
+
+std::string BrokenOff(std::string_view why) {
+  return Joined({"処理を中止しました：", why});
+}
+
+}  // namespace walrim::messages

@@ -1,0 +1,94 @@
+// The texts that the commands show: messages, questions, notices and status texts.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "formats/ImportResult.h"
+#include "records/DataKind.h"
+
+namespace walrim::messages {
+
+// ---- The receiver
+
+inline constexpr std::string_view LinkLost = "電源が切れたか，コードが外れました．";
+inline constexpr std::string_view NotAcknowledged = "受信機が要求に応じませんでした．";
+inline constexpr std::string_view NotIdentified = "受信機を識別できませんでした．";
+inline constexpr std::string_view BadAnswer = "受信機からの応答が正しくないため，通信を中止しました．";
+inline constexpr std::string_view BadData = "受信データが異常なため，通信を中止しました．";
+inline constexpr std::string_view NothingToDownload = "DownLoadするDataSetが選択されていません．";
+inline constexpr std::string_view NothingToUpload = "UpLoadするDataSetが選択されていません．";
+inline constexpr std::string_view NothingHeld = "内部データがありません．";
+/// Which link the transfers use, in the status line.
+[[nodiscard]] std::string LinkInUse(bool checked, bool chosen_automatically);
+/// A name and the product number behind it.
+[[nodiscard]] std::string ReceiverText(std::string_view identity, int product_id);
+[[nodiscard]] std::string OverwriteHeldQuestion(DataKind kind);
+
+// Notices behind a transfer.
+[[nodiscard]] std::string DamagedRecords(DataKind kind, int count);
+[[nodiscard]] std::string MissingRecords(DataKind kind, int announced, int missing);
+[[nodiscard]] std::string RefusedRecords(DataKind kind, int count);
+[[nodiscard]] std::string ReplacedRecords(DataKind kind, const std::vector<std::string>& names);
+[[nodiscard]] std::string CutRecords(DataKind kind, const std::vector<std::string>& names);
+[[nodiscard]] std::string CutTexts(DataKind kind, int count);
+[[nodiscard]] std::string EndRefused(DataKind kind);
+
+// ---- What is held
+
+[[nodiscard]] std::string KindFull(DataKind kind);
+inline constexpr std::string_view Deleting = "内部データ削除中";
+/// Why AutoDelete deleted nothing behind an export or a copy, and behind an upload.
+inline constexpr std::string_view NotReadBack =
+    "書き出した内容を読み戻すと失われるものがあるため，内部データは削除しませんでした．";
+inline constexpr std::string_view CutNotDeleted = "切って送信した文字列があるため，内部データは削除しませんでした．";
+
+// ---- Writing
+
+inline constexpr std::string_view NothingDownloaded = "DataSetがDownLoadされていません．";
+inline constexpr std::string_view NothingChosen = "DataSetが選択されていません．";
+inline constexpr std::string_view NothingToSave = "保存するデータがありません．";
+inline constexpr std::string_view NothingWritten = "DatasetがDownLoadされていません．";
+inline constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
+[[nodiscard]] std::string ExportTo(std::string_view path);
+[[nodiscard]] std::string Exporting(DataKind kind, int number, int count);
+[[nodiscard]] std::string OverwriteQuestion(std::string_view path);
+[[nodiscard]] std::string WriteProblem(std::string_view path, std::string_view detail);
+/// The question whether UTF-8 may be used. record and character say what Shift-JIS lacks where.
+[[nodiscard]] std::string Utf8Question(std::string_view record, std::string_view character);
+/// The record of a line, to find it by: a standard line's tag and its first text; the beginning of any other line.
+[[nodiscard]] std::string RecordInLine(long line_number, std::string_view line);
+[[nodiscard]] std::string SouthAndWest(int positions);
+[[nodiscard]] std::string BrokenTexts(int count);
+[[nodiscard]] std::string SkippedRecords(int count);
+
+// ---- Reading
+
+inline constexpr std::string_view EmptyClipboard = "クリップボードにデータがありません．";
+inline constexpr std::string_view UnsupportedText =
+    "未対応のファイルです．\n標準形式，WPT+形式，MPS形式の文字列か，地図上の位置を取り込めます．";
+inline constexpr std::string_view StandardInput = "標準入力";
+inline constexpr std::string_view FtpRefused = "現時点ではFTPには対応していません（http://かfile://）";
+inline constexpr std::string_view NoFileLink = "file://のリンクではありません．";
+inline constexpr std::string_view NoFileName = "リンクにファイルの名前がありません．";
+inline constexpr std::string_view ImportFrom = "Import from ";
+inline constexpr std::string_view ClipFrom = "Clip From URL=";
+[[nodiscard]] std::string FileOfAnotherComputer(std::string_view host);
+[[nodiscard]] std::string UnsupportedFile(std::string_view name);
+[[nodiscard]] std::string ReadProblem(std::string_view path, std::string_view detail);
+
+/// What did not come in as it stood there, a sentence each; empty where all did.
+[[nodiscard]] std::vector<std::string> ImportComplaints(const ImportResult& result);
+/// How many records of each kind came in, and the complaints, in one line.
+[[nodiscard]] std::string ImportReport(const ImportResult& result);
+
+// ---- Files
+
+inline constexpr std::string_view ForeignLink = "ほかの利用者が置いたリンクです";
+inline constexpr std::string_view NoRegularFile = "通常のファイルではありません";
+
+/// What ended a command that nobody expected to end.
+[[nodiscard]] std::string BrokenOff(std::string_view why);
+
+}  // namespace walrim::messages

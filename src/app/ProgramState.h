@@ -1,0 +1,92 @@
+// What the program holds, what it is set to, and what it is doing.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "app/Notices.h"
+#include "app/UserSettings.h"
+#include "platform/Desktop.h"
+#include "records/DataSet.h"
+
+namespace walrim {
+
+/// The data set with its marks, the settings, and the state of the command that runs. The desktop is told of changes.
+class ProgramState {
+ public:
+  /// desktop must outlive this object.
+  explicit ProgramState(Desktop& desktop) : desktop_(desktop) {}
+
+  [[nodiscard]] DataSet& Data() { return data_; }
+  [[nodiscard]] UserSettings& Settings() { return settings_; }
+  /// What the command that ran last had to tell.
+  [[nodiscard]] Notices& Told() { return notices_; }
+
+  // ---- Counts
+
+  /// Records of a kind that are held, as they are shown: after a download the number of packets. Nothing where none
+  /// are.
+  [[nodiscard]] std::optional<int> HeldCount(DataKind kind) const { return held_[IndexOf(kind)]; }
+  /// Sets it, and says once when the kind can take no more.
+  void SetHeldCount(DataKind kind, int count);
+  [[nodiscard]] bool Loaded(DataKind kind) const { return HeldCount(kind).has_value(); }
+  [[nodiscard]] bool AnyLoaded() const;
+  /// The chosen kinds that are loaded.
+  [[nodiscard]] DataKinds WantedKinds() const;
+  /// A kind has reached its limit since it was emptied.
+  [[nodiscard]] bool Full(DataKind kind) const { return full_[IndexOf(kind)]; }
+  /// Takes a kind's records away.
+  void Empty(DataKind kind);
+  /// Records of a kind that the receiver reported; nothing where it was not asked.
+  [[nodiscard]] std::optional<int> ReceiverCount(DataKind kind) const { return in_receiver_[IndexOf(kind)]; }
+  void SetReceiverCount(DataKind kind, std::optional<int> count);
+
+  // ---- The command that runs
+
+  [[nodiscard]] bool Busy() const { return busy_; }
+  void SetBusy(bool busy) { busy_ = busy; }
+  /// Whether Cancel can be pressed. Setting it forgets an earlier request.
+  [[nodiscard]] bool CancelEnabled() const { return cancel_enabled_; }
+  void SetCancelEnabled(bool enabled);
+  [[nodiscard]] bool CancelRequested() const { return cancel_requested_; }
+  void RequestCancel() { cancel_requested_ = true; }
+  /// What the last command wrote or sent is less than what is held: it must not be deleted.
+  [[nodiscard]] bool SomethingLost() const { return something_lost_; }
+  void SetSomethingLost(bool lost) { something_lost_ = lost; }
+  /// What is shown of the receiver.
+  [[nodiscard]] const std::string& ReceiverText() const { return receiver_text_; }
+  void SetReceiverText(std::string text) { receiver_text_ = std::move(text); }
+
+ private:
+  Desktop& desktop_;
+  DataSet data_;
+  UserSettings settings_;
+  Notices notices_;
+  std::array<std::optional<int>, DataKindCount> held_;
+  std::array<std::optional<int>, DataKindCount> in_receiver_;
+  DataKinds full_{};
+  std::string receiver_text_ = "GPSInfo";
+  bool busy_ = false;
+  bool cancel_enabled_ = false;
+  bool cancel_requested_ = false;
+  bool something_lost_ = false;
+};
+
+/// Marks a command as running until it goes.
+class BusyGuard {
+ public:
+  explicit BusyGuard(ProgramState& state) : state_(state) { state_.SetBusy(true); }
+  BusyGuard(const BusyGuard&) = delete;
+  BusyGuard& operator=(const BusyGuard&) = delete;
+  ~BusyGuard() { state_.SetBusy(false); }
+
+ private:
+  ProgramState& state_;
+};
+
+/// Whether any kind is among some.
+[[nodiscard]] bool AnyOf(const DataKinds& kinds);
+
+}  // namespace walrim

@@ -1,0 +1,20 @@
+// The texts that only the terminal shows.
+#pragma once
+
+#include <string_view>
+
+namespace walrim::messages {
+
+/// What helps where a file is not replaced, where Shift-JIS lacks a character, and where damaged records came.
+inline constexpr std::string_view ForceAdvice = "--force を指定すると，上書きします．";
+inline constexpr std::string_view Utf8Advice = "--encoding utf8 を指定すると，UTF-8で保存できます．";
+inline constexpr std::string_view CheckedLinkAdvice = "誤り検査は --checked-link で指定できます．";
+/// In front of the trace's path.
+inline constexpr std::string_view TraceIsData = "通信の記録は，読み書きするデータとは別のファイルにしてください：";
+/// Why a file is not replaced by a trace.
+inline constexpr std::string_view NoTrace = "通信の記録ではないファイルです";
+inline constexpr std::string_view Stalled = "30秒間データが届かないため，通信を中止しました．";
+inline constexpr std::string_view Cancelled = "中止しました．";
+inline constexpr std::string_view NothingImported = "取り込めるデータがありません．";
+
+}  // namespace walrim::messages

@@ -1,0 +1,27 @@
+#include "device/Garmin.h"
+
+#include "device/Download.h"
+#include "device/Identification.h"
+#include "device/Upload.h"
+
+namespace walrim {
+
+ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
+  session_.Report() = {};
+  if (!session_.ProbePort(port_name)) return {};
+  ProductInfo info = RequestProduct(session_, port_name);
+  if (!info.description.empty()) session_.SetProtocols(ProtocolsOf(info.description));
+  return info;
+}
+
+std::int32_t Garmin::Download(DataKind kind, std::string_view port_name, TransferMode mode) {
+  session_.Report() = {};
+  return walrim::Download(session_, data_, kind).Run(port_name, mode);
+}
+
+std::int32_t Garmin::Upload(DataKind kind, std::string_view port_name) {
+  session_.Report() = {};
+  return UploadRecords(session_, data_, kind, port_name);
+}
+
+}  // namespace walrim

@@ -1,0 +1,46 @@
+// The models of receivers, and which data types each of them speaks.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "records/Route.h"
+#include "records/TrackLog.h"
+#include "records/Waypoint.h"
+
+namespace walrim {
+
+/// What follows each point of a route.
+enum class RouteLinkType : std::uint8_t {
+  None,
+  Empty,  ///< a packet without data
+  D210
+};
+
+/// What stands in front of the points of a track log.
+enum class TrackHeaderType : std::uint8_t {
+  None,
+  Empty,  ///< a packet without data, which begins no log
+  D310
+};
+
+/// The data types of a receiver's records. As it is made: what an unknown model speaks.
+struct DeviceProtocols {
+  WaypointType waypoint = WaypointType::D104;
+  RouteHeaderType route_header = RouteHeaderType::D201;
+  RouteLinkType route_link = RouteLinkType::None;
+  TrackPointType track_point = TrackPointType::D300;
+  TrackHeaderType track_header = TrackHeaderType::None;
+
+  friend bool operator==(const DeviceProtocols&, const DeviceProtocols&) = default;
+};
+
+/// The types of the receiver with this product description: those of the last model of the table whose name stands
+/// anywhere in it. The case of letters counts, and so does the blank behind most names.
+[[nodiscard]] DeviceProtocols ProtocolsOf(std::string_view description);
+
+/// Before any receiver has been identified: the richest types.
+inline constexpr DeviceProtocols RichestProtocols{WaypointType::D108, RouteHeaderType::D202, RouteLinkType::D210,
+                                                  TrackPointType::D301, TrackHeaderType::D310};
+
+}  // namespace walrim

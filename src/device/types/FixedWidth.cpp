@@ -1,0 +1,40 @@
+#include "device/types/FixedWidth.h"
+
+#include "records/Symbols.h"
+#include "text/Scan.h"
+
+namespace walrim {
+
+Waypoint BlankFixedWidth(WaypointType type) {
+  Waypoint waypoint;
+  waypoint.type = type;
+  waypoint.smbl = 0;
+  waypoint.ident.assign(IdentWidth, ' ');
+  waypoint.cmnt.assign(CommentWidth, ' ');
+  return waypoint;
+}
+
+std::string ZeroEnded(std::string_view text) {
+  return UpperCase(TrimBlanks(Blanked(text))) + '\0';
+}
+
+Waypoint FixedWidthOf(const Waypoint& from, WaypointType type, EncodeNotes& notes) {
+  NoteCutText(from.ident, IdentWidth, notes);
+  NoteCutText(from.cmnt, CommentWidth, notes);
+  Waypoint waypoint = from;
+  if (from.type == type) return waypoint;
+  waypoint.unused = 0;
+  waypoint.ident = ZeroEnded(from.ident);
+  waypoint.cmnt = ZeroEnded(from.cmnt);
+  return waypoint;
+}
+
+void FitSmallSymbol(Waypoint& waypoint, EncodeNotes& notes) {
+  const int code = waypoint.smbl.value_or(0);
+  if (code <= LargestSmallSymbol) return;
+  const SmallSymbol small = SmallSymbolFor(code);
+  waypoint.smbl = small.code;
+  notes.replaced = notes.replaced || !small.exact;
+}
+
+}  // namespace walrim

@@ -1,0 +1,32 @@
+// What the dialog for a point from a map says of a position that it does not take.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace walrim::dialog_messages {
+
+// Which of the two a text is.
+inline constexpr std::string_view Latitude = "緯度";
+inline constexpr std::string_view Longitude = "経度";
+
+// What is expected in a notation.
+inline constexpr std::string_view LatitudeInDegrees = "度（D形式，例 35.6252）";
+inline constexpr std::string_view LongitudeInDegrees = "度（D形式，例 139.2437）";
+inline constexpr std::string_view LatitudeInDms = "度分秒（DMS形式，例 35.373072）";
+inline constexpr std::string_view LongitudeInDms = "度分秒（DMS形式，例 139.143732）";
+
+[[nodiscard]] inline std::string NoAngle(std::string_view axis, std::string_view text, std::string_view expected) {
+  return std::string(axis).append("「").append(text).append("」は").append(expected).append("として読めません．");
+}
+/// limit is in degrees.
+[[nodiscard]] inline std::string OutOfRange(std::string_view axis, std::string_view text, int limit) {
+  const std::string degrees = std::to_string(limit);
+  return std::string(axis) + "「" + std::string(text) + "」は-" + degrees + "度から" + degrees +
+         "度までの範囲にありません．";
+}
+[[nodiscard]] inline std::string NoNegativeDms(std::string_view axis, std::string_view text) {
+  return std::string(axis).append("「").append(text).append("」は南緯・西経のため，度分秒（DMS形式）では扱えません．");
+}
+
+}  // namespace walrim::dialog_messages

@@ -1,0 +1,76 @@
+// The formats of files and texts: one row each.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "formats/ImportResult.h"
+#include "formats/ScriptOptions.h"
+#include "geo/AngleNotation.h"
+#include "geo/Datum.h"
+#include "records/DataSet.h"
+#include "text/Dates.h"
+#include "text/TextEncoding.h"
+#include "text/TextOutput.h"
+
+namespace walrim {
+
+/// In the order of the rows.
+enum class FormatId { Standard, WptPlus, Script };
+
+struct ReadSettings {
+  int utc_offset_hours = 9;  ///< of times in texts that do not name their zone
+};
+
+struct WriteSettings {
+  DataKinds kinds{true, true, true};
+  AngleNotation notation = AngleNotation::D;
+  Datum datum = Datum::Wgs84;
+  int utc_offset_hours = 9;
+  bool with_header = false;  ///< header lines, where the format has them
+  CivilTime now;             ///< the moment of writing, local
+  ScriptOptions script;
+  /// Called before each waypoint, route and log with its number from 1 and how many there are. May be empty.
+  std::function<void(DataKind kind, int number, int count)> progress;
+};
+
+/// What a writer has to tell.
+struct WriteReport {
+  int broken_texts = 0;  ///< lines with a text that holds a comma or a quote, which reading cuts it at
+  int skipped = 0;       ///< records that the format cannot hold
+};
+
+/// The beginning of a text, by which its format is recognised.
+struct TextBeginning {
+  std::string first_word;  ///< in upper case, of the first line, up to a TAB or a comma
+  std::string_view text;   ///< the first bytes
+  std::string_view path;   ///< of the file, or empty
+};
+
+struct Format {
+  FormatId id;
+  std::string_view name;                 ///< in the list of output types
+  std::string_view english_name;         ///< in the terminal's help
+  std::string_view ending;               ///< of its files, without the point
+  std::string_view filter;               ///< entry of the file dialogs' filter: "name (*.ending)|*.ending|"
+  std::string_view paste_status;         ///< shown while a pasted text is read
+  std::optional<TextEncoding> encoding;  ///< the only one that its files have; nothing where the user chooses
+  bool has_options;                      ///< the script's options are asked for before it is written
+  bool (*recognise)(const TextBeginning& beginning);
+  ImportResult (*read)(LineSource& lines, DataSet& data, const ReadSettings& settings);
+  WriteReport (*write)(TextOutput& out, const DataSet& data, const WriteSettings& settings);
+};
+
+[[nodiscard]] std::span<const Format> Formats();
+[[nodiscard]] const Format& FormatOf(FormatId id);
+/// The row of an ending in any case; null for another ending.
+[[nodiscard]] const Format* FormatOfEnding(std::string_view ending);
+/// The row of a text that begins so; null where no format knows it. path names the file, where it has a name.
+[[nodiscard]] const Format* RecognizeFormat(std::string_view beginning, std::string_view path = {});
+/// The file dialogs' filter while a format is chosen.
+[[nodiscard]] std::string DialogFilter(const Format& format);
+
+}  // namespace walrim

@@ -1,0 +1,269 @@
+#include "records/Symbols.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace walrim {
+
+namespace {
+
+// Symbols of the D103 and D107 receivers.
+constexpr NamedCode SmallSymbols[] = {
+    {0, "dot symbol"},
+    {1, "house symbol"},
+    {2, "gas symbol"},
+    {3, "car symbol"},
+    {4, "fish symbol"},
+    {5, "boat symbol"},
+    {6, "anchor symbol"},
+    {7, "wreck symbol"},
+    {8, "exit symbol"},
+    {9, "skull symbol"},
+    {10, "flag symbol"},
+    {11, "camp symbol"},
+    {12, "circle with x symbol"},
+    {13, "deer symbol"},
+    {14, "first aid symbol"},
+    {15, "back track symbol"},
+};
+
+// Symbols of the D104 and D108 receivers. The "*/" at the end of code 14 belongs to the name.
+constexpr NamedCode LargeSymbols[] = {
+    {0, "white anchor symbol"},
+    {1, "white bell symbol"},
+    {2, "green diamond symbol"},
+    {3, "red diamond symbol"},
+    {4, "diver down flag 1"},
+    {5, "diver down flag 2"},
+    {6, "white dollar symbol"},
+    {7, "white fish symbol"},
+    {8, "white fuel symbol"},
+    {9, "white horn symbol"},
+    {10, "white house symbol"},
+    {11, "white knife & fork symbol"},
+    {12, "white light symbol"},
+    {13, "white mug symbol"},
+    {14, "white skull and crossbones symbol*/"},
+    {15, "green square symbol"},
+    {16, "red square symbol"},
+    {17, "white buoy waypoint symbol"},
+    {18, "waypoint dot"},
+    {19, "white wreck symbol"},
+    {20, "null symbol (transparent)"},
+    {21, "man overboard symbol"},
+    {22, "amber map buoy symbol"},
+    {23, "black map buoy symbol"},
+    {24, "blue map buoy symbol"},
+    {25, "green map buoy symbol"},
+    {26, "green/red map buoy symbol"},
+    {27, "green/white map buoy symbol"},
+    {28, "orange map buoy symbol"},
+    {29, "red map buoy symbol"},
+    {30, "red/green map buoy symbol"},
+    {31, "red/white map buoy symbol"},
+    {32, "violet map buoy symbol"},
+    {33, "white map buoy symbol"},
+    {34, "white/green map buoy symbol"},
+    {35, "white/red map buoy symbol"},
+    {36, "white dot symbol"},
+    {37, "radio beacon symbol"},
+    {150, "boat ramp symbol"},
+    {151, "campground symbol"},
+    {152, "restrooms symbol"},
+    {153, "shower symbol"},
+    {154, "drinking water symbol"},
+    {155, "telephone symbol"},
+    {156, "first aid symbol"},
+    {157, "information symbol"},
+    {158, "parking symbol"},
+    {159, "park symbol"},
+    {160, "picnic symbol"},
+    {161, "scenic area symbol"},
+    {162, "skiing symbol"},
+    {163, "swimming symbol"},
+    {164, "dam symbol"},
+    {165, "controlled area symbol"},
+    {166, "danger symbol"},
+    {167, "restricted area symbol"},
+    {168, "null symbol"},
+    {169, "ball symbol"},
+    {170, "car symbol"},
+    {171, "deer symbol"},
+    {172, "shopping cart symbol"},
+    {173, "lodging symbol"},
+    {174, "mine symbol"},
+    {175, "trail head symbol"},
+    {176, "truck stop symbol"},
+    {177, "user exit symbol"},
+    {178, "flag symbol"},
+    {179, "circle with x in the center"},
+    {8192, "interstate hwy symbol"},
+    {8193, "us hwy symbol"},
+    {8194, "state hwy symbol"},
+    {8195, "mile marker symbol"},
+    {8196, "TracBack (feet) symbol"},
+    {8197, "golf symbol"},
+    {8198, "small city symbol"},
+    {8199, "medium city symbol"},
+    {8200, "large city symbol"},
+    {8201, "intl freeway hwy symbol"},
+    {8202, "intl national hwy symbol"},
+    {8203, "capitol city symbol (star)"},
+    {8204, "amusement park symbol"},
+    {8205, "bowling symbol"},
+    {8206, "car rental symbol"},
+    {8207, "car repair symbol"},
+    {8208, "fast food symbol"},
+    {8209, "fitness symbol"},
+    {8210, "movie symbol"},
+    {8211, "museum symbol"},
+    {8212, "pharmacy symbol"},
+    {8213, "pizza symbol"},
+    {8214, "post office symbol"},
+    {8215, "RV park symbol"},
+    {8216, "school symbol"},
+    {8217, "stadium symbol"},
+    {8218, "dept. store symbol"},
+    {8219, "zoo symbol"},
+    {8220, "convenience store symbol"},
+    {8221, "live theater symbol"},
+    {8222, "ramp intersection symbol"},
+    {8223, "street intersection symbol"},
+    {8226, "inspection/weigh station symbol"},
+    {8227, "toll booth symbol"},
+    {8228, "elevation point symbol"},
+    {8229, "exit without services symbol"},
+    {8230, "Geographic place name, man-made"},
+    {8231, "Geographic place name, water"},
+    {8232, "Geographic place name, land"},
+    {8233, "bridge symbol"},
+    {8234, "building symbol"},
+    {8235, "cemetery symbol"},
+    {8236, "church symbol"},
+    {8237, "civil location symbol"},
+    {8238, "crossing symbol"},
+    {8239, "historical town symbol"},
+    {8240, "levee symbol"},
+    {8241, "military location symbol"},
+    {8242, "oil field symbol"},
+    {8243, "tunnel symbol"},
+    {8244, "beach symbol"},
+    {8245, "forest symbol"},
+    {8246, "summit symbol"},
+    {8247, "large ramp intersection symbol"},
+    {8248, "large exit without services smbl"},
+    {8249, "police/official badge symbol"},
+    {8250, "gambling/casino symbol"},
+    {8251, "snow skiing symbol"},
+    {8252, "ice skating symbol"},
+    {8253, "tow truck (wrecker) symbol"},
+    {8254, "border crossing (port of entry)"},
+    {16389, "private field symbol"},
+    {16390, "soft field symbol"},
+    {16391, "tall tower symbol"},
+    {16393, "glider symbol"},
+    {16394, "ultralight symbol"},
+    {16395, "parachute symbol"},
+    {16397, "VOR-DME symbol"},
+    {16398, "first approach fix"},
+    {16399, "localizer outer marker"},
+    {16400, "missed approach point"},
+    {16401, "TACAN symbol"},
+    {16402, "Seaplane Base"},
+};
+
+constexpr NamedCode DisplayModes[] = {
+    {0, "Display symbol with waypoint name"},
+    {1, "Display symbol by itself"},
+    {2, "Display symbol with comment"},
+};
+
+constexpr NamedCode D104DisplayModes[] = {
+    {0, "Display symbol non"},
+    {1, "Display symbol by itself"},
+    {3, "Display symbol with waypoint name"},
+    {5, "Display symbol with comment"},
+};
+
+/// A symbol of the D104 and D108 receivers, and what those of D103 and D107 show for it.
+struct SmallSymbolRow {
+  int code;
+  SmallSymbol small;
+};
+
+// Sorted by code; what has no row becomes the dot.
+constexpr SmallSymbolRow SmallSymbolRows[] = {
+    {18, {0, true}},      // waypoint dot
+    {19, {7, true}},      // wreck
+    {21, {9, false}},     // man overboard
+    {150, {5, true}},     // boat ramp
+    {151, {11, true}},    // campground
+    {156, {14, true}},    // first aid
+    {158, {3, false}},    // parking
+    {160, {11, false}},   // picnic
+    {166, {9, false}},    // danger
+    {167, {9, false}},    // restricted area
+    {170, {3, true}},     // car
+    {171, {13, true}},    // deer
+    {173, {1, false}},    // lodging
+    {174, {9, false}},    // mine
+    {175, {10, false}},   // trail head
+    {176, {3, false}},    // truck stop
+    {177, {8, true}},     // exit
+    {178, {10, true}},    // flag
+    {179, {12, true}},    // circle with x
+    {181, {4, false}},    // fishing hot spot
+    {184, {6, false}},    // anchor prohibited
+    {190, {5, false}},    // dock
+    {191, {5, false}},    // marina
+    {8196, {15, true}},   // back track
+    {8206, {3, false}},   // car rental
+    {8207, {3, false}},   // car repair
+    {8212, {14, false}},  // pharmacy
+    {8215, {11, false}},  // RV park
+    {8222, {8, false}},   // ramp intersection
+    {8229, {8, false}},   // exit without services
+    {8234, {1, false}},   // building
+    {8246, {10, false}},  // summit
+    {8248, {8, false}},   // large exit without services
+    {8284, {10, false}},  // flags of three colours
+    {8285, {10, false}}, {8286, {10, false}},
+};
+
+}  // namespace
+
+std::span<const NamedCode> SymbolNames(WaypointType type) {
+  switch (type) {
+    case WaypointType::D103:
+    case WaypointType::D107:
+      return SmallSymbols;
+    case WaypointType::D104:
+    case WaypointType::D108:
+      return LargeSymbols;
+  }
+  return {};
+}
+
+std::span<const NamedCode> DisplayNames(WaypointType type) {
+  switch (type) {
+    case WaypointType::D103:
+    case WaypointType::D107:
+    case WaypointType::D108:
+      return DisplayModes;
+    case WaypointType::D104:
+      return D104DisplayModes;
+  }
+  return {};
+}
+
+std::string_view NameOf(std::span<const NamedCode> names, int code) {
+  const auto row = std::ranges::lower_bound(names, code, {}, &NamedCode::code);
+  return row != names.end() && row->code == code ? row->name : std::string_view{};
+}
+
+SmallSymbol SmallSymbolFor(int code) {
+  const auto* const row = std::ranges::lower_bound(SmallSymbolRows, code, {}, &SmallSymbolRow::code);
+  return row != std::end(SmallSymbolRows) && row->code == code ? row->small : SmallSymbol{};
+}
+
+}  // namespace walrim

@@ -1,0 +1,117 @@
+// The wordings.
+#include "app/Messages.h"
+
+#include <gtest/gtest.h>
+
+namespace walrim::messages {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+TEST(AppMessages, OfTheReceiverAreWordedSo) {
+  EXPECT_EQ(LinkLost, "電源が切れたか，コードが外れました．");
+  EXPECT_EQ(NotAcknowledged, "受信機が要求に応じませんでした．");
+  EXPECT_EQ(NotIdentified, "受信機を識別できませんでした．");
+  EXPECT_EQ(BadAnswer, "受信機からの応答が正しくないため，通信を中止しました．");
+  EXPECT_EQ(BadData, "受信データが異常なため，通信を中止しました．");
+  EXPECT_EQ(NothingToDownload, "DownLoadするDataSetが選択されていません．");
+  EXPECT_EQ(NothingToUpload, "UpLoadするDataSetが選択されていません．");
+  EXPECT_EQ(NothingHeld, "内部データがありません．");
+  EXPECT_EQ(LinkInUse(true, true), "誤り検査：する（自動）");
+  EXPECT_EQ(LinkInUse(false, false), "誤り検査：しない");
+  EXPECT_EQ(ReceiverText("GPS 12 Software", 77), "GPS 12 Software (Pid:77)");
+  EXPECT_EQ(OverwriteHeldQuestion(DataKind::Route), "現在の内部データ(Route)は上書きされます．よろしいですか？");
+}
+
+TEST(AppMessages, BehindATransferAreWordedSo) {
+  EXPECT_EQ(DamagedRecords(DataKind::Waypoint, 2),
+            "(Waypoint)破損した記録が2件届きました．「誤り検査」を「する」にして，もう一度ダウンロードしてください．");
+  EXPECT_EQ(MissingRecords(DataKind::Route, 6, 4), "Route：6件中4件が届きませんでした．");
+  EXPECT_EQ(RefusedRecords(DataKind::TrackLog, 3), "(TrackLog)受信機が受け取らなかった記録が3件あります．");
+  EXPECT_EQ(ReplacedRecords(DataKind::Waypoint, {"Waypoint 1", "Waypoint 3"}),
+            "(Waypoint)受信機にない絵や色を，近いものに替えて送信しました：Waypoint 1，Waypoint 3．");
+  EXPECT_EQ(CutRecords(DataKind::Waypoint, {"Waypoint 1"}),
+            "(Waypoint)長すぎる記録の文字列の末尾を切って送信しました：Waypoint 1");
+  EXPECT_EQ(CutRecords(DataKind::Waypoint, Strings(22, "W")),
+            "(Waypoint)長すぎる記録の文字列の末尾を切って送信しました："
+            "W，W，W，W，W，W，W，W，W，W，W，W，W，W，W，W，W，W，W，W，ほか2件");
+  EXPECT_EQ(CutTexts(DataKind::Route, 2), "(Route)受信機の欄より長い文字列が2件あり，末尾を切って送信しました．");
+  EXPECT_EQ(EndRefused(DataKind::Waypoint),
+            "(Waypoint)受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．");
+}
+
+TEST(AppMessages, OfWhatIsHeldAreWordedSo) {
+  EXPECT_EQ(KindFull(DataKind::TrackLog), "(TrackLog)内部データ容量の限界です．");
+  EXPECT_EQ(Deleting, "内部データ削除中");
+  EXPECT_EQ(NotReadBack, "書き出した内容を読み戻すと失われるものがあるため，内部データは削除しませんでした．");
+  EXPECT_EQ(CutNotDeleted, "切って送信した文字列があるため，内部データは削除しませんでした．");
+}
+
+TEST(AppMessages, OfWritingAreWordedSo) {
+  EXPECT_EQ(NothingDownloaded, "DataSetがDownLoadされていません．");
+  EXPECT_EQ(NothingChosen, "DataSetが選択されていません．");
+  EXPECT_EQ(NothingToSave, "保存するデータがありません．");
+  EXPECT_EQ(NothingWritten, "DatasetがDownLoadされていません．");
+  EXPECT_EQ(Converting, "Converting (WPT+)to(MPS)");
+  EXPECT_EQ(ExportTo("/tmp/a"), "Export to /tmp/a");
+  EXPECT_EQ(Exporting(DataKind::Waypoint, 1, 9), "Export Wpt[1/9]");
+  EXPECT_EQ(Exporting(DataKind::Route, 2, 9), "Export Rte[2/9]");
+  EXPECT_EQ(Exporting(DataKind::TrackLog, 3, 9), "Export Trk[3/9]");
+  EXPECT_EQ(OverwriteQuestion("a"), "このファイル（a)は存在します．上書きしますか？");
+  EXPECT_EQ(WriteProblem("a", "why"), "ファイルに書き込めません：a（why）");
+  EXPECT_EQ(Utf8Question("1行目の「X」", "é"),
+            "1行目の「X」の文字「é」はShift-JISでは表せません．UTF-8で保存しますか？");
+  EXPECT_EQ(RecordInLine(2, "WPT\tD\tWGS84\t=\"CAFé\"\t35"), "2行目のWPT「CAFé」");
+  EXPECT_EQ(RecordInLine(3, "\t\tstr=CAFé"), "3行目の「str=CAFé」");
+  EXPECT_EQ(RecordInLine(4, std::string(39, 'x') + "山山"), "4行目の「" + std::string(39, 'x') + "山」");
+  EXPECT_EQ(SouthAndWest(2), "南緯・西経の位置が2件あります．DMSの表記では正しく読み戻せません．");
+  EXPECT_EQ(BrokenTexts(2), "コンマか引用符を含む文字列が2件あります．このファイルを読み込むと，そこで切れます．");
+  EXPECT_EQ(SkippedRecords(2), "2件の記録は，文字列の中の記号のためスクリプトに書けませんでした．");
+}
+
+TEST(AppMessages, OfReadingAreWordedSo) {
+  EXPECT_EQ(EmptyClipboard, "クリップボードにデータがありません．");
+  EXPECT_EQ(UnsupportedText,
+            "未対応のファイルです．\n標準形式，WPT+形式，MPS形式の文字列か，地図上の位置を取り込めます．");
+  EXPECT_EQ(UnsupportedFile("a.x"),
+            "未対応のファイルです．\na.x\n標準形式（grc），WPT+形式（txt），MPS形式（mps）のファイルを取り込めます．");
+  EXPECT_EQ(StandardInput, "標準入力");
+  EXPECT_EQ(FtpRefused, "現時点ではFTPには対応していません（http://かfile://）");
+  EXPECT_EQ(NoFileLink, "file://のリンクではありません．");
+  EXPECT_EQ(NoFileName, "リンクにファイルの名前がありません．");
+  EXPECT_EQ(ImportFrom, "Import from ");
+  EXPECT_EQ(ClipFrom, "Clip From URL=");
+  EXPECT_EQ(FileOfAnotherComputer("pc"), "ほかのコンピュータ（pc）のファイルは読み込めません．");
+  EXPECT_EQ(ReadProblem("a", "why"), "ファイルを読み込めません：a（why）");
+  EXPECT_EQ(ForeignLink, "ほかの利用者が置いたリンクです");
+  EXPECT_EQ(NoRegularFile, "通常のファイルではありません");
+  EXPECT_EQ(BrokenOff("why"), "処理を中止しました：why");
+}
+
+TEST(AppMessages, AnImportIsReportedSo) {
+  ImportResult result;
+  result.stored = {3, 2, 1};
+  EXPECT_EQ(ImportReport(result), "取り込み：Waypoint 3，Route 2，TrackLog 1．");
+  EXPECT_EQ(ImportComplaints(result), Strings{});
+  result.route_points = 5;
+  result.track_points = 7;
+  result.messages.Add("command [X] is not suppoted");
+  result.messages.count = 4;
+  result.statements.Add(0, "位置が読めません");
+  result.skipped.Add(2, "測地系が不明です");
+  result.skipped.Add(3, "角度の表記が不明です");
+  result.overfull.Add(4);
+  result.unread_time.Add(5);
+  const Strings complaints{"command [X] is not suppoted",
+                           "ほかに3行，分からない命令があります．",
+                           "1個の文を読み飛ばしました（最初の理由：位置が読めません）．",
+                           "2行を読み飛ばしました（最初は2行目：測地系が不明です）．",
+                           "1行で列が多すぎます（最初は4行目）．文字列の中のコンマで切れている可能性があります．",
+                           "1点の日時が読めません（最初は5行目）．時刻なしとして取り込みました．"};
+  EXPECT_EQ(ImportComplaints(result), complaints);
+  EXPECT_EQ(ImportReport(result), "取り込み：Waypoint 3，Route 2（5点），TrackLog 1（7点）．" + complaints[0] + " " +
+                                      complaints[1] + complaints[2] + complaints[3] + complaints[4] + complaints[5]);
+}
+
+}  // namespace
+}  // namespace walrim::messages

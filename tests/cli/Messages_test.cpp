@@ -1,0 +1,21 @@
+// The wordings.
+#include "cli/Messages.h"
+
+#include <gtest/gtest.h>
+
+namespace walrim::messages {
+namespace {
+
+TEST(CliMessages, AreWordedSo) {
+  EXPECT_EQ(ForceAdvice, "--force を指定すると，上書きします．");
+  EXPECT_EQ(Utf8Advice, "--encoding utf8 を指定すると，UTF-8で保存できます．");
+  EXPECT_EQ(CheckedLinkAdvice, "誤り検査は --checked-link で指定できます．");
+  EXPECT_EQ(TraceIsData, "通信の記録は，読み書きするデータとは別のファイルにしてください：");
+  EXPECT_EQ(NoTrace, "通信の記録ではないファイルです");
+  EXPECT_EQ(Stalled, "30秒間データが届かないため，通信を中止しました．");
+  EXPECT_EQ(Cancelled, "中止しました．");
+  EXPECT_EQ(NothingImported, "取り込めるデータがありません．");
+}
+
+}  // namespace
+}  // namespace walrim::messages

@@ -1,0 +1,58 @@
+#include "formats/Format.h"
+
+#include <gtest/gtest.h>
+
+namespace walrim {
+namespace {
+
+TEST(Format, TheRowsStandInTheOrderOfTheirNumbers) {
+  std::string rows;
+  for (const Format& format : Formats()) {
+    EXPECT_EQ(&FormatOf(format.id), &format);
+    rows.append(format.name).append(" ").append(format.ending).append(format.has_options ? " options|" : "|");
+  }
+  EXPECT_EQ(rows, "標準 grc|WPT+ txt|MPS mps options|");
+}
+
+TEST(Format, AnEndingIsKnownInAnyCase) {
+  EXPECT_EQ(FormatOfEnding("GRC"), &FormatOf(FormatId::Standard));
+  EXPECT_EQ(FormatOfEnding("txt"), &FormatOf(FormatId::WptPlus));
+  EXPECT_EQ(FormatOfEnding("Mps"), &FormatOf(FormatId::Script));
+  EXPECT_EQ(FormatOfEnding(""), nullptr);
+  EXPECT_EQ(FormatOfEnding("gpx"), nullptr);
+}
+
+TEST(Format, TheDialogFilterOffersAllFilesAndTheFormats) {
+  EXPECT_EQ(DialogFilter(FormatOf(FormatId::Standard)), "すべてのファイル (*.*)|*.*|標準ファイル (*.grc)|*.grc|");
+  EXPECT_EQ(DialogFilter(FormatOf(FormatId::WptPlus)), "すべてのファイル (*.*)|*.*|WPT+ファイル (*.txt)|*.txt|");
+  EXPECT_EQ(DialogFilter(FormatOf(FormatId::Script)), "すべてのファイル (*.*)|*.*|MPSファイル (*.mps)|*.mps|");
+}
+
+TEST(RecognizeFormat, ByTheFirstColumnOfTheFirstLine) {
+  for (const char* text :
+       {"WALRIM Ver", "walrim\tVer. 1", "WPT\tD", "rth,1", " RTP ,x", "TRH", "trp\r\n", "TRP\nWP,1"}) {
+    const bool whole = std::string_view(text) != "WALRIM Ver";
+    EXPECT_EQ(RecognizeFormat(text), whole ? &FormatOf(FormatId::Standard) : nullptr) << text;
+  }
+  for (const char* text : {"Datum,WGS84", "tokyo mean,Bessel", "WGS84,x", "WP,D", "rn,1", "RP", "TP\r"})
+    EXPECT_EQ(RecognizeFormat(text), &FormatOf(FormatId::WptPlus)) << text;
+  for (const char* text : {"", "\r\nWPT", "hello", "point oid=1;", "WPTX\t"})
+    EXPECT_EQ(RecognizeFormat(text), nullptr) << text;
+}
+
+TEST(RecognizeFormat, AScriptByItsNameOrWithoutOneByItsTitle) {
+  EXPECT_EQ(RecognizeFormat("point oid=1;", "/a/b.mps"), &FormatOf(FormatId::Script));
+  EXPECT_EQ(RecognizeFormat("point oid=1;", "B.MPS"), &FormatOf(FormatId::Script));
+  EXPECT_EQ(RecognizeFormat("//Header:Prog:", "b.txt"), nullptr);
+  EXPECT_EQ(RecognizeFormat("//header:Prog:"), &FormatOf(FormatId::Script));
+  EXPECT_EQ(RecognizeFormat("//head"), nullptr);
+  EXPECT_EQ(RecognizeFormat("point", "ps"), nullptr);
+}
+
+TEST(RecognizeFormat, TheFirstLineCountsMoreThanTheName) {
+  EXPECT_EQ(RecognizeFormat("WPT\tD", "a.mps"), &FormatOf(FormatId::Standard));
+  EXPECT_EQ(RecognizeFormat("WP,D", "a.grc"), &FormatOf(FormatId::WptPlus));
+}
+
+}  // namespace
+}  // namespace walrim

@@ -1,0 +1,29 @@
+#include "formats/Messages.h"
+
+#include <gtest/gtest.h>
+
+namespace walrim {
+namespace {
+
+using namespace format_messages;
+
+TEST(FormatMessages, AreWordedLikeThis) {
+  EXPECT_EQ(UnknownNotation, "角度の表記が不明です");
+  EXPECT_EQ(UnknownDatum, "測地系が不明です");
+  EXPECT_EQ(TooManyColumns, "列が多すぎます");
+  EXPECT_EQ(NoPosition, "緯度または経度がありません");
+  EXPECT_EQ(BadAngle, "緯度または経度の書き方が不正です");
+  EXPECT_EQ(PositionOutOfRange, "緯度または経度が範囲外です");
+  EXPECT_EQ(NoRouteHeader, "前にルートのヘッダ行(RTH)がありません");
+  EXPECT_EQ(NoTrackHeader, "前にトラックログのヘッダ行(TRH)がありません");
+  EXPECT_EQ(HeaderRefused, "ヘッダ行を格納できなかったため，この点も格納できません");
+  EXPECT_EQ(StoreFull, "内部データ容量の限界です");
+  EXPECT_EQ(UnreadPosition, "位置が読めません");
+  EXPECT_EQ(TooManyLogPoints, "トラックログの点が多すぎます");
+  EXPECT_EQ(StatementTail, "文の後ろに同じ行の続きがあります");
+  EXPECT_EQ(OpenStatement, "文に終わりがありません");
+  EXPECT_EQ(UnknownCommand("XY"), "command [XY] is not suppoted");
+}
+
+}  // namespace
+}  // namespace walrim
