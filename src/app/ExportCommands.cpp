@@ -81,7 +81,7 @@ bool ExportCommands::SomethingToWrite() {
 bool ExportCommands::Prepare() {
   UserSettings& settings = state_.Settings();
   const Format& format = FormatOf(settings.format);
-  if (settings.format == FormatId::Script || settings.notation == AngleNotation::DMS) {
+  if (format.notation.value_or(settings.notation) == AngleNotation::DMS) {
     const int positions = CountSouthAndWest(state_.Data(), state_.WantedKinds());
     if (positions > 0) state_.Told().Add(messages::SouthAndWest(positions));
   }
@@ -153,10 +153,11 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
 /// Whether what was written reads back as the kinds it was written of.
 bool ExportCommands::GivesBack(ImportText text) {
   const UserSettings& settings = state_.Settings();
+  const Format& format = FormatOf(settings.format);
   LineSource lines = text.Lines();
   DataSet back;
-  static_cast<void>(FormatOf(settings.format).read(lines, back, {settings.utc_offset_hours}));
-  return !text.Problem() && ReadsBack(state_.Data(), back, state_.WantedKinds(), settings.format);
+  static_cast<void>(format.read(lines, back, {settings.utc_offset_hours}));
+  return !text.Problem() && ReadsBack(state_.Data(), back, state_.WantedKinds(), format);
 }
 
 // ---- To a file

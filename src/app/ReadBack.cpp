@@ -35,15 +35,15 @@ bool SameText(std::string_view text, std::string_view other) {
 }
 
 /// The text of a comment is kept where it is there; a stamp takes the place of an empty one.
-bool SameComment(std::string_view text, std::string_view other, FormatId format) {
-  const bool stamped = format != FormatId::Standard && Bare(text).empty();
+bool SameComment(std::string_view text, std::string_view other, const Format& format) {
+  const bool stamped = !format.holds_all && Bare(text).empty();
   return stamped ? FindCreationStamp(other).has_value() : SameText(text, other);
 }
 
-bool SameWaypoint(const Waypoint& point, const Waypoint& back, FormatId format) {
+bool SameWaypoint(const Waypoint& point, const Waypoint& back, const Format& format) {
   if (!SamePosition(point, back)) return false;
   if (!SameText(point.ident, back.ident) || !SameComment(point.cmnt, back.cmnt, format)) return false;
-  if (format != FormatId::Standard) return true;
+  if (!format.holds_all) return true;
   for (const auto field :
        {&WaypointDetails::facility, &WaypointDetails::city, &WaypointDetails::addr, &WaypointDetails::cross_road}) {
     if (!SameText((*point.details).*field, (*back.details).*field)) return false;
@@ -51,14 +51,14 @@ bool SameWaypoint(const Waypoint& point, const Waypoint& back, FormatId format) 
   return true;
 }
 
-bool WaypointsReadBack(const DataSet& data, const DataSet& back, FormatId format) {
-  return std::ranges::equal(data.Waypoints(), back.Waypoints(), [format](const Waypoint& held, const Waypoint& read) {
+bool WaypointsReadBack(const DataSet& data, const DataSet& back, const Format& format) {
+  return std::ranges::equal(data.Waypoints(), back.Waypoints(), [&format](const Waypoint& held, const Waypoint& read) {
     return SameWaypoint(held, read, format);
   });
 }
 
-bool RoutesReadBack(const DataSet& data, const DataSet& back, FormatId format) {
-  const auto same_point = [format](const RoutePoint& held, const RoutePoint& read) {
+bool RoutesReadBack(const DataSet& data, const DataSet& back, const Format& format) {
+  const auto same_point = [&format](const RoutePoint& held, const RoutePoint& read) {
     return SameWaypoint(held.waypoint, read.waypoint, format);
   };
   return std::ranges::equal(data.Routes(), back.Routes(), [&](const Route& held, const Route& read) {
@@ -87,9 +87,9 @@ bool SamePoint(const PlacedPoint& held, const PlacedPoint& read) {
          (read.begins_log || !held.begins_log);
 }
 
-/// Only the standard file has headers of logs; an empty log is nothing but its header.
-bool LogsReadBack(const DataSet& data, const DataSet& back, FormatId format) {
-  if (format != FormatId::Standard) {
+/// An empty log is nothing but its header, which some formats lack.
+bool LogsReadBack(const DataSet& data, const DataSet& back, const Format& format) {
+  if (!format.holds_all) {
     return std::ranges::none_of(data.Logs(), [](const TrackLog& log) { return log.points.empty(); });
   }
   return std::ranges::equal(data.Logs(), back.Logs(), [](const TrackLog& held, const TrackLog& read) {
@@ -97,13 +97,13 @@ bool LogsReadBack(const DataSet& data, const DataSet& back, FormatId format) {
   });
 }
 
-bool TracksReadBack(const DataSet& data, const DataSet& back, FormatId format) {
+bool TracksReadBack(const DataSet& data, const DataSet& back, const Format& format) {
   return std::ranges::equal(PointsOf(data), PointsOf(back), SamePoint) && LogsReadBack(data, back, format);
 }
 
 }  // namespace
 
-bool ReadsBack(const DataSet& data, const DataSet& back, const DataKinds& kinds, FormatId format) {
+bool ReadsBack(const DataSet& data, const DataSet& back, const DataKinds& kinds, const Format& format) {
   return (!kinds[IndexOf(DataKind::Waypoint)] || WaypointsReadBack(data, back, format)) &&
          (!kinds[IndexOf(DataKind::Route)] || RoutesReadBack(data, back, format)) &&
          (!kinds[IndexOf(DataKind::TrackLog)] || TracksReadBack(data, back, format));

@@ -10,6 +10,6 @@ namespace walrim {
 /// point in its place, with its texts (the fields that the format has), its time, and the numbers of routes and points;
 /// of a standard text also its logs. Positions may be rounded as the notations round them. Texts are compared without
 /// case, as reading capitalises them.
-[[nodiscard]] bool ReadsBack(const DataSet& data, const DataSet& back, const DataKinds& kinds, FormatId format);
+[[nodiscard]] bool ReadsBack(const DataSet& data, const DataSet& back, const DataKinds& kinds, const Format& format);
 
 }  // namespace walrim

@@ -37,11 +37,13 @@ bool IsScript(const TextBeginning& beginning) {
 // The second bracket of WPT+'s status is full-width, as it always was.
 constexpr std::array Rows{
     Format{FormatId::Standard, "標準", "standard", "grc", "標準ファイル (*.grc)|*.grc|",
-           "Import From ClipBoard (標準形式)", std::nullopt, false, IsStandard, ReadStandardFile, WriteStandardFile},
+           "Import From ClipBoard (標準形式)", std::nullopt, std::nullopt, true, false, IsStandard, ReadStandardFile,
+           WriteStandardFile},
     Format{FormatId::WptPlus, "WPT+", "WPT+", "txt", "WPT+ファイル (*.txt)|*.txt|", "Import From ClipBoard (Wpt+形式）",
-           std::nullopt, false, IsWptPlus, ReadWptPlus, WriteWptPlus},
+           std::nullopt, std::nullopt, false, false, IsWptPlus, ReadWptPlus, WriteWptPlus},
     Format{FormatId::Script, "MPS", "map-server script", "mps", "MPSファイル (*.mps)|*.mps|",
-           "Import From ClipBoard (MPS形式)", std::nullopt, true, IsScript, ReadScript, WriteScript},
+           "Import From ClipBoard (MPS形式)", std::nullopt, AngleNotation::DMS, false, true, IsScript, ReadScript,
+           WriteScript},
 };
 
 }  // namespace

@@ -58,7 +58,10 @@ struct Format {
   std::string_view filter;               ///< entry of the file dialogs' filter: "name (*.ending)|*.ending|"
   std::string_view paste_status;         ///< shown while a pasted text is read
   std::optional<TextEncoding> encoding;  ///< the only one that its files have; nothing where the user chooses
-  bool has_options;                      ///< the script's options are asked for before it is written
+  /// The only one that positions are written in, be it on the way; nothing where the user chooses.
+  std::optional<AngleNotation> notation;
+  bool holds_all;    ///< every column of every record, and logs without points
+  bool has_options;  ///< the script's options are asked for before it is written
   bool (*recognise)(const TextBeginning& beginning);
   ImportResult (*read)(LineSource& lines, DataSet& data, const ReadSettings& settings);
   WriteReport (*write)(TextOutput& out, const DataSet& data, const WriteSettings& settings);
