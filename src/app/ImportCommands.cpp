@@ -160,7 +160,7 @@ Outcome ImportCommands::ImportPlainText(std::string_view text) {
 
 Outcome ImportCommands::ImportPoint(std::string_view text) {
   const auto point = RecognizeMapPoint(text);
-  if (!point || dialogs_ == nullptr) return Refuse(messages::UnsupportedText);
+  if (!point || dialogs_ == nullptr) return Refuse(messages::UnsupportedText());
   ShowClip(*point, garmin_.Protocols().waypoint, clip_);
   const BusyGuard guard(state_);
   last_import_ = {};

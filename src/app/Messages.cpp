@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "formats/Format.h"
+
 namespace walrim::messages {
 
 namespace {
@@ -16,6 +18,16 @@ std::string Joined(std::initializer_list<std::string_view> parts) {
   std::string text;
   for (const std::string_view part : parts)
     text += part;
+  return text;
+}
+
+constexpr std::string_view Unsupported = "未対応のファイルです．\n";
+
+template <typename Named>
+std::string ListOfFormats(Named named) {
+  std::string text;
+  for (const Format& format : Formats())
+    text += (text.empty() ? "" : "，") + named(format);
   return text;
 }
 
@@ -156,9 +168,14 @@ std::string FileOfAnotherComputer(std::string_view host) {
   return Joined({"ほかのコンピュータ（", host, "）のファイルは読み込めません．"});
 }
 
+std::string UnsupportedText() {
+  const auto format = [](const Format& row) { return Joined({row.name, "形式"}); };
+  return Joined({Unsupported, ListOfFormats(format), "の文字列か，地図上の位置を取り込めます．"});
+}
+
 std::string UnsupportedFile(std::string_view name) {
-  return Joined({"未対応のファイルです．\n", name,
-                 "\n標準形式（grc），WPT+形式（txt），MPS形式（mps）のファイルを取り込めます．"});
+  const auto format = [](const Format& row) { return Joined({row.name, "形式（", row.ending, "）"}); };
+  return Joined({Unsupported, name, "\n", ListOfFormats(format), "のファイルを取り込めます．"});
 }
 
 std::string ReadProblem(std::string_view path, std::string_view detail) {

@@ -66,8 +66,6 @@ inline constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
 // ---- Reading
 
 inline constexpr std::string_view EmptyClipboard = "クリップボードにデータがありません．";
-inline constexpr std::string_view UnsupportedText =
-    "未対応のファイルです．\n標準形式，WPT+形式，MPS形式の文字列か，地図上の位置を取り込めます．";
 inline constexpr std::string_view StandardInput = "標準入力";
 inline constexpr std::string_view FtpRefused = "現時点ではFTPには対応していません（http://かfile://）";
 inline constexpr std::string_view NoFileLink = "file://のリンクではありません．";
@@ -75,6 +73,8 @@ inline constexpr std::string_view NoFileName = "リンクにファイルの名�
 inline constexpr std::string_view ImportFrom = "Import from ";
 inline constexpr std::string_view ClipFrom = "Clip From URL=";
 [[nodiscard]] std::string FileOfAnotherComputer(std::string_view host);
+/// What can be read instead is named from the rows of the formats.
+[[nodiscard]] std::string UnsupportedText();
 [[nodiscard]] std::string UnsupportedFile(std::string_view name);
 [[nodiscard]] std::string ReadProblem(std::string_view path, std::string_view detail);
 

@@ -187,7 +187,7 @@ TEST_F(ImportSources, WhatIsNoneOfTheFormatsIsRefusedFromEverySource) {
   inet.answer.bytes = "<html>hello</html>";
   EXPECT_EQ(main.Imports().ImportTyped("http://example.com/a.grc"), Outcome::Refused);
   EXPECT_EQ(desktop.messages,
-            (Strings{messages::UnsupportedFile(path), std::string(messages::UnsupportedText),
+            (Strings{messages::UnsupportedFile(path), messages::UnsupportedText(),
                      std::string(messages::EmptyClipboard), messages::UnsupportedFile("http://example.com/a.grc")}));
   EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
   EXPECT_EQ(desktop.caption, "");
@@ -587,7 +587,7 @@ TEST_F(MapPoints, TheLastPointThatFitsTellsThatTheKindIsFull) {
 TEST_F(MapPoints, WithoutDialogsAPointIsRefused) {
   WalrimMain plain(port, clock, loop, desktop);
   EXPECT_EQ(plain.Imports().ImportTyped("35.6252, 139.2437"), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, Strings{std::string(messages::UnsupportedText)});
+  EXPECT_EQ(desktop.messages, Strings{messages::UnsupportedText()});
 }
 
 TEST_F(MapPoints, WithAutoUploadADroppedPointUploadsItsKindAlone) {

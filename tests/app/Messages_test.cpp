@@ -71,7 +71,7 @@ TEST(AppMessages, OfWritingAreWordedSo) {
 
 TEST(AppMessages, OfReadingAreWordedSo) {
   EXPECT_EQ(EmptyClipboard, "クリップボードにデータがありません．");
-  EXPECT_EQ(UnsupportedText,
+  EXPECT_EQ(UnsupportedText(),
             "未対応のファイルです．\n標準形式，WPT+形式，MPS形式の文字列か，地図上の位置を取り込めます．");
   EXPECT_EQ(UnsupportedFile("a.x"),
             "未対応のファイルです．\na.x\n標準形式（grc），WPT+形式（txt），MPS形式（mps）のファイルを取り込めます．");

@@ -172,7 +172,7 @@ TEST_F(DropTest, ATextOfLinesIsImported) {
 
 TEST_F(DropTest, ATextThatIsNothingIsRefused) {
   EXPECT_TRUE(Drop(Dragged("good morning")));
-  EXPECT_EQ(Messages(), std::string(messages::UnsupportedText));
+  EXPECT_EQ(Messages(), messages::UnsupportedText());
 }
 
 TEST_F(DropTest, APointFromAMapOpensItsDialog) {
@@ -350,8 +350,8 @@ TEST_F(PasteTest, NothingAndNonsenseAreRefusedAndHarmNothing) {
   window->ImportFiles({folder.Path("a.grc")});
   for (const char* text : {"", "good morning", "35.6252", "91, 181"})
     Paste(text, false);
-  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard) + "|" + std::string(messages::UnsupportedText) + "|" +
-                            std::string(messages::UnsupportedText) + "|" + std::string(messages::UnsupportedText));
+  EXPECT_EQ(Messages(), std::string(messages::EmptyClipboard) + "|" + messages::UnsupportedText() + "|" +
+                            messages::UnsupportedText() + "|" + messages::UnsupportedText());
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
