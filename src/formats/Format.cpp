@@ -34,7 +34,7 @@ bool IsScript(const TextBeginning& beginning) {
   return SameWord(path.substr(path.size() - std::min<std::size_t>(path.size(), 3)), "MPS");
 }
 
-// The second bracket of WPT+'s status is full-width, as it always was.
+// The second bracket of WPT+'s status is full-width: the text is known so.
 constexpr std::array Rows{
     Format{FormatId::Standard, "標準", "standard", "grc", "標準ファイル (*.grc)|*.grc|",
            "Import From ClipBoard (標準形式)", std::nullopt, std::nullopt, true, false, IsStandard, ReadStandardFile,

@@ -34,7 +34,7 @@ bool IsRoutePointGroup(std::string_view gid) {
          gid == ScriptGroup::RoutePointDestination;
 }
 
-/// Degrees as they are with 15 digits, as which positions have always come out of scripts.
+/// Degrees rounded to 15 digits, so that a script gives the same positions in every file made of it.
 double Rounded(double degrees) {
   const double magnitude = std::abs(degrees);
   // Where the digits are a whole number in units of a power of ten, both are doubles, and one division gives the

@@ -215,7 +215,7 @@ constexpr auto WaypointTable = []<std::size_t... I>(std::index_sequence<I...>) {
 (std::make_index_sequence<SubclassBytes>{});
 static_assert(WaypointTable[LatColumn].title == "lat" && WaypointTable[SubclassColumn].title == SubclassTitles[0]);
 
-/// A route point's columns are not trimmed, and its display code has always been named from the symbols.
+/// A route point's columns are not trimmed, and its display code is named from the symbols.
 constexpr auto RouteWaypointTable = [] {
   auto table = WaypointTable;
   for (auto& column : table) {

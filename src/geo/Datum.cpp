@@ -24,7 +24,7 @@ constexpr Ellipsoid Wgs84Ellipsoid{6378137.0, 0.006694379990208539};
 constexpr Ellipsoid Bessel1841Ellipsoid{6377397.155, 0.006674372230950351};
 
 double Atan2(double y, double x) {
-  // Not a quarter turn: positions on this meridian have always come back as 0.
+  // Not a quarter turn: files hold 0 for positions on this meridian.
   if (x == 0) return 0;
   const double angle = std::atan(y / x);
   if (x > 0) return angle;

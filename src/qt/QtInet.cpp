@@ -182,8 +182,9 @@ class QtInet::Fetch {
         return Finish(Failed("データの途中で接続が切れました．"));
       case State::Broken:
         return Finish(Failed("サーバーの応答がHTTPの形式ではありません．"));
-      default:
-        HeaderStands();
+      case State::Body:
+      case State::Complete:
+        return HeaderStands();
     }
   }
 

@@ -99,8 +99,13 @@ void HttpAnswer::ReadLine(std::string_view line) {
     case Expect::ChunkEnd:
       if (!line.empty()) state_ = State::Broken;
       return Expecting(Expect::ChunkSize);
-    default:
+    case Expect::Trailer:
       if (line.empty()) state_ = State::Complete;
+      return;
+    case Expect::Counted:
+    case Expect::Chunk:
+    case Expect::Uncounted:
+      return;  // these are no lines
   }
 }
 
