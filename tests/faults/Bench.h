@@ -25,9 +25,7 @@ class LinePort : public SerialPort {
   void Plug(std::unique_ptr<DemoSerialPort> line) { line_ = std::move(line); }
   [[nodiscard]] DemoSerialPort& Line() { return *line_; }
 
-  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override {
-    return line_->Open(comm_port, baud);
-  }
+  [[nodiscard]] PortResult Open(std::string_view comm_port, int baud) override { return line_->Open(comm_port, baud); }
   [[nodiscard]] bool PortOpen() const override { return line_->PortOpen(); }
   void Close() override { line_->Close(); }
   [[nodiscard]] std::size_t InBufferCount() override { return line_->InBufferCount(); }

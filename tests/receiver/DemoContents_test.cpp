@@ -1,10 +1,11 @@
+#include "receiver/DemoContents.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
 #include <set>
 
-#include "receiver/DemoContents.h"
 #include "receiver/ReceiverMemory.h"
 #include "receiver/WireBytes.h"
 #include "text/Cp932.h"

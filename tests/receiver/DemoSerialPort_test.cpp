@@ -1,6 +1,7 @@
+#include "receiver/DemoSerialPort.h"
+
 #include <gtest/gtest.h>
 
-#include "receiver/DemoSerialPort.h"
 #include "receiver/ReceiverHost.h"
 
 namespace walrim {

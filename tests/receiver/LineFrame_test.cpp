@@ -1,6 +1,7 @@
+#include "receiver/LineFrame.h"
+
 #include <gtest/gtest.h>
 
-#include "receiver/LineFrame.h"
 #include "receiver/ReceiverHost.h"
 
 namespace walrim {

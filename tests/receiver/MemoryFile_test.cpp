@@ -1,9 +1,10 @@
+#include "receiver/MemoryFile.h"
+
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
 
-#include "receiver/MemoryFile.h"
 #include "receiver/ReceiverDatum.h"
 #include "receiver/ReceiverMemory.h"
 

@@ -1,7 +1,8 @@
+#include "receiver/ReceiverFaults.h"
+
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "receiver/ReceiverFaults.h"
 #include "receiver/ReceiverHost.h"
 
 namespace walrim {

@@ -1,8 +1,9 @@
+#include "receiver/SoftReceiver.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
 
 #include "receiver/ReceiverHost.h"
-#include "receiver/SoftReceiver.h"
 #include "text/Dates.h"
 
 namespace walrim {

@@ -1,8 +1,9 @@
+#include "receiver/StrictRules.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
 
 #include "receiver/ReceiverHost.h"
-#include "receiver/StrictRules.h"
 
 namespace walrim {
 namespace {
