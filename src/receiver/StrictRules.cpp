@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "text/Scan.h"
+
 namespace walrim {
 
 namespace {
@@ -78,15 +80,20 @@ bool IsWaypoint(const Bytes& data, WaypointLayout layout) {
          AreEndedTexts(std::span(data).subspan(NameOffset108), {LongText, LongText, 31, 25, LongText, LongText});
 }
 
+bool Fits(char c, const Limits& limits) {
+  return IsLetter(c) || IsDigit(c) || (limits.blanks && (c == ' ' || c == '-'));
+}
+
+bool BeginsPair(unsigned char byte) {
+  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
 // A double-byte character is none of the receiver's letters, nor is its second byte.
 std::string FittingName(std::string_view name, const Limits& limits) {
   std::string fitting;
   for (std::size_t i = 0; i < name.size() && fitting.size() < limits.name; ++i) {
-    const auto byte = static_cast<unsigned char>(name[i]);
-    const char c = name[i] >= 'a' && name[i] <= 'z' ? static_cast<char>(name[i] - 'a' + 'A') : name[i];
-    const bool letter = (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-    if (letter || (limits.blanks && (c == ' ' || c == '-'))) fitting.push_back(c);
-    if ((byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC)) ++i;
+    if (Fits(name[i], limits)) fitting.push_back(UpperCase(name[i]));
+    if (BeginsPair(static_cast<unsigned char>(name[i]))) ++i;
   }
   fitting.resize(fitting.find_last_not_of(' ') + 1);
   return fitting;

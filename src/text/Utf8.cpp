@@ -8,6 +8,12 @@ namespace {
 
 constexpr char32_t ReplacementCharacter = 0xFFFD;
 
+/// Whether a code point is a character that takes so many bytes, and no fewer.
+bool Takes(char32_t character, std::size_t length) {
+  if (length == 3) return character >= 0x800 && (character < 0xD800 || character > 0xDFFF);
+  return length != 4 || (character >= 0x10000 && character <= 0x10FFFF);
+}
+
 /// Length of the well-formed character at the front of text, 0 where there is none; its code point in character.
 std::size_t WellFormedLength(std::string_view text, char32_t& character) {
   const auto byte = [text](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
@@ -25,9 +31,7 @@ std::size_t WellFormedLength(std::string_view text, char32_t& character) {
     if ((byte(i) & 0xC0U) != 0x80U) return 0;
     character = (character << 6) | (byte(i) & 0x3FU);
   }
-  if (length == 3 && (character < 0x800 || (character >= 0xD800 && character <= 0xDFFF))) return 0;
-  if (length == 4 && (character < 0x10000 || character > 0x10FFFF)) return 0;
-  return length;
+  return Takes(character, length) ? length : 0;
 }
 
 }  // namespace
