@@ -179,10 +179,13 @@ constexpr auto WaypointTable = []<std::size_t... I>(std::index_sequence<I...>) {
           "smbl", Wrapped, nullptr,
           [](std::string& out, const W& waypoint, Context) { AppendValue(out, waypoint.smbl.value_or(0)); },
           [](W& waypoint, Text text) { waypoint.smbl = text.empty() ? std::nullopt : std::optional(WordOf(text)); }},
-      Written<W>("smbl(notes)", Bare,
-                 [](std::string& out, const W& waypoint, Context) {
-                   AppendSymbolName(out, waypoint, waypoint.smbl.value_or(0));
-                 }),
+      Column<W>{"smbl(notes)", Bare, nullptr,
+                [](std::string& out, const W& waypoint, Context) {
+                  AppendSymbolName(out, waypoint, waypoint.smbl.value_or(0));
+                },
+                [](W& waypoint, Text text) {
+                  waypoint.symbol_set = SymbolSetOf(waypoint.smbl.value_or(LargestSmallSymbol + 1), text);
+                }},
       Byte<&W::dspl, W>("dspl", Wrapped),
       Written<W>("dspl(notes)", Bare,
                  [](std::string& out, const W& waypoint, Context) {

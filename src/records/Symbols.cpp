@@ -1,175 +1,361 @@
 #include "records/Symbols.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <utility>
+
+#include "text/Numbers.h"
+#include "text/Scan.h"
 
 namespace walrim {
 
 namespace {
 
-// Symbols of the D103 and D107 receivers.
-constexpr NamedCode SmallSymbols[] = {
-    {0, "dot symbol"},
-    {1, "house symbol"},
-    {2, "gas symbol"},
-    {3, "car symbol"},
-    {4, "fish symbol"},
-    {5, "boat symbol"},
-    {6, "anchor symbol"},
-    {7, "wreck symbol"},
-    {8, "exit symbol"},
-    {9, "skull symbol"},
-    {10, "flag symbol"},
-    {11, "camp symbol"},
-    {12, "circle with x symbol"},
-    {13, "deer symbol"},
-    {14, "first aid symbol"},
-    {15, "back track symbol"},
+/// A symbol of the D103 and D107 receivers, and the same picture's number on D104 and D108.
+struct SmallRow {
+  NamedCode symbol;
+  std::uint16_t large;
 };
 
-// Symbols of the D104 and D108 receivers. The "*/" at the end of code 14 belongs to the name.
-constexpr NamedCode LargeSymbols[] = {
-    {0, "white anchor symbol"},
-    {1, "white bell symbol"},
-    {2, "green diamond symbol"},
-    {3, "red diamond symbol"},
-    {4, "diver down flag 1"},
-    {5, "diver down flag 2"},
-    {6, "white dollar symbol"},
-    {7, "white fish symbol"},
-    {8, "white fuel symbol"},
-    {9, "white horn symbol"},
-    {10, "white house symbol"},
-    {11, "white knife & fork symbol"},
-    {12, "white light symbol"},
-    {13, "white mug symbol"},
-    {14, "white skull and crossbones symbol*/"},
-    {15, "green square symbol"},
-    {16, "red square symbol"},
-    {17, "white buoy waypoint symbol"},
-    {18, "waypoint dot"},
-    {19, "white wreck symbol"},
-    {20, "null symbol (transparent)"},
-    {21, "man overboard symbol"},
-    {22, "amber map buoy symbol"},
-    {23, "black map buoy symbol"},
-    {24, "blue map buoy symbol"},
-    {25, "green map buoy symbol"},
-    {26, "green/red map buoy symbol"},
-    {27, "green/white map buoy symbol"},
-    {28, "orange map buoy symbol"},
-    {29, "red map buoy symbol"},
-    {30, "red/green map buoy symbol"},
-    {31, "red/white map buoy symbol"},
-    {32, "violet map buoy symbol"},
-    {33, "white map buoy symbol"},
-    {34, "white/green map buoy symbol"},
-    {35, "white/red map buoy symbol"},
-    {36, "white dot symbol"},
-    {37, "radio beacon symbol"},
-    {150, "boat ramp symbol"},
-    {151, "campground symbol"},
-    {152, "restrooms symbol"},
-    {153, "shower symbol"},
-    {154, "drinking water symbol"},
-    {155, "telephone symbol"},
-    {156, "first aid symbol"},
-    {157, "information symbol"},
-    {158, "parking symbol"},
-    {159, "park symbol"},
-    {160, "picnic symbol"},
-    {161, "scenic area symbol"},
-    {162, "skiing symbol"},
-    {163, "swimming symbol"},
-    {164, "dam symbol"},
-    {165, "controlled area symbol"},
-    {166, "danger symbol"},
-    {167, "restricted area symbol"},
-    {168, "null symbol"},
-    {169, "ball symbol"},
-    {170, "car symbol"},
-    {171, "deer symbol"},
-    {172, "shopping cart symbol"},
-    {173, "lodging symbol"},
-    {174, "mine symbol"},
-    {175, "trail head symbol"},
-    {176, "truck stop symbol"},
-    {177, "user exit symbol"},
-    {178, "flag symbol"},
-    {179, "circle with x in the center"},
-    {8192, "interstate hwy symbol"},
-    {8193, "us hwy symbol"},
-    {8194, "state hwy symbol"},
-    {8195, "mile marker symbol"},
-    {8196, "TracBack (feet) symbol"},
-    {8197, "golf symbol"},
-    {8198, "small city symbol"},
-    {8199, "medium city symbol"},
-    {8200, "large city symbol"},
-    {8201, "intl freeway hwy symbol"},
-    {8202, "intl national hwy symbol"},
-    {8203, "capitol city symbol (star)"},
-    {8204, "amusement park symbol"},
-    {8205, "bowling symbol"},
-    {8206, "car rental symbol"},
-    {8207, "car repair symbol"},
-    {8208, "fast food symbol"},
-    {8209, "fitness symbol"},
-    {8210, "movie symbol"},
-    {8211, "museum symbol"},
-    {8212, "pharmacy symbol"},
-    {8213, "pizza symbol"},
-    {8214, "post office symbol"},
-    {8215, "RV park symbol"},
-    {8216, "school symbol"},
-    {8217, "stadium symbol"},
-    {8218, "dept. store symbol"},
-    {8219, "zoo symbol"},
-    {8220, "convenience store symbol"},
-    {8221, "live theater symbol"},
-    {8222, "ramp intersection symbol"},
-    {8223, "street intersection symbol"},
-    {8226, "inspection/weigh station symbol"},
-    {8227, "toll booth symbol"},
-    {8228, "elevation point symbol"},
-    {8229, "exit without services symbol"},
-    {8230, "Geographic place name, man-made"},
-    {8231, "Geographic place name, water"},
-    {8232, "Geographic place name, land"},
-    {8233, "bridge symbol"},
-    {8234, "building symbol"},
-    {8235, "cemetery symbol"},
-    {8236, "church symbol"},
-    {8237, "civil location symbol"},
-    {8238, "crossing symbol"},
-    {8239, "historical town symbol"},
-    {8240, "levee symbol"},
-    {8241, "military location symbol"},
-    {8242, "oil field symbol"},
-    {8243, "tunnel symbol"},
-    {8244, "beach symbol"},
-    {8245, "forest symbol"},
-    {8246, "summit symbol"},
-    {8247, "large ramp intersection symbol"},
-    {8248, "large exit without services smbl"},
-    {8249, "police/official badge symbol"},
-    {8250, "gambling/casino symbol"},
-    {8251, "snow skiing symbol"},
-    {8252, "ice skating symbol"},
-    {8253, "tow truck (wrecker) symbol"},
-    {8254, "border crossing (port of entry)"},
-    {16389, "private field symbol"},
-    {16390, "soft field symbol"},
-    {16391, "tall tower symbol"},
-    {16393, "glider symbol"},
-    {16394, "ultralight symbol"},
-    {16395, "parachute symbol"},
-    {16397, "VOR-DME symbol"},
-    {16398, "first approach fix"},
-    {16399, "localizer outer marker"},
-    {16400, "missed approach point"},
-    {16401, "TACAN symbol"},
-    {16402, "Seaplane Base"},
+constexpr std::array SmallRows{
+    SmallRow{{0, "dot symbol"}, 18},
+    SmallRow{{1, "house symbol"}, 10},
+    SmallRow{{2, "gas symbol"}, 8},
+    SmallRow{{3, "car symbol"}, 170},
+    SmallRow{{4, "fish symbol"}, 7},
+    SmallRow{{5, "boat symbol"}, 150},
+    SmallRow{{6, "anchor symbol"}, 0},
+    SmallRow{{7, "wreck symbol"}, 19},
+    SmallRow{{8, "exit symbol"}, 177},
+    SmallRow{{9, "skull symbol"}, 14},
+    SmallRow{{10, "flag symbol"}, 178},
+    SmallRow{{11, "camp symbol"}, 151},
+    SmallRow{{12, "circle with x symbol"}, 179},
+    SmallRow{{13, "deer symbol"}, 171},
+    SmallRow{{14, "first aid symbol"}, 156},
+    SmallRow{{15, "back track symbol"}, 8196},
+};
+
+/// A symbol of the D104 and D108 receivers, its name in GPX, and which of the 16 is the nearest.
+struct LargeRow {
+  NamedCode symbol;
+  std::string_view gpx;
+  std::uint8_t small;
+};
+
+// Sorted by code. The "*/" at the end of code 14 belongs to the name.
+constexpr std::array LargeRows{
+    LargeRow{{0, "white anchor symbol"}, "Anchor", 6},
+    LargeRow{{1, "white bell symbol"}, "Bell", 0},
+    LargeRow{{2, "green diamond symbol"}, "Diamond, Green", 0},
+    LargeRow{{3, "red diamond symbol"}, "Diamond, Red", 0},
+    LargeRow{{4, "diver down flag 1"}, "Diver Down Flag 1", 0},
+    LargeRow{{5, "diver down flag 2"}, "Diver Down Flag 2", 0},
+    LargeRow{{6, "white dollar symbol"}, "Bank", 0},
+    LargeRow{{7, "white fish symbol"}, "Fishing Area", 4},
+    LargeRow{{8, "white fuel symbol"}, "Gas Station", 2},
+    LargeRow{{9, "white horn symbol"}, "Horn", 0},
+    LargeRow{{10, "white house symbol"}, "Residence", 1},
+    LargeRow{{11, "white knife & fork symbol"}, "Restaurant", 0},
+    LargeRow{{12, "white light symbol"}, "Light", 0},
+    LargeRow{{13, "white mug symbol"}, "Bar", 0},
+    LargeRow{{14, "white skull and crossbones symbol*/"}, "Skull and Crossbones", 9},
+    LargeRow{{15, "green square symbol"}, "Square, Green", 0},
+    LargeRow{{16, "red square symbol"}, "Square, Red", 0},
+    LargeRow{{17, "white buoy waypoint symbol"}, "Buoy, White", 0},
+    LargeRow{{18, "waypoint dot"}, "Waypoint", 0},
+    LargeRow{{19, "white wreck symbol"}, "Shipwreck", 7},
+    LargeRow{{20, "null symbol (transparent)"}, "Waypoint", 0},
+    LargeRow{{21, "man overboard symbol"}, "Man Overboard", 9},
+    LargeRow{{22, "amber map buoy symbol"}, "Navaid, Amber", 0},
+    LargeRow{{23, "black map buoy symbol"}, "Navaid, Black", 0},
+    LargeRow{{24, "blue map buoy symbol"}, "Navaid, Blue", 0},
+    LargeRow{{25, "green map buoy symbol"}, "Navaid, Green", 0},
+    LargeRow{{26, "green/red map buoy symbol"}, "Navaid, Green/Red", 0},
+    LargeRow{{27, "green/white map buoy symbol"}, "Navaid, Green/White", 0},
+    LargeRow{{28, "orange map buoy symbol"}, "Navaid, Orange", 0},
+    LargeRow{{29, "red map buoy symbol"}, "Navaid, Red", 0},
+    LargeRow{{30, "red/green map buoy symbol"}, "Navaid, Red/Green", 0},
+    LargeRow{{31, "red/white map buoy symbol"}, "Navaid, Red/White", 0},
+    LargeRow{{32, "violet map buoy symbol"}, "Navaid, Violet", 0},
+    LargeRow{{33, "white map buoy symbol"}, "Navaid, White", 0},
+    LargeRow{{34, "white/green map buoy symbol"}, "Navaid, White/Green", 0},
+    LargeRow{{35, "white/red map buoy symbol"}, "Navaid, White/Red", 0},
+    LargeRow{{36, "white dot symbol"}, "Dot, White", 0},
+    LargeRow{{37, "radio beacon symbol"}, "Radio Beacon", 0},
+    LargeRow{{150, "boat ramp symbol"}, "Boat Ramp", 5},
+    LargeRow{{151, "campground symbol"}, "Campground", 11},
+    LargeRow{{152, "restrooms symbol"}, "Restroom", 0},
+    LargeRow{{153, "shower symbol"}, "Shower", 0},
+    LargeRow{{154, "drinking water symbol"}, "Drinking Water", 0},
+    LargeRow{{155, "telephone symbol"}, "Telephone", 0},
+    LargeRow{{156, "first aid symbol"}, "Medical Facility", 14},
+    LargeRow{{157, "information symbol"}, "Information", 0},
+    LargeRow{{158, "parking symbol"}, "Parking Area", 3},
+    LargeRow{{159, "park symbol"}, "Park", 0},
+    LargeRow{{160, "picnic symbol"}, "Picnic Area", 11},
+    LargeRow{{161, "scenic area symbol"}, "Scenic Area", 0},
+    LargeRow{{162, "skiing symbol"}, "Skiing Area", 0},
+    LargeRow{{163, "swimming symbol"}, "Swimming Area", 0},
+    LargeRow{{164, "dam symbol"}, "Dam", 0},
+    LargeRow{{165, "controlled area symbol"}, "Controlled Area", 0},
+    LargeRow{{166, "danger symbol"}, "Danger Area", 9},
+    LargeRow{{167, "restricted area symbol"}, "Restricted Area", 9},
+    LargeRow{{168, "null symbol"}, "Null", 0},
+    LargeRow{{169, "ball symbol"}, "Ball Park", 0},
+    LargeRow{{170, "car symbol"}, "Car", 3},
+    LargeRow{{171, "deer symbol"}, "Hunting Area", 13},
+    LargeRow{{172, "shopping cart symbol"}, "Shopping Center", 0},
+    LargeRow{{173, "lodging symbol"}, "Lodging", 1},
+    LargeRow{{174, "mine symbol"}, "Mine", 9},
+    LargeRow{{175, "trail head symbol"}, "Trail Head", 10},
+    LargeRow{{176, "truck stop symbol"}, "Truck Stop", 3},
+    LargeRow{{177, "user exit symbol"}, "Exit", 8},
+    LargeRow{{178, "flag symbol"}, "Flag", 10},
+    LargeRow{{179, "circle with x in the center"}, "Circle with X", 12},
+    LargeRow{{8192, "interstate hwy symbol"}, "Waypoint", 0},
+    LargeRow{{8193, "us hwy symbol"}, "US hwy", 0},
+    LargeRow{{8194, "state hwy symbol"}, "State Hwy", 0},
+    LargeRow{{8195, "mile marker symbol"}, "Mile Marker", 0},
+    LargeRow{{8196, "TracBack (feet) symbol"}, "TracBack Point", 15},
+    LargeRow{{8197, "golf symbol"}, "Golf Course", 0},
+    LargeRow{{8198, "small city symbol"}, "City (Small)", 0},
+    LargeRow{{8199, "medium city symbol"}, "City (Medium)", 0},
+    LargeRow{{8200, "large city symbol"}, "City (Large)", 0},
+    LargeRow{{8201, "intl freeway hwy symbol"}, "Intl freeway hwy", 0},
+    LargeRow{{8202, "intl national hwy symbol"}, "Intl national hwy", 0},
+    LargeRow{{8203, "capitol city symbol (star)"}, "City (Capitol)", 0},
+    LargeRow{{8204, "amusement park symbol"}, "Amusement Park", 0},
+    LargeRow{{8205, "bowling symbol"}, "Bowling", 0},
+    LargeRow{{8206, "car rental symbol"}, "Car Rental", 3},
+    LargeRow{{8207, "car repair symbol"}, "Car Repair", 3},
+    LargeRow{{8208, "fast food symbol"}, "Fast Food", 0},
+    LargeRow{{8209, "fitness symbol"}, "Fitness Center", 0},
+    LargeRow{{8210, "movie symbol"}, "Movie Theater", 0},
+    LargeRow{{8211, "museum symbol"}, "Museum", 0},
+    LargeRow{{8212, "pharmacy symbol"}, "Pharmacy", 14},
+    LargeRow{{8213, "pizza symbol"}, "Pizza", 0},
+    LargeRow{{8214, "post office symbol"}, "Post Office", 0},
+    LargeRow{{8215, "RV park symbol"}, "RV Park", 11},
+    LargeRow{{8216, "school symbol"}, "School", 0},
+    LargeRow{{8217, "stadium symbol"}, "Stadium", 0},
+    LargeRow{{8218, "dept. store symbol"}, "Department Store", 0},
+    LargeRow{{8219, "zoo symbol"}, "Zoo", 0},
+    LargeRow{{8220, "convenience store symbol"}, "Convenience Store", 0},
+    LargeRow{{8221, "live theater symbol"}, "Live Theater", 0},
+    LargeRow{{8222, "ramp intersection symbol"}, "Ramp intersection", 8},
+    LargeRow{{8223, "street intersection symbol"}, "Street Intersection", 0},
+    LargeRow{{8226, "inspection/weigh station symbol"}, "Scales", 0},
+    LargeRow{{8227, "toll booth symbol"}, "Toll Booth", 0},
+    LargeRow{{8228, "elevation point symbol"}, "Elevation point", 0},
+    LargeRow{{8229, "exit without services symbol"}, "Exit without services", 8},
+    LargeRow{{8230, "Geographic place name, man-made"}, "Geographic place name, Man-made", 0},
+    LargeRow{{8231, "Geographic place name, water"}, "Geographic place name, water", 0},
+    LargeRow{{8232, "Geographic place name, land"}, "Geographic place name, land", 0},
+    LargeRow{{8233, "bridge symbol"}, "Bridge", 0},
+    LargeRow{{8234, "building symbol"}, "Building", 1},
+    LargeRow{{8235, "cemetery symbol"}, "Cemetery", 0},
+    LargeRow{{8236, "church symbol"}, "Church", 0},
+    LargeRow{{8237, "civil location symbol"}, "Civil", 0},
+    LargeRow{{8238, "crossing symbol"}, "Crossing", 0},
+    LargeRow{{8239, "historical town symbol"}, "Ghost Town", 0},
+    LargeRow{{8240, "levee symbol"}, "Levee", 0},
+    LargeRow{{8241, "military location symbol"}, "Military", 0},
+    LargeRow{{8242, "oil field symbol"}, "Oil Field", 0},
+    LargeRow{{8243, "tunnel symbol"}, "Tunnel", 0},
+    LargeRow{{8244, "beach symbol"}, "Beach", 0},
+    LargeRow{{8245, "forest symbol"}, "Forest", 0},
+    LargeRow{{8246, "summit symbol"}, "Summit", 10},
+    LargeRow{{8247, "large ramp intersection symbol"}, "Large Ramp intersection", 0},
+    LargeRow{{8248, "large exit without services smbl"}, "Large exit without services", 8},
+    LargeRow{{8249, "police/official badge symbol"}, "Police Station", 0},
+    LargeRow{{8250, "gambling/casino symbol"}, "Gambling/casino", 0},
+    LargeRow{{8251, "snow skiing symbol"}, "Ski Resort", 0},
+    LargeRow{{8252, "ice skating symbol"}, "Ice Skating", 0},
+    LargeRow{{8253, "tow truck (wrecker) symbol"}, "Wrecker", 0},
+    LargeRow{{8254, "border crossing (port of entry)"}, "Border Crossing (Port Of Entry)", 0},
+    LargeRow{{16389, "private field symbol"}, "Private Field", 0},
+    LargeRow{{16390, "soft field symbol"}, "Soft Field", 0},
+    LargeRow{{16391, "tall tower symbol"}, "Tall Tower", 0},
+    LargeRow{{16393, "glider symbol"}, "Glider Area", 0},
+    LargeRow{{16394, "ultralight symbol"}, "Ultralight Area", 0},
+    LargeRow{{16395, "parachute symbol"}, "Parachute Area", 0},
+    LargeRow{{16397, "VOR-DME symbol"}, "VOR-DME", 0},
+    LargeRow{{16398, "first approach fix"}, "First approach fix", 0},
+    LargeRow{{16399, "localizer outer marker"}, "Localizer Outer Marker", 0},
+    LargeRow{{16400, "missed approach point"}, "Missed approach point", 0},
+    LargeRow{{16401, "TACAN symbol"}, "TACAN", 0},
+    LargeRow{{16402, "Seaplane Base"}, "Seaplane Base", 0},
+};
+
+/// A symbol of later receivers, and the nearest of the 16 and of D104's and D108's.
+struct LaterRow {
+  int code;
+  std::string_view gpx;
+  std::uint8_t small;
+  std::uint16_t large;
+};
+
+// Sorted by code.
+constexpr std::array LaterRows{
+    LaterRow{180, "Open 24 Hours", 0, 8220},
+    LaterRow{181, "Fishing Hot Spot Facility", 4, 7},
+    LaterRow{182, "Bottom Conditions", 0, 18},
+    LaterRow{183, "Tide/Current Prediction Station", 0, 18},
+    LaterRow{184, "Anchor Prohibited", 6, 18},
+    LaterRow{185, "Beacon", 0, 37},
+    LaterRow{186, "Coast Guard", 0, 8249},
+    LaterRow{187, "Reef", 0, 18},
+    LaterRow{188, "Weed Bed", 0, 18},
+    LaterRow{189, "Dropoff", 0, 18},
+    LaterRow{190, "Dock", 5, 150},
+    LaterRow{191, "Marina", 5, 150},
+    LaterRow{192, "Bait and Tackle", 0, 7},
+    LaterRow{193, "Stump", 0, 18},
+    LaterRow{8255, "Geocache", 0, 18},
+    LaterRow{8256, "Geocache Found", 0, 18},
+    LaterRow{8257, "Contact, Smiley", 0, 18},
+    LaterRow{8258, "Contact, Ball Cap", 0, 18},
+    LaterRow{8259, "Contact, Big Ears", 0, 18},
+    LaterRow{8260, "Contact, Spike", 0, 18},
+    LaterRow{8261, "Contact, Goatee", 0, 18},
+    LaterRow{8262, "Contact, Afro", 0, 18},
+    LaterRow{8263, "Contact, Dreadlocks", 0, 18},
+    LaterRow{8264, "Contact, Female1", 0, 18},
+    LaterRow{8265, "Contact, Female2", 0, 18},
+    LaterRow{8266, "Contact, Female3", 0, 18},
+    LaterRow{8267, "Contact, Ranger", 0, 18},
+    LaterRow{8268, "Contact, Kung-Fu", 0, 18},
+    LaterRow{8269, "Contact, Sumo", 0, 18},
+    LaterRow{8270, "Contact, Pirate", 0, 18},
+    LaterRow{8271, "Contact, Biker", 0, 18},
+    LaterRow{8272, "Contact, Alien", 0, 18},
+    LaterRow{8273, "Contact, Bug", 0, 18},
+    LaterRow{8274, "Contact, Cat", 0, 18},
+    LaterRow{8275, "Contact, Dog", 0, 18},
+    LaterRow{8276, "Contact, Pig", 0, 18},
+    LaterRow{8282, "Water Hydrant", 0, 154},
+    LaterRow{8284, "Flag, Blue", 10, 178},
+    LaterRow{8285, "Flag, Green", 10, 178},
+    LaterRow{8286, "Flag, Red", 10, 178},
+    LaterRow{8287, "Pin, Blue", 0, 18},
+    LaterRow{8288, "Pin, Green", 0, 18},
+    LaterRow{8289, "Pin, Red", 0, 18},
+    LaterRow{8290, "Block, Blue", 0, 15},
+    LaterRow{8291, "Block, Green", 0, 15},
+    LaterRow{8292, "Block, Red", 0, 16},
+    LaterRow{8293, "Bike Trail", 0, 175},
+    LaterRow{8294, "Circle, Red", 0, 36},
+    LaterRow{8295, "Circle, Green", 0, 36},
+    LaterRow{8296, "Circle, Blue", 0, 36},
+    LaterRow{8299, "Diamond, Blue", 0, 2},
+    LaterRow{8300, "Oval, Red", 0, 18},
+    LaterRow{8301, "Oval, Green", 0, 18},
+    LaterRow{8302, "Oval, Blue", 0, 18},
+    LaterRow{8303, "Rectangle, Red", 0, 18},
+    LaterRow{8304, "Rectangle, Green", 0, 18},
+    LaterRow{8305, "Rectangle, Blue", 0, 18},
+    LaterRow{8308, "Square, Blue", 0, 15},
+    LaterRow{8309, "Letter A, Red", 0, 18},
+    LaterRow{8310, "Letter B, Red", 0, 18},
+    LaterRow{8311, "Letter C, Red", 0, 18},
+    LaterRow{8312, "Letter D, Red", 0, 18},
+    LaterRow{8313, "Letter A, Green", 0, 18},
+    LaterRow{8314, "Letter C, Green", 0, 18},
+    LaterRow{8315, "Letter B, Green", 0, 18},
+    LaterRow{8316, "Letter D, Green", 0, 18},
+    LaterRow{8317, "Letter A, Blue", 0, 18},
+    LaterRow{8318, "Letter B, Blue", 0, 18},
+    LaterRow{8319, "Letter C, Blue", 0, 18},
+    LaterRow{8320, "Letter D, Blue", 0, 18},
+    LaterRow{8321, "Number 0, Red", 0, 18},
+    LaterRow{8322, "Number 1, Red", 0, 18},
+    LaterRow{8323, "Number 2, Red", 0, 18},
+    LaterRow{8324, "Number 3, Red", 0, 18},
+    LaterRow{8325, "Number 4, Red", 0, 18},
+    LaterRow{8326, "Number 5, Red", 0, 18},
+    LaterRow{8327, "Number 6, Red", 0, 18},
+    LaterRow{8328, "Number 7, Red", 0, 18},
+    LaterRow{8329, "Number 8, Red", 0, 18},
+    LaterRow{8330, "Number 9, Red", 0, 18},
+    LaterRow{8331, "Number 0, Green", 0, 18},
+    LaterRow{8332, "Number 1, Green", 0, 18},
+    LaterRow{8333, "Number 2, Green", 0, 18},
+    LaterRow{8334, "Number 3, Green", 0, 18},
+    LaterRow{8335, "Number 4, Green", 0, 18},
+    LaterRow{8336, "Number 5, Green", 0, 18},
+    LaterRow{8337, "Number 6, Green", 0, 18},
+    LaterRow{8338, "Number 7, Green", 0, 18},
+    LaterRow{8339, "Number 8, Green", 0, 18},
+    LaterRow{8340, "Number 9, Green", 0, 18},
+    LaterRow{8341, "Number 0, Blue", 0, 18},
+    LaterRow{8342, "Number 1, Blue", 0, 18},
+    LaterRow{8343, "Number 2, Blue", 0, 18},
+    LaterRow{8344, "Number 3, Blue", 0, 18},
+    LaterRow{8345, "Number 4, Blue", 0, 18},
+    LaterRow{8346, "Number 5, Blue", 0, 18},
+    LaterRow{8347, "Number 6, Blue", 0, 18},
+    LaterRow{8348, "Number 7, Blue", 0, 18},
+    LaterRow{8349, "Number 8, Blue", 0, 18},
+    LaterRow{8350, "Number 9, Blue", 0, 18},
+    LaterRow{8351, "Triangle, Blue", 0, 18},
+    LaterRow{8352, "Triangle, Green", 0, 18},
+    LaterRow{8353, "Triangle, Red", 0, 18},
+    LaterRow{8359, "Asian Food", 0, 11},
+    LaterRow{8360, "Deli", 0, 11},
+    LaterRow{8361, "Italian food", 0, 11},
+    LaterRow{8362, "Seafood", 0, 11},
+    LaterRow{8363, "Steak", 0, 11},
+    LaterRow{16384, "Airport", 0, 18},
+    LaterRow{16385, "Intersection", 0, 8223},
+    LaterRow{16386, "Non-directional beacon", 0, 18},
+    LaterRow{16387, "VHF Omni-range", 0, 18},
+    LaterRow{16388, "Heliport", 0, 16402},
+    LaterRow{16392, "Short Tower", 0, 16391},
+    LaterRow{16396, "VOR/TACAN", 0, 18},
+};
+
+/// A further name that GPX files use, and the symbol for it.
+struct OtherNameRow {
+  std::string_view gpx;
+  GpxSymbol symbol;
+};
+
+constexpr std::array OtherNames{
+    OtherNameRow{"ATV", {170, false}},
+    OtherNameRow{"Animal Tracks", {18, false}},
+    OtherNameRow{"Big Game", {171, false}},
+    OtherNameRow{"Blind", {18, false}},
+    OtherNameRow{"Blood Trail", {18, false}},
+    OtherNameRow{"City Hall", {8237, false}},
+    OtherNameRow{"Contact, Blonde", {18, false}},
+    OtherNameRow{"Contact, Clown", {18, false}},
+    OtherNameRow{"Contact, Glasses", {18, false}},
+    OtherNameRow{"Contact, Panda", {18, false}},
+    OtherNameRow{"Cover", {18, false}},
+    OtherNameRow{"Covey", {18, false}},
+    OtherNameRow{"Food Source", {11, false}},
+    OtherNameRow{"Furbearer", {18, false}},
+    OtherNameRow{"Ground Transportation", {170, false}},
+    OtherNameRow{"Library", {8216, false}},
+    OtherNameRow{"Lodge", {173, false}},
+    OtherNameRow{"Multi-Cache", {18, false}},
+    OtherNameRow{"Puzzle Cache", {18, false}},
+    OtherNameRow{"Small Game", {171, false}},
+    OtherNameRow{"Tree Stand", {171, false}},
+    OtherNameRow{"Treed Quarry", {18, false}},
+    OtherNameRow{"Truck", {176, false}},
+    OtherNameRow{"Upland Game", {171, false}},
+    OtherNameRow{"Water Source", {154, false}},
+    OtherNameRow{"Waterfowl", {171, false}},
+    OtherNameRow{"Winery", {13, false}},
+    OtherNameRow{"House", {10, true}},
+    OtherNameRow{"Hotel", {173, true}},
+    OtherNameRow{"Small City", {8198, true}},
+    OtherNameRow{"U Marina", {150, false}},
+    OtherNameRow{"U stump", {18, false}},
+    OtherNameRow{"Letterbox Cache", {18, false}},
 };
 
 constexpr NamedCode DisplayModes[] = {
@@ -185,50 +371,42 @@ constexpr NamedCode D104DisplayModes[] = {
     {5, "Display symbol with comment"},
 };
 
-/// A symbol of the D104 and D108 receivers, and what those of D103 and D107 show for it.
-struct SmallSymbolRow {
-  int code;
-  SmallSymbol small;
-};
+/// The pictures that a user draws; GPX numbers them from 0.
+constexpr int FirstCustom = 7680;
+constexpr int LastCustom = 8191;
+constexpr std::string_view CustomName = "Custom ";
 
-// Sorted by code; what has no row becomes the dot.
-constexpr SmallSymbolRow SmallSymbolRows[] = {
-    {18, {0, true}},      // waypoint dot
-    {19, {7, true}},      // wreck
-    {21, {9, false}},     // man overboard
-    {150, {5, true}},     // boat ramp
-    {151, {11, true}},    // campground
-    {156, {14, true}},    // first aid
-    {158, {3, false}},    // parking
-    {160, {11, false}},   // picnic
-    {166, {9, false}},    // danger
-    {167, {9, false}},    // restricted area
-    {170, {3, true}},     // car
-    {171, {13, true}},    // deer
-    {173, {1, false}},    // lodging
-    {174, {9, false}},    // mine
-    {175, {10, false}},   // trail head
-    {176, {3, false}},    // truck stop
-    {177, {8, true}},     // exit
-    {178, {10, true}},    // flag
-    {179, {12, true}},    // circle with x
-    {181, {4, false}},    // fishing hot spot
-    {184, {6, false}},    // anchor prohibited
-    {190, {5, false}},    // dock
-    {191, {5, false}},    // marina
-    {8196, {15, true}},   // back track
-    {8206, {3, false}},   // car rental
-    {8207, {3, false}},   // car repair
-    {8212, {14, false}},  // pharmacy
-    {8215, {11, false}},  // RV park
-    {8222, {8, false}},   // ramp intersection
-    {8229, {8, false}},   // exit without services
-    {8234, {1, false}},   // building
-    {8246, {10, false}},  // summit
-    {8248, {8, false}},   // large exit without services
-    {8284, {10, false}},  // flags of three colours
-    {8285, {10, false}}, {8286, {10, false}},
-};
+/// The symbols of a table alone.
+template <const auto& Rows>
+constexpr auto SymbolsOf = [] {
+  std::array<NamedCode, Rows.size()> symbols{};
+  std::ranges::transform(Rows, symbols.begin(), [](const auto& row) { return row.symbol; });
+  return symbols;
+}();
+
+template <typename Rows, typename Code>
+const typename Rows::value_type* Find(const Rows& rows, int code, Code code_of) {
+  const auto row = std::ranges::lower_bound(rows, code, {}, code_of);
+  return row != rows.end() && code_of(*row) == code ? &*row : nullptr;
+}
+const LargeRow* FindLarge(int code) {
+  return Find(LargeRows, code, [](const LargeRow& row) { return row.symbol.code; });
+}
+const LaterRow* FindLater(int code) {
+  return Find(LaterRows, code, [](const LaterRow& row) { return row.code; });
+}
+
+template <typename Rows>
+auto FindName(const Rows& rows, std::string_view name) {
+  return std::ranges::find_if(rows, [name](const auto& row) { return SameWord(row.gpx, name); });
+}
+
+bool IsCustomName(std::string_view name) {
+  if (!BeginsWithWord(name, CustomName)) return false;
+  const std::string_view number = name.substr(CustomName.size());
+  return !number.empty() && number.size() <= 3 && std::ranges::all_of(number, IsDigit) &&
+         LeadingInteger(number, 0, LastCustom) <= LastCustom - FirstCustom;
+}
 
 }  // namespace
 
@@ -236,10 +414,10 @@ std::span<const NamedCode> SymbolNames(WaypointType type) {
   switch (type) {
     case WaypointType::D103:
     case WaypointType::D107:
-      return SmallSymbols;
+      return SymbolsOf<SmallRows>;
     case WaypointType::D104:
     case WaypointType::D108:
-      return LargeSymbols;
+      return SymbolsOf<LargeRows>;
   }
   return {};
 }
@@ -262,8 +440,48 @@ std::string_view NameOf(std::span<const NamedCode> names, int code) {
 }
 
 SmallSymbol SmallSymbolFor(int code) {
-  const auto* const row = std::ranges::lower_bound(SmallSymbolRows, code, {}, &SmallSymbolRow::code);
-  return row != std::end(SmallSymbolRows) && row->code == code ? row->small : SmallSymbol{};
+  if (const LargeRow* const row = FindLarge(code)) return {row->small, SmallRows[row->small].large == code};
+  if (const LaterRow* const row = FindLater(code)) return {row->small, false};
+  return {};
+}
+
+std::uint16_t LargeSymbolFor(int code) {
+  const auto row = static_cast<std::size_t>(std::clamp(code, 0, LargestSmallSymbol + 1));
+  return row < SmallRows.size() ? SmallRows[row].large : WaypointDotSymbol;
+}
+
+bool HasSmallSymbol(const Waypoint& waypoint) {
+  if (waypoint.type == WaypointType::D108) return waypoint.symbol_set == SymbolSet::Small;
+  return waypoint.type != WaypointType::D104;
+}
+
+bool HasLargeSymbol(const Waypoint& waypoint) {
+  if (waypoint.type == WaypointType::D108) return waypoint.symbol_set == SymbolSet::Large;
+  return waypoint.type == WaypointType::D104;
+}
+
+SymbolSet SymbolSetOf(int code, std::string_view name) {
+  if (code > LargestSmallSymbol || name.empty()) return SymbolSet::Untold;
+  if (name == NameOf(SymbolsOf<SmallRows>, code)) return SymbolSet::Small;
+  return name == NameOf(SymbolsOf<LargeRows>, code) ? SymbolSet::Large : SymbolSet::Untold;
+}
+
+std::string GpxSymbolName(int code) {
+  if (const LargeRow* const row = FindLarge(code)) return std::string(row->gpx);
+  if (const LaterRow* const row = FindLater(code)) return std::string(row->gpx);
+  if (code < FirstCustom || code > LastCustom) return {};
+  return std::string(CustomName) + std::to_string(code - FirstCustom);
+}
+
+std::optional<GpxSymbol> SymbolOfGpxName(std::string_view name) {
+  // The first row of a name counts: of the three that are named Waypoint, the dot's.
+  if (const auto row = FindName(LargeRows, name); row != LargeRows.end()) {
+    return GpxSymbol{static_cast<std::uint16_t>(row->symbol.code), true};
+  }
+  if (const auto row = FindName(LaterRows, name); row != LaterRows.end()) return GpxSymbol{row->large, false};
+  if (const auto row = FindName(OtherNames, name); row != OtherNames.end()) return row->symbol;
+  if (IsCustomName(name)) return GpxSymbol{WaypointDotSymbol, false};
+  return std::nullopt;
 }
 
 }  // namespace walrim

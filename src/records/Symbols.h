@@ -1,8 +1,10 @@
-// The names of symbols, display modes and colours, and what receivers with few of them can show.
+// The names of symbols and display modes, and what receivers with few of them can show.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "records/Waypoint.h"
@@ -27,9 +29,30 @@ struct SmallSymbol {
   bool exact = false;     ///< the same picture, not only the nearest
 };
 
-/// code is that of a symbol that is none of the 16 by its number: above 15.
+/// code is one of D104's and D108's.
 [[nodiscard]] SmallSymbol SmallSymbolFor(int code);
 
+/// The symbol of D104 and D108 with the picture of one of the 16 of D103 and D107; the dot for any other code.
+[[nodiscard]] std::uint16_t LargeSymbolFor(int code);
+
+/// Whether a record's symbol is one of the 16, or surely one of D104's and D108's.
+[[nodiscard]] bool HasSmallSymbol(const Waypoint& waypoint);
+[[nodiscard]] bool HasLargeSymbol(const Waypoint& waypoint);
+/// The set that has a name for a number up to 15; Untold for another name and for other numbers.
+[[nodiscard]] SymbolSet SymbolSetOf(int code, std::string_view name);
+
+/// The name that GPX has for a symbol of D104, D108 or later receivers; empty for a code without one.
+[[nodiscard]] std::string GpxSymbolName(int code);
+
+/// A symbol of D104 and D108 for a name in GPX.
+struct GpxSymbol {
+  std::uint16_t code = 0;
+  bool exact = false;  ///< the picture that is meant, not only the nearest
+};
+/// name in any case of letters; nothing for a name that is not known.
+[[nodiscard]] std::optional<GpxSymbol> SymbolOfGpxName(std::string_view name);
+
+inline constexpr std::uint16_t WaypointDotSymbol = 18;  ///< of D104 and D108, the usual one
 inline constexpr int LargestSmallSymbol = 15;
 inline constexpr std::uint8_t LargestSmallColour = 3;    ///< 0 the default, red, green, blue
 inline constexpr std::uint8_t DefaultLargeColour = 255;  ///< the default colour of D108

@@ -26,6 +26,13 @@ enum class WaypointType : std::uint8_t { D103, D104, D107, D108 };
   return false;
 }
 
+/// Whose numbers a symbol's is one of. The first 16 mean other pictures in the one set than in the other.
+enum class SymbolSet : std::uint8_t {
+  Untold,  ///< that of the type; of a record from a file, which is D108 whatever it was before, unknown
+  Small,   ///< D103's and D107's 16
+  Large    ///< D104's and D108's
+};
+
 inline constexpr std::size_t SubclassBytes = 18;
 /// What a map says of a point or of a link; receivers use it among themselves.
 using Subclass = std::array<std::uint8_t, SubclassBytes>;
@@ -56,10 +63,11 @@ struct Waypoint {
   std::uint8_t dspl = 0;                   ///< display mode
   std::uint8_t color = 255;                ///< 255: the default
   std::optional<std::uint16_t> smbl = 18;  ///< symbol number; nothing where a text was empty
-  std::uint32_t unused = 0;                ///< of D103, D104 and D107; goes back as it came
-  float dist_m = 0;                        ///< D108's proximity distance
-  std::optional<float> dst_m = 0.0F;       ///< D104's and D107's proximity distance; D103 has none
-  std::optional<float> alt_m;              ///< above the sea
+  SymbolSet symbol_set = SymbolSet::Untold;
+  std::uint32_t unused = 0;           ///< of D103, D104 and D107; goes back as it came
+  float dist_m = 0;                   ///< D108's proximity distance
+  std::optional<float> dst_m = 0.0F;  ///< D104's and D107's proximity distance; D103 has none
+  std::optional<float> alt_m;         ///< above the sea
   std::optional<float> dpth_m;
   double lat_deg = 0;  ///< on WGS84, north positive
   double lon_deg = 0;  ///< east positive

@@ -127,11 +127,15 @@ bool LineSource::Next(std::string_view& line) {
   return true;
 }
 
-std::string LineSource::Rest() {
+std::string LineSource::RestBytes(std::size_t most) {
   std::string bytes;
-  while (!piece_.empty() || FetchPiece())
+  while (bytes.size() <= most && (!piece_.empty() || FetchPiece()))
     bytes.append(std::exchange(piece_, {}));
-  return std::string(Decoded(bytes));
+  return bytes;
+}
+
+std::string LineSource::Rest() {
+  return std::string(Decoded(RestBytes()));
 }
 
 }  // namespace walrim

@@ -56,6 +56,10 @@ class LineSource {
   [[nodiscard]] int LineNumber() const { return line_number_; }
   /// All that was not read yet, with its line ends.
   [[nodiscard]] std::string Rest();
+  /// The same as bytes in the text's own encoding; without the UTF-8 mark. Stops where there are more than most.
+  [[nodiscard]] std::string RestBytes(std::size_t most = static_cast<std::size_t>(-1));
+  /// How the bytes are encoded, as far as that was found out without knowing the format.
+  [[nodiscard]] TextEncoding Encoding() const { return encoding_; }
 
  private:
   [[nodiscard]] bool FetchPiece();

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace walrim {
@@ -18,9 +19,9 @@ class TextOutput {
 
   /// The beginning of the present line, to append to; earlier lines may stand in front of it.
   [[nodiscard]] std::string& Line() { return text_; }
-  /// Ends the present line with CR LF.
-  void EndLine() {
-    text_ += "\r\n";
+  /// Ends the present line.
+  void EndLine(std::string_view line_end = "\r\n") {
+    text_ += line_end;
     if (text_.size() >= PieceSize) Flush();
   }
   /// Hands on what is left. To be called once, at the end.

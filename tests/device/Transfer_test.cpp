@@ -164,10 +164,10 @@ TEST_F(TransferTest, ADownloadedWaypointGoesToReceiversOfOtherTypes) {
   ASSERT_EQ(Download(), 1);
   Meet("GPS III Software");
   ASSERT_EQ(Upload(DataKind::Waypoint), 1);
-  // A zero character ends the texts.
+  // A zero character ends the texts. The dot has another number among all symbols.
   const Bytes comment = Joined({{0}, TextBytes("", 39)});
   EXPECT_EQ(receiver.received.at(1).data,
-            Joined({TextBytes("W1"), {0}, TextBytes("", 3), Bytes(12, 0), comment, Bytes(7, 0)}));
+            Joined({TextBytes("W1"), {0}, TextBytes("", 3), Bytes(12, 0), comment, Bytes(4, 0), {18, 0, 0}}));
   Meet("eTrex Software");
   ASSERT_EQ(Upload(DataKind::Waypoint), 1);
   const Bytes& sent = receiver.received.at(1).data;

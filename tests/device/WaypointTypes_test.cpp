@@ -274,17 +274,18 @@ TEST(WaypointTypes, AD103WaypointReachesTheOthers) {
   vector[18] = 'l';  // lUMMIT
   const Waypoint waypoint = DecodeWaypoint(vector, D103);
 
+  // The flag is 10 of the 16 and 178 of all.
   const Bytes lummit = Joined({TextBytes("LUMMIT"), {0}, TextBytes("", 33)});
   EXPECT_EQ(
       Encoded(waypoint, D104),
-      Joined({{'A', 'B', 0, ' ', ' ', ' '}, Lat45, Lon135, {0, 0, 0, 0}, lummit, {0, 0, 0, 0}, {0x0A, 0x00}, {0x02}}));
+      Joined({{'A', 'B', 0, ' ', ' ', ' '}, Lat45, Lon135, {0, 0, 0, 0}, lummit, {0, 0, 0, 0}, {0xB2, 0x00}, {0x02}}));
   EXPECT_EQ(Encoded(waypoint, D107),
             Joined({TextBytes("AB", 6), Lat45, Lon135, {0, 0, 0, 0}, lummit, {0x0A}, {0x02}, {0, 0, 0, 0}, {0}}));
   EXPECT_EQ(Encoded(waypoint, D108), Joined({{0x00},
                                              {0xFF},
                                              {0x02},
                                              {0x60},
-                                             {0x0A, 0x00},
+                                             {0xB2, 0x00},
                                              NoSubclassBytes,
                                              Lat45,
                                              Lon135,
@@ -296,6 +297,23 @@ TEST(WaypointTypes, AD103WaypointReachesTheOthers) {
                                              {0x00},
                                              TextBytes("LUMMIT", 40),
                                              {0x00, 0x00, 0x00, 0x00, 0x00}}));
+}
+
+TEST(WaypointTypes, ASymbolGoesByTheSetThatItIsOf) {
+  Waypoint waypoint = Named("A", "");
+  waypoint.smbl = 10;
+  const auto sent = [&waypoint](WaypointType type) {
+    return int{DecodeWaypoint(Encoded(waypoint, type), type).smbl.value_or(65535)};
+  };
+  const auto sent_to_all = [&] { return std::vector{sent(D103), sent(D104), sent(D107), sent(D108)}; };
+  // A file's number is sent as it stands where the file does not tell which picture it means.
+  EXPECT_EQ(sent_to_all(), (std::vector{10, 10, 10, 10}));
+  waypoint.symbol_set = SymbolSet::Small;
+  EXPECT_EQ(sent_to_all(), (std::vector{10, 178, 10, 178}));
+  waypoint.symbol_set = SymbolSet::Large;
+  EXPECT_EQ(sent_to_all(), (std::vector{1, 10, 1, 10}));
+  waypoint.smbl = 1;
+  EXPECT_EQ(sent_to_all(), (std::vector{0, 1, 0, 1}));
 }
 
 TEST(WaypointTypes, AD108WaypointReachesTheOldTypes) {

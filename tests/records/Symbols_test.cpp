@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "text/Scan.h"
+
 namespace walrim {
 namespace {
 
@@ -102,6 +104,53 @@ TEST(SmallSymbolFor, IsTheSamePictureTheNearestOrTheDot) {
   EXPECT_EQ(small(8246), std::pair(10, false));
   EXPECT_EQ(small(8286), std::pair(10, false));
   EXPECT_EQ(small(8200), std::pair(0, false));
+}
+
+TEST(LargeSymbolFor, IsTheSamePictureElseTheDot) {
+  std::string numbers;
+  for (const int code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 255})
+    numbers += std::to_string(LargeSymbolFor(code)) + " ";
+  EXPECT_EQ(numbers, "18 10 8 170 7 150 0 19 177 14 178 151 179 171 156 8196 18 18 ");
+}
+
+TEST(GpxSymbolName, OfTheFirstAndLastOfEachRange) {
+  EXPECT_EQ(GpxSymbolName(0), "Anchor");
+  EXPECT_EQ(GpxSymbolName(16402), "Seaplane Base");
+  EXPECT_EQ(GpxSymbolName(20), "Waypoint");
+  EXPECT_EQ(GpxSymbolName(8230), "Geographic place name, Man-made");
+  EXPECT_EQ(GpxSymbolName(180), "Open 24 Hours");
+  EXPECT_EQ(GpxSymbolName(16396), "VOR/TACAN");
+  EXPECT_EQ(GpxSymbolName(7679), "");
+  EXPECT_EQ(GpxSymbolName(7680), "Custom 0");
+  EXPECT_EQ(GpxSymbolName(8191), "Custom 511");
+  EXPECT_EQ(GpxSymbolName(65535), "");
+}
+
+TEST(SymbolOfGpxName, EveryNameOfTheListGivesItsNumber) {
+  for (const NamedCode& symbol : SymbolNames(WaypointType::D108)) {
+    const auto found = SymbolOfGpxName(UpperCase(GpxSymbolName(symbol.code)));
+    ASSERT_TRUE(found) << symbol.name;
+    EXPECT_TRUE(found->exact);
+    // Two pictures that nobody sees are called as the dot is.
+    EXPECT_EQ(found->code, symbol.code == 20 || symbol.code == 8192 ? 18 : symbol.code) << symbol.name;
+  }
+}
+
+TEST(SymbolOfGpxName, OtherNamesGiveTheNearest) {
+  const auto of = [](std::string_view name) {
+    const auto symbol = SymbolOfGpxName(name);
+    return symbol ? std::pair{int{symbol->code}, symbol->exact} : std::pair{-1, false};
+  };
+  EXPECT_EQ(of("house"), std::pair(10, true));
+  EXPECT_EQ(of("Open 24 Hours"), std::pair(8220, false));
+  EXPECT_EQ(of("Small Game"), std::pair(171, false));
+  EXPECT_EQ(of("U Marina"), std::pair(150, false));
+  EXPECT_EQ(of("custom 511"), std::pair(18, false));
+  EXPECT_EQ(of("Custom 512"), std::pair(-1, false));
+  EXPECT_EQ(of("Custom "), std::pair(-1, false));
+  EXPECT_EQ(of("Custom 1x"), std::pair(-1, false));
+  EXPECT_EQ(of("Trailhead"), std::pair(-1, false));
+  EXPECT_EQ(of(""), std::pair(-1, false));
 }
 
 }  // namespace

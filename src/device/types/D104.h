@@ -2,6 +2,7 @@
 #pragma once
 
 #include "device/types/FixedWidth.h"
+#include "records/Symbols.h"
 
 namespace walrim {
 
@@ -16,6 +17,7 @@ struct D104 : WaypointWalk<D104> {
   static Waypoint Fitting(const Waypoint& from, EncodeNotes& notes) {
     Waypoint waypoint = FixedWidthOf(from, WaypointType::D104, notes);
     waypoint.smbl = from.smbl.value_or(WaypointDot);
+    if (HasSmallSymbol(from)) waypoint.smbl = LargeSymbolFor(*waypoint.smbl);
     return waypoint;
   }
   template <typename Wire, typename Record>

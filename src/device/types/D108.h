@@ -2,6 +2,7 @@
 #pragma once
 
 #include "device/types/Wire.h"
+#include "records/Symbols.h"
 #include "records/Waypoint.h"
 #include "text/Scan.h"
 
@@ -12,6 +13,7 @@ struct D108 {
   /// A name keeps the blanks and the case that it came with.
   static Waypoint Fitting(const Waypoint& from, EncodeNotes& /*notes*/) {
     Waypoint waypoint = from;
+    if (HasSmallSymbol(from)) waypoint.smbl = LargeSymbolFor(from.smbl.value_or(0));
     if (from.type == WaypointType::D108) return waypoint;
     waypoint.ident = Blanked(from.ident);
     waypoint.cmnt = UpperCase(Blanked(from.cmnt));
@@ -21,6 +23,7 @@ struct D108 {
     WaypointDetails details;
     Walk(wire, waypoint, details);
     waypoint.details = details;
+    waypoint.symbol_set = SymbolSet::Large;
   }
   static void Write(PacketWriter& wire, const Waypoint& waypoint) { Walk(wire, waypoint, *waypoint.details); }
 

@@ -31,7 +31,7 @@ Waypoint FixedWidthOf(const Waypoint& from, WaypointType type, EncodeNotes& note
 
 void FitSmallSymbol(Waypoint& waypoint, EncodeNotes& notes) {
   const int code = waypoint.smbl.value_or(0);
-  if (code <= LargestSmallSymbol) return;
+  if (code <= LargestSmallSymbol && !HasLargeSymbol(waypoint)) return;
   const SmallSymbol small = SmallSymbolFor(code);
   waypoint.smbl = small.code;
   notes.replaced = notes.replaced || !small.exact;
