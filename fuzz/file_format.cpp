@@ -1,6 +1,6 @@
-// What a text is taken for. Its first column alone decides, in any case and with blanks around it, against a plain list
-// of the words; a path and a title decide where it says nothing. The first byte chooses a word that is put in front of
-// the text, its case, and what stands behind it.
+// What a text is taken for. Its first element, or its first column in any case and with blanks around it, alone
+// decides, against a plain list of the words; a path and a title decide where it says nothing. The first byte chooses a
+// word that is put in front of the text, its case, and what stands behind it.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "formats/Format.h"
+#include "formats/GpxReader.h"
 #include "text/Scan.h"
 
 using namespace walrim;
@@ -61,6 +62,13 @@ std::optional<FormatId> Recognized(std::string_view text, std::string_view path)
 }
 
 void CheckText(const std::string& text) {
+  // An element at the beginning counts before everything else.
+  if (IsGpx(text)) {
+    for (const std::string_view path : {"", "a.txt", "a.mps"}) {
+      if (Recognized(text, path) != FormatId::Gpx) std::abort();
+    }
+    return;
+  }
   const auto expected = PlainlyRecognized(text);
   if (Recognized(text, "a.txt") != expected) std::abort();
   for (const std::string_view path : {"mps", "a.mps", "A.MpS"}) {

@@ -75,6 +75,7 @@ Outcome ImportCommands::Read(ImportText text, const Format* format, std::string_
   if (format == nullptr) return Refuse(messages::UnsupportedFile(shown_name));
   LineSource lines = text.Lines();
   last_import_ = format->read(lines, state_.Data(), {state_.Settings().utc_offset_hours});
+  if (!last_import_.refusal.empty()) return Refuse(messages::RefusedFile(shown_name, last_import_.refusal));
   for (const DataKind kind : AllDataKinds) {
     if (last_import_.Received(kind)) state_.SetHeldCount(kind, static_cast<int>(state_.Data().Count(kind)));
   }

@@ -178,6 +178,10 @@ std::string UnsupportedFile(std::string_view name) {
   return Joined({Unsupported, name, "\n", ListOfFormats(format), "のファイルを取り込めます．"});
 }
 
+std::string RefusedFile(std::string_view name, std::string_view why) {
+  return Joined({"取り込めません：", name, name.empty() ? "" : "：", why, "．"});
+}
+
 std::string ReadProblem(std::string_view path, std::string_view detail) {
   return Joined({"ファイルを読み込めません：", path, "（", detail, "）"});
 }

@@ -76,6 +76,8 @@ inline constexpr std::string_view ClipFrom = "Clip From URL=";
 /// What can be read instead is named from the rows of the formats.
 [[nodiscard]] std::string UnsupportedText();
 [[nodiscard]] std::string UnsupportedFile(std::string_view name);
+/// name may be empty, of a text without one.
+[[nodiscard]] std::string RefusedFile(std::string_view name, std::string_view why);
 [[nodiscard]] std::string ReadProblem(std::string_view path, std::string_view detail);
 
 /// What did not come in as it stood there, a sentence each; empty where all did.

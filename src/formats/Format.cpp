@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "formats/GpxReader.h"
+#include "formats/GpxWriter.h"
 #include "formats/ScriptReader.h"
 #include "formats/ScriptWriter.h"
 #include "formats/StandardFile.h"
@@ -27,8 +29,13 @@ bool IsWptPlus(const TextBeginning& beginning) {
   return BeginsWithOneOf(beginning, words);
 }
 
+bool IsGpxText(const TextBeginning& beginning) {
+  return IsGpx(beginning.text);
+}
+
 /// A file is known by its ending, a text without a name by its title.
 bool IsScript(const TextBeginning& beginning) {
+  if (IsGpxText(beginning)) return false;
   if (beginning.path.empty()) return BeginsWithWord(beginning.text, "//Header");
   const std::string_view path = beginning.path;
   return SameWord(path.substr(path.size() - std::min<std::size_t>(path.size(), 3)), "MPS");
@@ -44,6 +51,8 @@ constexpr std::array Rows{
     Format{FormatId::Script, "MPS", "map-server script", "mps", "MPSファイル (*.mps)|*.mps|",
            "Import From ClipBoard (MPS形式)", std::nullopt, AngleNotation::DMS, false, true, IsScript, ReadScript,
            WriteScript},
+    Format{FormatId::Gpx, "GPX", "GPX 1.1", "gpx", "GPXファイル (*.gpx)|*.gpx|", "Import From ClipBoard (GPX形式)",
+           TextEncoding::Utf8, AngleNotation::D, true, false, IsGpxText, ReadGpx, WriteGpx},
 };
 
 }  // namespace

@@ -19,7 +19,7 @@
 namespace walrim {
 
 /// In the order of the rows.
-enum class FormatId { Standard, WptPlus, Script };
+enum class FormatId { Standard, WptPlus, Script, Gpx };
 
 struct ReadSettings {
   int utc_offset_hours = 9;  ///< of times in texts that do not name their zone

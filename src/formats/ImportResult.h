@@ -36,7 +36,8 @@ struct ImportResult {
   LineCount overfull;     ///< stored although they have more filled columns than they should: a comma has cut a text
   LineCount unread_time;  ///< track points whose time is no date; stored without one
   LineCount statements;   ///< statements of a script that were not stored; their lines are not numbered
-  MessageList messages;   ///< about unknown commands of a WPT+ text
+  MessageList messages;   ///< about unknown commands of a WPT+ text, and about what a GPX text makes of its contents
+  std::string refusal;    ///< why the text was not taken at all, in Japanese; then nothing of it was stored
 
   /// Whether any record or point of a kind came in.
   [[nodiscard]] bool Received(DataKind kind) const;

@@ -1,4 +1,5 @@
-// What the readers of files say of lines and statements that they leave out, and of commands that they do not know.
+// What the readers of files say of lines and statements that they leave out, of commands that they do not know, and of
+// texts that they refuse.
 #pragma once
 
 #include <string>
@@ -23,6 +24,33 @@ inline constexpr std::string_view UnreadPosition = "位置が読めません";
 inline constexpr std::string_view TooManyLogPoints = "トラックログの点が多すぎます";
 inline constexpr std::string_view StatementTail = "文の後ろに同じ行の続きがあります";
 inline constexpr std::string_view OpenStatement = "文に終わりがありません";
+
+// Why a text in XML was refused as a whole.
+inline constexpr std::string_view NotWellFormed = "XMLの書き方が不正です";
+inline constexpr std::string_view NoXmlCharacter = "XMLにない文字があります";
+inline constexpr std::string_view UnknownEntity = "XMLにない実体参照があります";
+inline constexpr std::string_view EntityDeclared = "実体の宣言には対応していません";
+inline constexpr std::string_view TooDeep = "要素の入れ子が深すぎます";
+inline constexpr std::string_view TooManyAttributes = "要素の属性が多すぎます";
+inline constexpr std::string_view UnreadEncoding = "文字コードが宣言と合わないか，対応していません";
+inline constexpr std::string_view TooLarge = "64MBを超えています";
+inline constexpr std::string_view NoGpx = "GPXではありません";
+/// A reason, and where it was met: line and character of the line, from 1.
+[[nodiscard]] inline std::string AtPlace(std::string_view why, int line, int column) {
+  return std::string(why) + "（" + std::to_string(line) + "行目の" + std::to_string(column) + "文字目）";
+}
+
+// What a GPX text brings.
+/// names are the unknown ones, or those of which only something near is there.
+[[nodiscard]] inline std::string UnknownSymbols(std::string_view names) {
+  return "知らないシンボルはWaypointにしました：" + std::string(names) + "．";
+}
+[[nodiscard]] inline std::string NearestSymbols(std::string_view names) {
+  return "受信機にないシンボルは近いものにしました：" + std::string(names) + "．";
+}
+[[nodiscard]] inline std::string SplitRoutes(int count) {
+  return "99点を超えるルートが" + std::to_string(count) + "本あり，続きを別のルートにしました．";
+}
 
 /// What a WPT+ text whose lines begin with an unknown word brings.
 [[nodiscard]] inline std::string UnknownCommand(std::string_view command) {

@@ -34,6 +34,10 @@ constexpr FormatCase Cases[] = {
      "\t\tpoint\toid=1\r\n\t\t\t\tgid=5131\r\n\t\t\t\tpos=35/30/00.0,139/15/00.0\r\n\t\t\t\tstr=高尾    \r\n"
      "\t\t\t\tstrformat=right\r\n\t\t\t\tinfo=[WP]<高尾><山頂>;\r\nmapserver end;\r\n",
      "Import From ClipBoard (MPS形式)"},
+    {"Gpx", "a.gpx",
+     "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>\r\n<gpx>\r\n<wpt lat=\"35.5\" "
+     "lon=\"139.25\"><name>高尾</name><cmt>山頂</cmt></wpt></gpx>\r\n",
+     "Import From ClipBoard (GPX形式)"},
 };
 constexpr std::string_view Summary = "取り込み：Waypoint 1，Route 0，TrackLog 0．";
 
@@ -342,6 +346,16 @@ TEST_F(ImportSources, AScriptBehindALinkIsKnownByTheEndingOfItsPathOrByItsTitle)
   EXPECT_EQ(main.Imports().ImportTyped("https://example.com/get/A.MPS?name=x#top"), Outcome::Done);
   ExpectTakao();
   EXPECT_EQ(main.Imports().ImportTyped("https://example.com/get?name=A.mps"), Outcome::Refused);
+}
+
+TEST_F(ImportSources, GpxThatIsNoXmlIsRefusedWithItsPlace) {
+  const std::string bad = "<gpx><wpt lat='1' lon='2'/>\n<a></gpx>";
+  const std::string why = "XMLの書き方が不正です（2行目の10文字目）";
+  EXPECT_EQ(main.Imports().ImportFrom(Put("a.gpx", bad)), Outcome::Refused);
+  desktop.clipboard = bad;
+  EXPECT_EQ(main.Imports().Paste(), Outcome::Refused);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
+  EXPECT_EQ(desktop.messages, (Strings{messages::RefusedFile(Path("a.gpx"), why), messages::RefusedFile("", why)}));
 }
 
 TEST_F(ImportSources, WithoutTheNetLinksAreRefused) {

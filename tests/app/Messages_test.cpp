@@ -72,9 +72,10 @@ TEST(AppMessages, OfWritingAreWordedSo) {
 TEST(AppMessages, OfReadingAreWordedSo) {
   EXPECT_EQ(EmptyClipboard, "クリップボードにデータがありません．");
   EXPECT_EQ(UnsupportedText(),
-            "未対応のファイルです．\n標準形式，WPT+形式，MPS形式の文字列か，地図上の位置を取り込めます．");
+            "未対応のファイルです．\n標準形式，WPT+形式，MPS形式，GPX形式の文字列か，地図上の位置を取り込めます．");
   EXPECT_EQ(UnsupportedFile("a.x"),
-            "未対応のファイルです．\na.x\n標準形式（grc），WPT+形式（txt），MPS形式（mps）のファイルを取り込めます．");
+            "未対応のファイルです．\na.x\n標準形式（grc），WPT+"
+            "形式（txt），MPS形式（mps），GPX形式（gpx）のファイルを取り込めます．");
   EXPECT_EQ(StandardInput, "標準入力");
   EXPECT_EQ(FtpRefused, "現時点ではFTPには対応していません（http://かfile://）");
   EXPECT_EQ(NoFileLink, "file://のリンクではありません．");
@@ -82,6 +83,8 @@ TEST(AppMessages, OfReadingAreWordedSo) {
   EXPECT_EQ(ImportFrom, "Import from ");
   EXPECT_EQ(ClipFrom, "Clip From URL=");
   EXPECT_EQ(FileOfAnotherComputer("pc"), "ほかのコンピュータ（pc）のファイルは読み込めません．");
+  EXPECT_EQ(RefusedFile("a", "why"), "取り込めません：a：why．");
+  EXPECT_EQ(RefusedFile("", "why"), "取り込めません：why．");
   EXPECT_EQ(ReadProblem("a", "why"), "ファイルを読み込めません：a（why）");
   EXPECT_EQ(ForeignLink, "ほかの利用者が置いたリンクです");
   EXPECT_EQ(NoRegularFile, "通常のファイルではありません");

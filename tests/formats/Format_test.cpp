@@ -11,7 +11,7 @@ TEST(Format, TheRowsStandInTheOrderOfTheirNumbers) {
     EXPECT_EQ(&FormatOf(format.id), &format);
     rows.append(format.name).append(" ").append(format.ending).append(format.has_options ? " options|" : "|");
   }
-  EXPECT_EQ(rows, "標準 grc|WPT+ txt|MPS mps options|");
+  EXPECT_EQ(rows, "標準 grc|WPT+ txt|MPS mps options|GPX gpx|");
 }
 
 TEST(Format, AnEndingIsKnownInAnyCase) {
@@ -19,13 +19,15 @@ TEST(Format, AnEndingIsKnownInAnyCase) {
   EXPECT_EQ(FormatOfEnding("txt"), &FormatOf(FormatId::WptPlus));
   EXPECT_EQ(FormatOfEnding("Mps"), &FormatOf(FormatId::Script));
   EXPECT_EQ(FormatOfEnding(""), nullptr);
-  EXPECT_EQ(FormatOfEnding("gpx"), nullptr);
+  EXPECT_EQ(FormatOfEnding("Gpx"), &FormatOf(FormatId::Gpx));
+  EXPECT_EQ(FormatOfEnding("gp"), nullptr);
 }
 
 TEST(Format, TheDialogFilterOffersAllFilesAndTheFormats) {
   EXPECT_EQ(DialogFilter(FormatOf(FormatId::Standard)), "すべてのファイル (*.*)|*.*|標準ファイル (*.grc)|*.grc|");
   EXPECT_EQ(DialogFilter(FormatOf(FormatId::WptPlus)), "すべてのファイル (*.*)|*.*|WPT+ファイル (*.txt)|*.txt|");
   EXPECT_EQ(DialogFilter(FormatOf(FormatId::Script)), "すべてのファイル (*.*)|*.*|MPSファイル (*.mps)|*.mps|");
+  EXPECT_EQ(DialogFilter(FormatOf(FormatId::Gpx)), "すべてのファイル (*.*)|*.*|GPXファイル (*.gpx)|*.gpx|");
 }
 
 TEST(RecognizeFormat, ByTheFirstColumnOfTheFirstLine) {
@@ -47,6 +49,20 @@ TEST(RecognizeFormat, AScriptByItsNameOrWithoutOneByItsTitle) {
   EXPECT_EQ(RecognizeFormat("//header:Prog:"), &FormatOf(FormatId::Script));
   EXPECT_EQ(RecognizeFormat("//head"), nullptr);
   EXPECT_EQ(RecognizeFormat("point", "ps"), nullptr);
+}
+
+TEST(RecognizeFormat, GpxByItsRootElementWhateverTheFileIsCalled) {
+  using namespace std::string_view_literals;
+  for (const std::string_view text :
+       {"<gpx>"sv, "\xEF\xBB\xBF<?xml version=\"1.0\"?>\r\n<gpx version=\"1.1\">"sv, "  <gpx\tversion"sv,
+        "<?xml version='1.0'?><!-- <kml> --><!DOCTYPE gpx><x:gpx/>"sv, "<gpx"sv, "\xFF\xFE<\0g\0p\0x\0>\0"sv,
+        "\xFE\xFF\0<\0g\0p\0x\0>"sv, "<\0g\0p\0x\0>\0"sv}) {
+    for (const std::string_view path : {"", "a.gpx", "a.txt", "a.mps"})
+      EXPECT_EQ(RecognizeFormat(text, path), &FormatOf(FormatId::Gpx)) << text << path;
+  }
+  for (const std::string_view text :
+       {"<gpxx>"sv, "<kml><gpx>"sv, "gpx"sv, "<!-- <gpx>"sv, "<?xml <gpx>"sv, "< gpx>"sv, "<html gpx>"sv})
+    EXPECT_EQ(RecognizeFormat(text, "a.gpx"), nullptr) << text;
 }
 
 TEST(RecognizeFormat, TheFirstLineCountsMoreThanTheName) {

@@ -22,6 +22,19 @@ TEST(FormatMessages, AreWordedLikeThis) {
   EXPECT_EQ(TooManyLogPoints, "トラックログの点が多すぎます");
   EXPECT_EQ(StatementTail, "文の後ろに同じ行の続きがあります");
   EXPECT_EQ(OpenStatement, "文に終わりがありません");
+  EXPECT_EQ(NotWellFormed, "XMLの書き方が不正です");
+  EXPECT_EQ(NoXmlCharacter, "XMLにない文字があります");
+  EXPECT_EQ(UnknownEntity, "XMLにない実体参照があります");
+  EXPECT_EQ(EntityDeclared, "実体の宣言には対応していません");
+  EXPECT_EQ(TooDeep, "要素の入れ子が深すぎます");
+  EXPECT_EQ(TooManyAttributes, "要素の属性が多すぎます");
+  EXPECT_EQ(UnreadEncoding, "文字コードが宣言と合わないか，対応していません");
+  EXPECT_EQ(TooLarge, "64MBを超えています");
+  EXPECT_EQ(NoGpx, "GPXではありません");
+  EXPECT_EQ(AtPlace("why", 3, 14), "why（3行目の14文字目）");
+  EXPECT_EQ(UnknownSymbols("A，B"), "知らないシンボルはWaypointにしました：A，B．");
+  EXPECT_EQ(NearestSymbols("A"), "受信機にないシンボルは近いものにしました：A．");
+  EXPECT_EQ(SplitRoutes(2), "99点を超えるルートが2本あり，続きを別のルートにしました．");
   EXPECT_EQ(UnknownCommand("XY"), "command [XY] is not suppoted");
 }
 

@@ -119,7 +119,7 @@ TEST(Completion, TypedModelNamesWithBlanksArriveWhole) {
 }
 
 TEST(Completion, TypedWordsAreCompletedAsAPersonTypesThem) {
-  EXPECT_EQ(Typed("walrim-cli dow\t--po\tdemo --out\t- --ty\tg\t--da\tT\t"),
+  EXPECT_EQ(Typed("walrim-cli dow\t--po\tdemo --out\t- --ty\tgr\t--da\tT\t"),
             "<download><--port><demo><--output><-><--type><grc><--datum><Tokyo>");
   EXPECT_EQ(Typed("walrim-cli conv\t--enc\tu\t--kinds=w\t,t\t -o x"),
             "<convert><--encoding><utf8><--kinds=waypoint,track><-o><x>");

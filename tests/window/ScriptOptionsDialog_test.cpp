@@ -22,7 +22,7 @@ class ScriptOptionsDialogTest : public WindowTest {
     Check("DoCheck_1");
     auto& type = Get<QComboBox>("OutputTypeOption");
     type.setFocus();
-    QTest::keyClick(&type, Qt::Key_End);
+    QTest::keyClick(&type, Qt::Key_M);
     EXPECT_EQ(window->Main().State().Settings().format, FormatId::Script);
   }
 

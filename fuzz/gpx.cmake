@@ -1,0 +1,1 @@
+walrim_fuzz(gpx LINK walrim_formats)

@@ -1,0 +1,418 @@
+#include "formats/GpxReader.h"
+
+#include <algorithm>
+#include <array>
+#include <bitset>
+#include <optional>
+#include <pugixml.hpp>
+#include <utility>
+#include <vector>
+
+#include "formats/GpxColumns.h"
+#include "formats/GpxTexts.h"
+#include "formats/Messages.h"
+#include "formats/RecordIntake.h"
+#include "formats/XmlSyntax.h"
+#include "records/Symbols.h"
+#include "text/Numbers.h"
+#include "text/Scan.h"
+#include "text/Utf8.h"
+
+namespace walrim {
+namespace {
+
+using namespace format_messages;
+
+/// Whose an element is.
+enum class Owner { Gpx, Garmin, Walrim, Other };
+
+struct ElementName {
+  Owner owner;
+  std::string_view local;
+};
+
+/// An element whose text is one of a record's.
+struct TextElement {
+  std::string_view name;
+  std::string GpxTexts::*text;
+};
+constexpr std::array GpxElements{TextElement{"ele", &GpxTexts::ele},      TextElement{"time", &GpxTexts::time},
+                                 TextElement{"name", &GpxTexts::name},    TextElement{"cmt", &GpxTexts::cmt},
+                                 TextElement{"desc", &GpxTexts::desc},    TextElement{"sym", &GpxTexts::sym},
+                                 TextElement{"number", &GpxTexts::number}};
+constexpr std::array GarminElements{TextElement{"Proximity", &GpxTexts::proximity},
+                                    TextElement{"Depth", &GpxTexts::depth},
+                                    TextElement{"DisplayMode", &GpxTexts::display_mode},
+                                    TextElement{"StreetAddress", &GpxTexts::street},
+                                    TextElement{"City", &GpxTexts::city},
+                                    TextElement{"State", &GpxTexts::state},
+                                    TextElement{"Country", &GpxTexts::country},
+                                    TextElement{"Subclass", &GpxTexts::subclass},
+                                    TextElement{"DisplayColor", &GpxTexts::color}};
+constexpr std::array<std::string_view, 5> GarminContainers{"WaypointExtension", "RoutePointExtension", "TrackExtension",
+                                                           "TrackPointExtension", "Address"};
+
+/// Names, each once, as far as a message shows them.
+class NameList {
+ public:
+  void Add(std::string_view name) {
+    constexpr std::size_t MostNames = 20;
+    if (names_.size() > MostNames || std::find(names_.begin(), names_.end(), name) != names_.end()) return;
+    names_.emplace_back(name);
+    const std::string shown = WithoutControlCharacters(name);
+    joined_.append(joined_.empty() ? "" : "，").append(names_.size() > MostNames ? "…" : shown);
+  }
+  /// Empty without any.
+  [[nodiscard]] const std::string& Joined() const { return joined_; }
+
+ private:
+  std::vector<std::string> names_;
+  std::string joined_;
+};
+
+/// Line and character of the line that stand at an offset, from 1.
+std::string PlaceText(const XmlProblem& problem, std::string_view text) {
+  const std::string_view before = text.substr(0, problem.offset);
+  const std::string_view line = before.substr(before.rfind('\n') + 1);
+  const auto is_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+  return AtPlace(problem.why, static_cast<int>(std::ranges::count(before, '\n')) + 1,
+                 static_cast<int>(std::ranges::count_if(line, is_character)) + 1);
+}
+
+class GpxReader {
+ public:
+  GpxReader(std::string_view text, DataSet& data) : text_(text), data_(data), intake_(data) {}
+
+  ImportResult Run(const pugi::xml_node& root) {
+    namespace_ = NamespaceOf(root, PrefixOf(root));
+    NoteRouteNumbers(root);
+    for (const pugi::xml_node& node : root) {
+      const ElementName name = NameOf(node);
+      if (name.owner != Owner::Gpx) continue;
+      if (name.local == "wpt") ReadWaypoint(node);
+      if (name.local == "rte") ReadRoute(node);
+      if (name.local == "trk") ReadLog(node);
+    }
+    return Told();
+  }
+
+ private:
+  // ---- Names
+
+  static std::string_view PrefixOf(const pugi::xml_node& node) {
+    const std::string_view name = node.name();
+    const std::size_t colon = name.find(':');
+    return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
+  }
+
+  /// What a prefix stands for, by the innermost element that says it; one that none says stands for itself.
+  static std::string_view NamespaceOf(pugi::xml_node node, std::string_view prefix) {
+    for (; node; node = node.parent()) {
+      for (pugi::xml_attribute attribute = node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
+        const char* const begin = attribute.name();
+        if (begin[0] != 'x') continue;
+        std::string_view name = begin;
+        if (!Take(name, "xmlns")) continue;
+        if (prefix.empty() ? name.empty() : Take(name, ':') && name == prefix) return attribute.value();
+      }
+    }
+    return prefix;
+  }
+
+  [[nodiscard]] ElementName NameOf(const pugi::xml_node& node) const {
+    if (node.type() != pugi::node_element) return {Owner::Other, {}};
+    const std::string_view prefix = PrefixOf(node);
+    std::string_view local = node.name();
+    local.remove_prefix(prefix.empty() ? 0 : prefix.size() + 1);
+    const std::string_view owner = NamespaceOf(node, prefix);
+    if (owner == namespace_) return {Owner::Gpx, local};
+    if (owner.starts_with(GpxxNamespace)) return {Owner::Garmin, local};
+    return {owner == WalrimNamespace ? Owner::Walrim : Owner::Other, local};
+  }
+
+  // ---- Texts
+
+  static std::string TextOf(const pugi::xml_node& node) {
+    std::string text;
+    for (const pugi::xml_node& part : node) {
+      if (part.type() == pugi::node_pcdata || part.type() == pugi::node_cdata) text.append(part.value());
+    }
+    return text;
+  }
+
+  template <std::size_t Count>
+  static void TakeText(const std::array<TextElement, Count>& elements, std::string_view name,
+                       const pugi::xml_node& node, GpxTexts& texts) {
+    for (const TextElement& element : elements) {
+      // The first of several counts.
+      if (element.name == name && (texts.*element.text).empty()) texts.*element.text = TextOf(node);
+    }
+  }
+
+  /// What a record's element holds; the program's own element, where there is one, goes to own.
+  void Collect(const pugi::xml_node& record, GpxTexts& texts, pugi::xml_node& own) const {
+    for (const pugi::xml_node& node : record) {
+      const ElementName name = NameOf(node);
+      switch (name.owner) {
+        case Owner::Gpx:
+          if (name.local == "extensions") Collect(node, texts, own);
+          TakeText(GpxElements, name.local, node, texts);
+          break;
+        case Owner::Garmin:
+          if (std::ranges::find(GarminContainers, name.local) != GarminContainers.end()) Collect(node, texts, own);
+          TakeText(GarminElements, name.local, node, texts);
+          break;
+        case Owner::Walrim:
+          own = node;
+          break;
+        case Owner::Other:
+          break;
+      }
+    }
+  }
+
+  template <typename Record>
+  static void ReadOwn(const pugi::xml_node& own, Record& record) {
+    for (const pugi::xml_attribute& attribute : own.attributes())
+      ReadColumnAttribute(record, attribute.name(), attribute.value());
+  }
+
+  // ---- Points
+
+  /// The line of an element. Elements are asked for in their order.
+  int LineOf(const pugi::xml_node& node) {
+    const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(node.offset_debug(), 0));
+    if (offset <= line_offset_) return line_;
+    const std::string_view passed = text_.substr(line_offset_, offset - line_offset_);
+    line_ += static_cast<int>(std::ranges::count(passed, '\n'));
+    line_offset_ = offset;
+    return line_;
+  }
+
+  bool ReadPosition(const pugi::xml_node& node, GeoPoint& position) {
+    const std::string_view lat = node.attribute("lat").value();
+    const std::string_view lon = node.attribute("lon").value();
+    const auto lat_deg = GpxNumber(lat);
+    const auto lon_deg = GpxNumber(lon);
+    position = {lat_deg.value_or(0), lon_deg.value_or(0), 0};
+    if (lat_deg && lon_deg && OnGlobe(position)) return true;
+    const bool there = !TrimSpace(lat).empty() && !TrimSpace(lon).empty();
+    intake_.Skip(!there ? NoPosition : lat_deg && lon_deg ? PositionOutOfRange : BadAngle);
+    return false;
+  }
+
+  template <typename Record>
+  static void Place(Record& record, const GeoPoint& position) {
+    record.lat_deg = position.latitude_deg;
+    record.lon_deg = position.longitude_deg;
+  }
+
+  /// Keeps a name of a symbol that is not there as it is meant; the program's own element may have the number.
+  void NoteSymbol(std::string_view name, const pugi::xml_node& own) {
+    name = TrimSpace(name);
+    if (name.empty() || own.attribute("smbl")) return;
+    const auto symbol = SymbolOfGpxName(name);
+    if (!symbol) unknown_symbols_.Add(name);
+    if (symbol && !symbol->exact) nearest_symbols_.Add(name);
+  }
+
+  void ReadWaypoint(const pugi::xml_node& node) {
+    intake_.SetLine(LineOf(node));
+    ++point_number_;
+    GeoPoint position;
+    if (!ReadPosition(node, position)) return;
+    GpxTexts texts;
+    pugi::xml_node own;
+    Collect(node, texts, own);
+    Waypoint waypoint = WaypointOf(texts, point_number_);
+    Place(waypoint, position);
+    NoteSymbol(texts.sym, own);
+    ReadOwn(own, waypoint);
+    intake_.Store(std::move(waypoint));
+  }
+
+  // ---- Routes
+
+  /// The numbers that routes have, so that none without one gets the number of a later one.
+  void NoteRouteNumbers(const pugi::xml_node& root) {
+    for (const Route& route : data_.Routes())
+      used_numbers_.set(route.nmbr);
+    for (const pugi::xml_node& node : root) {
+      if (const ElementName name = NameOf(node); name.owner != Owner::Gpx || name.local != "rte") continue;
+      for (const pugi::xml_node& child : node) {
+        const ElementName name = NameOf(child);
+        if (name.owner != Owner::Gpx || name.local != "number") continue;
+        if (const auto number = GpxRouteNumber(TextOf(child))) used_numbers_.set(static_cast<std::size_t>(*number));
+      }
+    }
+  }
+
+  /// The next number that no route has, from 1; 0 where all are taken.
+  std::uint8_t FreeNumber() {
+    std::size_t number = 1;
+    while (number < used_numbers_.size() && used_numbers_.test(number))
+      ++number;
+    if (number == used_numbers_.size()) return 0;
+    used_numbers_.set(number);
+    return static_cast<std::uint8_t>(number);
+  }
+
+  void ReadRoute(const pugi::xml_node& node) {
+    intake_.SetLine(LineOf(node));
+    GpxTexts texts;
+    pugi::xml_node own;
+    Collect(node, texts, own);
+    Route route = RouteOf(texts);
+    if (!GpxRouteNumber(texts.number)) route.nmbr = FreeNumber();
+    ReadOwn(own, route);
+    const auto count = LeadingInteger(own.attribute(RoutePointCountAttribute.data()).value(), 0, MaxRoutePoints);
+    const auto most = std::max(static_cast<std::size_t>(count), MaxReceivedRoutePoints);
+    intake_.Begin(route);
+    ReadRoutePoints(node, route, most);
+  }
+
+  /// header is the route's, for what goes on in another one.
+  void ReadRoutePoints(const pugi::xml_node& node, const Route& header, std::size_t most) {
+    bool split = false;
+    for (const pugi::xml_node& child : node) {
+      if (const ElementName name = NameOf(child); name.owner != Owner::Gpx || name.local != "rtept") continue;
+      intake_.SetLine(LineOf(child));
+      ++point_number_;
+      if (!intake_.TakesRoutePoint()) continue;
+      RoutePoint point;
+      if (!ReadRoutePoint(child, point)) continue;
+      if (data_.Routes().back().points.size() >= most) {
+        split = true;
+        if (!GoOnInAnotherRoute(header)) continue;
+      }
+      intake_.Store(std::move(point));
+    }
+    if (split) ++split_routes_;
+  }
+
+  /// Begins a route with the last point of the one before; false where there is no room for it.
+  bool GoOnInAnotherRoute(Route header) {
+    const RoutePoint last = data_.Routes().back().points.back();
+    header.nmbr = FreeNumber();
+    intake_.Begin(std::move(header));
+    if (data_.NextRoutePoint() != AddResult::Stored) return false;
+    intake_.Store(last);
+    return true;
+  }
+
+  bool ReadRoutePoint(const pugi::xml_node& node, RoutePoint& point) {
+    GeoPoint position;
+    if (!ReadPosition(node, position)) return false;
+    GpxTexts texts;
+    pugi::xml_node own;
+    Collect(node, texts, own);
+    point = {WaypointOf(texts, point_number_), LinkOf(texts)};
+    Place(point.waypoint, position);
+    NoteSymbol(texts.sym, own);
+    ReadOwn(own, point);
+    return true;
+  }
+
+  // ---- Logs
+
+  void ReadLog(const pugi::xml_node& node) {
+    intake_.SetLine(LineOf(node));
+    GpxTexts texts;
+    pugi::xml_node own;
+    Collect(node, texts, own);
+    TrackLog log = TrackLogOf(texts);
+    ReadOwn(own, log);
+    // A log without points begins only where the file says that it has none.
+    bool begun = false;
+    if (own.attribute(TrackPointCountAttribute.data())) {
+      intake_.Begin(log);
+      begun = true;
+    }
+    for (const pugi::xml_node& child : node) {
+      if (const ElementName name = NameOf(child); name.owner == Owner::Gpx && name.local == "trkseg") {
+        ReadSegment(child, log, begun);
+      }
+    }
+  }
+
+  void ReadSegment(const pugi::xml_node& node, const TrackLog& log, bool& begun) {
+    bool first = true;
+    for (const pugi::xml_node& child : node) {
+      if (const ElementName name = NameOf(child); name.owner != Owner::Gpx || name.local != "trkpt") continue;
+      intake_.SetLine(LineOf(child));
+      TrackPoint point;
+      if (!ReadTrackPoint(child, first, point)) continue;
+      first = false;
+      if (!std::exchange(begun, true)) intake_.Begin(log);
+      if (intake_.TakesTrackPoint()) intake_.Store(point);
+    }
+  }
+
+  bool ReadTrackPoint(const pugi::xml_node& node, bool first, TrackPoint& point) {
+    GeoPoint position;
+    if (!ReadPosition(node, position)) return false;
+    GpxTexts texts;
+    pugi::xml_node own;
+    Collect(node, texts, own);
+    point = TrackPointOf(texts);
+    Place(point, position);
+    point.new_trk = first;
+    ReadOwn(own, point);
+    if (!point.time && !TrimSpace(texts.time).empty() && !IsGpxTime(texts.time)) {
+      intake_.Account().unread_time.Add(intake_.Line());
+    }
+    return true;
+  }
+
+  ImportResult Told() {
+    ImportResult& account = intake_.Account();
+    if (!unknown_symbols_.Joined().empty()) account.messages.Add(UnknownSymbols(unknown_symbols_.Joined()));
+    if (!nearest_symbols_.Joined().empty()) account.messages.Add(NearestSymbols(nearest_symbols_.Joined()));
+    if (split_routes_ > 0) account.messages.Add(SplitRoutes(split_routes_));
+    return account;
+  }
+
+  std::string_view text_;
+  DataSet& data_;
+  RecordIntake intake_;
+  std::string_view namespace_;  ///< that of GPX in this file
+  std::size_t line_offset_ = 0;
+  int line_ = 1;
+  int point_number_ = 0;  ///< of the last waypoint or route point in the file, from 1
+  int split_routes_ = 0;
+  std::bitset<256> used_numbers_;
+  NameList unknown_symbols_;
+  NameList nearest_symbols_;
+};
+
+ImportResult Refused(std::string why) {
+  ImportResult result;
+  result.refusal = std::move(why);
+  return result;
+}
+
+}  // namespace
+
+bool IsGpx(std::string_view beginning) {
+  return RootElement(beginning) == "gpx";
+}
+
+ImportResult ReadGpx(LineSource& lines, DataSet& data, const ReadSettings& /*settings*/) {
+  std::string bytes = lines.RestBytes(MostGpxBytes);
+  if (bytes.size() > MostGpxBytes) return Refused(std::string(TooLarge));
+  const auto text = DecodeXml(std::move(bytes), lines.Encoding() == TextEncoding::Utf8);
+  if (!text) return Refused(std::string(UnreadEncoding));
+  if (const auto problem = CheckXml(*text)) return Refused(PlaceText(*problem, *text));
+  pugi::xml_document document;
+  const auto parsed = document.load_buffer(text->data(), text->size(), pugi::parse_default, pugi::encoding_utf8);
+  if (!parsed) {
+    // The tree's builder stops somewhere in the tag that it cannot use.
+    const std::size_t tag = text->rfind('<', static_cast<std::size_t>(parsed.offset));
+    return Refused(PlaceText({NotWellFormed, tag}, *text));
+  }
+  const pugi::xml_node root = document.document_element();
+  if (!IsGpx("<" + std::string(root.name()))) return Refused(std::string(NoGpx));
+  return GpxReader(*text, data).Run(root);
+}
+
+}  // namespace walrim

@@ -1,0 +1,326 @@
+#include "formats/GpxTexts.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+#include "formats/FieldValues.h"
+#include "formats/XmlSyntax.h"
+#include "records/Symbols.h"
+#include "text/Dates.h"
+#include "text/Numbers.h"
+#include "text/Scan.h"
+#include "text/Utf8.h"
+
+namespace walrim {
+namespace {
+
+/// Of a number, with its sign and point: those of a decimal that every program takes.
+constexpr std::size_t MostDigits = 24;
+
+/// By the display mode of D103, D107 and D108.
+constexpr std::array<std::string_view, 3> DisplayModeNames{"SymbolAndName", "SymbolOnly", "SymbolAndDescription"};
+/// By the colour of a log.
+constexpr std::array<std::string_view, 16> ColourNames{
+    "Black",    "DarkRed", "DarkGreen", "DarkYellow", "DarkBlue", "DarkMagenta", "DarkCyan", "LightGray",
+    "DarkGray", "Red",     "Green",     "Yellow",     "Blue",     "Magenta",     "Cyan",     "White"};
+
+template <std::size_t Count>
+std::optional<std::uint8_t> IndexIn(const std::array<std::string_view, Count>& names, std::string_view name) {
+  const auto row = std::find_if(names.begin(), names.end(), [name](auto known) { return SameWord(known, name); });
+  if (row == names.end()) return std::nullopt;
+  return static_cast<std::uint8_t>(row - names.begin());
+}
+
+template <std::size_t Count>
+std::string NameIn(const std::array<std::string_view, Count>& names, std::size_t index) {
+  return index < names.size() ? std::string(names[index]) : std::string();
+}
+
+/// What would end a column or a line of a standard file is a blank.
+std::string Blanked(std::string_view text) {
+  std::string blanked(text);
+  std::replace_if(
+      blanked.begin(), blanked.end(), [](char c) { return c == '\0' || IsSpace(c); }, ' ');
+  return blanked;
+}
+
+/// A record's text as an element can hold it.
+std::string ElementText(std::string_view text) {
+  return XmlCharacters(TrimBlanks(Blanked(text)));
+}
+
+/// The text of an element as records hold it.
+std::string RecordText(std::string_view text) {
+  return CapitalText(WithoutControlCharacters(TrimSpace(text)));
+}
+
+template <typename Number>
+std::string Digits(Number value) {
+  std::array<char, 400> buffer{};
+  // Adding 0 takes the sign off a zero.
+  return {buffer.data(),
+          std::to_chars(buffer.data(), buffer.data() + buffer.size(), value + Number(0), std::chars_format::fixed).ptr};
+}
+
+std::optional<float> Metres(std::string_view text) {
+  const auto value = GpxNumber(text);
+  if (!value || std::abs(*value) > static_cast<double>(std::numeric_limits<float>::max())) return std::nullopt;
+  const auto metres = static_cast<float>(*value);
+  return metres == UnknownMetres ? std::nullopt : std::optional(metres);
+}
+
+std::string MetresText(std::optional<float> metres) {
+  const std::string text = metres ? GpxDecimal(*metres) : std::string();
+  return text.size() <= MostDigits ? text : std::string();
+}
+
+bool HasFixedWidth(WaypointType type) {
+  return type != WaypointType::D108;
+}
+
+/// D104's display modes in those of the other types; the first one, no symbol at all, is nothing that they have.
+std::uint8_t UsualDisplayMode(std::uint8_t d104) {
+  constexpr std::array<std::uint8_t, 6> modes{0, 1, 2, 0, 4, 2};
+  return d104 < modes.size() ? modes[d104] : d104;
+}
+
+/// Seconds that a zone is ahead: "", "Z", "+09:00", "-0330", "+09".
+std::optional<std::int64_t> ZoneSeconds(std::string_view zone) {
+  if (zone.empty() || SameWord(zone, "Z")) return 0;
+  const bool west = Take(zone, '-');
+  if (!west && !Take(zone, '+')) return std::nullopt;
+  const std::string_view hours = TakeDigits(zone, 2);
+  Take(zone, ':');
+  const std::string_view minutes = TakeDigits(zone, 2);
+  if (hours.size() != 2 || minutes.size() == 1 || !zone.empty()) return std::nullopt;
+  const std::int64_t seconds = LeadingInteger(hours, 0, 99) * 3600 + LeadingInteger(minutes, 0, 99) * 60;
+  return west ? -seconds : seconds;
+}
+
+/// Seconds from the receivers' epoch; fractions are cut off.
+std::optional<std::int64_t> SecondsOf(std::string_view text) {
+  text = TrimSpace(text);
+  const std::size_t t = std::min(text.find_first_of("Tt "), text.size());
+  const std::string_view date = TakeBytes(text, t);
+  if (date.empty() || text.empty()) return std::nullopt;
+  text.remove_prefix(1);
+  const std::string_view clock = TakeUntilAny(text, "Zz+-");
+  const auto zone = ZoneSeconds(text);
+  const auto time = ParseDateTime(std::string(date).append(" ").append(clock));
+  if (!zone || !time) return std::nullopt;
+  return SecondsSinceGarminEpoch(*time) - *zone;
+}
+
+std::string TimeText(std::optional<GarminSeconds> time) {
+  if (!time) return {};
+  std::string text = DateTimeText(CivilFromGarminSeconds(*time));
+  std::replace(text.begin(), text.end(), '/', '-');
+  std::replace(text.begin(), text.end(), ' ', 'T');
+  return text + 'Z';
+}
+
+}  // namespace
+
+// ---- Numbers and times
+
+std::optional<double> GpxNumber(std::string_view text) {
+  text = TrimSpace(text);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+std::string GpxAngle(double deg) {
+  if (deg == 180) return "-180";
+  std::string text = Digits(deg);
+  if (text.size() <= MostDigits) return text;
+  constexpr int Decimals = 15;
+  std::array<char, 24> buffer{};
+  const auto rounded =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), deg, std::chars_format::fixed, Decimals);
+  return {buffer.data(), rounded.ptr};
+}
+
+std::string GpxDecimal(float value) {
+  return Digits(value);
+}
+
+std::optional<int> GpxRouteNumber(std::string_view text) {
+  text = TrimSpace(text);
+  if (text.empty() || text.size() > 3 || !std::all_of(text.begin(), text.end(), IsDigit)) return std::nullopt;
+  const auto number = static_cast<int>(LeadingInteger(text, 0, 999));
+  return number <= 255 ? std::optional(number) : std::nullopt;
+}
+
+bool IsGpxTime(std::string_view text) {
+  return SecondsOf(text).has_value();
+}
+
+std::string HexText(const Subclass& subclass) {
+  constexpr std::string_view Hex = "0123456789ABCDEF";
+  std::string text;
+  for (const std::uint8_t byte : subclass) {
+    text += Hex[byte >> 4U];
+    text += Hex[byte & 15U];
+  }
+  return text;
+}
+
+std::optional<Subclass> SubclassOfHex(std::string_view text) {
+  Subclass subclass{};
+  if (text.size() != 2 * subclass.size()) return std::nullopt;
+  for (std::uint8_t& byte : subclass) {
+    const char* const begin = TakeBytes(text, 2).data();
+    if (std::from_chars(begin, begin + 2, byte, 16).ptr != begin + 2) return std::nullopt;
+  }
+  return subclass;
+}
+
+// ---- Records as in a file
+
+Waypoint AsInFile(const Waypoint& waypoint) {
+  Waypoint file = waypoint;
+  file.type = WaypointType::D108;
+  file.missing = false;
+  file.unused = 0;
+  for (std::string* const text : {&file.ident, &file.cmnt}) {
+    *text = CapitalText(Blanked(*text));
+    if (HasFixedWidth(waypoint.type)) *text = TrimBlanks(std::string(*text));
+  }
+  for (const auto text :
+       {&WaypointDetails::facility, &WaypointDetails::city, &WaypointDetails::addr, &WaypointDetails::cross_road}) {
+    file.details.Set(text, CapitalText(Blanked((*waypoint.details).*text)));
+  }
+  for (const auto text : {&WaypointDetails::state, &WaypointDetails::cc})
+    file.details.Set(text, StateText(Blanked((*waypoint.details).*text)));
+  if (!HasFixedWidth(waypoint.type)) return file;
+  if (HasSmallSymbol(waypoint)) file.smbl = LargeSymbolFor(waypoint.smbl.value_or(0));
+  if (waypoint.type == WaypointType::D104) file.dspl = UsualDisplayMode(waypoint.dspl);
+  if (waypoint.type == WaypointType::D107 && waypoint.color == 0) file.color = DefaultLargeColour;
+  file.dist_m = std::max(waypoint.dst_m.value_or(0), 0.0F);
+  file.dst_m = 0;
+  return file;
+}
+
+Route AsInFile(const Route& route) {
+  Route file;
+  file.nmbr = route.nmbr;
+  file.cmnt = CapitalText(Blanked(route.cmnt));
+  if (route.type == RouteHeaderType::D201) file.cmnt = TrimBlanks(std::string(file.cmnt));
+  return file;
+}
+
+TrackLog AsInFile(const TrackLog& log) {
+  TrackLog file;
+  file.dspl = log.dspl;
+  file.color = log.color;
+  file.trk_ident = CapitalText(Blanked(log.trk_ident));
+  return file;
+}
+
+// ---- Records as texts
+
+GpxTexts GpxTextsOf(const Waypoint& waypoint) {
+  const Waypoint usual = AsInFile(waypoint);
+  const WaypointDetails& details = *waypoint.details;
+  GpxTexts texts;
+  texts.ele = MetresText(waypoint.alt_m);
+  texts.name = ElementText(waypoint.ident);
+  texts.cmt = ElementText(waypoint.cmnt);
+  // What a file says to be one of the 16 keeps its number there, and shows its picture here.
+  const bool small = waypoint.symbol_set == SymbolSet::Small;
+  if (usual.smbl) texts.sym = GpxSymbolName(small ? LargeSymbolFor(*usual.smbl) : *usual.smbl);
+  if (usual.dist_m > 0) texts.proximity = GpxDecimal(usual.dist_m);
+  texts.depth = MetresText(waypoint.dpth_m);
+  texts.display_mode = NameIn(DisplayModeNames, usual.dspl);
+  texts.street = ElementText(details.addr);
+  texts.city = ElementText(details.city);
+  texts.state = ElementText(details.state);
+  texts.country = ElementText(details.cc);
+  return texts;
+}
+
+GpxTexts GpxTextsOf(const RoutePoint& point) {
+  GpxTexts texts = GpxTextsOf(point.waypoint);
+  if (point.link->subclass != NoSubclass) texts.subclass = HexText(point.link->subclass);
+  return texts;
+}
+
+GpxTexts GpxTextsOf(const Route& route) {
+  GpxTexts texts;
+  texts.name = ElementText(route.cmnt);
+  AppendInteger(texts.number, route.nmbr);
+  return texts;
+}
+
+GpxTexts GpxTextsOf(const TrackLog& log) {
+  GpxTexts texts;
+  texts.name = ElementText(log.trk_ident);
+  texts.color = NameIn(ColourNames, log.color);
+  return texts;
+}
+
+GpxTexts GpxTextsOf(const TrackPoint& point) {
+  GpxTexts texts;
+  texts.ele = MetresText(point.alt_m);
+  texts.time = TimeText(point.time);
+  texts.depth = MetresText(point.dpth_m);
+  return texts;
+}
+
+// ---- Texts as records
+
+Waypoint WaypointOf(const GpxTexts& texts, int number) {
+  constexpr int NumberDigits = 3;
+  Waypoint waypoint;
+  waypoint.ident = RecordText(texts.name);
+  if (waypoint.ident.empty()) waypoint.ident = "WPT" + PadNumber(number, NumberDigits);
+  waypoint.cmnt = RecordText(TrimSpace(texts.cmt).empty() ? texts.desc : texts.cmt);
+  if (const auto symbol = SymbolOfGpxName(TrimSpace(texts.sym))) waypoint.smbl = symbol->code;
+  waypoint.symbol_set = SymbolSet::Large;
+  waypoint.alt_m = Metres(texts.ele);
+  waypoint.dpth_m = Metres(texts.depth);
+  waypoint.dist_m = std::max(Metres(texts.proximity).value_or(0), 0.0F);
+  waypoint.dspl = IndexIn(DisplayModeNames, TrimSpace(texts.display_mode)).value_or(0);
+  waypoint.details.Set(&WaypointDetails::addr, RecordText(texts.street));
+  waypoint.details.Set(&WaypointDetails::city, RecordText(texts.city));
+  waypoint.details.Set(&WaypointDetails::state, StateText(RecordText(texts.state)));
+  waypoint.details.Set(&WaypointDetails::cc, StateText(RecordText(texts.country)));
+  return waypoint;
+}
+
+Rare<RouteLink> LinkOf(const GpxTexts& texts) {
+  Rare<RouteLink> link;
+  if (const auto subclass = SubclassOfHex(TrimSpace(texts.subclass))) link.Set(&RouteLink::subclass, *subclass);
+  return link;
+}
+
+Route RouteOf(const GpxTexts& texts) {
+  Route route;
+  route.nmbr = static_cast<std::uint8_t>(GpxRouteNumber(texts.number).value_or(0));
+  route.cmnt = RecordText(texts.name);
+  return route;
+}
+
+TrackLog TrackLogOf(const GpxTexts& texts) {
+  TrackLog log;
+  log.trk_ident = RecordText(texts.name);
+  if (const auto color = IndexIn(ColourNames, TrimSpace(texts.color))) log.color = *color;
+  return log;
+}
+
+TrackPoint TrackPointOf(const GpxTexts& texts) {
+  TrackPoint point;
+  point.alt_m = Metres(texts.ele);
+  point.dpth_m = Metres(texts.depth);
+  if (const auto seconds = SecondsOf(texts.time)) point.time = KnownGarminTime(*seconds);
+  return point;
+}
+
+}  // namespace walrim

@@ -1,0 +1,280 @@
+#include "formats/XmlSyntax.h"
+
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "formats/Messages.h"
+#include "text/NamedEncoding.h"
+#include "text/Numbers.h"
+#include "text/Scan.h"
+#include "text/Utf8.h"
+
+namespace walrim {
+namespace {
+
+using namespace format_messages;
+using namespace std::string_view_literals;
+
+constexpr std::string_view NoCharacter = "\xEF\xBF\xBD";
+
+bool IsControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\r' && c != '\n';
+}
+
+/// Whether U+FFFE or U+FFFF, which no text holds, stands at the front.
+bool IsNoncharacter(std::string_view text) {
+  return text.starts_with("\xEF\xBF\xBE") || text.starts_with("\xEF\xBF\xBF");
+}
+
+bool IsXmlCharacter(unsigned long code) {
+  if (code < 0x20) return code == '\t' || code == '\n' || code == '\r';
+  return code <= 0x10FFFF && code != 0xFFFE && code != 0xFFFF && (code < 0xD800 || code > 0xDFFF);
+}
+
+/// Whether a text, up to the semicolon, is one of the references that every XML text may use.
+bool IsKnownReference(std::string_view name) {
+  if (!Take(name, '#')) return name == "amp" || name == "lt" || name == "gt" || name == "quot" || name == "apos";
+  const int base = Take(name, 'x') ? 16 : 10;
+  unsigned long code = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), code, base);
+  return !name.empty() && error == std::errc() && end == name.data() + name.size() && IsXmlCharacter(code);
+}
+
+constexpr bool EndsName(char c) {
+  return IsSpace(c) || c == '/' || c == '>' || c == '<' || c == '"' || c == '\'' || c == '=' || c == '&';
+}
+
+std::string_view TakeName(std::string_view& text) {
+  const auto* const end = std::find_if(text.begin(), text.end(), EndsName);
+  return TakeBytes(text, static_cast<std::size_t>(end - text.begin()));
+}
+
+/// Walks the marks of a text once.
+class XmlChecker {
+ public:
+  explicit XmlChecker(std::string_view text) : text_(text), rest_(text) {}
+
+  std::optional<XmlProblem> Run() {
+    if (const std::size_t at = FindNoCharacter(); at != text_.size()) return XmlProblem{NoXmlCharacter, at};
+    while (!rest_.empty() && why_.empty())
+      Step();
+    if (why_.empty() && (level_ > 0 || !root_seen_)) Fail(NotWellFormed);
+    if (why_.empty()) return std::nullopt;
+    return XmlProblem{why_, text_.size() - rest_.size()};
+  }
+
+ private:
+  void Fail(std::string_view why) { why_ = why; }
+  /// at is a part of the text.
+  void Fail(std::string_view why, std::string_view at) {
+    why_ = why;
+    rest_ = text_.substr(static_cast<std::size_t>(at.data() - text_.data()));
+  }
+
+  [[nodiscard]] std::size_t FindNoCharacter() const {
+    for (std::size_t i = 0; i < text_.size(); ++i) {
+      if (IsControl(text_[i]) || (text_[i] == '\xEF' && IsNoncharacter(text_.substr(i)))) return i;
+    }
+    return text_.size();
+  }
+
+  void Step() {
+    if (rest_.front() != '<') return PassText();
+    if (rest_.starts_with("<!--")) return PassUntil("-->", 4);
+    if (rest_.starts_with("<?")) return PassUntil("?>", 2);
+    if (rest_.starts_with("<![CDATA[") && level_ > 0) return PassUntil("]]>", 9);
+    if (rest_.starts_with("<!DOCTYPE") && !root_seen_) return PassDoctype();
+    if (rest_.starts_with("</")) return PassEnd();
+    PassTag();
+  }
+
+  void PassUntil(std::string_view end, std::size_t from) {
+    const std::size_t at = rest_.find(end, from);
+    if (at == std::string_view::npos) return Fail(NotWellFormed);
+    rest_.remove_prefix(at + end.size());
+  }
+
+  void PassText() {
+    const std::string_view text = TakeBytes(rest_, rest_.find('<'));
+    if (level_ > 0) return static_cast<void>(ReferencesKnown(text));
+    if (const std::string_view stray = TrimSpace(text); !stray.empty()) Fail(NotWellFormed, stray);
+  }
+
+  bool ReferencesKnown(std::string_view text) {
+    for (std::size_t at = text.find('&'); at != std::string_view::npos; at = text.find('&', at + 1)) {
+      const std::size_t end = text.find(';', at);
+      if (end != std::string_view::npos && IsKnownReference(text.substr(at + 1, end - at - 1))) continue;
+      Fail(UnknownEntity, text.substr(at));
+      return false;
+    }
+    return true;
+  }
+
+  void PassDoctype() {
+    int brackets = 0;
+    for (std::size_t i = 0; i < rest_.size(); ++i) {
+      const char c = rest_[i];
+      if (rest_.substr(i).starts_with("<!ENTITY")) return Fail(EntityDeclared);
+      brackets += c == '[' ? 1 : c == ']' ? -1 : 0;
+      if (c == '>' && brackets == 0) return rest_.remove_prefix(i + 1);
+    }
+    Fail(NotWellFormed);
+  }
+
+  void PassEnd() {
+    const std::size_t end = rest_.find('>');
+    if (end == std::string_view::npos || level_ == 0) return Fail(NotWellFormed);
+    --level_;
+    rest_.remove_prefix(end + 1);
+  }
+
+  void PassTag() {
+    if (level_ == 0 && root_seen_) return Fail(NotWellFormed);
+    root_seen_ = true;
+    std::string_view tag = rest_.substr(1);
+    const std::string_view name = TakeName(tag);
+    const bool whole = !name.empty() && !IsDigit(name.front()) && PassAttributes(tag);
+    const bool closed = whole && Take(tag, '/');
+    if (!whole || !Take(tag, '>')) {
+      if (why_.empty()) Fail(NotWellFormed);
+      return;
+    }
+    if (!closed && ++level_ > MostXmlLevels) return Fail(TooDeep);
+    rest_ = tag;
+  }
+
+  /// Takes the attributes off a tag; false where one is none, or comes twice.
+  bool PassAttributes(std::string_view& tag) {
+    names_.clear();
+    for (;;) {
+      const std::size_t before = tag.size();
+      TakeSpace(tag);
+      if (tag.empty() || tag.front() == '/' || tag.front() == '>') return NamesDiffer();
+      const std::string_view name = TakeName(tag);
+      const bool separate = tag.size() + name.size() < before;
+      TakeSpace(tag);
+      if (name.empty() || !separate || !Take(tag, '=')) return false;
+      TakeSpace(tag);
+      if (tag.empty() || (tag.front() != '"' && tag.front() != '\'')) return false;
+      const char quote = TakeBytes(tag, 1).front();
+      const std::string_view value = TakeBytes(tag, tag.find(quote));
+      if (!Take(tag, quote) || value.find('<') != std::string_view::npos || !ReferencesKnown(value)) return false;
+      names_.push_back(name);
+      if (names_.size() > MostXmlAttributes) {
+        Fail(TooManyAttributes);
+        return false;
+      }
+    }
+  }
+
+  bool NamesDiffer() {
+    std::sort(names_.begin(), names_.end());
+    return std::adjacent_find(names_.begin(), names_.end()) == names_.end();
+  }
+
+  static void TakeSpace(std::string_view& text) {
+    while (!text.empty() && IsSpace(text.front()))
+      text.remove_prefix(1);
+  }
+
+  std::string_view text_;
+  std::string_view rest_;  ///< where something is wrong, from there on
+  std::string_view why_;
+  std::vector<std::string_view> names_;  ///< of the attributes of a tag
+  int level_ = 0;
+  bool root_seen_ = false;
+};
+
+/// What a text says that it is encoded in; empty where it does not.
+std::string_view DeclaredEncoding(std::string_view text) {
+  if (!text.starts_with("<?xml")) return {};
+  const std::string_view declaration = text.substr(0, text.find("?>"));
+  std::size_t at = declaration.find("encoding");
+  if (at == std::string_view::npos) return {};
+  at = declaration.find_first_of("\"'", at);
+  if (at == std::string_view::npos) return {};
+  const std::size_t end = declaration.find(declaration[at], at + 1);
+  return end == std::string_view::npos ? std::string_view() : declaration.substr(at + 1, end - at - 1);
+}
+
+}  // namespace
+
+std::optional<XmlProblem> CheckXml(std::string_view text) {
+  return XmlChecker(text).Run();
+}
+
+std::optional<std::string> DecodeXml(std::string bytes, bool known_utf8) {
+  constexpr struct {
+    std::string_view begin;
+    std::size_t mark;
+    std::string_view name;
+  } Wide[]{{"\xFF\xFE\0\0"sv, 4, "UTF-32LE"}, {"\0\0\xFE\xFF"sv, 4, "UTF-32BE"}, {"\xFF\xFE"sv, 2, "UTF-16LE"},
+           {"\xFE\xFF"sv, 2, "UTF-16BE"},     {"<\0\0\0"sv, 0, "UTF-32LE"},      {"\0\0\0<"sv, 0, "UTF-32BE"},
+           {"<\0"sv, 0, "UTF-16LE"},          {"\0<"sv, 0, "UTF-16BE"}};
+  for (const auto& [begin, mark, name] : Wide) {
+    if (bytes.starts_with(begin)) return DecodeNamed(std::string_view(bytes).substr(mark), name);
+  }
+  const std::string_view declared = DeclaredEncoding(bytes);
+  if (!known_utf8 && !declared.empty() && !SameWord(declared, "UTF-8")) return DecodeNamed(bytes, declared);
+  return IsValidUtf8(bytes) ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+std::string RootElement(std::string_view beginning) {
+  std::string text(beginning);
+  std::erase_if(text, [](char c) { return c == '\0' || c == '\xFE' || c == '\xFF'; });
+  std::string_view rest = text;
+  Take(rest, "\xEF\xBB\xBF");
+  for (rest = TrimSpace(rest); rest.starts_with("<?") || rest.starts_with("<!"); rest = TrimSpace(rest)) {
+    const std::string_view end = rest.starts_with("<!--") ? "-->" : rest.starts_with("<?") ? "?>" : ">";
+    const std::size_t at = rest.find(end);
+    if (at == std::string_view::npos) return {};
+    rest.remove_prefix(at + end.size());
+  }
+  if (!Take(rest, '<')) return {};
+  const std::string_view name = TakeUntilAny(rest, " \t\r\n/>");
+  return std::string(name.substr(name.find(':') + 1));
+}
+
+std::string XmlCharacters(std::string_view text) {
+  std::string characters;
+  while (!text.empty()) {
+    if (IsControl(text.front())) {
+      characters.append(NoCharacter);
+      text.remove_prefix(1);
+    } else if (static_cast<unsigned char>(text.front()) < 0x80) {
+      characters += text.front();
+      text.remove_prefix(1);
+    } else {
+      const bool none = IsNoncharacter(text);
+      const char32_t character = TakeCharacter(text);
+      AppendCharacter(characters, none ? U'\xFFFD' : character);
+    }
+  }
+  return characters;
+}
+
+void AppendXmlText(std::string& out, std::string_view text) {
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        out.append("&amp;");
+        break;
+      case '<':
+        out.append("&lt;");
+        break;
+      case '>':
+        out.append("&gt;");
+        break;
+      case '"':
+        out.append("&quot;");
+        break;
+      default:
+        out += c;
+    }
+  }
+}
+
+}  // namespace walrim

@@ -1,0 +1,38 @@
+// The rules of XML for texts that come from outside, and the writing of texts into it.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace walrim {
+
+/// Why and where a text is not taken as XML.
+struct XmlProblem {
+  std::string_view why;  ///< in Japanese
+  std::size_t offset = 0;
+};
+
+/// What keeps a UTF-8 text from being taken: it is not well-formed, declares or uses entities other than XML's own, or
+/// has elements that lie deeper than MostXmlLevels or have more attributes than MostXmlAttributes (a namespace is
+/// looked for among them at every element). Whether tags match, and are names, is left to whoever builds the tree.
+[[nodiscard]] std::optional<XmlProblem> CheckXml(std::string_view text);
+inline constexpr int MostXmlLevels = 100;
+inline constexpr std::size_t MostXmlAttributes = 100;
+
+/// UTF-8 of an XML text in any of the encodings that XML may be in: by its byte order mark, by its first bytes, by what
+/// it declares, else UTF-8. known_utf8 says that it is UTF-8 whatever it declares. Nothing where it is not what it
+/// says, or says what nobody knows.
+[[nodiscard]] std::optional<std::string> DecodeXml(std::string bytes, bool known_utf8);
+
+/// The local name of the first element of a text of which only the beginning may be there; empty where it is no XML.
+/// Bytes of UTF-16 will do.
+[[nodiscard]] std::string RootElement(std::string_view beginning);
+
+/// A text with U+FFFD for what no XML text may hold.
+[[nodiscard]] std::string XmlCharacters(std::string_view text);
+/// Appends a text as the content of an element or of an attribute in double quotes. XML must be able to hold it.
+void AppendXmlText(std::string& out, std::string_view text);
+
+}  // namespace walrim
