@@ -10,7 +10,7 @@ set(share ${PROJECT_SOURCE_DIR}/share)
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/walrim)
 install(FILES ${share}/walrim.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${share}/walrim.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(DIRECTORY ${share}/metainfo ${share}/bash-completion DESTINATION ${CMAKE_INSTALL_DATADIR})
+install(DIRECTORY ${share}/metainfo ${share}/bash-completion ${share}/mime DESTINATION ${CMAKE_INSTALL_DATADIR})
 install(DIRECTORY ${share}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR})
 
 # The documents that the man pages point to.
