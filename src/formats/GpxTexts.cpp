@@ -78,10 +78,6 @@ std::string MetresText(std::optional<float> metres) {
   return text.size() <= MostDigits ? text : std::string();
 }
 
-bool HasFixedWidth(WaypointType type) {
-  return type != WaypointType::D108;
-}
-
 /// D104's display modes in those of the other types; the first one, no symbol at all, is nothing that they have.
 std::uint8_t UsualDisplayMode(std::uint8_t d104) {
   constexpr std::array<std::uint8_t, 6> modes{0, 1, 2, 0, 4, 2};
@@ -191,7 +187,7 @@ Waypoint AsInFile(const Waypoint& waypoint) {
   file.unused = 0;
   for (std::string* const text : {&file.ident, &file.cmnt}) {
     *text = CapitalText(Blanked(*text));
-    if (HasFixedWidth(waypoint.type)) *text = TrimBlanks(std::string(*text));
+    if (HasFixedWidthTexts(waypoint.type)) *text = TrimBlanks(std::string(*text));
   }
   for (const auto text :
        {&WaypointDetails::facility, &WaypointDetails::city, &WaypointDetails::addr, &WaypointDetails::cross_road}) {
@@ -199,7 +195,7 @@ Waypoint AsInFile(const Waypoint& waypoint) {
   }
   for (const auto text : {&WaypointDetails::state, &WaypointDetails::cc})
     file.details.Set(text, StateText(Blanked((*waypoint.details).*text)));
-  if (!HasFixedWidth(waypoint.type)) return file;
+  if (!HasFixedWidthTexts(waypoint.type)) return file;
   if (HasSmallSymbol(waypoint)) file.smbl = LargeSymbolFor(waypoint.smbl.value_or(0));
   if (waypoint.type == WaypointType::D104) file.dspl = UsualDisplayMode(waypoint.dspl);
   if (waypoint.type == WaypointType::D107 && waypoint.color == 0) file.color = DefaultLargeColour;

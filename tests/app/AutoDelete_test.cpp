@@ -51,7 +51,7 @@ class AutoDelete : public AppTest {
 
 class AutoDeleteByType : public AutoDelete, public ::testing::WithParamInterface<FormatId> {
  protected:
-  static bool HasHeaders() { return GetParam() == FormatId::Standard || GetParam() == FormatId::Gpx; }
+  static bool HasHeaders() { return FormatOf(GetParam()).holds_all; }
 };
 
 INSTANTIATE_TEST_SUITE_P(OutputType, AutoDeleteByType,
