@@ -105,15 +105,17 @@ class GpxReader {
     return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
   }
 
+  /// Whether an attribute says what a prefix stands for.
+  static bool Declares(std::string_view attribute, std::string_view prefix) {
+    if (!Take(attribute, "xmlns")) return false;
+    return prefix.empty() ? attribute.empty() : Take(attribute, ':') && attribute == prefix;
+  }
+
   /// What a prefix stands for, by the innermost element that says it; one that none says stands for itself.
   static std::string_view NamespaceOf(pugi::xml_node node, std::string_view prefix) {
     for (; node; node = node.parent()) {
-      for (pugi::xml_attribute attribute = node.first_attribute(); attribute; attribute = attribute.next_attribute()) {
-        const char* const begin = attribute.name();
-        if (begin[0] != 'x') continue;
-        std::string_view name = begin;
-        if (!Take(name, "xmlns")) continue;
-        if (prefix.empty() ? name.empty() : Take(name, ':') && name == prefix) return attribute.value();
+      for (const pugi::xml_attribute& attribute : node.attributes()) {
+        if (Declares(attribute.name(), prefix)) return attribute.value();
       }
     }
     return prefix;

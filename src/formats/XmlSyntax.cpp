@@ -153,21 +153,23 @@ class XmlChecker {
       const std::size_t before = tag.size();
       TakeSpace(tag);
       if (tag.empty() || tag.front() == '/' || tag.front() == '>') return NamesDiffer();
-      const std::string_view name = TakeName(tag);
-      const bool separate = tag.size() + name.size() < before;
-      TakeSpace(tag);
-      if (name.empty() || !separate || !Take(tag, '=')) return false;
-      TakeSpace(tag);
-      if (tag.empty() || (tag.front() != '"' && tag.front() != '\'')) return false;
-      const char quote = TakeBytes(tag, 1).front();
-      const std::string_view value = TakeBytes(tag, tag.find(quote));
-      if (!Take(tag, quote) || value.find('<') != std::string_view::npos || !ReferencesKnown(value)) return false;
-      names_.push_back(name);
+      if (tag.size() == before || !PassAttribute(tag)) return false;
       if (names_.size() > MostXmlAttributes) {
         Fail(TooManyAttributes);
         return false;
       }
     }
+  }
+
+  bool PassAttribute(std::string_view& tag) {
+    names_.push_back(TakeName(tag));
+    TakeSpace(tag);
+    if (names_.back().empty() || !Take(tag, '=')) return false;
+    TakeSpace(tag);
+    if (tag.empty() || (tag.front() != '"' && tag.front() != '\'')) return false;
+    const char quote = TakeBytes(tag, 1).front();
+    const std::string_view value = TakeBytes(tag, tag.find(quote));
+    return Take(tag, quote) && value.find('<') == std::string_view::npos && ReferencesKnown(value);
   }
 
   bool NamesDiffer() {
