@@ -1,42 +1,24 @@
 #include "formats/PositionReader.h"
 
 #include <optional>
-#include <stdexcept>
 
 #include "formats/FieldValues.h"
 #include "formats/Messages.h"
-#include "text/Numbers.h"
 #include "text/Scan.h"
 
 namespace walrim {
-namespace {
 
 using namespace format_messages;
-
-/// Whether a text begins with a number, which is value, that fits one.
-bool BeginsWithNumber(std::string_view text, double value) {
-  text = TrimBlanks(text);
-  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
-  const std::size_t digits = text.starts_with('.') ? 1 : 0;
-  if (digits >= text.size() || !IsDigit(text[digits])) return false;
-  // What is read as 0 although other digits stand before its exponent fitted no number.
-  return value != 0 || text.find_first_of("123456789") >= text.find_first_of("eE/");
-}
-
-}  // namespace
 
 std::string_view ReadAngleText(std::string_view text, AngleNotation notation, double& degrees) {
   std::string scratch;
   const std::string_view value = PlainText(text, scratch);
   if (TrimBlanks(value).empty()) return NoPosition;
   if (value.find(',') != std::string_view::npos) return BadAngle;
-  try {
-    degrees = DegreesOfAngle(value, notation);
-  } catch (const std::out_of_range&) {
-    return BadAngle;
-  }
-  const double leading = notation == AngleNotation::D ? degrees : LeadingNumber(value);
-  return BeginsWithNumber(value, leading) ? std::string_view() : BadAngle;
+  const auto read = ReadAngle(value, notation);
+  if (!read) return BadAngle;
+  degrees = *read;
+  return {};
 }
 
 std::string_view PositionReader::Read(const PositionTexts& texts, GeoPoint& point) {

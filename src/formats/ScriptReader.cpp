@@ -75,16 +75,14 @@ class ScriptReader {
 
  private:
   struct LogPoint {
-    std::optional<GeoPoint> point;  ///< on the Tokyo datum
+    std::optional<GeoPoint> point;  ///< on the script's datum
     std::optional<std::int64_t> seconds;
   };
 
   void NextLine() { intake_.SetLine(intake_.Line() + 1); }
-  /// Takes the next position off a list, on the Tokyo datum.
-  [[nodiscard]] std::optional<GeoPoint> TakePosition(std::string_view& pos) const;
-  /// Puts a position into a record; counts it where it is off the globe.
+  /// Puts a position on the script's datum into a record; counts it where it is off the globe.
   template <typename Record>
-  [[nodiscard]] bool Place(const GeoPoint& tokyo, Record& record);
+  [[nodiscard]] bool Place(const GeoPoint& given, Record& record);
   /// A comment as the last field of a WPT+ line gives it back.
   [[nodiscard]] std::string FieldText(std::string_view text);
 
@@ -93,7 +91,7 @@ class ScriptReader {
   void TakePoint(const Statement& statement);
   /// True for a point of the open log, whose time it tells.
   [[nodiscard]] bool TakeLogPoint(const Statement& statement);
-  /// A point's texts, and its position on the Tokyo datum; nothing, and counted, where it has none.
+  /// A point's texts, and its position on the script's datum; nothing, and counted, where it has none.
   [[nodiscard]] std::optional<GeoPoint> ReadPoint(const Statement& statement, const PointTexts& texts,
                                                   Waypoint& waypoint);
   void StoreWaypoint(const Statement& statement, const PointTexts& texts);
@@ -119,18 +117,10 @@ void ScriptReader::TakeText(std::string_view text) {
   if (!comment && HasTail(text)) SkipStatement(StatementTail);
 }
 
-std::optional<GeoPoint> ScriptReader::TakePosition(std::string_view& pos) const {
-  const std::string_view lat = TrimBlanks(TakeUpTo(pos, ','));
-  const std::string_view lon = TrimBlanks(TakeUpTo(pos, ','));
-  const auto point = ReadPosition(lat, lon, AngleNotation::MPS);
-  if (!point) return std::nullopt;
-  return ConvertDatum(*point, theme_.datum, Datum::Tokyo);
-}
-
 template <typename Record>
-bool ScriptReader::Place(const GeoPoint& tokyo, Record& record) {
-  const GeoPoint rounded{Rounded(tokyo.latitude_deg), Rounded(tokyo.longitude_deg), 0};
-  const GeoPoint point = ConvertDatum(rounded, Datum::Tokyo, Datum::Wgs84);
+bool ScriptReader::Place(const GeoPoint& given, Record& record) {
+  const GeoPoint rounded{Rounded(given.latitude_deg), Rounded(given.longitude_deg), 0};
+  const GeoPoint point = ConvertDatum(rounded, theme_.datum, Datum::Wgs84);
   record.lat_deg = point.latitude_deg;
   record.lon_deg = point.longitude_deg;
   const bool placed = OnGlobe(rounded) && OnGlobe(point);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "geo/AngleNotation.h"
 #include "text/Scan.h"
 
 namespace walrim {
@@ -98,6 +99,12 @@ std::optional<Statement> ParseStatement(std::string_view text) {
     ItemScan(*row, false, statement).Run(body);
   }
   return statement;
+}
+
+std::optional<GeoPoint> TakePosition(std::string_view& pos) {
+  const std::string_view lat = TrimBlanks(TakeUpTo(pos, ','));
+  const std::string_view lon = TrimBlanks(TakeUpTo(pos, ','));
+  return ReadPosition(lat, lon, AngleNotation::MPS);
 }
 
 bool StatementSplitter::Next(std::string& statement) {

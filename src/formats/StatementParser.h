@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "formats/StatementTable.h"
+#include "geo/Datum.h"
 #include "text/TextEncoding.h"
 
 namespace walrim {
@@ -23,6 +24,11 @@ struct Statement {
 /// like a key there. So it does in a point or line that would have no key but its first. Nothing for an unknown
 /// keyword.
 [[nodiscard]] std::optional<Statement> ParseStatement(std::string_view text);
+
+/// Takes the next position off the pos of a point or a line: two angles "d/mm/ss.s", latitude first, as leniently as
+/// ReadPosition; on the datum of the script. Nothing where the two are no position on the globe; they are taken then
+/// too.
+[[nodiscard]] std::optional<GeoPoint> TakePosition(std::string_view& pos);
 
 /// Cuts a script into statements: empty lines and those that begin with "//" are passed over, the others joined up to
 /// the first that has a ";", with a "," between two lines unless the earlier one ends with one.

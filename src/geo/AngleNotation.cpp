@@ -230,7 +230,11 @@ std::optional<double> ReadAngle(std::string_view text, AngleNotation notation) {
   if (notation == AngleNotation::MPS) {
     if (const auto plain = ReadPlainMps(text)) return plain;
   }
-  if (!BeginsWithNumber(text) || std::count(text.begin(), text.end(), '/') > 2) return std::nullopt;
+  const bool too_many_parts = notation != AngleNotation::D && std::count(text.begin(), text.end(), '/') > 2;
+  if (!BeginsWithNumber(text) || too_many_parts) return std::nullopt;
+  // What is read as 0 although other digits stand before its exponent fitted no number.
+  const bool zero = LeadingNumber(text) == 0;
+  if (zero && text.find_first_of("123456789") < text.find_first_of("eE/")) return std::nullopt;
   return DegreesOfAngle(text, notation);
 }
 

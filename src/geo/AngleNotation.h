@@ -32,8 +32,8 @@ void AppendConvertedAngle(std::string& out, std::string_view value, AngleNotatio
 /// Lenient: a text without a number is 0.
 [[nodiscard]] double DegreesOfAngle(std::string_view value, AngleNotation notation);
 
-/// Decimal degrees of an angle that anybody may have written; nothing for a text that begins with no number or has too
-/// many parts. What it takes, ConvertAngle takes too.
+/// Decimal degrees of an angle that anybody may have written; nothing for a text that begins with no number, or with
+/// one that fits no double, or has too many parts. What it takes, ConvertAngle takes too.
 [[nodiscard]] std::optional<double> ReadAngle(std::string_view text, AngleNotation notation);
 /// The position of two such texts; nothing where one is no angle or the two are off the globe.
 [[nodiscard]] std::optional<GeoPoint> ReadPosition(std::string_view lat, std::string_view lon, AngleNotation notation);

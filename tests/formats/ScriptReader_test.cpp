@@ -125,9 +125,12 @@ TEST_F(ScriptReaderTest, AStepLosesTimesButNoPoint) {
 TEST_F(ScriptReaderTest, PositionsOfAThemeOnWgs84AreOnIt) {
   const std::string head = "theme str=Walrim Datum:WGS84 UTCOffset:0;\n";
   Back(head + "point oid=1,pos=34/30/0,135/15/0,str=a;\n");
-  // Through the other datum and back, whose way is off by half a metre.
-  EXPECT_NEAR(data_.Waypoints()[0].lat_deg, 34.5, 1e-5);
-  EXPECT_NEAR(data_.Waypoints()[0].lon_deg, 135.25, 1e-5);
+  EXPECT_EQ(data_.Waypoints()[0].lat_deg, 34.5);
+  EXPECT_EQ(data_.Waypoints()[0].lon_deg, 135.25);
+  // Near its edge a way through the other datum would leave the globe.
+  Back(head + "point oid=1,pos=34/30/0,180/0/0,str=a;\n");
+  ASSERT_EQ(data_.Waypoints().size(), 1U);
+  EXPECT_EQ(data_.Waypoints()[0].lon_deg, 180);
 }
 
 TEST_F(ScriptReaderTest, AThemeBehindThePointsHoldsForThemToo) {
