@@ -1,4 +1,4 @@
-// Texts from the clipboard. A point is in range, and comes back from a link that is made of it.
+// Texts from the clipboard. A point is in range, and comes back from every link that is made of it.
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -6,8 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "dialogs/GeoLink.h"
+#include "dialogs/MapPages.h"
 #include "dialogs/MapPoint.h"
-#include "text/Numbers.h"
 #include "text/Utf8.h"
 
 using namespace walrim;
@@ -21,19 +22,29 @@ void CheckPoint(const MapPoint& point) {
   }
 }
 
-void CheckLink(const MapPoint& point) {
-  const std::string pair = ShortestNumber(point.lat_deg) + "," + ShortestNumber(point.lon_deg);
-  if (pair.find('E') != std::string::npos) return;
-  const auto again = RecognizeMapPoint("geo:" + pair);
-  if (!again || again->lat_deg != point.lat_deg || again->lon_deg != point.lon_deg) std::abort();
+void CheckLink(const std::string& link, const MapPoint& point) {
+  constexpr double HalfADigit = 0.6e-8;
+  const auto again = RecognizeMapPoint(link);
+  if (!again || std::abs(again->lat_deg - point.lat_deg) > HalfADigit) std::abort();
+  if (std::abs(again->lon_deg - point.lon_deg) > HalfADigit) std::abort();
+}
+
+void CheckLinks(const MapPoint& point) {
+  const Place place{point.lat_deg, point.lon_deg, 599.0};
+  CheckLink(GeoLink(place), point);
+  for (const MapPage& page : MapPages()) {
+    if (page.write != nullptr) CheckLink(page.write(place), point);
+  }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  const auto point = RecognizeMapPoint(std::string_view(reinterpret_cast<const char*>(bytes), size));
+  const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+  const auto point = RecognizeMapPoint(text);
+  if (point && LeadsOffGlobe(text)) std::abort();
   if (!point) return 0;
   CheckPoint(*point);
-  CheckLink(*point);
+  CheckLinks(*point);
   return 0;
 }

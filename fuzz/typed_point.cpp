@@ -1,5 +1,5 @@
-// Points as people type them. The bytes choose a position to the tenth of a second and how each of its angles is
-// written; what is recognised is that position.
+// Points as people type them, and as the addresses of maps hold them. The bytes choose a position to the tenth of a
+// second and how it is written; what is recognised is that position.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -123,6 +123,48 @@ void CheckPair(const Angle& lat, const Angle& lon, Choices& choices) {
   if (point->datum != (tokyo ? Datum::Tokyo : Datum::Wgs84)) std::abort();
 }
 
+/// What stands in front of a latitude, between it and a longitude, and behind that. There, anything may follow.
+struct Address {
+  std::string_view front;
+  std::string_view between;
+  std::array<std::string_view, 3> behind;
+};
+constexpr std::array Addresses{
+    Address{"maps.gsi.go.jp/#15/", "/", {"", "/", "/&base=std"}},
+    Address{"maps.gsi.go.jp/?hc=hic#5.5/", "/", {"", "/", "&x"}},
+    Address{"www.google.com/maps/search/?api=1&query=", ",", {"", "&hl=ja", "#x"}},
+    Address{"maps.google.co.jp/maps?z=4&q=", "%2C", {"", "&hl=ja", "#x"}},
+    Address{"www.google.com/maps/@", ",", {"", ",15z", ",3a,75y/data=x"}},
+    Address{"www.google.com/maps/place/A/@1,2,3z/data=!8m2!3d", "!4d", {"", "!5", "?entry=x"}},
+    Address{"map.yahoo.co.jp/place?lat=", "&lon=", {"", "&zoom=16", "#x"}},
+    Address{"www.openstreetmap.org/?mlat=", "&mlon=", {"", "&x=1", "#map=15/1/2"}},
+    Address{"www.openstreetmap.org/#map=15/", "/", {"", "&layers=N", "/"}},
+};
+constexpr std::array<std::string_view, 3> Schemes{"https://", "http://", ""};
+constexpr std::array<std::string_view, 3> BehindGeo{"", ",599.5", ",-4;u=5;x=y"};
+
+std::string AddressText(const std::string& north, const std::string& east, Choices& choices) {
+  const auto at = static_cast<std::size_t>(choices.Below(static_cast<int>(Addresses.size()) + 1));
+  const auto behind = static_cast<std::size_t>(choices.Below(3));
+  if (at == Addresses.size()) return "geo:" + north + "," + east + std::string(BehindGeo[behind]);
+  const Address& address = Addresses[at];
+  std::string text(Schemes[static_cast<std::size_t>(choices.Below(3))]);
+  text.append(address.front).append(north).append(address.between).append(east).append(address.behind[behind]);
+  return text;
+}
+
+void CheckAddress(Angle lat, const Angle& lon, Choices& choices) {
+  const bool off_globe = choices.Below(4) == 3;
+  if (off_globe) lat.tenths += 90 * TenthsPerDegree + 1;
+  const std::string text = AddressText(Written(lat, DecimalForm, Sign::Minus, Latitude),
+                                       Written(lon, DecimalForm, Sign::Minus, Longitude), choices);
+  const auto point = RecognizeMapPoint(text);
+  if (LeadsOffGlobe(text) != off_globe || point.has_value() == off_globe) std::abort();
+  if (off_globe) return;
+  if (!Same(point->lat_deg, lat.Degrees()) || !Same(point->lon_deg, lon.Degrees())) std::abort();
+  if (point->datum != Datum::Wgs84) std::abort();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -130,5 +172,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   Angle lat{choices.Below(90 * TenthsPerDegree + 1), choices.Below(2) == 1};
   Angle lon{choices.Below(180 * TenthsPerDegree + 1), choices.Below(2) == 1};
   CheckPair(lat, lon, choices);
+  CheckAddress(lat, lon, choices);
   return 0;
 }

@@ -19,6 +19,10 @@ std::string_view PathOfLink(std::string_view link) {
   return link.substr(0, link.find_first_of("?#"));
 }
 
+bool HoldsPosition(std::string_view link) {
+  return RecognizeMapPoint(link) || LeadsOffGlobe(link);
+}
+
 }  // namespace
 
 ImportCommands::ImportCommands(ProgramState& state, const Garmin& garmin, Desktop& desktop, Dialogs* dialogs,
@@ -120,6 +124,8 @@ Outcome ImportCommands::ImportTextOrLink(const std::string& text, std::string_vi
       return ShowResult(ImportFileLink(link.link));
     case LinkScheme::Http:
     case LinkScheme::Https:
+      // The address of a map's page says where it is: nobody has to be asked.
+      if (HoldsPosition(link.link)) return ShowResult(ImportPoint(link.link));
       break;
   }
   desktop_.SetStatusCaption(std::string(link_status) + link.link);
@@ -161,6 +167,7 @@ Outcome ImportCommands::ImportPlainText(std::string_view text) {
 
 Outcome ImportCommands::ImportPoint(std::string_view text) {
   const auto point = RecognizeMapPoint(text);
+  if (LeadsOffGlobe(text)) return Refuse(messages::OffGlobe);
   if (!point || dialogs_ == nullptr) return Refuse(messages::UnsupportedText());
   ShowClip(*point, garmin_.Protocols().waypoint, clip_);
   const BusyGuard guard(state_);

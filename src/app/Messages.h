@@ -70,6 +70,8 @@ inline constexpr std::string_view StandardInput = "標準入力";
 inline constexpr std::string_view FtpRefused = "現時点ではFTPには対応していません（http://かfile://）";
 inline constexpr std::string_view NoFileLink = "file://のリンクではありません．";
 inline constexpr std::string_view NoFileName = "リンクにファイルの名前がありません．";
+inline constexpr std::string_view OffGlobe =
+    "緯度または経度が範囲外です（緯度は-90度から90度，経度は-180度から180度）．";
 inline constexpr std::string_view ImportFrom = "Import from ";
 inline constexpr std::string_view ClipFrom = "Clip From URL=";
 [[nodiscard]] std::string FileOfAnotherComputer(std::string_view host);

@@ -1,8 +1,10 @@
+#include "dialogs/GeoLink.h"
+
 #include <algorithm>
-#include <string>
+#include <array>
+#include <charconv>
 
 #include "dialogs/MapPointText.h"
-#include "text/PercentEscapes.h"
 #include "text/Scan.h"
 #include "text/Utf8.h"
 
@@ -12,32 +14,9 @@ using namespace map_point;
 
 namespace {
 
-std::optional<double> TakeSigned(std::string_view& text) {
-  const bool negative = Take(text, "-");
-  const auto number = TakeNumber(text);
-  if (!number) return std::nullopt;
-  return negative ? -Degrees(*number) : Degrees(*number);
-}
-
-struct Position {
-  double lat_deg = 0;
-  double lon_deg = 0;
-};
-
-std::optional<Position> TakePosition(std::string_view& text) {
-  const auto lat = TakeSigned(text);
-  if (!lat || !Take(text, ",")) return std::nullopt;
-  const auto lon = TakeSigned(text);
-  if (!lon) return std::nullopt;
-  return Position{*lat, *lon};
-}
-
-/// A query's value, whose "+" are blanks.
-std::string QueryText(std::string_view value) {
-  std::string text(value);
-  std::replace(text.begin(), text.end(), '+', ' ');
-  return DecodePercentEscapes(text);
-}
+/// Deeper than every sea, and higher than every balloon. A height beyond them stands for none.
+constexpr double DeepestPlace_m = -12000;
+constexpr double HighestPlace_m = 50000;
 
 /// False where a parameter changes what the position means in a way that is not known.
 bool ReadParameter(std::string_view parameter, MapPoint& point) {
@@ -48,20 +27,18 @@ bool ReadParameter(std::string_view parameter, MapPoint& point) {
   return datum.has_value();
 }
 
-/// Reads a label, or "lat,lon(label)". A link's own 0,0 stands for the latter's position, or for a place to be
-/// searched.
+/// Reads a label, or "lat,lon(label)"; false where it contradicts the link. A link's own 0,0 stands for the latter's
+/// position, or for a place to be searched.
 bool ReadLabel(const std::string& label, MapPoint& point) {
   std::string_view rest = TrimSpace(label);
-  const auto position = TakePosition(rest);
+  const auto inner = TakePosition(rest, ",");
   rest = TrimSpace(rest);
   const bool named = rest.starts_with('(') && rest.back() == ')';
   const bool placeholder = point.lat_deg == 0 && point.lon_deg == 0;
-  if (!position || !(rest.empty() || named)) {
+  if (!inner || !(rest.empty() || named)) {
     point.ident = WithoutControlCharacters(TrimSpace(label));
     return !placeholder && IsValidUtf8(point.ident);
   }
-  const auto inner = PointAt(position->lat_deg, position->lon_deg);
-  if (!inner) return false;
   if (!placeholder && (inner->lat_deg != point.lat_deg || inner->lon_deg != point.lon_deg)) return false;
   point.lat_deg = inner->lat_deg;
   point.lon_deg = inner->lon_deg;
@@ -79,6 +56,29 @@ bool ReadQuery(std::string_view query, MapPoint& point) {
 
 }  // namespace
 
+std::string LinkNumber(double number, int decimals) {
+  constexpr std::size_t Longest = 320;
+  std::array<char, Longest> digits{};
+  const auto written = std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, decimals);
+  std::string text(digits.begin(), written.ptr);
+  if (text.find('.') != std::string::npos) {
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+  }
+  return text == "-0" ? "0" : text;
+}
+
+std::string LinkPosition(const Place& place, char separator) {
+  return LinkNumber(place.lat_deg, LinkDecimals) + separator + LinkNumber(place.lon_deg, LinkDecimals);
+}
+
+std::string GeoLink(const Place& place) {
+  std::string link = "geo:" + LinkPosition(place);
+  if (place.alt_m && *place.alt_m >= DeepestPlace_m && *place.alt_m <= HighestPlace_m)
+    link += "," + LinkNumber(*place.alt_m, 1);
+  return link;
+}
+
 std::optional<MapPoint> PointOfGeoLink(std::string_view text) {
   constexpr std::string_view Scheme = "GEO:";
   if (!BeginsWithWord(text, Scheme)) return std::nullopt;
@@ -86,16 +86,14 @@ std::optional<MapPoint> PointOfGeoLink(std::string_view text) {
   if (std::any_of(link.begin(), link.end(), IsSpace)) return std::nullopt;
   std::string_view query = link;
   std::string_view path = TakeUpTo(query, '?');
-  const auto position = TakePosition(path);
-  if (!position || (Take(path, ",") && !TakeSigned(path))) return std::nullopt;
-  auto point = PointAt(position->lat_deg, position->lon_deg);
-  while (point && !path.empty()) {
+  auto point = TakePosition(path, ",");
+  if (!point || (Take(path, ",") && !TakeSigned(path))) return std::nullopt;
+  while (!path.empty()) {
     if (!Take(path, ";")) return std::nullopt;
     const std::string_view parameter = TakeUntilAny(path, ";");
     if (!ReadParameter(parameter, *point)) return std::nullopt;
   }
-  if (!point || !ReadQuery(query, *point)) return std::nullopt;
-  return point;
+  return ReadQuery(query, *point) ? point : std::nullopt;
 }
 
 }  // namespace walrim

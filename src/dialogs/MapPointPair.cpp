@@ -1,3 +1,5 @@
+#include "dialogs/MapPointPair.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string>

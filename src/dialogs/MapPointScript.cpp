@@ -1,3 +1,5 @@
+#include "dialogs/MapPointScript.h"
+
 #include <string>
 
 #include "dialogs/MapPointText.h"
@@ -9,24 +11,7 @@
 
 namespace walrim {
 
-using namespace map_point;
-
 namespace {
-
-/// An angle d/mm/ss.s as scripts write it. Their writer rounds degrees down, also below 0, and rounds seconds up to 60.
-std::optional<double> SlashedAngle(std::string_view text) {
-  text = TrimSpace(text);
-  const std::string_view start = text;
-  Take(text, '-');
-  const std::string_view whole = TakeDigits(text);
-  const std::string_view degrees = start.substr(0, start.size() - text.size());
-  if (whole.empty() || !Take(text, '/')) return std::nullopt;
-  const auto minutes = TakeNumber(text);
-  if (!minutes || !Take(text, '/')) return std::nullopt;
-  const auto seconds = TakeNumber(text);
-  if (!seconds || !text.empty()) return std::nullopt;
-  return DegreesOfParts(degrees, *minutes, *seconds, true);
-}
 
 /// Sets the texts of a point. An info "[WP]<ident><comment>" holds the whole ident, of which str may show less.
 void SetTexts(const Statement& statement, MapPoint& point) {
@@ -43,12 +28,11 @@ void SetTexts(const Statement& statement, MapPoint& point) {
 }
 
 std::optional<MapPoint> PointOfStatement(const Statement& statement) {
-  std::string_view lon_text = statement.values[ObjectKey::Pos];
-  const auto lat = SlashedAngle(TakeUpTo(lon_text, ','));
-  const auto lon = SlashedAngle(lon_text);
-  if (!lat || !lon) return std::nullopt;
-  auto point = PointAt(*lat, *lon);
-  if (point) SetTexts(statement, *point);
+  std::string_view pos = statement.values[ObjectKey::Pos];
+  const auto position = TakePosition(pos);
+  if (!position) return std::nullopt;
+  MapPoint point = map_point::PointAt(position->latitude_deg, position->longitude_deg);
+  SetTexts(statement, point);
   return point;
 }
 

@@ -1,8 +1,10 @@
 #include "dialogs/MapPointText.h"
 
+#include <algorithm>
 #include <string>
 
 #include "geo/AngleNotation.h"
+#include "text/PercentEscapes.h"
 #include "text/Scan.h"
 
 namespace walrim::map_point {
@@ -18,6 +20,20 @@ std::optional<std::string_view> TakeNumber(std::string_view& text) {
   return number;
 }
 
+std::optional<double> TakeSigned(std::string_view& text) {
+  const bool negative = Take(text, "-");
+  const auto number = TakeNumber(text);
+  if (!number) return std::nullopt;
+  return negative ? -Degrees(*number) : Degrees(*number);
+}
+
+std::optional<MapPoint> TakePosition(std::string_view& text, std::string_view separator) {
+  const auto lat_deg = TakeSigned(text);
+  if (!lat_deg || !Take(text, separator)) return std::nullopt;
+  const auto lon_deg = TakeSigned(text);
+  return lon_deg ? std::optional(PointAt(*lat_deg, *lon_deg)) : std::nullopt;
+}
+
 bool HasFraction(std::string_view number) {
   return number.find('.') != std::string_view::npos;
 }
@@ -26,21 +42,24 @@ double Degrees(std::string_view number) {
   return DegreesOfAngle(number, AngleNotation::D);
 }
 
-std::optional<double> DegreesOfParts(std::string_view degrees, std::string_view minutes, std::string_view seconds,
-                                     bool seconds_may_be_60) {
-  if (HasFraction(degrees) || degrees.size() > MostDigits || Degrees(minutes) >= 60) return std::nullopt;
-  const double seconds_value = Degrees(seconds);
-  if (seconds_value > 60 || (seconds_value == 60 && !seconds_may_be_60)) return std::nullopt;
+std::optional<double> DegreesOfParts(std::string_view degrees, std::string_view minutes, std::string_view seconds) {
+  if (HasFraction(degrees) || degrees.size() > MostDigits) return std::nullopt;
+  if (Degrees(minutes) >= 60 || Degrees(seconds) >= 60) return std::nullopt;
   const std::string parts = std::string(degrees).append("/").append(minutes).append("/").append(seconds);
   return DegreesOfAngle(parts, AngleNotation::MPS);
 }
 
-std::optional<MapPoint> PointAt(double lat_deg, double lon_deg) {
-  if (!OnGlobe({lat_deg, lon_deg, 0})) return std::nullopt;
+MapPoint PointAt(double lat_deg, double lon_deg) {
   MapPoint point;
   point.lat_deg = lat_deg;
   point.lon_deg = lon_deg;
   return point;
+}
+
+std::string QueryText(std::string_view value) {
+  std::string text(value);
+  std::replace(text.begin(), text.end(), '+', ' ');
+  return DecodePercentEscapes(text);
 }
 
 }  // namespace walrim::map_point

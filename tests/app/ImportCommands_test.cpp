@@ -559,6 +559,46 @@ TEST_F(MapPoints, ThePointIsTakenFromAStatementALinkAndAPairOfAngles) {
   EXPECT_NEAR(Data().Waypoints().at(1).lat_deg, 35.6252, 0.00001);
 }
 
+TEST_F(MapPoints, TheAddressOfAMapsPageIsAPointHoweverItComesAndNothingIsFetched) {
+  for (const char* address :
+       {"https://maps.gsi.go.jp/#15/35.6252/139.2437/&base=std",
+        "http://www.google.com/maps/search/?api=1&query=35.6252,139.2437", "www.google.com/maps/@35.6252,139.2437,15z",
+        "https://map.yahoo.co.jp/place?lat=35.6252&lon=139.2437&zoom=16",
+        "https://www.openstreetmap.org/?mlat=35.6252&mlon=139.2437#map=15/35.6/139.2",
+        "geo:35.6252,139.2437,599;u=5"}) {
+    Data() = {};
+    desktop.clipboard = address;
+    EXPECT_EQ(main.Imports().Paste(), Outcome::Done) << address;
+    EXPECT_EQ(main.Imports().ImportTyped(address), Outcome::Done) << address;
+    EXPECT_EQ(main.External().TakeDrop({}, address), Outcome::Done) << address;
+    ASSERT_EQ(Data().Waypoints().size(), 3U) << address;
+    for (const Waypoint& waypoint : Data().Waypoints()) {
+      EXPECT_EQ(waypoint.lat_deg, 35.6252) << address;
+      EXPECT_EQ(waypoint.lon_deg, 139.2437) << address;
+    }
+  }
+  EXPECT_EQ(inet.links, Strings{});
+  EXPECT_EQ(desktop.messages, Strings{});
+}
+
+TEST_F(MapPoints, APageWithoutAPositionIsFetched) {
+  inet.answer.bytes = Cases[0].text;
+  EXPECT_EQ(main.Imports().ImportTyped("https://maps.gsi.go.jp/a.grc"), Outcome::Done);
+  EXPECT_EQ(main.Imports().ImportTyped("https://www.google.com/maps/search/?api=1&query=Takao"), Outcome::Done);
+  EXPECT_EQ(inet.links,
+            (Strings{"https://maps.gsi.go.jp/a.grc", "https://www.google.com/maps/search/?api=1&query=Takao"}));
+  EXPECT_EQ(dialogs.clip_shown, 0);
+}
+
+TEST_F(MapPoints, APositionOffTheGlobeIsRefusedWithWords) {
+  for (const char* text : {"https://maps.gsi.go.jp/#15/139.2437/35.6252/", "geo:35.6252,189.2437", "139.2437, 35.6252"})
+    EXPECT_EQ(main.Imports().ImportTyped(text), Outcome::Refused) << text;
+  EXPECT_EQ(desktop.messages, Strings(3, std::string(messages::OffGlobe)));
+  EXPECT_EQ(inet.links, Strings{});
+  EXPECT_EQ(dialogs.clip_shown, 0);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
+}
+
 TEST_F(MapPoints, WhatTheDialogDoesNotAskForIsUnknownAsForAPointFromAFile) {
   desktop.clipboard = "35.6252, 139.2437";
   ASSERT_EQ(main.Imports().Paste(), Outcome::Done);

@@ -80,6 +80,7 @@ TEST(AppMessages, OfReadingAreWordedSo) {
   EXPECT_EQ(FtpRefused, "現時点ではFTPには対応していません（http://かfile://）");
   EXPECT_EQ(NoFileLink, "file://のリンクではありません．");
   EXPECT_EQ(NoFileName, "リンクにファイルの名前がありません．");
+  EXPECT_EQ(OffGlobe, "緯度または経度が範囲外です（緯度は-90度から90度，経度は-180度から180度）．");
   EXPECT_EQ(ImportFrom, "Import from ");
   EXPECT_EQ(ClipFrom, "Clip From URL=");
   EXPECT_EQ(FileOfAnotherComputer("pc"), "ほかのコンピュータ（pc）のファイルは読み込めません．");

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "formats/Format.h"
+
 namespace walrim {
 namespace {
 
@@ -244,20 +246,55 @@ TEST(MapPointScript, SecondsMayBeRoundedUpTo60AndDegreesAreRoundedDown) {
   ExpectPoint("point pos=-34/30/00.0,-1/45/00.0;", -33.5, -0.25, Datum::Tokyo);
 }
 
+/// The waypoint of a script that is a file.
+std::optional<Waypoint> WaypointOfFile(const std::string& script) {
+  DataSet data;
+  LineSource lines(script, TextEncoding::Utf8);
+  static_cast<void>(FormatOf(FormatId::Script).read(lines, data, {}));
+  return data.Waypoints().empty() ? std::nullopt : std::optional(data.Waypoints().front());
+}
+
+TEST(MapPointScript, APositionIsReadAsInAFile) {
+  struct Written {
+    std::string pos;
+    double lat_deg;
+    double lon_deg;
+  };
+  constexpr double Second = 1.0 / 3600;
+  for (const auto& [pos, lat_deg, lon_deg] : std::vector<Written>{{"35/37/30.7,139/14/37.3", TakaoLat, TakaoLon},
+                                                                  {"35/37,139/14", 35 + 37 / 60.0, 139 + 14 / 60.0},
+                                                                  {"35/60/0,139/0/0", 36, 139},
+                                                                  {"35/0/60.1,139/0/0", 35 + 60.1 * Second, 139},
+                                                                  {"35/0/0,139/0/0,1", 35, 139},
+                                                                  {"35/0/0,139/0/0,36/0/0,140/0/0", 35, 139},
+                                                                  {"35.5/0/0,139/0/0", 35.5, 139},
+                                                                  {"35/30/0N,139/30/0E", 35.5, 139.5},
+                                                                  {"+35/30/0,139/30/0", 35.5, 139.5}}) {
+    const std::string script = "georef system=WGS84;point oid=1,pos=" + pos + ",str=A;";
+    ExpectPoint(script, lat_deg, lon_deg, Datum::Wgs84);
+    const auto waypoint = WaypointOfFile("georef system=WGS84;\npoint oid=1,pos=" + pos + ",str=A;\n");
+    ASSERT_TRUE(waypoint) << pos;
+    EXPECT_NEAR(waypoint->lat_deg, lat_deg, OneUlp) << pos;
+    EXPECT_NEAR(waypoint->lon_deg, lon_deg, OneUlp) << pos;
+  }
+}
+
 TEST(MapPointScript, PositionsThatAreNoneAreRefused) {
   ExpectPoint("point oid=1 pos=35/37/30.7,139/14/37.3;", TakaoLat, TakaoLon, Datum::Tokyo);
-  for (const char* pos :
-       {"", "35/37/30.7", "35/37/30.7,", ",139/14/37.3", "35.6252,139.2437", "35/37,139/14", "35/37/30.7,139/14/37.3,1",
-        "35/37/30.7,139/14/37.3,35/0/0,139/0/0", "35/60/0,139/0/0", "35/0/60.1,139/0/0", "91/0/0,139/0/0",
-        "35/0/0,181/0/0", "90/0/0.1,139/0/0", "35/37/30.7/1,139/14/37.3", "35.5/0/0,139/0/0", "35/-1/0,139/0/0",
-        "a/b/c,d/e/f", "35/37/30.7;139/14/37.3"})
-    ExpectNone("point oid=1 pos=" + std::string(pos) + ";");
+  for (const std::string& pos :
+       {std::string(), std::string("35/37/30.7"), std::string("35/37/30.7, "), std::string(",139/14/37.3"),
+        std::string("91/0/0,139/0/0"), std::string("35/0/0,181/0/0"), std::string("90/0/0.1,139/0/0"),
+        std::string("35/37/30.7/1,139/14/37.3"), std::string("a/b/c,d/e/f"), std::string("--35/0/0,139/0/0"),
+        "1" + std::string(400, '0') + "/0/0,139/0/0"}) {
+    ExpectNone("point oid=1 pos=" + pos + ";");
+    EXPECT_FALSE(WaypointOfFile("point oid=1 pos=" + pos + ";\n")) << pos;
+  }
+  ExpectNone("point oid=1 pos=35/37/30.7;139/14/37.3;");
   ExpectNone("point;");
   ExpectNone("point oid=1;");
   ExpectNone("point 35/37/30.7,139/14/37.3;");
   ExpectNone("point pos=35/0/0,139/0/0 pos=36/0/0,140/0/0;");
   ExpectNone("points pos=35/0/0,139/0/0;");
-  ExpectNone("point pos=1" + std::string(400, '0') + "/0/0,139/0/0;");
 }
 
 TEST(MapPoint, BytesThatAreNoUtf8AreNoPoint) {
@@ -295,7 +332,7 @@ TEST(MapPoint, EveryShorterTextIsReadOrRefused) {
   for (const auto& [text, points] : std::vector<Growing>{
            {"北緯35度37分30.7秒 東経139度14分37.3秒 (日本測地系)", 6},
            {"geo:35.6252,139.2437,5;crs=wgs84;u=5?q=a%20b", 24},
-           {Point + "\r\n\t\t\t\tstr=TAKAO\r\n\t\t\t\tinfo=[WP]<TAKAO><x>; georef system=WGS84;", 56}}) {
+           {Point + "\r\n\t\t\t\tstr=TAKAO\r\n\t\t\t\tinfo=[WP]<TAKAO><x>; georef system=WGS84;", 67}}) {
     EXPECT_TRUE(RecognizeMapPoint(text)) << text;
     int found = 0;
     for (std::size_t size = 0; size < text.size(); ++size) {
