@@ -70,23 +70,33 @@ class NameList {
   std::string joined_;
 };
 
+/// The line of an offset in a text, from 1.
+int LineAt(std::string_view text, std::size_t offset) {
+  return static_cast<int>(std::ranges::count(text.substr(0, offset), '\n')) + 1;
+}
+
 /// Line and character of the line that stand at an offset, from 1.
 std::string PlaceText(const XmlProblem& problem, std::string_view text) {
   const std::string_view before = text.substr(0, problem.offset);
   const std::string_view line = before.substr(before.rfind('\n') + 1);
   const auto is_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
-  return AtPlace(problem.why, static_cast<int>(std::ranges::count(before, '\n')) + 1,
+  return AtPlace(problem.why, LineAt(text, problem.offset),
                  static_cast<int>(std::ranges::count_if(line, is_character)) + 1);
 }
 
 class GpxReader {
  public:
-  GpxReader(std::string_view text, DataSet& data) : text_(text), data_(data), intake_(data) {}
+  GpxReader(const pugi::xml_node& root, bool inner_namespaces, DataSet& data)
+      : root_(root),
+        inner_namespaces_(inner_namespaces),
+        namespace_(NamespaceOf(root, PrefixOf(root.name()))),
+        data_(data),
+        intake_(data) {}
 
-  ImportResult Run(const pugi::xml_node& root) {
-    namespace_ = NamespaceOf(root, PrefixOf(root));
-    NoteRouteNumbers(root);
-    for (const pugi::xml_node& node : root) {
+  /// The lines of the account are offsets in the text.
+  ImportResult Run() {
+    NoteRouteNumbers();
+    for (pugi::xml_node node = root_.first_child(); node; node = node.next_sibling()) {
       const ElementName name = NameOf(node);
       if (name.owner != Owner::Gpx) continue;
       if (name.local == "wpt") ReadWaypoint(node);
@@ -99,8 +109,7 @@ class GpxReader {
  private:
   // ---- Names
 
-  static std::string_view PrefixOf(const pugi::xml_node& node) {
-    const std::string_view name = node.name();
+  static std::string_view PrefixOf(std::string_view name) {
     const std::size_t colon = name.find(':');
     return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
   }
@@ -121,22 +130,36 @@ class GpxReader {
     return prefix;
   }
 
-  [[nodiscard]] ElementName NameOf(const pugi::xml_node& node) const {
-    if (node.type() != pugi::node_element) return {Owner::Other, {}};
-    const std::string_view prefix = PrefixOf(node);
-    std::string_view local = node.name();
-    local.remove_prefix(prefix.empty() ? 0 : prefix.size() + 1);
-    const std::string_view owner = NamespaceOf(node, prefix);
-    if (owner == namespace_) return {Owner::Gpx, local};
-    if (owner.starts_with(GpxxNamespace)) return {Owner::Garmin, local};
-    return {owner == WalrimNamespace ? Owner::Walrim : Owner::Other, local};
+  [[nodiscard]] Owner OwnerOf(std::string_view name_space) const {
+    if (name_space == namespace_) return Owner::Gpx;
+    if (name_space.starts_with(GpxxNamespace)) return Owner::Garmin;
+    return name_space == WalrimNamespace ? Owner::Walrim : Owner::Other;
+  }
+
+  /// Whose a prefix is at an element. Where the root alone says it, it is looked for once.
+  Owner OwnerAt(const pugi::xml_node& node, std::string_view prefix) {
+    if (inner_namespaces_) return OwnerOf(NamespaceOf(node, prefix));
+    for (const auto& [known, owner] : prefixes_) {
+      if (known == prefix) return owner;
+    }
+    return prefixes_.emplace_back(prefix, OwnerOf(NamespaceOf(root_, prefix))).second;
+  }
+
+  /// What is no element has no name.
+  ElementName NameOf(const pugi::xml_node& node) {
+    std::string_view name = node.name();
+    if (name.empty()) return {Owner::Other, {}};
+    const std::string_view prefix = PrefixOf(name);
+    name.remove_prefix(prefix.empty() ? 0 : prefix.size() + 1);
+    return {OwnerAt(node, prefix), name};
   }
 
   // ---- Texts
 
+  /// The tree holds the first text of an element as its value.
   static std::string TextOf(const pugi::xml_node& node) {
-    std::string text;
-    for (const pugi::xml_node& part : node) {
+    std::string text = node.value();
+    for (pugi::xml_node part = node.first_child(); part; part = part.next_sibling()) {
       if (part.type() == pugi::node_pcdata || part.type() == pugi::node_cdata) text.append(part.value());
     }
     return text;
@@ -145,15 +168,14 @@ class GpxReader {
   template <std::size_t Count>
   static void TakeText(const std::array<TextElement, Count>& elements, std::string_view name,
                        const pugi::xml_node& node, GpxTexts& texts) {
-    for (const TextElement& element : elements) {
-      // The first of several counts.
-      if (element.name == name && (texts.*element.text).empty()) texts.*element.text = TextOf(node);
-    }
+    const auto element = std::ranges::find(elements, name, &TextElement::name);
+    // The first of several counts.
+    if (element != elements.end() && (texts.*element->text).empty()) texts.*element->text = TextOf(node);
   }
 
   /// What a record's element holds; the program's own element, where there is one, goes to own.
-  void Collect(const pugi::xml_node& record, GpxTexts& texts, pugi::xml_node& own) const {
-    for (const pugi::xml_node& node : record) {
+  void Collect(const pugi::xml_node& record, GpxTexts& texts, pugi::xml_node& own) {
+    for (pugi::xml_node node = record.first_child(); node; node = node.next_sibling()) {
       const ElementName name = NameOf(node);
       switch (name.owner) {
         case Owner::Gpx:
@@ -181,15 +203,8 @@ class GpxReader {
 
   // ---- Points
 
-  /// The line of an element. Elements are asked for in their order.
-  int LineOf(const pugi::xml_node& node) {
-    const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(node.offset_debug(), 0));
-    if (offset <= line_offset_) return line_;
-    const std::string_view passed = text_.substr(line_offset_, offset - line_offset_);
-    line_ += static_cast<int>(std::ranges::count(passed, '\n'));
-    line_offset_ = offset;
-    return line_;
-  }
+  /// What comes next is an element's.
+  void At(const pugi::xml_node& node) { intake_.SetLine(static_cast<int>(node.offset_debug())); }
 
   bool ReadPosition(const pugi::xml_node& node, GeoPoint& position) {
     const std::string_view lat = node.attribute("lat").value();
@@ -219,7 +234,7 @@ class GpxReader {
   }
 
   void ReadWaypoint(const pugi::xml_node& node) {
-    intake_.SetLine(LineOf(node));
+    At(node);
     ++point_number_;
     GeoPoint position;
     if (!ReadPosition(node, position)) return;
@@ -236,12 +251,12 @@ class GpxReader {
   // ---- Routes
 
   /// The numbers that routes have, so that none without one gets the number of a later one.
-  void NoteRouteNumbers(const pugi::xml_node& root) {
+  void NoteRouteNumbers() {
     for (const Route& route : data_.Routes())
       used_numbers_.set(route.nmbr);
-    for (const pugi::xml_node& node : root) {
+    for (pugi::xml_node node = root_.first_child(); node; node = node.next_sibling()) {
       if (const ElementName name = NameOf(node); name.owner != Owner::Gpx || name.local != "rte") continue;
-      for (const pugi::xml_node& child : node) {
+      for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
         const ElementName name = NameOf(child);
         if (name.owner != Owner::Gpx || name.local != "number") continue;
         if (const auto number = GpxRouteNumber(TextOf(child))) used_numbers_.set(static_cast<std::size_t>(*number));
@@ -260,7 +275,7 @@ class GpxReader {
   }
 
   void ReadRoute(const pugi::xml_node& node) {
-    intake_.SetLine(LineOf(node));
+    At(node);
     GpxTexts texts;
     pugi::xml_node own;
     Collect(node, texts, own);
@@ -276,9 +291,9 @@ class GpxReader {
   /// header is the route's, for what goes on in another one.
   void ReadRoutePoints(const pugi::xml_node& node, const Route& header, std::size_t most) {
     bool split = false;
-    for (const pugi::xml_node& child : node) {
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
       if (const ElementName name = NameOf(child); name.owner != Owner::Gpx || name.local != "rtept") continue;
-      intake_.SetLine(LineOf(child));
+      At(child);
       ++point_number_;
       if (!intake_.TakesRoutePoint()) continue;
       RoutePoint point;
@@ -318,7 +333,7 @@ class GpxReader {
   // ---- Logs
 
   void ReadLog(const pugi::xml_node& node) {
-    intake_.SetLine(LineOf(node));
+    At(node);
     GpxTexts texts;
     pugi::xml_node own;
     Collect(node, texts, own);
@@ -330,7 +345,7 @@ class GpxReader {
       intake_.Begin(log);
       begun = true;
     }
-    for (const pugi::xml_node& child : node) {
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
       if (const ElementName name = NameOf(child); name.owner == Owner::Gpx && name.local == "trkseg") {
         ReadSegment(child, log, begun);
       }
@@ -339,9 +354,9 @@ class GpxReader {
 
   void ReadSegment(const pugi::xml_node& node, const TrackLog& log, bool& begun) {
     bool first = true;
-    for (const pugi::xml_node& child : node) {
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
       if (const ElementName name = NameOf(child); name.owner != Owner::Gpx || name.local != "trkpt") continue;
-      intake_.SetLine(LineOf(child));
+      At(child);
       TrackPoint point;
       if (!ReadTrackPoint(child, first, point)) continue;
       first = false;
@@ -374,12 +389,12 @@ class GpxReader {
     return account;
   }
 
-  std::string_view text_;
+  pugi::xml_node root_;
+  bool inner_namespaces_;
+  std::string_view namespace_;                                ///< that of GPX in this file
+  std::vector<std::pair<std::string_view, Owner>> prefixes_;  ///< the root's, as they are met
   DataSet& data_;
   RecordIntake intake_;
-  std::string_view namespace_;  ///< that of GPX in this file
-  std::size_t line_offset_ = 0;
-  int line_ = 1;
   int point_number_ = 0;  ///< of the last waypoint or route point in the file, from 1
   int split_routes_ = 0;
   std::bitset<256> used_numbers_;
@@ -404,9 +419,11 @@ ImportResult ReadGpx(LineSource& lines, DataSet& data, const ReadSettings& /*set
   if (bytes.size() > MostGpxBytes) return Refused(std::string(TooLarge));
   const auto text = DecodeXml(std::move(bytes), lines.Encoding() == TextEncoding::Utf8);
   if (!text) return Refused(std::string(UnreadEncoding));
-  if (const auto problem = CheckXml(*text)) return Refused(PlaceText(*problem, *text));
+  const XmlFindings findings = CheckXml(*text);
+  if (findings.problem) return Refused(PlaceText(*findings.problem, *text));
   pugi::xml_document document;
-  const auto parsed = document.load_buffer(text->data(), text->size(), pugi::parse_default, pugi::encoding_utf8);
+  const auto parsed = document.load_buffer(text->data(), text->size(), pugi::parse_default | pugi::parse_embed_pcdata,
+                                           pugi::encoding_utf8);
   if (!parsed) {
     // The tree's builder stops somewhere in the tag that it cannot use.
     const std::size_t tag = text->rfind('<', static_cast<std::size_t>(parsed.offset));
@@ -414,7 +431,11 @@ ImportResult ReadGpx(LineSource& lines, DataSet& data, const ReadSettings& /*set
   }
   const pugi::xml_node root = document.document_element();
   if (!IsGpx("<" + std::string(root.name()))) return Refused(std::string(NoGpx));
-  return GpxReader(*text, data).Run(root);
+  ImportResult result = GpxReader(root, findings.inner_namespaces, data).Run();
+  for (LineCount* const lines_of : {&result.skipped, &result.unread_time}) {
+    if (lines_of->count > 0) lines_of->first_line = LineAt(*text, static_cast<std::size_t>(lines_of->first_line));
+  }
+  return result;
 }
 
 }  // namespace walrim

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <limits>
 #include <system_error>
@@ -50,20 +51,24 @@ std::string Blanked(std::string_view text) {
 
 /// A record's text as an element can hold it.
 std::string ElementText(std::string_view text) {
-  return XmlCharacters(TrimBlanks(Blanked(text)));
+  return text.empty() ? std::string() : XmlCharacters(TrimBlanks(Blanked(text)));
 }
 
 /// The text of an element as records hold it.
 std::string RecordText(std::string_view text) {
-  return CapitalText(WithoutControlCharacters(TrimSpace(text)));
+  return text.empty() ? std::string() : CapitalText(WithoutControlCharacters(TrimSpace(text)));
 }
 
+/// Plain digits, the fewest that read back as the same value; false where they are more than MostDigits.
 template <typename Number>
-std::string Digits(Number value) {
-  std::array<char, 400> buffer{};
+bool AppendDigits(std::string& out, Number value) {
+  std::array<char, MostDigits> buffer;
   // Adding 0 takes the sign off a zero.
-  return {buffer.data(),
-          std::to_chars(buffer.data(), buffer.data() + buffer.size(), value + Number(0), std::chars_format::fixed).ptr};
+  const auto [end, error] =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value + Number(0), std::chars_format::fixed);
+  if (error != std::errc()) return false;
+  out.append(buffer.data(), end);
+  return true;
 }
 
 std::optional<float> Metres(std::string_view text) {
@@ -74,8 +79,9 @@ std::optional<float> Metres(std::string_view text) {
 }
 
 std::string MetresText(std::optional<float> metres) {
-  const std::string text = metres ? GpxDecimal(*metres) : std::string();
-  return text.size() <= MostDigits ? text : std::string();
+  std::string text;
+  if (metres) AppendDigits(text, *metres);
+  return text;
 }
 
 /// D104's display modes in those of the other types; the first one, no symbol at all, is nothing that they have.
@@ -97,8 +103,21 @@ std::optional<std::int64_t> ZoneSeconds(std::string_view zone) {
   return west ? -seconds : seconds;
 }
 
+/// The seconds of a time as nearly all programs write it; nothing for another text.
+std::optional<std::int64_t> SecondsOfUsual(std::string_view text) {
+  constexpr std::string_view Form = "0000-00-00T00:00:00Z";
+  const auto fits = [](char form, char c) { return form == '0' ? IsDigit(c) : form == c; };
+  if (!std::equal(Form.begin(), Form.end(), text.begin(), text.end(), fits)) return std::nullopt;
+  const auto two = [text](std::size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); };
+  const CivilTime time{two(0) * 100 + two(2), two(5), two(8), two(11), two(14), two(17)};
+  const std::chrono::year_month_day date = std::chrono::year(time.year) / time.month / time.day;
+  if (!date.ok() || time.hour > 23 || time.minute > 59 || time.second > 59) return std::nullopt;
+  return SecondsSinceGarminEpoch(time);
+}
+
 /// Seconds from the receivers' epoch; fractions are cut off.
 std::optional<std::int64_t> SecondsOf(std::string_view text) {
+  if (const auto usual = SecondsOfUsual(text)) return usual;
   text = TrimSpace(text);
   const std::size_t t = std::min(text.find_first_of("Tt "), text.size());
   const std::string_view date = TakeBytes(text, t);
@@ -114,8 +133,8 @@ std::optional<std::int64_t> SecondsOf(std::string_view text) {
 std::string TimeText(std::optional<GarminSeconds> time) {
   if (!time) return {};
   std::string text = DateTimeText(CivilFromGarminSeconds(*time));
-  std::replace(text.begin(), text.end(), '/', '-');
-  std::replace(text.begin(), text.end(), ' ', 'T');
+  text[4] = text[7] = '-';
+  text[10] = 'T';
   return text + 'Z';
 }
 
@@ -132,19 +151,19 @@ std::optional<double> GpxNumber(std::string_view text) {
   return value;
 }
 
-std::string GpxAngle(double deg) {
-  if (deg == 180) return "-180";
-  std::string text = Digits(deg);
-  if (text.size() <= MostDigits) return text;
+void AppendGpxAngle(std::string& out, double deg) {
+  if (deg == 180) deg = -180;
+  if (AppendDigits(out, deg)) return;
   constexpr int Decimals = 15;
-  std::array<char, 24> buffer{};
-  const auto rounded =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), deg, std::chars_format::fixed, Decimals);
-  return {buffer.data(), rounded.ptr};
+  std::array<char, MostDigits> buffer;
+  out.append(buffer.data(),
+             std::to_chars(buffer.data(), buffer.data() + buffer.size(), deg, std::chars_format::fixed, Decimals).ptr);
 }
 
-std::string GpxDecimal(float value) {
-  return Digits(value);
+std::string GpxAngle(double deg) {
+  std::string text;
+  AppendGpxAngle(text, deg);
+  return text;
 }
 
 std::optional<int> GpxRouteNumber(std::string_view text) {
@@ -222,8 +241,7 @@ TrackLog AsInFile(const TrackLog& log) {
 
 // ---- Records as texts
 
-GpxTexts GpxTextsOf(const Waypoint& waypoint) {
-  const Waypoint usual = AsInFile(waypoint);
+GpxTexts GpxTextsOf(const Waypoint& waypoint, const Waypoint& usual) {
   const WaypointDetails& details = *waypoint.details;
   GpxTexts texts;
   texts.ele = MetresText(waypoint.alt_m);
@@ -232,19 +250,13 @@ GpxTexts GpxTextsOf(const Waypoint& waypoint) {
   // What a file says to be one of the 16 keeps its number there, and shows its picture here.
   const bool small = waypoint.symbol_set == SymbolSet::Small;
   if (usual.smbl) texts.sym = GpxSymbolName(small ? LargeSymbolFor(*usual.smbl) : *usual.smbl);
-  if (usual.dist_m > 0) texts.proximity = GpxDecimal(usual.dist_m);
+  if (usual.dist_m > 0) texts.proximity = MetresText(usual.dist_m);
   texts.depth = MetresText(waypoint.dpth_m);
   texts.display_mode = NameIn(DisplayModeNames, usual.dspl);
   texts.street = ElementText(details.addr);
   texts.city = ElementText(details.city);
   texts.state = ElementText(details.state);
   texts.country = ElementText(details.cc);
-  return texts;
-}
-
-GpxTexts GpxTextsOf(const RoutePoint& point) {
-  GpxTexts texts = GpxTextsOf(point.waypoint);
-  if (point.link->subclass != NoSubclass) texts.subclass = HexText(point.link->subclass);
   return texts;
 }
 

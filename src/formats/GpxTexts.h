@@ -41,8 +41,8 @@ struct GpxTexts {
   std::string color;     ///< of a log
 };
 
-[[nodiscard]] GpxTexts GpxTextsOf(const Waypoint& waypoint);
-[[nodiscard]] GpxTexts GpxTextsOf(const RoutePoint& point);
+/// file is the record that a standard file holds of it.
+[[nodiscard]] GpxTexts GpxTextsOf(const Waypoint& waypoint, const Waypoint& file);
 /// The header alone.
 [[nodiscard]] GpxTexts GpxTextsOf(const Route& route);
 [[nodiscard]] GpxTexts GpxTextsOf(const TrackLog& log);
@@ -63,10 +63,10 @@ struct GpxTexts {
 [[nodiscard]] bool IsGpxTime(std::string_view text);
 /// A decimal number alone, within what a double holds.
 [[nodiscard]] std::optional<double> GpxNumber(std::string_view text);
-/// Plain digits without an exponent, the fewest that read back as the same value.
-[[nodiscard]] std::string GpxDecimal(float value);
-/// The same of a latitude or longitude in degrees. Longitude 180, which GPX has not, is -180, and one with more digits
-/// than programs need to take (it is less than a millimetre from 0) is rounded.
+/// Plain digits without an exponent, the fewest that read back as the same latitude or longitude in degrees. Longitude
+/// 180, which GPX has not, is -180, and one with more digits than programs need to take (it is less than a millimetre
+/// from 0) is rounded.
+void AppendGpxAngle(std::string& out, double deg);
 [[nodiscard]] std::string GpxAngle(double deg);
 
 /// Two hexadecimal digits a byte.

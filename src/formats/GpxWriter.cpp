@@ -52,7 +52,13 @@ class XmlLines {
   explicit XmlLines(TextOutput& out) : out_(out) {}
 
   void Begin(std::string_view name, std::string_view attributes = {}) {
-    Indent().append("<").append(name).append(attributes).append(">");
+    BeginTag(name).append(attributes);
+    EndTag();
+  }
+  /// The attributes are to be appended to what is returned.
+  std::string& BeginTag(std::string_view name) { return Indent().append("<").append(name); }
+  void EndTag() {
+    out_.Line() += '>';
     EndLine();
     ++level_;
   }
@@ -153,7 +159,11 @@ class GpxWriter {
       ++report_.skipped;
       return false;
     }
-    xml_.Begin(name, " lat=\"" + GpxAngle(point.lat_deg) + "\" lon=\"" + GpxAngle(point.lon_deg) + "\"");
+    std::string& tag = xml_.BeginTag(name).append(" lat=\"");
+    AppendGpxAngle(tag, point.lat_deg);
+    AppendGpxAngle(tag.append("\" lon=\""), point.lon_deg);
+    tag += '"';
+    xml_.EndTag();
     return true;
   }
 
@@ -173,16 +183,18 @@ class GpxWriter {
 
   void Write(const Waypoint& waypoint) {
     if (!BeginPoint("wpt", waypoint)) return;
-    const GpxTexts texts = GpxTextsOf(waypoint);
-    const std::string attributes = ColumnAttributes(AsInFile(waypoint), ReadBack(texts, waypoint));
+    const Waypoint file = AsInFile(waypoint);
+    const GpxTexts texts = GpxTextsOf(waypoint, file);
+    const std::string attributes = ColumnAttributes(file, ReadBack(texts, waypoint));
     WriteContents(texts, "walrim:waypoint", attributes);
     xml_.End("wpt");
   }
 
   void Write(const RoutePoint& point) {
     if (!BeginPoint("rtept", point.waypoint)) return;
-    const GpxTexts texts = GpxTextsOf(point);
     const RoutePoint file{AsInFile(point.waypoint), point.link};
+    GpxTexts texts = GpxTextsOf(point.waypoint, file.waypoint);
+    if (point.link->subclass != NoSubclass) texts.subclass = HexText(point.link->subclass);
     const RoutePoint back{ReadBack(texts, point.waypoint), LinkOf(texts)};
     WriteContents(texts, "walrim:waypoint", ColumnAttributes(file, back));
     xml_.End("rtept");
@@ -203,10 +215,10 @@ class GpxWriter {
   }
 
   [[nodiscard]] static bool HasAddress(const GpxTexts& texts) {
-    return !(texts.street + texts.city + texts.state + texts.country).empty();
+    return !(texts.street.empty() && texts.city.empty() && texts.state.empty() && texts.country.empty());
   }
   [[nodiscard]] static bool HasExtension(const GpxTexts& texts) {
-    return HasAddress(texts) || !(texts.proximity + texts.depth + texts.display_mode).empty();
+    return HasAddress(texts) || !(texts.proximity.empty() && texts.depth.empty() && texts.display_mode.empty());
   }
 
   void WriteExtension(const GpxTexts& texts) {

@@ -14,10 +14,15 @@ struct XmlProblem {
   std::size_t offset = 0;
 };
 
+struct XmlFindings {
+  std::optional<XmlProblem> problem;
+  bool inner_namespaces = false;  ///< an element below the root says what a prefix stands for
+};
+
 /// What keeps a UTF-8 text from being taken: it is not well-formed, declares or uses entities other than XML's own, or
 /// has elements that lie deeper than MostXmlLevels or have more attributes than MostXmlAttributes (a namespace is
 /// looked for among them at every element). Whether tags match, and are names, is left to whoever builds the tree.
-[[nodiscard]] std::optional<XmlProblem> CheckXml(std::string_view text);
+[[nodiscard]] XmlFindings CheckXml(std::string_view text);
 inline constexpr int MostXmlLevels = 100;
 inline constexpr std::size_t MostXmlAttributes = 100;
 
