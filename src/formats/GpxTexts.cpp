@@ -71,11 +71,20 @@ bool AppendDigits(std::string& out, Number value) {
   return true;
 }
 
+/// A decimal number alone, within what Value holds.
+template <typename Value>
+std::optional<Value> Number(std::string_view text) {
+  text = TrimSpace(text);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  Value value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
 std::optional<float> Metres(std::string_view text) {
-  const auto value = GpxNumber(text);
-  if (!value || std::abs(*value) > static_cast<double>(std::numeric_limits<float>::max())) return std::nullopt;
-  const auto metres = static_cast<float>(*value);
-  return metres == UnknownMetres ? std::nullopt : std::optional(metres);
+  const auto metres = Number<float>(text);
+  return metres == UnknownMetres ? std::nullopt : metres;
 }
 
 std::string MetresText(std::optional<float> metres) {
@@ -143,12 +152,7 @@ std::string TimeText(std::optional<GarminSeconds> time) {
 // ---- Numbers and times
 
 std::optional<double> GpxNumber(std::string_view text) {
-  text = TrimSpace(text);
-  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
-  return value;
+  return Number<double>(text);
 }
 
 void AppendGpxAngle(std::string& out, double deg) {
@@ -321,6 +325,14 @@ TrackLog TrackLogOf(const GpxTexts& texts) {
   log.trk_ident = RecordText(texts.name);
   if (const auto color = IndexIn(ColourNames, TrimSpace(texts.color))) log.color = *color;
   return log;
+}
+
+TrackPoint AsSaid(const TrackPoint& point, const GpxTexts& texts) {
+  TrackPoint said = point;
+  if (texts.ele.empty()) said.alt_m.reset();
+  if (texts.depth.empty()) said.dpth_m.reset();
+  if (point.time) said.time = KnownGarminTime(*point.time);
+  return said;
 }
 
 TrackPoint TrackPointOf(const GpxTexts& texts) {

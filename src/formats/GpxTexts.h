@@ -56,6 +56,8 @@ struct GpxTexts {
 [[nodiscard]] TrackLog TrackLogOf(const GpxTexts& texts);
 /// Everything but the position and whether it begins a segment. A time that is none is unknown.
 [[nodiscard]] TrackPoint TrackPointOf(const GpxTexts& texts);
+/// The same of a point's own texts, which say a number wholly or not at all.
+[[nodiscard]] TrackPoint AsSaid(const TrackPoint& point, const GpxTexts& texts);
 
 /// A number of 0 to 255 alone.
 [[nodiscard]] std::optional<int> GpxRouteNumber(std::string_view text);

@@ -56,32 +56,35 @@ class XmlLines {
     EndTag();
   }
   /// The attributes are to be appended to what is returned.
-  std::string& BeginTag(std::string_view name) { return Indent().append("<").append(name); }
+  std::string& BeginTag(std::string_view name) { return Indent().append(name); }
   void EndTag() {
-    out_.Line() += '>';
-    EndLine();
+    out_.EndLine(">\n");
     ++level_;
   }
   void End(std::string_view name) {
     --level_;
-    Indent().append("</").append(name).append(">");
-    EndLine();
+    Indent().append("/").append(name);
+    out_.EndLine(">\n");
   }
   void Empty(std::string_view name, std::string_view attributes) {
-    Indent().append("<").append(name).append(attributes).append("/>");
-    EndLine();
+    Indent().append(name).append(attributes);
+    out_.EndLine("/>\n");
   }
   /// Nothing for an empty text.
   void Text(std::string_view name, std::string_view text) {
     if (text.empty()) return;
-    AppendXmlText(Indent().append("<").append(name).append(">"), text);
-    out_.Line().append("</").append(name).append(">");
-    EndLine();
+    std::string& line = Indent().append(name).append(">");
+    AppendXmlText(line, text);
+    line.append("</").append(name);
+    out_.EndLine(">\n");
   }
 
  private:
-  std::string& Indent() { return out_.Line().append(level_ * 2, ' '); }
-  void EndLine() { out_.EndLine("\n"); }
+  /// Up to the "<" of a tag.
+  std::string& Indent() {
+    constexpr std::string_view Deepest = "                    <";
+    return out_.Line().append(Deepest.substr(Deepest.size() - 1 - level_ * 2));
+  }
 
   TextOutput& out_;
   std::size_t level_ = 0;
@@ -167,16 +170,11 @@ class GpxWriter {
     return true;
   }
 
-  template <typename Position>
-  static void Place(Position& back, const Position& record) {
-    back.lat_deg = record.lat_deg;
-    back.lon_deg = record.lon_deg;
-  }
-
   /// What is read of a waypoint's texts; where it is, and the set of its symbol, are no columns to be compared.
   static Waypoint ReadBack(const GpxTexts& texts, const Waypoint& waypoint) {
     Waypoint back = WaypointOf(texts, 0);
-    Place(back, waypoint);
+    back.lat_deg = waypoint.lat_deg;
+    back.lon_deg = waypoint.lon_deg;
     back.symbol_set = waypoint.symbol_set;
     return back;
   }
@@ -291,9 +289,8 @@ class GpxWriter {
   void Write(const TrackPoint& point, bool begins_segment) {
     if (!BeginPoint("trkpt", point)) return;
     const GpxTexts texts = GpxTextsOf(point);
-    TrackPoint back = TrackPointOf(texts);
+    TrackPoint back = AsSaid(point, texts);
     back.new_trk = begins_segment;
-    Place(back, point);
     xml_.Text("ele", texts.ele);
     xml_.Text("time", texts.time);
     WriteExtensions("gpxx:TrackPointExtension", "gpxx:Depth", texts.depth, "walrim:point",

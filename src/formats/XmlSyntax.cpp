@@ -22,8 +22,7 @@ using namespace std::string_view_literals;
 constexpr std::string_view NoCharacter = "\xEF\xBF\xBD";
 
 constexpr bool IsControl(char c) {
-  // Without a branch: this is asked of every byte.
-  return (static_cast<unsigned char>(c) < 0x20) & (c != '\t') & (c != '\r') & (c != '\n');
+  return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\r' && c != '\n';
 }
 
 /// Whether U+FFFE or U+FFFF, which no text holds, stands at the front.
@@ -60,23 +59,28 @@ std::string_view TakeName(std::string_view& text) {
   return TakeBytes(text, length);
 }
 
-/// The first byte of a text that no XML text may hold; the text's size where there is none.
+/// Not 0 where a block has a control character or a byte that a noncharacter may begin with. Bytes in place of truths
+/// let all of a block be compared at once.
+constexpr std::size_t BlockSize = 64;
+unsigned char Suspicion(const char* block) {
+  unsigned char suspicion = 0;
+  for (std::size_t i = 0; i < BlockSize; ++i) {
+    const auto c = static_cast<unsigned char>(block[i]);
+    const unsigned char low = c < 0x20 ? 1 : 0;
+    const unsigned char space = (c == '\t' ? 1 : 0) | (c == '\n' ? 1 : 0) | (c == '\r' ? 1 : 0);
+    suspicion |= (low & ~space) | (c == 0xEF ? 1 : 0);
+  }
+  return suspicion;
+}
+
+/// Where the first byte is that no XML text may hold; the text's size where there is none.
 std::size_t FindNoCharacter(std::string_view text) {
-  // Blocks of a fixed size are looked at as a whole: nearly all of them hold nothing that needs a closer look.
-  constexpr std::size_t BlockSize = 64;
-  const auto suspect = [](char c) { return IsControl(c) || c == '\xEF'; };
-  std::size_t at = 0;
-  while (at < text.size()) {
-    const std::string_view block = text.substr(at, BlockSize);
-    bool any = block.size() < BlockSize;
-    if (!any) {
-      for (std::size_t i = 0; i < BlockSize; ++i)
-        any |= suspect(block[i]);
-    }
-    for (std::size_t i = at; any && i < at + block.size(); ++i) {
+  for (std::size_t begin = 0; begin < text.size(); begin += BlockSize) {
+    const std::size_t end = std::min(begin + BlockSize, text.size());
+    if (end - begin == BlockSize && Suspicion(text.data() + begin) == 0) continue;
+    for (std::size_t i = begin; i < end; ++i) {
       if (IsControl(text[i]) || IsNoncharacter(text.substr(i))) return i;
     }
-    at += block.size();
   }
   return text.size();
 }
@@ -162,7 +166,8 @@ class XmlChecker {
     root_seen_ = true;
     std::string_view tag = rest_.substr(1);
     const std::string_view name = TakeName(tag);
-    const bool whole = !name.empty() && !IsDigit(name.front()) && PassAttributes(tag);
+    const bool bare = tag.starts_with('>');
+    const bool whole = !name.empty() && !IsDigit(name.front()) && (bare || PassAttributes(tag));
     const bool closed = whole && Take(tag, '/');
     if (!whole || !Take(tag, '>')) {
       if (why_.empty()) Fail(NotWellFormed);
@@ -220,6 +225,14 @@ class XmlChecker {
   bool root_seen_ = false;
 };
 
+bool IsMark(char c) {
+  return c == '&' || c == '<' || c == '>' || c == '"';
+}
+
+std::string_view ReferenceFor(char mark) {
+  return mark == '&' ? "&amp;" : mark == '<' ? "&lt;" : mark == '>' ? "&gt;" : "&quot;";
+}
+
 /// What a text says that it is encoded in; empty where it does not.
 std::string_view DeclaredEncoding(std::string_view text) {
   if (!text.starts_with("<?xml")) return {};
@@ -272,6 +285,7 @@ std::string RootElement(std::string_view beginning) {
 
 std::string XmlCharacters(std::string_view text) {
   std::string characters;
+  if (FindNoCharacter(text) == text.size() && IsValidUtf8(text)) return characters.append(text);
   while (!text.empty()) {
     if (IsControl(text.front())) {
       characters.append(NoCharacter);
@@ -289,23 +303,10 @@ std::string XmlCharacters(std::string_view text) {
 }
 
 void AppendXmlText(std::string& out, std::string_view text) {
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out.append("&amp;");
-        break;
-      case '<':
-        out.append("&lt;");
-        break;
-      case '>':
-        out.append("&gt;");
-        break;
-      case '"':
-        out.append("&quot;");
-        break;
-      default:
-        out += c;
-    }
+  while (!text.empty()) {
+    const auto* const end = std::find_if(text.begin(), text.end(), IsMark);
+    out.append(TakeBytes(text, static_cast<std::size_t>(end - text.begin())));
+    if (!text.empty()) out.append(ReferenceFor(TakeBytes(text, 1).front()));
   }
 }
 

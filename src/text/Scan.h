@@ -67,7 +67,9 @@ constexpr bool Take(std::string_view& text, std::string_view expected) {
   return true;
 }
 constexpr bool Take(std::string_view& text, char expected) {
-  return Take(text, std::string_view(&expected, 1));
+  if (text.empty() || text.front() != expected) return false;
+  text.remove_prefix(1);
+  return true;
 }
 /// Takes count bytes off the front, or all there are.
 constexpr std::string_view TakeBytes(std::string_view& text, std::size_t count) {

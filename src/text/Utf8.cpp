@@ -1,5 +1,6 @@
 #include "text/Utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -95,6 +96,8 @@ void AppendCharacter(std::string& text, char32_t character) {
 }
 
 std::string WithoutControlCharacters(std::string_view text) {
+  const auto is_plain = [](char c) { return c >= 0x20 && c < 0x7F; };
+  if (std::all_of(text.begin(), text.end(), is_plain)) return std::string(text);
   std::string shown;
   shown.reserve(text.size());
   while (!text.empty()) {
