@@ -134,7 +134,7 @@ std::string ColumnAttributes(const Waypoint& record, const Waypoint& back) {
 
 std::string ColumnAttributes(const RoutePoint& record, const RoutePoint& back) {
   std::string attributes = ColumnAttributes(record.waypoint, back.waypoint);
-  AppendDifferences(attributes, LinkPrefix, LinkColumns(), record, back);
+  if (record.link != back.link) AppendDifferences(attributes, LinkPrefix, LinkColumns(), record, back);
   return attributes;
 }
 

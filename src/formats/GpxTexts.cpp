@@ -87,10 +87,9 @@ std::optional<float> Metres(std::string_view text) {
   return metres == UnknownMetres ? std::nullopt : metres;
 }
 
-std::string MetresText(std::optional<float> metres) {
-  std::string text;
+void SetMetres(std::string& text, std::optional<float> metres) {
+  text.clear();
   if (metres) AppendDigits(text, *metres);
-  return text;
 }
 
 /// D104's display modes in those of the other types; the first one, no symbol at all, is nothing that they have.
@@ -139,12 +138,13 @@ std::optional<std::int64_t> SecondsOf(std::string_view text) {
   return SecondsSinceGarminEpoch(*time) - *zone;
 }
 
-std::string TimeText(std::optional<GarminSeconds> time) {
-  if (!time) return {};
-  std::string text = DateTimeText(CivilFromGarminSeconds(*time));
+void SetTime(std::string& text, std::optional<GarminSeconds> time) {
+  text.clear();
+  if (!time) return;
+  AppendDateTime(text, CivilFromGarminSeconds(*time));
   text[4] = text[7] = '-';
   text[10] = 'T';
-  return text + 'Z';
+  text += 'Z';
 }
 
 }  // namespace
@@ -248,14 +248,14 @@ TrackLog AsInFile(const TrackLog& log) {
 GpxTexts GpxTextsOf(const Waypoint& waypoint, const Waypoint& usual) {
   const WaypointDetails& details = *waypoint.details;
   GpxTexts texts;
-  texts.ele = MetresText(waypoint.alt_m);
+  SetMetres(texts.ele, waypoint.alt_m);
   texts.name = ElementText(waypoint.ident);
   texts.cmt = ElementText(waypoint.cmnt);
   // What a file says to be one of the 16 keeps its number there, and shows its picture here.
   const bool small = waypoint.symbol_set == SymbolSet::Small;
   if (usual.smbl) texts.sym = GpxSymbolName(small ? LargeSymbolFor(*usual.smbl) : *usual.smbl);
-  if (usual.dist_m > 0) texts.proximity = MetresText(usual.dist_m);
-  texts.depth = MetresText(waypoint.dpth_m);
+  if (usual.dist_m > 0) SetMetres(texts.proximity, usual.dist_m);
+  SetMetres(texts.depth, waypoint.dpth_m);
   texts.display_mode = NameIn(DisplayModeNames, usual.dspl);
   texts.street = ElementText(details.addr);
   texts.city = ElementText(details.city);
@@ -278,12 +278,10 @@ GpxTexts GpxTextsOf(const TrackLog& log) {
   return texts;
 }
 
-GpxTexts GpxTextsOf(const TrackPoint& point) {
-  GpxTexts texts;
-  texts.ele = MetresText(point.alt_m);
-  texts.time = TimeText(point.time);
-  texts.depth = MetresText(point.dpth_m);
-  return texts;
+void SetTexts(GpxTexts& texts, const TrackPoint& point) {
+  SetMetres(texts.ele, point.alt_m);
+  SetTime(texts.time, point.time);
+  SetMetres(texts.depth, point.dpth_m);
 }
 
 // ---- Texts as records

@@ -46,7 +46,8 @@ struct GpxTexts {
 /// The header alone.
 [[nodiscard]] GpxTexts GpxTextsOf(const Route& route);
 [[nodiscard]] GpxTexts GpxTextsOf(const TrackLog& log);
-[[nodiscard]] GpxTexts GpxTextsOf(const TrackPoint& point);
+/// Into the texts of another point: there are many.
+void SetTexts(GpxTexts& texts, const TrackPoint& point);
 
 /// Everything but the position. number, from 1, names a waypoint without a name.
 [[nodiscard]] Waypoint WaypointOf(const GpxTexts& texts, int number);

@@ -288,7 +288,8 @@ class GpxWriter {
 
   void Write(const TrackPoint& point, bool begins_segment) {
     if (!BeginPoint("trkpt", point)) return;
-    const GpxTexts texts = GpxTextsOf(point);
+    const GpxTexts& texts = point_texts_;
+    SetTexts(point_texts_, point);
     TrackPoint back = AsSaid(point, texts);
     back.new_trk = begins_segment;
     xml_.Text("ele", texts.ele);
@@ -302,6 +303,7 @@ class GpxWriter {
   XmlLines xml_;
   const DataSet& data_;
   const WriteSettings& settings_;
+  GpxTexts point_texts_;  ///< of the present track point
   WriteReport report_;
 };
 

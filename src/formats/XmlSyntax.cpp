@@ -44,20 +44,29 @@ bool IsKnownReference(std::string_view name) {
   return !name.empty() && error == std::errc() && end == name.data() + name.size() && IsXmlCharacter(code);
 }
 
-/// Whether no name goes on with a byte.
-constexpr auto EndsName = [] {
-  std::array<bool, 256> ends{};
-  for (const char c : " \t\r\n/><\"'=&"sv)
-    ends[static_cast<unsigned char>(c)] = true;
-  return ends;
-}();
+/// Some bytes of all.
+class ByteSet {
+ public:
+  constexpr explicit ByteSet(std::string_view bytes) {
+    for (const char c : bytes)
+      held_[static_cast<unsigned char>(c)] = true;
+  }
+  /// Takes everything off the front up to the first of them, which stays.
+  [[nodiscard]] constexpr std::string_view TakeUntil(std::string_view& text) const {
+    std::size_t length = 0;
+    while (length < text.size() && !held_[static_cast<unsigned char>(text[length])])
+      ++length;
+    return TakeBytes(text, length);
+  }
 
-std::string_view TakeName(std::string_view& text) {
-  std::size_t length = 0;
-  while (length < text.size() && !EndsName[static_cast<unsigned char>(text[length])])
-    ++length;
-  return TakeBytes(text, length);
-}
+ private:
+  std::array<bool, 256> held_{};
+};
+
+/// No name goes on with these.
+constexpr ByteSet NameEnds(" \t\r\n/><\"'=&");
+/// What stands for itself neither in an element nor in an attribute in double quotes.
+constexpr ByteSet Marks("&<>\"");
 
 /// Not 0 where a block has a control character or a byte that a noncharacter may begin with. Bytes in place of truths
 /// let all of a block be compared at once.
@@ -165,7 +174,7 @@ class XmlChecker {
     if (level_ == 0 && root_seen_) return Fail(NotWellFormed);
     root_seen_ = true;
     std::string_view tag = rest_.substr(1);
-    const std::string_view name = TakeName(tag);
+    const std::string_view name = NameEnds.TakeUntil(tag);
     const bool bare = tag.starts_with('>');
     const bool whole = !name.empty() && !IsDigit(name.front()) && (bare || PassAttributes(tag));
     const bool closed = whole && Take(tag, '/');
@@ -193,7 +202,7 @@ class XmlChecker {
   }
 
   bool PassAttribute(std::string_view& tag) {
-    names_.push_back(TakeName(tag));
+    names_.push_back(NameEnds.TakeUntil(tag));
     inner_namespaces_ |= level_ > 0 && names_.back().starts_with("xmlns");
     TakeSpace(tag);
     if (names_.back().empty() || !Take(tag, '=')) return false;
@@ -224,10 +233,6 @@ class XmlChecker {
   bool inner_namespaces_ = false;
   bool root_seen_ = false;
 };
-
-bool IsMark(char c) {
-  return c == '&' || c == '<' || c == '>' || c == '"';
-}
 
 std::string_view ReferenceFor(char mark) {
   return mark == '&' ? "&amp;" : mark == '<' ? "&lt;" : mark == '>' ? "&gt;" : "&quot;";
@@ -303,10 +308,10 @@ std::string XmlCharacters(std::string_view text) {
 }
 
 void AppendXmlText(std::string& out, std::string_view text) {
-  while (!text.empty()) {
-    const auto* const end = std::find_if(text.begin(), text.end(), IsMark);
-    out.append(TakeBytes(text, static_cast<std::size_t>(end - text.begin())));
-    if (!text.empty()) out.append(ReferenceFor(TakeBytes(text, 1).front()));
+  for (;;) {
+    out.append(Marks.TakeUntil(text));
+    if (text.empty()) return;
+    out.append(ReferenceFor(TakeBytes(text, 1).front()));
   }
 }
 
