@@ -70,6 +70,16 @@ class NameList {
   std::string joined_;
 };
 
+/// Where a part of a text begins.
+std::size_t OffsetIn(std::string_view text, std::string_view part) {
+  return static_cast<std::size_t>(part.data() - text.data());
+}
+
+/// The tag of an element as an element without contents.
+std::string EmptyElement(std::string_view tag) {
+  return std::string(tag.substr(0, tag.size() - (tag.ends_with("/>") ? 2 : 1))) + "/>";
+}
+
 /// The line of an offset in a text, from 1.
 int LineAt(std::string_view text, std::size_t offset) {
   return static_cast<int>(std::ranges::count(text.substr(0, offset), '\n')) + 1;
@@ -84,24 +94,53 @@ std::string PlaceText(const XmlProblem& problem, std::string_view text) {
                  static_cast<int>(std::ranges::count_if(line, is_character)) + 1);
 }
 
+ImportResult Refused(std::string why) {
+  ImportResult result;
+  result.refusal = std::move(why);
+  return result;
+}
+
+/// A tree of one element of a text. Each of the root's elements has one of its own, which stays small.
+class XmlTree {
+ public:
+  /// The problem, at an offset in the element, where it is not well-formed.
+  [[nodiscard]] std::optional<XmlProblem> Build(std::string_view element) {
+    constexpr unsigned Options = pugi::parse_default | pugi::parse_embed_pcdata;
+    const auto parsed = document_.load_buffer(element.data(), element.size(), Options, pugi::encoding_utf8);
+    if (parsed) return std::nullopt;
+    // It stops somewhere in the tag that it cannot use.
+    return XmlProblem{NotWellFormed, element.rfind('<', static_cast<std::size_t>(parsed.offset))};
+  }
+  [[nodiscard]] pugi::xml_node Root() const { return document_.document_element(); }
+
+ private:
+  pugi::xml_document document_;
+};
+
 class GpxReader {
  public:
-  GpxReader(const pugi::xml_node& root, bool inner_namespaces, DataSet& data)
-      : root_(root),
-        inner_namespaces_(inner_namespaces),
-        namespace_(NamespaceOf(root, PrefixOf(root.name()))),
+  /// root is the text's, without its elements.
+  GpxReader(std::string_view text, const XmlFindings& findings, const pugi::xml_node& root, DataSet& data)
+      : text_(text),
+        findings_(findings),
+        root_(root),
+        namespace_(DeclaredAt(root, PrefixOf(root.name())).value_or(PrefixOf(root.name()))),
         data_(data),
         intake_(data) {}
 
-  /// The lines of the account are offsets in the text.
+  /// The lines of the account are offsets in the text. One that is refused has brought something all the same.
   ImportResult Run() {
-    NoteRouteNumbers();
-    for (pugi::xml_node node = root_.first_child(); node; node = node.next_sibling()) {
-      const ElementName name = NameOf(node);
+    for (const std::string_view element : findings_.elements) {
+      element_offset_ = OffsetIn(text_, element);
+      XmlTree tree;
+      if (const auto problem = tree.Build(element)) {
+        return Refused(PlaceText({problem->why, element_offset_ + problem->offset}, text_));
+      }
+      const ElementName name = NameOf(tree.Root());
       if (name.owner != Owner::Gpx) continue;
-      if (name.local == "wpt") ReadWaypoint(node);
-      if (name.local == "rte") ReadRoute(node);
-      if (name.local == "trk") ReadLog(node);
+      if (name.local == "wpt") ReadWaypoint(tree.Root());
+      if (name.local == "rte") ReadRoute(tree.Root());
+      if (name.local == "trk") ReadLog(tree.Root());
     }
     return Told();
   }
@@ -120,14 +159,20 @@ class GpxReader {
     return prefix.empty() ? attribute.empty() : Take(attribute, ':') && attribute == prefix;
   }
 
-  /// What a prefix stands for, by the innermost element that says it; one that none says stands for itself.
-  static std::string_view NamespaceOf(pugi::xml_node node, std::string_view prefix) {
-    for (; node; node = node.parent()) {
-      for (const pugi::xml_attribute& attribute : node.attributes()) {
-        if (Declares(attribute.name(), prefix)) return attribute.value();
-      }
+  /// What an element says that a prefix stands for.
+  static std::optional<std::string_view> DeclaredAt(const pugi::xml_node& node, std::string_view prefix) {
+    for (const pugi::xml_attribute& attribute : node.attributes()) {
+      if (Declares(attribute.name(), prefix)) return attribute.value();
     }
-    return prefix;
+    return std::nullopt;
+  }
+
+  /// What a prefix stands for, by the innermost element that says it; one that none says stands for itself.
+  [[nodiscard]] std::string_view NamespaceOf(pugi::xml_node node, std::string_view prefix) const {
+    for (; node; node = node.parent()) {
+      if (const auto declared = DeclaredAt(node, prefix)) return *declared;
+    }
+    return DeclaredAt(root_, prefix).value_or(prefix);
   }
 
   [[nodiscard]] Owner OwnerOf(std::string_view name_space) const {
@@ -138,7 +183,7 @@ class GpxReader {
 
   /// Whose a prefix is at an element. Where the root alone says it, it is looked for once.
   Owner OwnerAt(const pugi::xml_node& node, std::string_view prefix) {
-    if (inner_namespaces_) return OwnerOf(NamespaceOf(node, prefix));
+    if (findings_.inner_namespaces) return OwnerOf(NamespaceOf(node, prefix));
     for (const auto& [known, owner] : prefixes_) {
       if (known == prefix) return owner;
     }
@@ -204,7 +249,9 @@ class GpxReader {
   // ---- Points
 
   /// What comes next is an element's.
-  void At(const pugi::xml_node& node) { intake_.SetLine(static_cast<int>(node.offset_debug())); }
+  void At(const pugi::xml_node& node) {
+    intake_.SetLine(static_cast<int>(element_offset_) + static_cast<int>(node.offset_debug()));
+  }
 
   bool ReadPosition(const pugi::xml_node& node, GeoPoint& position) {
     const std::string_view lat = node.attribute("lat").value();
@@ -250,22 +297,29 @@ class GpxReader {
 
   // ---- Routes
 
-  /// The numbers that routes have, so that none without one gets the number of a later one.
+  void NoteNumber(const pugi::xml_node& route) {
+    for (pugi::xml_node child = route.first_child(); child; child = child.next_sibling()) {
+      if (const ElementName name = NameOf(child); name.owner != Owner::Gpx || name.local != "number") continue;
+      if (const auto number = GpxRouteNumber(TextOf(child))) used_numbers_.set(static_cast<std::size_t>(*number));
+    }
+  }
+
+  /// The numbers that routes have, so that none without one gets the number of a later one. Few files need to know.
   void NoteRouteNumbers() {
     for (const Route& route : data_.Routes())
       used_numbers_.set(route.nmbr);
-    for (pugi::xml_node node = root_.first_child(); node; node = node.next_sibling()) {
-      if (const ElementName name = NameOf(node); name.owner != Owner::Gpx || name.local != "rte") continue;
-      for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-        const ElementName name = NameOf(child);
-        if (name.owner != Owner::Gpx || name.local != "number") continue;
-        if (const auto number = GpxRouteNumber(TextOf(child))) used_numbers_.set(static_cast<std::size_t>(*number));
+    for (const std::string_view element : findings_.elements) {
+      XmlTree tree;
+      if (tree.Build(element)) return;
+      if (const ElementName name = NameOf(tree.Root()); name.owner == Owner::Gpx && name.local == "rte") {
+        NoteNumber(tree.Root());
       }
     }
   }
 
   /// The next number that no route has, from 1; 0 where all are taken.
   std::uint8_t FreeNumber() {
+    if (!std::exchange(numbers_noted_, true)) NoteRouteNumbers();
     std::size_t number = 1;
     while (number < used_numbers_.size() && used_numbers_.test(number))
       ++number;
@@ -389,24 +443,21 @@ class GpxReader {
     return account;
   }
 
+  std::string_view text_;
+  const XmlFindings& findings_;
   pugi::xml_node root_;
-  bool inner_namespaces_;
-  std::string_view namespace_;                                ///< that of GPX in this file
-  std::vector<std::pair<std::string_view, Owner>> prefixes_;  ///< the root's, as they are met
+  std::string_view namespace_;                           ///< that of GPX in this file
+  std::vector<std::pair<std::string, Owner>> prefixes_;  ///< the root's, as they are met
+  std::size_t element_offset_ = 0;                       ///< of the present one of the root's
   DataSet& data_;
   RecordIntake intake_;
   int point_number_ = 0;  ///< of the last waypoint or route point in the file, from 1
   int split_routes_ = 0;
   std::bitset<256> used_numbers_;
+  bool numbers_noted_ = false;
   NameList unknown_symbols_;
   NameList nearest_symbols_;
 };
-
-ImportResult Refused(std::string why) {
-  ImportResult result;
-  result.refusal = std::move(why);
-  return result;
-}
 
 }  // namespace
 
@@ -421,17 +472,15 @@ ImportResult ReadGpx(LineSource& lines, DataSet& data, const ReadSettings& /*set
   if (!text) return Refused(std::string(UnreadEncoding));
   const XmlFindings findings = CheckXml(*text);
   if (findings.problem) return Refused(PlaceText(*findings.problem, *text));
-  pugi::xml_document document;
-  const auto parsed = document.load_buffer(text->data(), text->size(), pugi::parse_default | pugi::parse_embed_pcdata,
-                                           pugi::encoding_utf8);
-  if (!parsed) {
-    // The tree's builder stops somewhere in the tag that it cannot use.
-    const std::size_t tag = text->rfind('<', static_cast<std::size_t>(parsed.offset));
-    return Refused(PlaceText({NotWellFormed, tag}, *text));
+  XmlTree root;
+  if (const auto problem = root.Build(EmptyElement(findings.root_tag))) {
+    return Refused(PlaceText({problem->why, OffsetIn(*text, findings.root_tag)}, *text));
   }
-  const pugi::xml_node root = document.document_element();
-  if (!IsGpx("<" + std::string(root.name()))) return Refused(std::string(NoGpx));
-  ImportResult result = GpxReader(root, findings.inner_namespaces, data).Run();
+  if (!IsGpx("<" + std::string(root.Root().name()))) return Refused(std::string(NoGpx));
+  DataSet filled = data;
+  ImportResult result = GpxReader(*text, findings, root.Root(), filled).Run();
+  if (!result.refusal.empty()) return result;
+  data = std::move(filled);
   for (LineCount* const lines_of : {&result.skipped, &result.unread_time}) {
     if (lines_of->count > 0) lines_of->first_line = LineAt(*text, static_cast<std::size_t>(lines_of->first_line));
   }

@@ -101,15 +101,18 @@ class XmlChecker {
       : text_(text), rest_(text), references_(text.find('&') != std::string_view::npos) {}
 
   XmlFindings Run() {
-    if (const std::size_t at = FindNoCharacter(text_); at != text_.size()) return {XmlProblem{NoXmlCharacter, at}};
+    if (const std::size_t at = FindNoCharacter(text_); at != text_.size()) Fail(NoXmlCharacter, text_.substr(at));
     while (!rest_.empty() && why_.empty())
       Step();
-    if (why_.empty() && (level_ > 0 || !root_seen_)) Fail(NotWellFormed);
-    if (why_.empty()) return {std::nullopt, inner_namespaces_};
-    return {XmlProblem{why_, text_.size() - rest_.size()}};
+    if (why_.empty() && (level_ > 0 || !RootSeen())) Fail(NotWellFormed);
+    if (!why_.empty()) found_.problem = XmlProblem{why_, Offset()};
+    return std::move(found_);
   }
 
  private:
+  [[nodiscard]] bool RootSeen() const { return !found_.root_tag.empty(); }
+  [[nodiscard]] std::size_t Offset() const { return text_.size() - rest_.size(); }
+
   void Fail(std::string_view why) { why_ = why; }
   /// at is a part of the text.
   void Fail(std::string_view why, std::string_view at) {
@@ -125,7 +128,7 @@ class XmlChecker {
     if (rest_.starts_with("<!--")) return PassUntil("-->", 4);
     if (rest_.starts_with("<?")) return PassUntil("?>", 2);
     if (rest_.starts_with("<![CDATA[") && level_ > 0) return PassUntil("]]>", 9);
-    if (rest_.starts_with("<!DOCTYPE") && !root_seen_) return PassDoctype();
+    if (rest_.starts_with("<!DOCTYPE") && !RootSeen()) return PassDoctype();
     PassTag();
   }
 
@@ -166,13 +169,15 @@ class XmlChecker {
   void PassEnd() {
     const std::size_t end = rest_.find('>');
     if (end == std::string_view::npos || level_ == 0) return Fail(NotWellFormed);
-    --level_;
+    if (--level_ == 0 && NameOfEnd(rest_.substr(0, end)) != root_name_) return Fail(NotWellFormed);
     rest_.remove_prefix(end + 1);
+    if (level_ == 1) found_.elements.push_back(text_.substr(element_, Offset() - element_));
   }
 
+  static std::string_view NameOfEnd(std::string_view tag) { return TrimSpace(tag.substr(2)); }
+
   void PassTag() {
-    if (level_ == 0 && root_seen_) return Fail(NotWellFormed);
-    root_seen_ = true;
+    if (level_ == 0 && RootSeen()) return Fail(NotWellFormed);
     std::string_view tag = rest_.substr(1);
     const std::string_view name = NameEnds.TakeUntil(tag);
     const bool bare = tag.starts_with('>');
@@ -182,8 +187,19 @@ class XmlChecker {
       if (why_.empty()) Fail(NotWellFormed);
       return;
     }
+    NoteTag(name, rest_.substr(0, rest_.size() - tag.size()), closed);
     if (!closed && ++level_ > MostXmlLevels) return Fail(TooDeep);
     rest_ = tag;
+  }
+
+  void NoteTag(std::string_view name, std::string_view tag, bool closed) {
+    if (level_ == 0) {
+      root_name_ = name;
+      found_.root_tag = tag;
+    } else if (level_ == 1) {
+      element_ = Offset();
+      if (closed) found_.elements.push_back(tag);
+    }
   }
 
   /// Takes the attributes off a tag; false where one is none, or comes twice.
@@ -203,7 +219,7 @@ class XmlChecker {
 
   bool PassAttribute(std::string_view& tag) {
     names_.push_back(NameEnds.TakeUntil(tag));
-    inner_namespaces_ |= level_ > 0 && names_.back().starts_with("xmlns");
+    found_.inner_namespaces |= level_ > 0 && names_.back().starts_with("xmlns");
     TakeSpace(tag);
     if (names_.back().empty() || !Take(tag, '=')) return false;
     TakeSpace(tag);
@@ -230,8 +246,9 @@ class XmlChecker {
   std::vector<std::string_view> names_;  ///< of the attributes of a tag
   int level_ = 0;
   bool references_ = false;  ///< there is something that may be one
-  bool inner_namespaces_ = false;
-  bool root_seen_ = false;
+  std::string_view root_name_;
+  std::size_t element_ = 0;  ///< where the present one of the root's elements begins
+  XmlFindings found_;
 };
 
 std::string_view ReferenceFor(char mark) {

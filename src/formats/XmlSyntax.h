@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace walrim {
 
@@ -16,12 +17,15 @@ struct XmlProblem {
 
 struct XmlFindings {
   std::optional<XmlProblem> problem;
-  bool inner_namespaces = false;  ///< an element below the root says what a prefix stands for
+  std::string_view root_tag;               ///< of the beginning of the root, a part of the text
+  std::vector<std::string_view> elements;  ///< the root's, each a part of the text
+  bool inner_namespaces = false;           ///< an element below the root says what a prefix stands for
 };
 
-/// What keeps a UTF-8 text from being taken: it is not well-formed, declares or uses entities other than XML's own, or
-/// has elements that lie deeper than MostXmlLevels or have more attributes than MostXmlAttributes (a namespace is
-/// looked for among them at every element). Whether tags match, and are names, is left to whoever builds the tree.
+/// Looks through a UTF-8 text. What keeps it from being taken: it is not well-formed, declares or uses entities other
+/// than XML's own, or has elements that lie deeper than MostXmlLevels or have more attributes than MostXmlAttributes (a
+/// namespace is looked for among them at every element). Whether tags within the root's elements match, and are names,
+/// is left to whoever builds a tree of them.
 [[nodiscard]] XmlFindings CheckXml(std::string_view text);
 inline constexpr int MostXmlLevels = 100;
 inline constexpr std::size_t MostXmlAttributes = 100;
