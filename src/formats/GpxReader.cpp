@@ -5,6 +5,7 @@
 #include <bitset>
 #include <optional>
 #include <pugixml.hpp>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -202,34 +203,47 @@ class GpxReader {
   // ---- Texts
 
   /// The tree holds the first text of an element as its value.
-  static std::string TextOf(const pugi::xml_node& node) {
-    std::string text = node.value();
+  static void SetText(std::string& text, const pugi::xml_node& node) {
+    text = node.value();
     for (pugi::xml_node part = node.first_child(); part; part = part.next_sibling()) {
       if (part.type() == pugi::node_pcdata || part.type() == pugi::node_cdata) text.append(part.value());
     }
-    return text;
   }
 
   template <std::size_t Count>
-  static void TakeText(const std::array<TextElement, Count>& elements, std::string_view name,
-                       const pugi::xml_node& node, GpxTexts& texts) {
+  void TakeText(const std::array<TextElement, Count>& elements, std::string_view name, const pugi::xml_node& node) {
     const auto element = std::ranges::find(elements, name, &TextElement::name);
+    if (element == elements.end()) return;
+    std::string& text = texts_.*element->text;
     // The first of several counts.
-    if (element != elements.end() && (texts.*element->text).empty()) texts.*element->text = TextOf(node);
+    if (text.empty()) SetText(text, node);
   }
 
-  /// What a record's element holds; the program's own element, where there is one, goes to own.
-  void Collect(const pugi::xml_node& record, GpxTexts& texts, pugi::xml_node& own) {
-    for (pugi::xml_node node = record.first_child(); node; node = node.next_sibling()) {
+  void Clear(std::span<const TextElement> elements) {
+    for (const TextElement& element : elements)
+      (texts_.*element.text).clear();
+  }
+
+  /// What a record's element holds, until the next one's is asked for; the program's own element, where there is one,
+  /// goes to own.
+  const GpxTexts& Collected(const pugi::xml_node& record, pugi::xml_node& own) {
+    Clear(GpxElements);
+    Clear(GarminElements);
+    Collect(record, own);
+    return texts_;
+  }
+
+  void Collect(const pugi::xml_node& element, pugi::xml_node& own) {
+    for (pugi::xml_node node = element.first_child(); node; node = node.next_sibling()) {
       const ElementName name = NameOf(node);
       switch (name.owner) {
         case Owner::Gpx:
-          if (name.local == "extensions") Collect(node, texts, own);
-          TakeText(GpxElements, name.local, node, texts);
+          if (name.local == "extensions") Collect(node, own);
+          TakeText(GpxElements, name.local, node);
           break;
         case Owner::Garmin:
-          if (std::ranges::find(GarminContainers, name.local) != GarminContainers.end()) Collect(node, texts, own);
-          TakeText(GarminElements, name.local, node, texts);
+          if (std::ranges::find(GarminContainers, name.local) != GarminContainers.end()) Collect(node, own);
+          TakeText(GarminElements, name.local, node);
           break;
         case Owner::Walrim:
           own = node;
@@ -285,9 +299,8 @@ class GpxReader {
     ++point_number_;
     GeoPoint position;
     if (!ReadPosition(node, position)) return;
-    GpxTexts texts;
     pugi::xml_node own;
-    Collect(node, texts, own);
+    const GpxTexts& texts = Collected(node, own);
     Waypoint waypoint = WaypointOf(texts, point_number_);
     Place(waypoint, position);
     NoteSymbol(texts.sym, own);
@@ -300,7 +313,9 @@ class GpxReader {
   void NoteNumber(const pugi::xml_node& route) {
     for (pugi::xml_node child = route.first_child(); child; child = child.next_sibling()) {
       if (const ElementName name = NameOf(child); name.owner != Owner::Gpx || name.local != "number") continue;
-      if (const auto number = GpxRouteNumber(TextOf(child))) used_numbers_.set(static_cast<std::size_t>(*number));
+      std::string text;
+      SetText(text, child);
+      if (const auto number = GpxRouteNumber(text)) used_numbers_.set(static_cast<std::size_t>(*number));
     }
   }
 
@@ -330,9 +345,8 @@ class GpxReader {
 
   void ReadRoute(const pugi::xml_node& node) {
     At(node);
-    GpxTexts texts;
     pugi::xml_node own;
-    Collect(node, texts, own);
+    const GpxTexts& texts = Collected(node, own);
     Route route = RouteOf(texts);
     if (!GpxRouteNumber(texts.number)) route.nmbr = FreeNumber();
     ReadOwn(own, route);
@@ -374,9 +388,8 @@ class GpxReader {
   bool ReadRoutePoint(const pugi::xml_node& node, RoutePoint& point) {
     GeoPoint position;
     if (!ReadPosition(node, position)) return false;
-    GpxTexts texts;
     pugi::xml_node own;
-    Collect(node, texts, own);
+    const GpxTexts& texts = Collected(node, own);
     point = {WaypointOf(texts, point_number_), LinkOf(texts)};
     Place(point.waypoint, position);
     NoteSymbol(texts.sym, own);
@@ -388,9 +401,8 @@ class GpxReader {
 
   void ReadLog(const pugi::xml_node& node) {
     At(node);
-    GpxTexts texts;
     pugi::xml_node own;
-    Collect(node, texts, own);
+    const GpxTexts& texts = Collected(node, own);
     TrackLog log = TrackLogOf(texts);
     ReadOwn(own, log);
     // A log without points begins only where the file says that it has none.
@@ -422,9 +434,8 @@ class GpxReader {
   bool ReadTrackPoint(const pugi::xml_node& node, bool first, TrackPoint& point) {
     GeoPoint position;
     if (!ReadPosition(node, position)) return false;
-    GpxTexts texts;
     pugi::xml_node own;
-    Collect(node, texts, own);
+    const GpxTexts& texts = Collected(node, own);
     point = TrackPointOf(texts);
     Place(point, position);
     point.new_trk = first;
@@ -451,6 +462,7 @@ class GpxReader {
   std::size_t element_offset_ = 0;                       ///< of the present one of the root's
   DataSet& data_;
   RecordIntake intake_;
+  GpxTexts texts_;        ///< of the present record
   int point_number_ = 0;  ///< of the last waypoint or route point in the file, from 1
   int split_routes_ = 0;
   std::bitset<256> used_numbers_;

@@ -37,8 +37,8 @@ std::optional<std::uint8_t> IndexIn(const std::array<std::string_view, Count>& n
 }
 
 template <std::size_t Count>
-std::string NameIn(const std::array<std::string_view, Count>& names, std::size_t index) {
-  return index < names.size() ? std::string(names[index]) : std::string();
+std::string_view NameIn(const std::array<std::string_view, Count>& names, std::size_t index) {
+  return index < names.size() ? names[index] : std::string_view();
 }
 
 /// What would end a column or a line of a standard file is a blank.
@@ -245,23 +245,22 @@ TrackLog AsInFile(const TrackLog& log) {
 
 // ---- Records as texts
 
-GpxTexts GpxTextsOf(const Waypoint& waypoint, const Waypoint& usual) {
+void SetTexts(GpxTexts& texts, const Waypoint& waypoint, const Waypoint& file) {
   const WaypointDetails& details = *waypoint.details;
-  GpxTexts texts;
   SetMetres(texts.ele, waypoint.alt_m);
   texts.name = ElementText(waypoint.ident);
   texts.cmt = ElementText(waypoint.cmnt);
   // What a file says to be one of the 16 keeps its number there, and shows its picture here.
   const bool small = waypoint.symbol_set == SymbolSet::Small;
-  if (usual.smbl) texts.sym = GpxSymbolName(small ? LargeSymbolFor(*usual.smbl) : *usual.smbl);
-  if (usual.dist_m > 0) SetMetres(texts.proximity, usual.dist_m);
+  texts.sym = file.smbl ? GpxSymbolName(small ? LargeSymbolFor(*file.smbl) : *file.smbl) : std::string();
+  SetMetres(texts.proximity, file.dist_m > 0 ? std::optional(file.dist_m) : std::nullopt);
   SetMetres(texts.depth, waypoint.dpth_m);
-  texts.display_mode = NameIn(DisplayModeNames, usual.dspl);
+  texts.display_mode = NameIn(DisplayModeNames, file.dspl);
   texts.street = ElementText(details.addr);
   texts.city = ElementText(details.city);
   texts.state = ElementText(details.state);
   texts.country = ElementText(details.cc);
-  return texts;
+  texts.subclass.clear();
 }
 
 GpxTexts GpxTextsOf(const Route& route) {

@@ -41,12 +41,12 @@ struct GpxTexts {
   std::string color;     ///< of a log
 };
 
-/// file is the record that a standard file holds of it.
-[[nodiscard]] GpxTexts GpxTextsOf(const Waypoint& waypoint, const Waypoint& file);
 /// The header alone.
 [[nodiscard]] GpxTexts GpxTextsOf(const Route& route);
 [[nodiscard]] GpxTexts GpxTextsOf(const TrackLog& log);
-/// Into the texts of another point: there are many.
+/// Those of which there are many, in place of the texts of the one before. file is the record that a standard file
+/// holds of a waypoint.
+void SetTexts(GpxTexts& texts, const Waypoint& waypoint, const Waypoint& file);
 void SetTexts(GpxTexts& texts, const TrackPoint& point);
 
 /// Everything but the position. number, from 1, names a waypoint without a name.

@@ -171,8 +171,8 @@ class GpxWriter {
   }
 
   /// What is read of a waypoint's texts; where it is, and the set of its symbol, are no columns to be compared.
-  static Waypoint ReadBack(const GpxTexts& texts, const Waypoint& waypoint) {
-    Waypoint back = WaypointOf(texts, 0);
+  [[nodiscard]] Waypoint ReadBack(const Waypoint& waypoint) const {
+    Waypoint back = WaypointOf(texts_, 0);
     back.lat_deg = waypoint.lat_deg;
     back.lon_deg = waypoint.lon_deg;
     back.symbol_set = waypoint.symbol_set;
@@ -182,23 +182,23 @@ class GpxWriter {
   void Write(const Waypoint& waypoint) {
     if (!BeginPoint("wpt", waypoint)) return;
     const Waypoint file = AsInFile(waypoint);
-    const GpxTexts texts = GpxTextsOf(waypoint, file);
-    const std::string attributes = ColumnAttributes(file, ReadBack(texts, waypoint));
-    WriteContents(texts, "walrim:waypoint", attributes);
+    SetTexts(texts_, waypoint, file);
+    WriteContents("walrim:waypoint", ColumnAttributes(file, ReadBack(waypoint)));
     xml_.End("wpt");
   }
 
   void Write(const RoutePoint& point) {
     if (!BeginPoint("rtept", point.waypoint)) return;
     const RoutePoint file{AsInFile(point.waypoint), point.link};
-    GpxTexts texts = GpxTextsOf(point.waypoint, file.waypoint);
-    if (point.link->subclass != NoSubclass) texts.subclass = HexText(point.link->subclass);
-    const RoutePoint back{ReadBack(texts, point.waypoint), LinkOf(texts)};
-    WriteContents(texts, "walrim:waypoint", ColumnAttributes(file, back));
+    SetTexts(texts_, point.waypoint, file.waypoint);
+    if (point.link->subclass != NoSubclass) texts_.subclass = HexText(point.link->subclass);
+    const RoutePoint back{ReadBack(point.waypoint), LinkOf(texts_)};
+    WriteContents("walrim:waypoint", ColumnAttributes(file, back));
     xml_.End("rtept");
   }
 
-  void WriteContents(const GpxTexts& texts, std::string_view own_name, std::string_view attributes) {
+  void WriteContents(std::string_view own_name, std::string_view attributes) {
+    const GpxTexts& texts = texts_;
     xml_.Text("ele", texts.ele);
     xml_.Text("name", texts.name);
     xml_.Text("cmt", texts.cmt);
@@ -288,13 +288,12 @@ class GpxWriter {
 
   void Write(const TrackPoint& point, bool begins_segment) {
     if (!BeginPoint("trkpt", point)) return;
-    const GpxTexts& texts = point_texts_;
-    SetTexts(point_texts_, point);
-    TrackPoint back = AsSaid(point, texts);
+    SetTexts(texts_, point);
+    TrackPoint back = AsSaid(point, texts_);
     back.new_trk = begins_segment;
-    xml_.Text("ele", texts.ele);
-    xml_.Text("time", texts.time);
-    WriteExtensions("gpxx:TrackPointExtension", "gpxx:Depth", texts.depth, "walrim:point",
+    xml_.Text("ele", texts_.ele);
+    xml_.Text("time", texts_.time);
+    WriteExtensions("gpxx:TrackPointExtension", "gpxx:Depth", texts_.depth, "walrim:point",
                     ColumnAttributes(point, back));
     xml_.End("trkpt");
   }
@@ -303,7 +302,7 @@ class GpxWriter {
   XmlLines xml_;
   const DataSet& data_;
   const WriteSettings& settings_;
-  GpxTexts point_texts_;  ///< of the present track point
+  GpxTexts texts_;  ///< of the present point
   WriteReport report_;
 };
 
