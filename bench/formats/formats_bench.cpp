@@ -1,6 +1,8 @@
-// Benchmarks of WPT+ texts and map-server scripts. One more mode:
+// Benchmarks of WPT+ texts, map-server scripts and GPX. Two more modes, which take the best of some rounds:
 //   walrim_formats_bench compare [ROUNDS]    writes a full data set's WPT+ text and its script in turn and prints how
 //                                            often the one's time goes into the other's
+//   walrim_formats_bench gpx [ROUNDS]        writes a full data set as GPX and as a standard file and reads both again,
+//                                            in turn, and prints how often the one's time goes into the other's
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
@@ -41,14 +43,18 @@ void Write(benchmark::State& state, FormatId format, Datum datum) {
   SetRates(state, text.size());
 }
 
+/// The points of a text's logs.
+std::size_t ReadText(FormatId format, std::string_view text) {
+  DataSet data;
+  LineSource lines(text, TextEncoding::Utf8);
+  (void)FormatOf(format).read(lines, data, {});
+  return data.TrackPointCount();
+}
+
 void Read(benchmark::State& state, FormatId format) {
   const std::string text = TextOf(format, FullDataSet(static_cast<int>(state.range(0))), On(Datum::Wgs84));
-  for (auto _ : state) {
-    DataSet data;
-    LineSource lines(text, TextEncoding::Utf8);
-    (void)FormatOf(format).read(lines, data, {});
-    benchmark::DoNotOptimize(data.TrackPointCount());
-  }
+  for (auto _ : state)
+    benchmark::DoNotOptimize(ReadText(format, text));
   SetRates(state, text.size());
 }
 
@@ -72,6 +78,16 @@ void BM_ReadScript(benchmark::State& state) {
 }
 BENCHMARK(BM_ReadScript)->Apply(Sizes);
 
+void BM_WriteGpx(benchmark::State& state) {
+  Write(state, FormatId::Gpx, Datum::Wgs84);
+}
+BENCHMARK(BM_WriteGpx)->Apply(Sizes);
+
+void BM_ReadGpx(benchmark::State& state) {
+  Read(state, FormatId::Gpx);
+}
+BENCHMARK(BM_ReadGpx)->Apply(Sizes);
+
 /// A log of all points that fit, which is one statement with all their positions.
 void BM_OneLongLog(benchmark::State& state) {
   DataSet data;
@@ -86,9 +102,10 @@ void BM_OneLongLog(benchmark::State& state) {
 }
 BENCHMARK(BM_OneLongLog)->Unit(benchmark::kMillisecond);
 
-double Milliseconds(FormatId format, const DataSet& data, Datum datum) {
+template <typename Work>
+double Milliseconds(Work work) {
   const auto start = std::chrono::steady_clock::now();
-  benchmark::DoNotOptimize(TextOf(format, data, On(datum)).data());
+  work();
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -97,21 +114,62 @@ void Compare(Datum datum, int rounds) {
   double wpt_ms = std::numeric_limits<double>::max();
   double script_ms = wpt_ms;
   for (int i = 0; i < rounds; ++i) {
-    wpt_ms = std::min(wpt_ms, Milliseconds(FormatId::WptPlus, data, datum));
-    script_ms = std::min(script_ms, Milliseconds(FormatId::Script, data, datum));
+    const auto write = [&](FormatId format) { benchmark::DoNotOptimize(TextOf(format, data, On(datum)).data()); };
+    wpt_ms = std::min(wpt_ms, Milliseconds([&] { write(FormatId::WptPlus); }));
+    script_ms = std::min(script_ms, Milliseconds([&] { write(FormatId::Script); }));
   }
   std::printf("%.*s: script / WPT+ text: %.2f\n", static_cast<int>(DatumName(datum).size()), DatumName(datum).data(),
               script_ms / wpt_ms);
+}
+
+void WriteTo(std::string& text, FormatId format, const DataSet& data) {
+  TextOutput out([&text](const std::string& lines) { text += lines; });
+  (void)FormatOf(format).write(out, data, On(Datum::Wgs84));
+  out.Flush();
+}
+
+/// The least milliseconds that writing and reading took.
+struct ThereAndBack {
+  double write_ms = std::numeric_limits<double>::max();
+  double read_ms = std::numeric_limits<double>::max();
+
+  /// text has room: what keeps the pieces that are written is not measured.
+  void Measure(FormatId format, const DataSet& data, std::string& text) {
+    text.clear();
+    std::size_t points = 0;
+    write_ms = std::min(write_ms, Milliseconds([&] { WriteTo(text, format, data); }));
+    read_ms = std::min(read_ms, Milliseconds([&] { points = ReadText(format, text); }));
+    if (points != data.TrackPointCount()) std::abort();
+  }
+};
+
+void CompareGpx(int rounds) {
+  const DataSet data = FullDataSet(1);
+  ThereAndBack standard;
+  ThereAndBack gpx;
+  std::string text;
+  for (int i = 0; i < rounds; ++i) {
+    standard.Measure(FormatId::Standard, data, text);
+    gpx.Measure(FormatId::Gpx, data, text);
+  }
+  std::printf("standard file: written in %.1f ms, read in %.1f ms\n", standard.write_ms, standard.read_ms);
+  std::printf("GPX: written in %.1f ms, read in %.1f ms\n", gpx.write_ms, gpx.read_ms);
+  std::printf("GPX / standard file: %.2f\n", (gpx.write_ms + gpx.read_ms) / (standard.write_ms + standard.read_ms));
 }
 
 }  // namespace
 }  // namespace walrim
 
 int main(int argc, char** argv) {
-  if (argc >= 2 && std::string_view(argv[1]) == "compare") {
-    const int rounds = argc >= 3 ? std::atoi(argv[2]) : 15;
+  const std::string_view mode = argc >= 2 ? argv[1] : "";
+  const int rounds = std::max(argc >= 3 ? std::atoi(argv[2]) : 15, 1);
+  if (mode == "compare") {
     for (const walrim::Datum datum : {walrim::Datum::Wgs84, walrim::Datum::Tokyo})
-      walrim::Compare(datum, std::max(rounds, 1));
+      walrim::Compare(datum, rounds);
+    return 0;
+  }
+  if (mode == "gpx") {
+    walrim::CompareGpx(rounds);
     return 0;
   }
   benchmark::Initialize(&argc, argv);

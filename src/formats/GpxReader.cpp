@@ -256,6 +256,7 @@ class GpxReader {
 
   template <typename Record>
   static void ReadOwn(const pugi::xml_node& own, Record& record) {
+    if (!own) return;
     for (const pugi::xml_attribute& attribute : own.attributes())
       ReadColumnAttribute(record, attribute.name(), attribute.value());
   }
@@ -285,10 +286,10 @@ class GpxReader {
     record.lon_deg = position.longitude_deg;
   }
 
-  /// Keeps a name of a symbol that is not there as it is meant; the program's own element may have the number.
-  void NoteSymbol(std::string_view name, const pugi::xml_node& own) {
+  /// Keeps the name of a symbol that is not there as it is meant; the program's own element may have the number.
+  void NoteSymbol(std::string_view name, const Waypoint& waypoint, const pugi::xml_node& own) {
     name = TrimSpace(name);
-    if (name.empty() || own.attribute("smbl")) return;
+    if (name.empty() || name == GpxSymbolName(waypoint.smbl.value_or(0)) || own.attribute("smbl")) return;
     const auto symbol = SymbolOfGpxName(name);
     if (!symbol) unknown_symbols_.Add(name);
     if (symbol && !symbol->exact) nearest_symbols_.Add(name);
@@ -303,7 +304,7 @@ class GpxReader {
     const GpxTexts& texts = Collected(node, own);
     Waypoint waypoint = WaypointOf(texts, point_number_);
     Place(waypoint, position);
-    NoteSymbol(texts.sym, own);
+    NoteSymbol(texts.sym, waypoint, own);
     ReadOwn(own, waypoint);
     intake_.Store(std::move(waypoint));
   }
@@ -392,7 +393,7 @@ class GpxReader {
     const GpxTexts& texts = Collected(node, own);
     point = {WaypointOf(texts, point_number_), LinkOf(texts)};
     Place(point.waypoint, position);
-    NoteSymbol(texts.sym, own);
+    NoteSymbol(texts.sym, point.waypoint, own);
     ReadOwn(own, point);
     return true;
   }

@@ -68,16 +68,16 @@ constexpr ByteSet NameEnds(" \t\r\n/><\"'=&");
 /// What stands for itself neither in an element nor in an attribute in double quotes.
 constexpr ByteSet Marks("&<>\"");
 
-/// Not 0 where a block has a control character or a byte that a noncharacter may begin with. Bytes in place of truths
-/// let all of a block be compared at once.
+/// Not 0 where a block has bytes that need a closer look: control characters, and what a noncharacter may begin with.
+/// Bytes in place of truths let all of a block be compared at once.
 constexpr std::size_t BlockSize = 64;
 unsigned char Suspicion(const char* block) {
   unsigned char suspicion = 0;
   for (std::size_t i = 0; i < BlockSize; ++i) {
     const auto c = static_cast<unsigned char>(block[i]);
-    const unsigned char low = c < 0x20 ? 1 : 0;
-    const unsigned char space = (c == '\t' ? 1 : 0) | (c == '\n' ? 1 : 0) | (c == '\r' ? 1 : 0);
-    suspicion |= (low & ~space) | (c == 0xEF ? 1 : 0);
+    const unsigned char control = c < 0x20 ? 1 : 0;
+    const unsigned char line_feed = c == '\n' ? 1 : 0;
+    suspicion |= (control ^ line_feed) | (c == 0xEF ? 1 : 0);
   }
   return suspicion;
 }
@@ -140,7 +140,7 @@ class XmlChecker {
 
   void PassText() {
     const std::string_view text = TakeBytes(rest_, rest_.find('<'));
-    if (level_ > 0) return static_cast<void>(ReferencesKnown(text));
+    if (level_ > 0) return references_ ? static_cast<void>(ReferencesKnown(text)) : void();
     if (const std::string_view stray = TrimSpace(text); !stray.empty()) Fail(NotWellFormed, stray);
   }
 
@@ -167,6 +167,11 @@ class XmlChecker {
   }
 
   void PassEnd() {
+    // Within the root's elements it need not be found where a tag ends.
+    if (level_ > 2) {
+      --level_;
+      return rest_.remove_prefix(2);
+    }
     const std::size_t end = rest_.find('>');
     if (end == std::string_view::npos || level_ == 0) return Fail(NotWellFormed);
     if (--level_ == 0 && NameOfEnd(rest_.substr(0, end)) != root_name_) return Fail(NotWellFormed);

@@ -420,6 +420,14 @@ TEST(GpxReader, WhatIsNoXmlIsRefusedAsAWholeWithItsPlace) {
   EXPECT_EQ(refusal_of("<!DOCTYPE gpx [<!ENTITY a 'b'>]><gpx>" + point + "</gpx>"), AtPlace(EntityDeclared, 1, 1));
   EXPECT_EQ(refusal_of("<!DOCTYPE gpx [<!ENTITY a SYSTEM 'file:///etc/passwd'>]><gpx>" + point + "</gpx>"),
             AtPlace(EntityDeclared, 1, 1));
+  // Tags that do not match, at every level: the root's, its elements', and those within.
+  EXPECT_EQ(refusal_of("<gpx>" + point + "</gpy>"), AtPlace(NotWellFormed, 1, 28));
+  EXPECT_EQ(refusal_of("<gpx>" + point + "<wpt lat='3' lon='4'></wpx></gpx>"), AtPlace(NotWellFormed, 1, 49));
+  EXPECT_EQ(refusal_of("<gpx>" + point + "<a><b></a></b></gpx>"), AtPlace(NotWellFormed, 1, 34));
+  EXPECT_EQ(refusal_of("<gpx>" + point + "<a><b><c></b></c></a></gpx>"), AtPlace(NotWellFormed, 1, 37));
+  EXPECT_EQ(refusal_of("<gpx>" + point + "<a><b><c></c></a></gpx>"), AtPlace(NotWellFormed, 1, 51));
+  EXPECT_EQ(refusal_of("<gpx>" + point + "<a><b><c></c</b></a></gpx>"), AtPlace(NotWellFormed, 1, 40));
+  EXPECT_EQ(refusal_of("<gpx>" + point + "<a><?1?></a></gpx>"), AtPlace(NotWellFormed, 1, 31));
   EXPECT_EQ(refusal_of("<kml>" + point + "</kml>"), NoGpx);
   EXPECT_EQ(refusal_of("<gpx>" + point + "</gpx>"), "");
 }
