@@ -30,7 +30,7 @@ void CheckLink(const std::string& link, const MapPoint& point) {
 }
 
 void CheckLinks(const MapPoint& point) {
-  const Place place{point.lat_deg, point.lon_deg, 599.0};
+  const MapPlace place{point.lat_deg, point.lon_deg, 599.0};
   CheckLink(GeoLink(place), point);
   for (const MapPage& page : MapPages()) {
     if (page.write != nullptr) CheckLink(page.write(place), point);

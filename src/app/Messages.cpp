@@ -168,6 +168,10 @@ std::string FileOfAnotherComputer(std::string_view host) {
   return Joined({"ほかのコンピュータ（", host, "）のファイルは読み込めません．"});
 }
 
+std::string LinkNotOpened(std::string_view link) {
+  return Joined({"リンクを開けませんでした：", link});
+}
+
 std::string UnsupportedText() {
   const auto format = [](const Format& row) { return Joined({row.name, "形式"}); };
   return Joined({Unsupported, ListOfFormats(format), "の文字列か，地図上の位置を取り込めます．"});

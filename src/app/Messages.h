@@ -87,6 +87,8 @@ inline constexpr std::string_view ClipFrom = "Clip From URL=";
 /// How many records of each kind came in, and the complaints, in one line.
 [[nodiscard]] std::string ImportReport(const ImportResult& result);
 
+[[nodiscard]] std::string LinkNotOpened(std::string_view link);
+
 // ---- Files
 
 inline constexpr std::string_view ForeignLink = "ほかの利用者が置いたリンクです";

@@ -68,11 +68,11 @@ std::string LinkNumber(double number, int decimals) {
   return text == "-0" ? "0" : text;
 }
 
-std::string LinkPosition(const Place& place, char separator) {
+std::string LinkPosition(const MapPlace& place, char separator) {
   return LinkNumber(place.lat_deg, LinkDecimals) + separator + LinkNumber(place.lon_deg, LinkDecimals);
 }
 
-std::string GeoLink(const Place& place) {
+std::string GeoLink(const MapPlace& place) {
   std::string link = "geo:" + LinkPosition(place);
   if (place.alt_m && *place.alt_m >= DeepestPlace_m && *place.alt_m <= HighestPlace_m)
     link += "," + LinkNumber(*place.alt_m, 1);

@@ -12,7 +12,7 @@
 namespace walrim {
 
 /// A position on the globe, on WGS84, north and east positive.
-struct Place {
+struct MapPlace {
   double lat_deg = 0;
   double lon_deg = 0;
   std::optional<double> alt_m;  ///< above the sea
@@ -23,10 +23,10 @@ struct Place {
 /// Of degrees: finer than a receiver stores them.
 inline constexpr int LinkDecimals = 8;
 /// "35.6252,139.2437"
-[[nodiscard]] std::string LinkPosition(const Place& place, char separator = ',');
+[[nodiscard]] std::string LinkPosition(const MapPlace& place, char separator = ',');
 
 /// The link of a place, with its height where it has one that somebody can have been at.
-[[nodiscard]] std::string GeoLink(const Place& place);
+[[nodiscard]] std::string GeoLink(const MapPlace& place);
 
 /// Its text stands without blanks around it; the point lies wherever the link says, also off the globe. Nothing where
 /// the link says more of the position than is known here.

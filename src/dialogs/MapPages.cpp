@@ -33,7 +33,7 @@ std::optional<MapPoint> PointOfView(std::string_view view) {
   return view.empty() || view.starts_with('/') || view.starts_with('&') ? point : std::nullopt;
 }
 
-std::string ViewOf(const Place& place) {
+std::string ViewOf(const MapPlace& place) {
   return "15/" + LinkPosition(place, '/');
 }
 
@@ -52,7 +52,7 @@ std::optional<MapPoint> ReadGsi(const PageAddress& address) {
   return PointOfView(address.fragment);
 }
 
-std::string WriteGsi(const Place& place) {
+std::string WriteGsi(const MapPlace& place) {
   return "https://maps.gsi.go.jp/#" + ViewOf(place) + "/";
 }
 
@@ -69,7 +69,7 @@ std::optional<MapPoint> ReadOpenStreetMap(const PageAddress& address) {
   return Take(fragment, "map=") ? PointOfView(fragment) : std::nullopt;
 }
 
-std::string WriteOpenStreetMap(const Place& place) {
+std::string WriteOpenStreetMap(const MapPlace& place) {
   return "https://www.openstreetmap.org/?mlat=" + LinkNumber(place.lat_deg, LinkDecimals) +
          "&mlon=" + LinkNumber(place.lon_deg, LinkDecimals) + "#map=" + ViewOf(place);
 }
@@ -107,7 +107,7 @@ std::optional<MapPoint> ReadGoogle(const PageAddress& address) {
   return marked ? marked : PointOfMiddle(address.path);
 }
 
-std::string WriteGoogle(const Place& place) {
+std::string WriteGoogle(const MapPlace& place) {
   return "https://www.google.com/maps/search/?api=1&query=" + LinkPosition(place);
 }
 

@@ -37,7 +37,7 @@ struct MapPage {
   bool (*is_here)(const PageAddress& address);
   std::optional<MapPoint> (*read)(const PageAddress& address);
   /// The address of a place; null for a map that is only read from.
-  std::string (*write)(const Place& place);
+  std::string (*write)(const MapPlace& place);
 };
 
 [[nodiscard]] std::span<const MapPage> MapPages();

@@ -28,6 +28,9 @@ class Desktop {
   virtual void SetClipboardText(std::string_view text) = 0;
   [[nodiscard]] virtual std::string ClipboardText() = 0;
 
+  /// Opens a link with the program that the user has for such links; false where there is none.
+  [[nodiscard]] virtual bool OpenLink(std::string_view /*link*/) { return false; }
+
   /// The status line's text (its Caption); empty clears it.
   virtual void SetStatusCaption(std::string_view text) = 0;
   [[nodiscard]] virtual std::string StatusCaption() const = 0;

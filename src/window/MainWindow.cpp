@@ -21,6 +21,7 @@
 #include <utility>
 
 #include "app/Messages.h"
+#include "app/PlaceCommands.h"
 #include "app/ProgramName.h"
 #include "window/AboutBox.h"
 #include "window/DataPanel.h"
@@ -211,6 +212,11 @@ void MainWindow::ConnectButtons() {
   connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);
   connect_command(data_panel_->file_import, main_.Imports(), &ImportCommands::ImportChosen);
   connect_command(data_panel_->paste, main_.Imports(), &ImportCommands::Paste);
+  // Neither changes anything: both may come amid a transfer.
+  connect(records_, &RecordTables::MapChosen, this,
+          [this](const MapPage& page, const MapPlace& place) { OpenOnMap(desktop_, page, place); });
+  connect(records_, &RecordTables::GeoLinkChosen, this,
+          [this](const MapPlace& place) { CopyGeoLink(desktop_, place); });
   connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
   drop_timer_.setSingleShot(true);
   connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });
@@ -331,7 +337,7 @@ QString MainWindow::TypedLink() {
   QInputDialog dialog(this);
   dialog.setObjectName("LinkDialog");
   dialog.setWindowTitle(QString::fromUtf8("リンクから取り込み"));
-  dialog.setLabelText(QString::fromUtf8("取り込むファイルのリンク（http://かfile://）"));
+  dialog.setLabelText(QString::fromUtf8("取り込むファイルのリンク（http://かfile://），または地図のページのアドレス"));
   dialog.setOkButtonText("OK");
   dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
   return dialog.exec() == QDialog::Accepted ? dialog.textValue().trimmed() : QString();

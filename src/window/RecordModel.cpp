@@ -140,6 +140,13 @@ void RecordModel::Reset() {
   endResetModel();
 }
 
+std::optional<MapPlace> RecordModel::PlaceAt(int row) const {
+  const RowRef ref = RefOf(row);
+  if (!Holds(ref) || IsMissing(ref)) return std::nullopt;
+  const auto place = PlaceOf(ref);
+  return place && OnGlobe({place->lat_deg, place->lon_deg, 0}) ? place : std::nullopt;
+}
+
 void RecordModel::AppendCopy(std::string& out, int row) const {
   const RowRef ref = RefOf(row);
   if (Holds(ref)) AppendLines(out, ref, {form_.notation, form_.datum, form_.utc_offset_hours});

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "dialogs/GeoLink.h"
 #include "formats/StandardFile.h"
 #include "records/DataSet.h"
 
@@ -74,6 +75,8 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] RowRef RefOf(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
   /// Appends the row as standard lines, each with CR LF; nothing where its record is gone.
   void AppendCopy(std::string& out, int row) const;
+  /// Where the row's record lies, whatever datum is shown; nothing where that is not known.
+  [[nodiscard]] std::optional<MapPlace> PlaceAt(int row) const;
   /// The kinds of the lines that AppendCopy appends.
   [[nodiscard]] virtual std::vector<StandardLine> CopiedLines() const = 0;
 
@@ -84,6 +87,8 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] virtual bool Holds(RowRef ref) const = 0;
   /// Whether the record was announced by the receiver and never came.
   [[nodiscard]] virtual bool IsMissing(RowRef /*ref*/) const { return false; }
+  /// Where a record lies, be it off the globe. The record is held.
+  [[nodiscard]] virtual std::optional<MapPlace> PlaceOf(RowRef /*ref*/) const { return std::nullopt; }
   /// Text of a cell as the record has it. The record is held.
   [[nodiscard]] virtual std::string CellText(RowRef ref, int column) const = 0;
   /// What a cell of numbers sorts by; nothing for an empty one.

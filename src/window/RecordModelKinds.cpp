@@ -67,6 +67,11 @@ double LegKm(const TrackPoint& point, const TrackPoint* before) {
   return SphericalDistance(before->lat_deg, before->lon_deg, point.lat_deg, point.lon_deg);
 }
 
+template <typename Position>
+MapPlace PlaceOfPosition(const Position& position) {
+  return {position.lat_deg, position.lon_deg, position.alt_m};
+}
+
 // ---- Waypoints
 
 using W = const WaypointRow&;
@@ -213,6 +218,10 @@ std::optional<WaypointRow> WaypointModel::RowOf(RowRef ref) const {
   return WaypointRow{std::to_string(ref.record), double(ref.record), *waypoint};
 }
 
+std::optional<MapPlace> WaypointModel::PlaceOf(RowRef ref) const {
+  return PlaceOfPosition(RowOf(ref)->waypoint);
+}
+
 void WaypointModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
   writer.Append(out, RowOf(ref)->waypoint);
   EndLine(out);
@@ -262,6 +271,10 @@ std::optional<WaypointRow> RoutePointModel::RowOf(RowRef ref) const {
   const int number = ref.point + 1;
   return WaypointRow{std::to_string(route->nmbr) + "-" + std::to_string(number), route->nmbr * PlacesPerRecord + number,
                      route->points[ref.point].waypoint};
+}
+
+std::optional<MapPlace> RoutePointModel::PlaceOf(RowRef ref) const {
+  return PlaceOfPosition(RowOf(ref)->waypoint);
 }
 
 void RoutePointModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {
@@ -320,6 +333,10 @@ std::optional<TrackPointRow> TrackPointModel::RowOf(RowRef ref) const {
   if (log == nullptr || ref.point >= log->points.size()) return std::nullopt;
   const TrackPoint& point = log->points[ref.point];
   return TrackPointRow{ref.record, ref.point + 1, point, ref.point > 0 ? &point - 1 : nullptr};
+}
+
+std::optional<MapPlace> TrackPointModel::PlaceOf(RowRef ref) const {
+  return PlaceOfPosition(RowOf(ref)->point);
 }
 
 void TrackPointModel::AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const {

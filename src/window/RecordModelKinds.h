@@ -95,6 +95,7 @@ class WaypointModel : public ModelOf<WaypointRow> {
   [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   [[nodiscard]] bool IsMissing(RowRef ref) const override { return RowOf(ref)->waypoint.missing; }
+  [[nodiscard]] std::optional<MapPlace> PlaceOf(RowRef ref) const override;
   void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
 };
 
@@ -120,6 +121,7 @@ class RoutePointModel : public ModelOf<WaypointRow> {
  protected:
   [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
+  [[nodiscard]] std::optional<MapPlace> PlaceOf(RowRef ref) const override;
   void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
 };
 
@@ -151,6 +153,7 @@ class TrackPointModel : public ModelOf<TrackPointRow> {
  protected:
   [[nodiscard]] std::optional<TrackPointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
+  [[nodiscard]] std::optional<MapPlace> PlaceOf(RowRef ref) const override;
   void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
 };
 

@@ -85,8 +85,12 @@ void RecordTables::BuildTables(DataKind kind) {
   Page& page = PageOf(kind);
   page.stack->addWidget(NewTables(kind));
   if (page.points != nullptr) ConnectPoints(kind);
-  page.record_view->SetWithHeader(with_header_);
-  if (page.point_view != nullptr) page.point_view->SetWithHeader(with_header_);
+  for (RecordView* view : {page.record_view, page.point_view}) {
+    if (view == nullptr) continue;
+    view->SetWithHeader(with_header_);
+    connect(view, &RecordView::MapChosen, this, &RecordTables::MapChosen);
+    connect(view, &RecordView::GeoLinkChosen, this, &RecordTables::GeoLinkChosen);
+  }
 }
 
 void RecordTables::ConnectPoints(DataKind kind) {

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <array>
 
+#include "dialogs/MapPages.h"
 #include "records/DataSet.h"
 #include "window/RecordModel.h"
 
@@ -27,6 +28,11 @@ class RecordTables : public QWidget {
   void Refresh(const ShownForm& form);
   /// Title lines in front of copied lines.
   void SetWithHeader(bool on);
+
+ Q_SIGNALS:
+  /// As of RecordView.
+  void MapChosen(const MapPage& page, const MapPlace& place);
+  void GeoLinkChosen(const MapPlace& place);
 
  private:
   /// The tables of a kind, made when it first holds records. Waypoints have no points.

@@ -1,10 +1,12 @@
 #include "window/RecordView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QStyle>
 #include <algorithm>
 #include <string>
@@ -19,6 +21,12 @@ constexpr int RowMargin = 6;
 
 bool IsCopyKey(const QEvent* event) {
   return static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Copy);
+}
+
+/// Not every platform makes a wish for a menu of them.
+bool IsMenuKey(const QKeyEvent& event) {
+  const bool shift_f10 = event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
+  return event.key() == Qt::Key_Menu || shift_f10;
 }
 
 }  // namespace
@@ -71,7 +79,42 @@ void RecordView::AddCopyAction() {
   copy->setShortcutContext(Qt::WidgetShortcut);
   connect(copy, &QAction::triggered, this, &RecordView::CopyRows);
   addAction(copy);
-  setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+/// The menu speaks of the row as it is now: what a transfer brings while it is open changes nothing of it.
+void RecordView::ShowMenu(const QModelIndex& index, const QPoint& global_at) {
+  if (QApplication::activePopupWidget() != nullptr) return;
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addActions(actions());
+  menu->addSeparator();
+  AddPlaceActions(*menu, index.isValid() ? model_.PlaceAt(index.row()) : std::nullopt);
+  menu->popup(global_at);
+}
+
+void RecordView::ShowMenuAtCurrentRow() {
+  const QModelIndex index = currentIndex();
+  if (index.isValid()) scrollTo(index);
+  ShowMenu(index, viewport()->mapToGlobal(visualRect(index).bottomLeft()));
+}
+
+void RecordView::AddPlaceActions(QMenu& menu, const std::optional<MapPlace>& place) {
+  const MapPlace at = place.value_or(MapPlace{});
+  for (const MapPage& page : MapPages()) {
+    if (page.write == nullptr) continue;
+    const QString name = QString::fromUtf8(page.name.data(), static_cast<qsizetype>(page.name.size()));
+    QAction* open = menu.addAction(name + QStringLiteral("で開く"));
+    connect(open, &QAction::triggered, this, [this, &page, at] { Q_EMIT MapChosen(page, at); });
+    open->setEnabled(place.has_value());
+  }
+  QAction* copy = menu.addAction(QStringLiteral("geo: リンクをコピー"));
+  connect(copy, &QAction::triggered, this, [this, at] { Q_EMIT GeoLinkChosen(at); });
+  copy->setEnabled(place.has_value());
+}
+
+void RecordView::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Keyboard) return ShowMenuAtCurrentRow();
+  ShowMenu(indexAt(viewport()->mapFromGlobal(event->globalPos())), event->globalPos());
 }
 
 /// Takes the copy key before a shortcut of the window around can.
@@ -84,8 +127,12 @@ bool RecordView::event(QEvent* event) {
 }
 
 void RecordView::keyPressEvent(QKeyEvent* event) {
-  if (!IsCopyKey(event)) return QTableView::keyPressEvent(event);
-  CopyRows();
+  if (!IsCopyKey(event) && !IsMenuKey(*event)) return QTableView::keyPressEvent(event);
+  if (IsCopyKey(event)) {
+    CopyRows();
+  } else {
+    ShowMenuAtCurrentRow();
+  }
   event->accept();
 }
 

@@ -1,11 +1,16 @@
-// A table of records with what a user does to it by hand: sorting by a click on a title, choosing rows, copying them.
+// A table of records with what a user does to it by hand: sorting by a click on a title, choosing rows, copying them,
+// and a menu that leads from a record to a map.
 #pragma once
 
 #include <QSet>
 #include <QTableView>
+#include <optional>
 #include <vector>
 
+#include "dialogs/MapPages.h"
 #include "window/RecordModel.h"
+
+class QMenu;
 
 namespace walrim {
 
@@ -23,9 +28,15 @@ class RecordView : public QTableView {
   /// The records of the chosen rows, each once, in rising order.
   [[nodiscard]] std::vector<int> SelectedRecords() const;
 
+ Q_SIGNALS:
+  /// A record's place is to be opened on a map. page outlives the program.
+  void MapChosen(const MapPage& page, const MapPlace& place);
+  void GeoLinkChosen(const MapPlace& place);
+
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
@@ -34,6 +45,9 @@ class RecordView : public QTableView {
   void SetUpTitles();
   void FollowModel();
   void AddCopyAction();
+  void ShowMenu(const QModelIndex& index, const QPoint& global_at);
+  void ShowMenuAtCurrentRow();
+  void AddPlaceActions(QMenu& menu, const std::optional<MapPlace>& place);
   [[nodiscard]] std::vector<int> SelectedRows() const;
   [[nodiscard]] std::vector<int> NeededWidths() const;
   void FitRows();

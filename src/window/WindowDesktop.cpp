@@ -2,11 +2,13 @@
 
 #include <QAbstractButton>
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QUrl>
 #include <algorithm>
 
 #include "window/DialogFilters.h"
@@ -102,6 +104,10 @@ void WindowDesktop::SetClipboardText(std::string_view text) {
 
 std::string WindowDesktop::ClipboardText() {
   return QGuiApplication::clipboard()->text().toStdString();
+}
+
+bool WindowDesktop::OpenLink(std::string_view link) {
+  return QDesktopServices::openUrl(QUrl(FromUtf8(link)));
 }
 
 void WindowDesktop::SetStatusCaption(std::string_view text) {

@@ -36,6 +36,7 @@ class WindowDesktop : public Desktop {
   [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override;
   void SetClipboardText(std::string_view text) override;
   [[nodiscard]] std::string ClipboardText() override;
+  [[nodiscard]] bool OpenLink(std::string_view link) override;
   void SetStatusCaption(std::string_view text) override;
   [[nodiscard]] std::string StatusCaption() const override;
   void SetProgress(std::int64_t done, std::int64_t total) override;

@@ -87,6 +87,7 @@ TEST(AppMessages, OfReadingAreWordedSo) {
   EXPECT_EQ(RefusedFile("a", "why"), "取り込めません：a：why．");
   EXPECT_EQ(RefusedFile("", "why"), "取り込めません：why．");
   EXPECT_EQ(ReadProblem("a", "why"), "ファイルを読み込めません：a（why）");
+  EXPECT_EQ(LinkNotOpened("https://a"), "リンクを開けませんでした：https://a");
   EXPECT_EQ(ForeignLink, "ほかの利用者が置いたリンクです");
   EXPECT_EQ(NoRegularFile, "通常のファイルではありません");
   EXPECT_EQ(BrokenOff("why"), "処理を中止しました：why");

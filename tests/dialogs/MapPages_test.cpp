@@ -136,7 +136,7 @@ TEST(MapPages, OtherPagesHoldNone) {
 }
 
 TEST(MapPages, TheAddressOfAPlaceLeadsThere) {
-  const Place tower{TowerLat, TowerLon, {}};
+  const MapPlace tower{TowerLat, TowerLon, {}};
   std::vector<std::string> addresses;
   for (const MapPage& page : MapPages())
     addresses.push_back(page.write == nullptr ? "" : page.write(tower));
@@ -147,8 +147,8 @@ TEST(MapPages, TheAddressOfAPlaceLeadsThere) {
 }
 
 TEST(MapPages, EveryAddressIsReadBackToItsPlace) {
-  for (const Place& place : {Place{-33.5, -70.25, {}}, Place{0.00000012, -0.00001, {}}, Place{90, -180, {}},
-                             Place{35.62519441, 139.24369434, {}}, Place{0, 0, {}}}) {
+  for (const MapPlace& place : {MapPlace{-33.5, -70.25, {}}, MapPlace{0.00000012, -0.00001, {}}, MapPlace{90, -180, {}},
+                             MapPlace{35.62519441, 139.24369434, {}}, MapPlace{0, 0, {}}}) {
     for (const MapPage& page : MapPages()) {
       if (page.write != nullptr) ExpectPoint(page.write(place), place.lat_deg, place.lon_deg);
     }

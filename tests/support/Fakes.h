@@ -69,6 +69,10 @@ class RecordingDesktop : public Desktop {
   }
   void SetClipboardText(std::string_view text) override { clipboard = text; }
   [[nodiscard]] std::string ClipboardText() override { return clipboard; }
+  [[nodiscard]] bool OpenLink(std::string_view link) override {
+    links.emplace_back(link);
+    return opens_links;
+  }
   void SetStatusCaption(std::string_view text) override {
     caption = text;
     captions.emplace_back(text);
@@ -83,6 +87,7 @@ class RecordingDesktop : public Desktop {
 
   bool yes = true;
   bool ok = true;
+  bool opens_links = true;
   std::optional<std::string> open_path;  ///< nothing: cancelled
   std::optional<std::string> save_path;
   std::string clipboard;
@@ -91,6 +96,7 @@ class RecordingDesktop : public Desktop {
   std::vector<std::string> messages;
   std::vector<std::string> questions;
   std::vector<std::string> filters;
+  std::vector<std::string> links;  ///< that were opened
   std::vector<std::string> captions;
   std::vector<std::pair<std::int64_t, std::int64_t>> progress;
   int changes = 0;

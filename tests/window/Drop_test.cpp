@@ -38,6 +38,14 @@ bool DragOver(QWidget& widget, const Dragged& dragged) {
   return event.isAccepted();
 }
 
+/// Takes the point of a dialog as it is.
+void TakeTakao(QDialog& dialog) {
+  EXPECT_EQ(dialog.findChild<QLineEdit*>("ClipLat")->text(), "35.6252");
+  EXPECT_EQ(dialog.findChild<QLineEdit*>("ClipLon")->text(), "139.2437");
+  TabTo(dialog, "Ok");
+  Press(dialog, Qt::Key_Return);
+}
+
 class DropTest : public WindowTest {
  protected:
   DropTest() {
@@ -180,14 +188,23 @@ TEST_F(DropTest, APointFromAMapOpensItsDialog) {
   const Dragged text(OnePoint);
   const Dragged link({QUrl("geo:35.6252,139.2437")});
   for (const Dragged* dragged : {&text, &link}) {
-    plans.Next("ClipProAtlas", [](QDialog& dialog) {
-      EXPECT_EQ(dialog.findChild<QLineEdit*>("ClipLat")->text(), "35.6252");
-      TabTo(dialog, "Ok");
-      Press(dialog, Qt::Key_Return);
-    });
+    plans.Next("ClipProAtlas", TakeTakao);
     EXPECT_TRUE(Drop(*dragged));
   }
   EXPECT_EQ(Texts("GpsNum"), "2|-|-");
+}
+
+TEST_F(DropTest, TheAddressOfAMapsPageIsAPointHoweverItIsDragged) {
+  constexpr const char* Address = "https://www.google.com/maps/search/?api=1&query=35.6252,139.2437";
+  DialogPlans plans;
+  const Dragged text{std::string(Address)};
+  const Dragged link({QUrl(Address)}, "Google マップ");
+  for (const Dragged* dragged : {&text, &link}) {
+    plans.Next("ClipProAtlas", TakeTakao);
+    EXPECT_TRUE(Drop(*dragged));
+  }
+  EXPECT_EQ(Texts("GpsNum"), "2|-|-");
+  EXPECT_TRUE(inet.links.empty());
 }
 
 TEST_F(DropTest, WithAutoUploadADropGoesOnToTheReceiver) {
@@ -346,6 +363,22 @@ TEST_F(PasteTest, APointFromAMapOpensItsDialogByTheButtonToo) {
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
+TEST_F(PasteTest, TheAddressOfAMapsPageIsAPointByKeyAndByButton) {
+  DialogPlans plans;
+  for (const bool with_key : {true, false}) {
+    plans.Next("ClipProAtlas", TakeTakao);
+    Paste("https://maps.gsi.go.jp/#15/35.6252/139.2437/&base=std", with_key);
+  }
+  EXPECT_EQ(Texts("GpsNum"), "2|-|-");
+  EXPECT_TRUE(inet.links.empty());
+}
+
+TEST_F(PasteTest, APositionOffTheGlobeIsRefusedWithWords) {
+  Paste("https://maps.gsi.go.jp/#15/139.2437/35.6252/", true);
+  EXPECT_EQ(Messages(), std::string(messages::OffGlobe));
+  EXPECT_EQ(Texts("GpsNum"), "-|-|-");
+}
+
 TEST_F(PasteTest, NothingAndNonsenseAreRefusedAndHarmNothing) {
   window->ImportFiles({folder.Path("a.grc")});
   for (const char* text : {"", "good morning", "35.6252", "91, 181"})
@@ -367,10 +400,16 @@ class LinkTest : public DropTest {
  protected:
   void TypeLink(const char* link, Qt::Key end = Qt::Key_Return) {
     DialogPlans plans;
+    PlanLink(plans, link, end);
+    AskForLink();
+  }
+  static void PlanLink(DialogPlans& plans, const char* link, Qt::Key end) {
     plans.Next("LinkDialog", [link, end](QDialog& dialog) {
       Type(dialog, QString::fromUtf8(link));
       Press(dialog, end);
     });
+  }
+  void AskForLink() {
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     QTest::keyClick(window.get(), Qt::Key_L, Qt::ControlModifier);
@@ -387,6 +426,18 @@ TEST_F(LinkTest, ATypedLinkIsImported) {
   TypeLink(("file://" + folder.Path("b.grc")).c_str());
   EXPECT_EQ(Texts("GpsNum"), "1|1|-");
   EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(LinkTest, ATypedAddressOfAMapsPageIsAPoint) {
+  for (const char* address :
+       {"map.yahoo.co.jp/place?lat=35.6252&lon=139.2437&zoom=16", "geo:35.6252,139.2437,599;u=5"}) {
+    DialogPlans plans;
+    PlanLink(plans, address, Qt::Key_Return);
+    plans.Next("ClipProAtlas", TakeTakao);
+    AskForLink();
+  }
+  EXPECT_EQ(Texts("GpsNum"), "2|-|-");
+  EXPECT_TRUE(inet.links.empty());
 }
 
 TEST_F(LinkTest, WhatTheServerDidNotGiveIsTold) {

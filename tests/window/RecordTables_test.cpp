@@ -494,18 +494,6 @@ TEST_F(RecordTablesTest, CopiedLinesReadBackAsTheSameRecords) {
   EXPECT_EQ(other.Routes(), data_.Routes());
 }
 
-TEST_F(RecordTablesTest, TheContextMenuOffersTheCopy) {
-  AddWaypoints({Place("A")});
-  Refresh();
-  QTableView& table = Table("WaypointTable");
-  ASSERT_EQ(table.contextMenuPolicy(), Qt::ActionsContextMenu);
-  ASSERT_EQ(table.actions().size(), 1);
-  EXPECT_EQ(table.actions().front()->text(), "行をコピー");
-  ClickRow(table, 0);
-  table.actions().front()->trigger();
-  EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), WaypointLine(1));
-}
-
 TEST_F(RecordTablesTest, TheCopyKeyOfATableIsNotTakenByAShortcutAround) {
   AddWaypoints({Place("A")});
   Refresh();
