@@ -34,7 +34,7 @@ Outcome DeviceCommands::RunIdentified(Outcome (DeviceCommands::*command)()) {
 }
 
 bool DeviceCommands::Identify() {
-  desktop_.SetStatusCaption("Initializing Device");
+  desktop_.SetStatusCaption(messages::Initializing);
   garmin_.SetLinkChoice(state_.Settings().link);
   garmin_.ClearCancel();
   damaged_records_came_ = false;
@@ -150,7 +150,7 @@ Outcome DeviceCommands::AskCounts() {
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;
-    desktop_.SetStatusCaption("Get Data Num of " + std::string(DataKindName(kind)));
+    desktop_.SetStatusCaption(messages::Counting(kind));
     outcome = AskCount(kind);
     if (outcome != Outcome::Done) break;
   }
@@ -205,7 +205,7 @@ Outcome DeviceCommands::DownloadSelected() {
 }
 
 DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
-  desktop_.SetStatusCaption("DownLoading : " + std::string(DataKindName(kind)));
+  desktop_.SetStatusCaption(messages::Downloading(kind));
   const TransferEnd end = Run([&] { return garmin_.Download(kind, state_.Settings().port, TransferMode::Transfer); });
   NoteReport(kind);
   if (end.result > 0) {
@@ -269,7 +269,7 @@ Outcome DeviceCommands::UploadSelected() {
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;
     if (!state_.WantedKinds()[IndexOf(kind)]) continue;
-    desktop_.SetStatusCaption("UpLoading : " + std::string(DataKindName(kind)));
+    desktop_.SetStatusCaption(messages::Uploading(kind));
     const KindEnd end = UploadKind(kind);
     desktop_.SetStatusCaption("");
     if (end.outcome != Outcome::Done) outcome = end.outcome;

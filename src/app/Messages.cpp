@@ -4,6 +4,7 @@
 #include <array>
 
 #include "formats/Format.h"
+#include "formats/Messages.h"
 
 namespace walrim::messages {
 
@@ -71,6 +72,18 @@ std::string ImportCounts(const ImportResult& result) {
 
 }  // namespace
 
+std::string Counting(DataKind kind) {
+  return Joined({"Get Data Num of ", DataKindName(kind)});
+}
+
+std::string Downloading(DataKind kind) {
+  return Joined({"DownLoading : ", DataKindName(kind)});
+}
+
+std::string Uploading(DataKind kind) {
+  return Joined({"UpLoading : ", DataKindName(kind)});
+}
+
 std::string LinkInUse(bool checked, bool chosen_automatically) {
   return Joined({checked ? "誤り検査：する" : "誤り検査：しない", chosen_automatically ? "（自動）" : ""});
 }
@@ -115,7 +128,7 @@ std::string EndRefused(DataKind kind) {
 }
 
 std::string KindFull(DataKind kind) {
-  return OfKind(kind) + "内部データ容量の限界です．";
+  return Joined({OfKind(kind), format_messages::StoreFull, "．"});
 }
 
 std::string ExportTo(std::string_view path) {

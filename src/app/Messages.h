@@ -20,6 +20,10 @@ inline constexpr std::string_view BadData = "受信データが異常なため�
 inline constexpr std::string_view NothingToDownload = "DownLoadするDataSetが選択されていません．";
 inline constexpr std::string_view NothingToUpload = "UpLoadするDataSetが選択されていません．";
 inline constexpr std::string_view NothingHeld = "内部データがありません．";
+inline constexpr std::string_view Initializing = "Initializing Device";
+[[nodiscard]] std::string Counting(DataKind kind);
+[[nodiscard]] std::string Downloading(DataKind kind);
+[[nodiscard]] std::string Uploading(DataKind kind);
 /// Which link the transfers use, in the status line.
 [[nodiscard]] std::string LinkInUse(bool checked, bool chosen_automatically);
 /// A name and the product number behind it.

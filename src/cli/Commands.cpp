@@ -94,12 +94,12 @@ bool Terminal::StartTrace() {
   if (SameFile(arguments_.trace_path, arguments_.output) ||
       std::any_of(arguments_.files.begin(), arguments_.files.end(),
                   [this](const std::string& file) { return SameFile(arguments_.trace_path, file); })) {
-    Message(std::string(messages::TraceIsData) + arguments_.trace_path);
+    Message(std::string(cli_messages::TraceIsData) + arguments_.trace_path);
     return false;
   }
   if (!trace_.Open(arguments_.trace_path, arguments_.force)) {
     Message(messages::WriteProblem(arguments_.trace_path, trace_.Problem()));
-    if (trace_.Refused()) Message(messages::ForceAdvice);
+    if (trace_.Refused()) Message(cli_messages::ForceAdvice);
     return false;
   }
   main_.Receiver().SetTrace(&trace_);
@@ -120,10 +120,10 @@ ExitStatus Terminal::Report(Outcome outcome) {
     for (const std::string& notice : notices)
       Message(notice);
   }
-  if (main_.Device().DamagedRecordsCame()) Message(messages::CheckedLinkAdvice);
+  if (main_.Device().DamagedRecordsCame()) Message(cli_messages::CheckedLinkAdvice);
   if (!trace_.Problem().empty()) Message(messages::WriteProblem(arguments_.trace_path, trace_.Problem()));
   if (watchdog_.Stalled()) {
-    Message(messages::Stalled);
+    Message(cli_messages::Stalled);
     return ExitStatus::NoReceiver;
   }
   switch (outcome) {
@@ -133,7 +133,7 @@ ExitStatus Terminal::Report(Outcome outcome) {
     case Outcome::Refused:
       return ExitStatus::Refused;
     case Outcome::Cancelled:
-      Message(messages::Cancelled);
+      Message(cli_messages::Cancelled);
       return ExitStatus::Refused;
     case Outcome::LinkLost:
       return ExitStatus::NoReceiver;
@@ -176,7 +176,7 @@ ExitStatus Terminal::WriteOutput() {
                                                             : main_.Exports().ExportTo(arguments_.output));
   for (const std::string& notice : main_.State().Told().Take())
     Message(notice);
-  if (!written && desktop_.AskedYesNo()) Message(messages::Utf8Advice);
+  if (!written && desktop_.AskedYesNo()) Message(cli_messages::Utf8Advice);
   return written ? ExitStatus::Done : ExitStatus::Refused;
 }
 
@@ -189,23 +189,23 @@ ExitStatus Terminal::Download() {
 
 void Terminal::ReportImport(const std::string& path) {
   for (const std::string& complaint : messages::ImportComplaints(main_.Imports().LastImport()))
-    Message(std::string(path).append("：").append(complaint));
+    Message(cli_messages::OfFile(path, complaint));
 }
 
 bool Terminal::ImportFiles() {
   for (const std::string& path : arguments_.files) {
-    desktop_.SetStatusCaption("Import from " + path);
+    desktop_.SetStatusCaption(std::string(messages::ImportFrom) + path);
     const Outcome outcome = main_.Imports().ImportFile(path);
     desktop_.SetStatusCaption("");
     if (outcome != Outcome::Done) {
-      // Most messages name their file.
-      if (desktop_.LastMessage().find(path) == std::string::npos) Message("（" + path + "）");
+      // The message has named it, but standard input not as it stands in the command line.
+      if (path == StandardStream) Message(cli_messages::Named(path));
       return false;
     }
     ReportImport(path);
   }
   const bool any = AnyOf(main_.State().WantedKinds());
-  if (!any) Message(messages::NothingImported);
+  if (!any) Message(cli_messages::NothingImported);
   return any;
 }
 

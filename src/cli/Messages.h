@@ -1,9 +1,10 @@
 // The texts that only the terminal shows.
 #pragma once
 
+#include <string>
 #include <string_view>
 
-namespace walrim::messages {
+namespace walrim::cli_messages {
 
 /// What helps where a file is not replaced, where Shift-JIS lacks a character, and where damaged records came.
 inline constexpr std::string_view ForceAdvice = "--force を指定すると，上書きします．";
@@ -16,5 +17,11 @@ inline constexpr std::string_view NoTrace = "通信の記録ではないファ�
 inline constexpr std::string_view Stalled = "30秒間データが届かないため，通信を中止しました．";
 inline constexpr std::string_view Cancelled = "中止しました．";
 inline constexpr std::string_view NothingImported = "取り込めるデータがありません．";
+[[nodiscard]] inline std::string OfFile(const std::string& path, const std::string& complaint) {
+  return path + "：" + complaint;
+}
+[[nodiscard]] inline std::string Named(const std::string& path) {
+  return "（" + path + "）";
+}
 
-}  // namespace walrim::messages
+}  // namespace walrim::cli_messages

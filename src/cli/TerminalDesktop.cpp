@@ -42,7 +42,6 @@ TerminalDesktop::~TerminalDesktop() {
 
 void TerminalDesktop::ShowMessage(std::string_view text) {
   EndStatusLine();
-  last_message_ = text;
   Print(Printable(text) + "\n");
 }
 
@@ -55,7 +54,7 @@ bool TerminalDesktop::AskYesNo(std::string_view text) {
 bool TerminalDesktop::AskOkCancel(std::string_view text) {
   if (options_.force) return true;
   ShowMessage(text);
-  ShowMessage(messages::ForceAdvice);
+  ShowMessage(cli_messages::ForceAdvice);
   return false;
 }
 

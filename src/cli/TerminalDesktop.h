@@ -41,7 +41,6 @@ class TerminalDesktop : public Desktop {
 
   /// Lets the status that stands on the terminal's line stay there.
   void KeepStatus() { EndStatusLine(); }
-  [[nodiscard]] const std::string& LastMessage() const { return last_message_; }
   /// True once a question was asked that there is nobody to answer.
   [[nodiscard]] bool AskedYesNo() const { return asked_yes_no_; }
 
@@ -52,7 +51,6 @@ class TerminalDesktop : public Desktop {
   Options options_;
   const Clock& clock_;
   std::string status_;
-  std::string last_message_;
   std::string printed_;  ///< what stands on the terminal's line, or was printed last
   std::string pending_;  ///< a counting text that was held back
   std::chrono::nanoseconds printed_at_{};

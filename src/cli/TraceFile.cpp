@@ -48,7 +48,7 @@ bool TraceFile::Begin(const std::string& path, bool replace) {
   Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666));
   if (file.Get() < 0) return false;
   if (!replace && !HoldsNothingElse(file.Get())) {
-    problem_ = messages::NoTrace;
+    problem_ = cli_messages::NoTrace;
     refused_ = true;
     return false;
   }

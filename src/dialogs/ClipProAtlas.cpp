@@ -22,24 +22,21 @@ constexpr int LargestDisplayCode = 15;
 constexpr int UsualSymbol = 18;
 constexpr int UsualDisplay = 0;
 
-std::vector<std::string> Entries(std::span<const NamedCode> names, int largest) {
-  std::vector<std::string> entries;
+std::vector<CodeEntry> Entries(std::span<const NamedCode> names, int largest) {
+  std::vector<CodeEntry> entries;
   for (const NamedCode& row : names) {
     if (row.code < 0 || row.code > largest || row.name.empty()) continue;
-    entries.push_back(PadNumber(row.code, CodeDigits).append(" : ").append(row.name));
+    entries.push_back({row.code, PadNumber(row.code, CodeDigits).append(" : ").append(row.name)});
   }
   return entries;
 }
 
-/// The entry of the code chosen before, of the usual code, or the first one.
-std::string Choose(const std::vector<std::string>& entries, const std::string& before, int usual) {
-  if (entries.empty()) return {};
-  const auto with_code = [&](int code) {
-    return std::find_if(entries.begin(), entries.end(), [&](const auto& entry) { return CodeOfEntry(entry) == code; });
-  };
-  auto found = before.empty() ? entries.end() : with_code(CodeOfEntry(before));
-  if (found == entries.end()) found = with_code(usual);
-  return found == entries.end() ? entries.front() : *found;
+/// The code chosen before, the usual code, or the first one.
+std::optional<int> Choose(const std::vector<CodeEntry>& entries, std::optional<int> before, int usual) {
+  for (const int code : {before.value_or(usual), usual}) {
+    if (std::ranges::find(entries, code, &CodeEntry::code) != entries.end()) return code;
+  }
+  return entries.empty() ? std::nullopt : std::optional(entries.front().code);
 }
 
 struct Axis {
@@ -66,35 +63,23 @@ std::string ReadAngle(const Axis& axis, std::string_view text, AngleNotation not
 }
 
 std::string ReadPosition(const ClipProAtlas& clip, Sign sign, GeoPoint& point) {
-  std::string why = ReadAngle(LatitudeAxis, clip.ClipLat, clip.notation, sign, point.latitude_deg);
-  return why.empty() ? ReadAngle(LongitudeAxis, clip.ClipLon, clip.notation, sign, point.longitude_deg) : why;
+  std::string why = ReadAngle(LatitudeAxis, clip.lat, clip.notation, sign, point.latitude_deg);
+  return why.empty() ? ReadAngle(LongitudeAxis, clip.lon, clip.notation, sign, point.longitude_deg) : why;
 }
 
 }  // namespace
 
-std::vector<std::string> SymbolEntries(WaypointType type) {
-  return Entries(SymbolNames(type), LargestSymbolCode);
-}
-
-std::vector<std::string> DisplayEntries(WaypointType type) {
-  return Entries(DisplayNames(type), LargestDisplayCode);
-}
-
-int CodeOfEntry(std::string_view entry) {
-  return static_cast<int>(LeadingInteger(entry.substr(0, CodeDigits), 0, 99999));
-}
-
 void ShowClip(const MapPoint& point, WaypointType type, ClipProAtlas& clip) {
   clip.datum = point.datum;
   clip.notation = AngleNotation::D;
-  clip.ClipLat = ShortestNumber(point.lat_deg);
-  clip.ClipLon = ShortestNumber(point.lon_deg);
-  clip.ClipIdent = WithoutControlCharacters(point.ident);
-  clip.ClipCmnt = WithoutControlCharacters(point.cmnt);
-  clip.smbl_entries = SymbolEntries(type);
-  clip.dspl_entries = DisplayEntries(type);
-  clip.SmblType = Choose(clip.smbl_entries, clip.SmblType, UsualSymbol);
-  clip.DsplType = Choose(clip.dspl_entries, clip.DsplType, UsualDisplay);
+  clip.lat = ShortestNumber(point.lat_deg);
+  clip.lon = ShortestNumber(point.lon_deg);
+  clip.ident = WithoutControlCharacters(point.ident);
+  clip.cmnt = WithoutControlCharacters(point.cmnt);
+  clip.smbl_entries = Entries(SymbolNames(type), LargestSymbolCode);
+  clip.dspl_entries = Entries(DisplayNames(type), LargestDisplayCode);
+  clip.smbl = Choose(clip.smbl_entries, clip.smbl, UsualSymbol);
+  clip.dspl = Choose(clip.dspl_entries, clip.dspl, UsualDisplay);
 }
 
 std::string SwitchClipNotation(ClipProAtlas& clip) {
@@ -102,10 +87,10 @@ std::string SwitchClipNotation(ClipProAtlas& clip) {
   std::string why = ReadPosition(clip, Sign::NotNegative, point);
   if (!why.empty()) return why;
   clip.notation = clip.notation == AngleNotation::D ? AngleNotation::DMS : AngleNotation::D;
-  clip.ClipLat.clear();
-  clip.ClipLon.clear();
-  AppendAngle(clip.ClipLat, point.latitude_deg, clip.notation);
-  AppendAngle(clip.ClipLon, point.longitude_deg, clip.notation);
+  clip.lat.clear();
+  clip.lon.clear();
+  AppendAngle(clip.lat, point.latitude_deg, clip.notation);
+  AppendAngle(clip.lon, point.longitude_deg, clip.notation);
   return {};
 }
 
@@ -117,10 +102,10 @@ ClipResult FinishClip(const ClipProAtlas& clip) {
   const GeoPoint point = ConvertDatum(given, clip.datum, Datum::Wgs84);
   result.waypoint = ClipWaypoint{point.latitude_deg,
                                  point.longitude_deg,
-                                 WithoutControlCharacters(clip.ClipIdent),
-                                 WithoutControlCharacters(clip.ClipCmnt),
-                                 CodeOfEntry(clip.SmblType),
-                                 CodeOfEntry(clip.DsplType)};
+                                 WithoutControlCharacters(clip.ident),
+                                 WithoutControlCharacters(clip.cmnt),
+                                 clip.smbl.value_or(0),
+                                 clip.dspl.value_or(0)};
   return result;
 }
 

@@ -12,17 +12,23 @@
 
 namespace walrim {
 
-/// What the dialog holds while it is shown. The widgets of the same names show these fields and write them back.
+/// An entry of a list, "00018 : name", and what it stands for.
+struct CodeEntry {
+  int code = 0;
+  std::string text;
+};
+
+/// What the dialog holds while it is shown: its widgets show these fields and write them back.
 struct ClipProAtlas {
-  std::string ClipLat;
-  std::string ClipLon;
-  std::string ClipIdent;
-  std::string ClipCmnt;
-  std::string SmblType;  ///< the chosen entry
-  std::string DsplType;
-  std::vector<std::string> smbl_entries;
-  std::vector<std::string> dspl_entries;
-  AngleNotation notation = AngleNotation::D;  ///< of ClipLat and ClipLon: D or DMS
+  std::string lat;
+  std::string lon;
+  std::string ident;
+  std::string cmnt;
+  std::optional<int> smbl;  ///< the code of the chosen entry
+  std::optional<int> dspl;
+  std::vector<CodeEntry> smbl_entries;
+  std::vector<CodeEntry> dspl_entries;
+  AngleNotation notation = AngleNotation::D;  ///< of lat and lon: D or DMS
   Datum datum = Datum::Wgs84;                 ///< of the position
 };
 
@@ -42,18 +48,11 @@ struct ClipResult {
   std::string refusal;
 };
 
-/// List entries "00018 : name" of every code of a waypoint type that has a name, in ascending order.
-[[nodiscard]] std::vector<std::string> SymbolEntries(WaypointType type);
-[[nodiscard]] std::vector<std::string> DisplayEntries(WaypointType type);
-
-/// The code of an entry: the number in its first five characters; 0 where there is none.
-[[nodiscard]] int CodeOfEntry(std::string_view entry);
-
-/// Fills the controls and both lists for a point, as the dialog opens with them. The entries that were chosen last stay
-/// chosen while the lists offer them.
+/// Fills the controls for a point, and both lists with every code of the type that has a name, in ascending order. The
+/// codes that were chosen last stay chosen while the lists offer them.
 void ShowClip(const MapPoint& point, WaypointType type, ClipProAtlas& clip);
 
-/// Rewrites ClipLat and ClipLon from "D" to "DMS" or back. Returns why it could not, then nothing was changed; empty on
+/// Rewrites lat and lon from "D" to "DMS" or back. Returns why it could not, then nothing was changed; empty on
 /// success.
 [[nodiscard]] std::string SwitchClipNotation(ClipProAtlas& clip);
 

@@ -41,14 +41,14 @@ ScriptOptionControls ShowScriptOptions(const ScriptOptions& options) {
 }
 
 ScriptOptionProblem ApplyScriptOptions(const ScriptOptionControls& controls, ScriptOptions& options) {
-  const auto utc_offset = Integer16(controls.OptUTCOffset);
+  const auto utc_offset = Integer16(controls.utc_offset);
   if (!utc_offset) return ScriptOptionProblem::UtcOffsetOverflow;
-  const auto step = Integer16(controls.OptWptTrackLogStep);
+  const auto step = Integer16(controls.track_log_step);
   if (!step) return ScriptOptionProblem::TrackLogStepOverflow;
   options.utc_offset_hours = *utc_offset;
-  options.origin_name = controls.OptMpsWptOrgName;
-  options.destination_name = controls.OptMpsWptDestinationName;
-  options.numbering_down = controls.OptMpsWptRPnumberingDown;
+  options.origin_name = controls.origin_name;
+  options.destination_name = controls.destination_name;
+  options.numbering_down = controls.numbering_down;
   options.track_log_step = *step;
   return ScriptOptionProblem::None;
 }

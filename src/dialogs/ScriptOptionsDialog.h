@@ -7,13 +7,13 @@
 
 namespace walrim {
 
-/// What the dialog's controls show, under the controls' names.
+/// What the dialog's controls show.
 struct ScriptOptionControls {
-  std::string OptUTCOffset;
-  std::string OptMpsWptOrgName;
-  std::string OptMpsWptDestinationName;
-  bool OptMpsWptRPnumberingDown = false;
-  std::string OptWptTrackLogStep;
+  std::string utc_offset;
+  std::string origin_name;
+  std::string destination_name;
+  bool numbering_down = false;
+  std::string track_log_step;
 
   friend bool operator==(const ScriptOptionControls&, const ScriptOptionControls&) = default;
 };

@@ -11,6 +11,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "qt/Messages.h"
+
 namespace walrim {
 
 namespace {
@@ -78,8 +80,8 @@ void Answer(QLocalSocket& client, const CommandReply& reply) {
   client.disconnectFromServer();
 }
 
-CommandAnswer Unanswered(Outcome outcome, const char* error) {
-  return {outcome, 0, error};
+CommandAnswer Unanswered(Outcome outcome, std::string_view error) {
+  return {outcome, 0, std::string(error)};
 }
 
 CommandAnswer Connect(QLocalSocket& socket, const std::string& name) {
@@ -87,8 +89,8 @@ CommandAnswer Connect(QLocalSocket& socket, const std::string& name) {
   if (socket.waitForConnected(ConnectWaitMs)) return {Outcome::Result, 0, {}};
   const bool nobody =
       socket.error() == QLocalSocket::ServerNotFoundError || socket.error() == QLocalSocket::ConnectionRefusedError;
-  if (nobody) return Unanswered(Outcome::NoWindow, "Walrimのウィンドウが開かれていません．");
-  return {Outcome::Failed, 0, "Walrimのウィンドウに接続できません（" + socket.errorString().toStdString() + "）．"};
+  if (nobody) return Unanswered(Outcome::NoWindow, qt_messages::NoWindow);
+  return Unanswered(Outcome::Failed, qt_messages::WindowNotReached(socket.errorString().toStdString()));
 }
 
 CommandAnswer AwaitReply(QLocalSocket& socket, int wait_ms) {
@@ -101,9 +103,8 @@ CommandAnswer AwaitReply(QLocalSocket& socket, int wait_ms) {
     const QByteArray bytes = socket.peek(MostMessageBytes);
     state = DecodeReply({bytes.constData(), static_cast<std::size_t>(bytes.size())}, reply);
   }
-  if (state != MessageState::Complete)
-    return Unanswered(Outcome::Failed, "Walrimのウィンドウから結果が返りませんでした．");
-  if (!reply.result) return Unanswered(Outcome::Busy, "Walrimは処理中です．");
+  if (state != MessageState::Complete) return Unanswered(Outcome::Failed, qt_messages::NoResult);
+  if (!reply.result) return Unanswered(Outcome::Busy, qt_messages::WindowBusy);
   return {Outcome::Result, *reply.result, {}};
 }
 
@@ -119,7 +120,7 @@ CommandPlace FindCommandPlace(const std::string& runtime_folder, const std::stri
   const std::string folder = temporary_folder + "/walrim-" + std::to_string(geteuid());
   mkdir(folder.c_str(), S_IRWXU);
   if (IsPrivateFolder(folder)) return {folder + File, {}};
-  return {{}, folder + " がこの利用者だけのフォルダーではないため，コマンドを使えません．"};
+  return {{}, qt_messages::FolderNotPrivate(folder)};
 }
 
 CommandSocket::CommandSocket(Handler handler, std::chrono::milliseconds patience)
@@ -137,18 +138,17 @@ bool CommandSocket::Lock(const std::string& name) {
 
 std::string CommandSocket::Listen(const std::string& name) {
   CloseServer();
-  const std::string cannot = "コマンドを受け付けられません（" + name + "）．";
-  if (name.empty() || !Lock(name)) return cannot;
+  if (name.empty() || !Lock(name)) return qt_messages::NotListening(name);
   if (flock(lock_, LOCK_EX | LOCK_NB) != 0 || ServerAnswers(name)) {
     CloseServer();
-    return "別のWalrimのウィンドウがコマンドを受け付けています．";
+    return std::string(qt_messages::OtherWindowListens);
   }
   server_ = std::make_unique<QLocalServer>();
   server_->setSocketOptions(QLocalServer::UserAccessOption);
   QObject::connect(server_.get(), &QLocalServer::newConnection, [this] { Accept(); });
   if (RemoveStaleSocket(name) && server_->listen(Text(name))) return {};
   CloseServer();
-  return cannot;
+  return qt_messages::NotListening(name);
 }
 
 std::string CommandSocket::ListenWhenFree(const std::string& name, std::chrono::milliseconds interval) {
@@ -224,9 +224,9 @@ void CommandSocket::Run(QLocalSocket& client, const CommandCall& call) {
 
 CommandAnswer SendCommand(const CommandPlace& place, const CommandCall& call,
                           std::optional<std::chrono::milliseconds> reply_wait) {
-  if (!place.problem.empty()) return {Outcome::NoWindow, 0, place.problem};
+  if (!place.problem.empty()) return Unanswered(Outcome::NoWindow, place.problem);
   const auto message = EncodeCall(call);
-  if (!message) return Unanswered(Outcome::Failed, "コマンドの文字が正しくないか，長すぎます．");
+  if (!message) return Unanswered(Outcome::Failed, qt_messages::BadCommandText);
   QLocalSocket socket;
   const CommandAnswer connected = Connect(socket, place.name);
   if (connected.outcome != Outcome::Result) return connected;

@@ -48,7 +48,6 @@ class CommandSocket {
   /// the name may have been closed.
   [[nodiscard]] std::string ListenWhenFree(const std::string& name,
                                            std::chrono::milliseconds interval = std::chrono::seconds{1});
-  [[nodiscard]] bool Listening() const { return server_ != nullptr; }
   /// Takes no more calls. A command that is running still gets its result back.
   void Close();
 

@@ -11,6 +11,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "qt/Messages.h"
+
 namespace walrim {
 
 namespace {
@@ -53,7 +55,7 @@ PortResult Failure(int error, const std::string& device) {
       break;
     case ENOTTY:
       result.problem = PortProblem::Other;
-      result.detail = "シリアルポートではありません";
+      result.detail = qt_messages::NoSerialPort;
       break;
     default:
       result.problem = PortProblem::Other;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "qt/Messages.h"
 #include "text/HttpAnswer.h"
 #include "text/Scan.h"
 #include "text/Utf8.h"
@@ -22,8 +23,8 @@ constexpr qint64 ReadAheadBytes = 256 * 1024;
 constexpr quint16 HttpPort = 80;
 constexpr quint16 HttpsPort = 443;
 
-InetResult Failed(const QString& why) {
-  return {{}, why.toStdString(), false};
+InetResult Failed(std::string_view why) {
+  return {{}, std::string(why), false};
 }
 
 bool IsWebLink(const QUrl& url) {
@@ -59,18 +60,18 @@ QByteArray RequestText(const QUrl& url) {
       .toLatin1();
 }
 
-QString ProblemText(const QSslSocket& socket, const QUrl& url) {
-  const QString server = "サーバー「" + url.host() + "」";
+std::string ProblemText(const QSslSocket& socket, const QUrl& url) {
+  using namespace qt_messages;
+  const std::string host = url.host().toStdString();
   switch (socket.error()) {
     case QAbstractSocket::HostNotFoundError:
-      return server + "が見つかりません．";
+      return OfServer(host, NotFound);
     case QAbstractSocket::ConnectionRefusedError:
-      return server + "に接続できません．";
+      return OfServer(host, NotConnected);
     case QAbstractSocket::SslHandshakeFailedError:
-      return server +
-             (socket.sslHandshakeErrors().isEmpty() ? "と安全な接続ができません．" : "の証明書を確認できません．");
+      return OfServer(host, socket.sslHandshakeErrors().isEmpty() ? NotSecured : NotCertified);
     default:
-      return server + "から読み込めません（" + socket.errorString() + "）．";
+      return OfServer(host, NotReadFrom(socket.errorString().toStdString()));
   }
 }
 
@@ -82,11 +83,10 @@ class QtInet::Fetch {
   Fetch(const InetLimits& limits, const std::optional<QSslConfiguration>& tls) : limits_(limits), tls_(tls) {
     silence_.setSingleShot(true);
     silence_.setInterval(limits.silence);
-    QObject::connect(&silence_, &QTimer::timeout, [this] { Finish(Failed("サーバーからの応答がありません．")); });
+    QObject::connect(&silence_, &QTimer::timeout, [this] { Finish(Failed(qt_messages::ServerSilent)); });
     no_progress_.setSingleShot(true);
     no_progress_.setInterval(limits.no_progress);
-    QObject::connect(&no_progress_, &QTimer::timeout,
-                     [this] { Finish(Failed("サーバーからのデータが進まないため，読み込みを中止しました．")); });
+    QObject::connect(&no_progress_, &QTimer::timeout, [this] { Finish(Failed(qt_messages::NoProgress)); });
   }
 
   InetResult Run(const QUrl& url) {
@@ -177,11 +177,11 @@ class QtInet::Fetch {
       case State::Header:
         return;
       case State::TooLarge:
-        return Finish(Failed(QString("データが大きすぎます（%1バイトまで）．").arg(limits_.most_bytes)));
+        return Finish(Failed(qt_messages::TooLarge(static_cast<long long>(limits_.most_bytes))));
       case State::CutShort:
-        return Finish(Failed("データの途中で接続が切れました．"));
+        return Finish(Failed(qt_messages::CutShort));
       case State::Broken:
-        return Finish(Failed("サーバーの応答がHTTPの形式ではありません．"));
+        return Finish(Failed(qt_messages::NoHttp));
       case State::Body:
       case State::Complete:
         return HeaderStands();
@@ -193,23 +193,21 @@ class QtInet::Fetch {
     if (IsRedirect(answer_.Status())) return Redirect();
     if (answer_.Status() != 200) return Finish(Refused());
     const std::string coding = UpperCase(answer_.Header("content-encoding"));
-    if (!coding.empty() && coding != "IDENTITY") return Finish(Failed("圧縮されたデータには対応していません．"));
+    if (!coding.empty() && coding != "IDENTITY") return Finish(Failed(qt_messages::Compressed));
     if (answer_.Now() == State::Complete) Finish({std::move(answer_.body), {}, false});
   }
 
   [[nodiscard]] InetResult Refused() const {
-    const QString reason = QString::fromStdString(WithoutControlCharacters(answer_.Reason()));
-    return Failed("サーバーがステータス" + QString::number(answer_.Status()) +
-                  (reason.isEmpty() ? "" : "（" + reason + "）") + "を返しました．");
+    return Failed(qt_messages::RefusedByServer(answer_.Status(), WithoutControlCharacters(answer_.Reason())));
   }
 
   void Redirect() {
     const std::string_view location = answer_.Header("location");
     const QByteArray target(location.data(), static_cast<qsizetype>(location.size()));
     const QUrl to = url_.resolved(QUrl::fromEncoded(target));
-    if (location.empty() || !IsWebLink(to)) return Finish(Failed("リンクの転送先が正しくありません．"));
-    if (IsSafe(url_) && !IsSafe(to)) return Finish(Failed("安全でない接続（http）への転送のため中止しました．"));
-    if (++redirects_ > limits_.most_redirects) return Finish(Failed("リンクの転送が多すぎます．"));
+    if (location.empty() || !IsWebLink(to)) return Finish(Failed(qt_messages::BadRedirect));
+    if (IsSafe(url_) && !IsSafe(to)) return Finish(Failed(qt_messages::UnsafeRedirect));
+    if (++redirects_ > limits_.most_redirects) return Finish(Failed(qt_messages::TooManyRedirects));
     Request(to);
   }
 
@@ -231,9 +229,9 @@ QtInet::QtInet(InetLimits limits, std::optional<QSslConfiguration> tls) : limits
 QtInet::~QtInet() = default;
 
 InetResult QtInet::OpenUrl(std::string_view link) {
-  if (running_ != nullptr) return Failed("ほかのリンクを読み込み中です．");
+  if (running_ != nullptr) return Failed(qt_messages::LinkIsRead);
   const QUrl url(QString::fromUtf8(link.data(), static_cast<qsizetype>(link.size())).trimmed());
-  if (!IsWebLink(url)) return Failed("このリンクは読み込めません．http://かhttps://で始まるリンクを指定してください．");
+  if (!IsWebLink(url)) return Failed(qt_messages::NoWebLink);
   Fetch fetch(limits_, tls_);
   running_ = &fetch;
   InetResult result = fetch.Run(url);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "qt/LockFile.h"
+#include "qt/Messages.h"
 
 namespace walrim {
 
@@ -38,8 +39,7 @@ void NameStaleLock(PortResult& result) {
   const auto lock = FindStaleLock(result.device);
   if (!lock) return;
   result.problem = PortProblem::Other;
-  result.detail = "終了したプログラム（プロセス" + std::to_string(lock->process) +
-                  "）のロックファイルが残っています．" + lock->path + " を削除してください．";
+  result.detail = qt_messages::LockOutlived(lock->process, lock->path);
 }
 
 bool IsPortNumber(std::string_view name) {

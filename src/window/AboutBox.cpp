@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "app/ProgramName.h"
+#include "window/Messages.h"
 
 /// Resources of a static library have to be called in by name, outside any namespace.
 static void CallInResources() {
@@ -31,11 +32,7 @@ void ShowAboutBox(QWidget& window) {
   box.setIconPixmap(ProgramIcon().pixmap(QSize(IconSize, IconSize), window.devicePixelRatioF()));
   box.setTextFormat(Qt::PlainText);
   box.setText("Walrim " + QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
-  box.setInformativeText(QString::fromUtf8("ハンディGPS（GARMIN社）用データローダー\n"
-                                           "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
-                                           "受け取り，保存し，送り返します．\n\n"
-                                           "MITライセンスで配布されています．\nQt ") +
-                         QString::fromUtf8(qVersion()) + QString::fromUtf8(" を使っています．"));
+  box.setInformativeText(QString::fromStdString(window_messages::About(qVersion())));
   box.setStandardButtons(QMessageBox::Ok);
   box.button(QMessageBox::Ok)->setText("OK");
   box.exec();

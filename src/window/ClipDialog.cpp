@@ -23,13 +23,15 @@ QLineEdit* MakeLine(const char* control, const char* tool_tip) {
   return line;
 }
 
-void Fill(QComboBox& box, const std::vector<std::string>& entries, const std::string& chosen) {
-  QStringList texts;
-  for (const std::string& entry : entries)
-    texts.append(QString::fromStdString(entry));
+void Fill(QComboBox& box, const std::vector<CodeEntry>& entries, std::optional<int> chosen) {
   box.clear();
-  box.addItems(texts);
-  box.setCurrentText(QString::fromStdString(chosen));
+  for (const CodeEntry& entry : entries)
+    box.addItem(QString::fromStdString(entry.text), entry.code);
+  if (chosen) box.setCurrentIndex(box.findData(*chosen));
+}
+
+std::optional<int> CodeIn(const QComboBox& box) {
+  return box.currentIndex() < 0 ? std::nullopt : std::optional(box.currentData().toInt());
 }
 
 bool IsEnter(const QEvent* event) {
@@ -90,29 +92,29 @@ void ClipDialog::Build() {
 }
 
 void ClipDialog::ShowClip() {
-  lat_->setText(QString::fromStdString(clip_.ClipLat));
-  lon_->setText(QString::fromStdString(clip_.ClipLon));
-  ident_->setText(QString::fromStdString(clip_.ClipIdent));
-  cmnt_->setText(QString::fromStdString(clip_.ClipCmnt));
-  Fill(*smbl_, clip_.smbl_entries, clip_.SmblType);
-  Fill(*dspl_, clip_.dspl_entries, clip_.DsplType);
+  lat_->setText(QString::fromStdString(clip_.lat));
+  lon_->setText(QString::fromStdString(clip_.lon));
+  ident_->setText(QString::fromStdString(clip_.ident));
+  cmnt_->setText(QString::fromStdString(clip_.cmnt));
+  Fill(*smbl_, clip_.smbl_entries, clip_.smbl);
+  Fill(*dspl_, clip_.dspl_entries, clip_.dspl);
 }
 
 void ClipDialog::ReadControls() {
-  clip_.ClipLat = lat_->text().toStdString();
-  clip_.ClipLon = lon_->text().toStdString();
-  clip_.ClipIdent = ident_->text().toStdString();
-  clip_.ClipCmnt = cmnt_->text().toStdString();
-  clip_.SmblType = smbl_->currentText().toStdString();
-  clip_.DsplType = dspl_->currentText().toStdString();
+  clip_.lat = lat_->text().toStdString();
+  clip_.lon = lon_->text().toStdString();
+  clip_.ident = ident_->text().toStdString();
+  clip_.cmnt = cmnt_->text().toStdString();
+  clip_.smbl = CodeIn(*smbl_);
+  clip_.dspl = CodeIn(*dspl_);
 }
 
 void ClipDialog::SwitchNotation() {
   ReadControls();
   const std::string refusal = SwitchClipNotation(clip_);
   if (!refusal.empty()) ShowWarning(*this, QString::fromStdString(refusal));
-  lat_->setText(QString::fromStdString(clip_.ClipLat));
-  lon_->setText(QString::fromStdString(clip_.ClipLon));
+  lat_->setText(QString::fromStdString(clip_.lat));
+  lon_->setText(QString::fromStdString(clip_.lon));
 }
 
 void ClipDialog::Finish() {

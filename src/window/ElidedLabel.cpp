@@ -16,6 +16,17 @@ ElidedLabel::ElidedLabel(const QString& object_name, Qt::TextElideMode mode, QWi
 void ElidedLabel::ShowText(const QString& text) {
   setText(text);
   setToolTip(text.toHtmlEscaped());
+  before_hint_.reset();
+}
+
+void ElidedLabel::ShowHint(const QString& hint) {
+  const QString before = before_hint_.value_or(text());
+  ShowText(hint);
+  before_hint_ = before;
+}
+
+void ElidedLabel::EndHint() {
+  if (before_hint_) ShowText(QString(*before_hint_));
 }
 
 QRect ElidedLabel::TextArea() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLabel>
+#include <optional>
 
 namespace walrim {
 
@@ -11,6 +12,9 @@ class ElidedLabel : public QLabel {
 
   /// Plain text, shown as it stands.
   void ShowText(const QString& text);
+  /// Shows a text for a while: EndHint brings back the one before, unless another was shown since.
+  void ShowHint(const QString& hint);
+  void EndHint();
 
   /// Whether the whole text is on the screen.
   [[nodiscard]] bool ShowsAll() const;
@@ -24,6 +28,7 @@ class ElidedLabel : public QLabel {
   [[nodiscard]] QRect TextArea() const;
 
   Qt::TextElideMode mode_;
+  std::optional<QString> before_hint_;  ///< nothing where no hint stands
 };
 
 }  // namespace walrim

@@ -26,6 +26,7 @@
 #include "window/AboutBox.h"
 #include "window/DataPanel.h"
 #include "window/ElidedLabel.h"
+#include "window/Messages.h"
 #include "window/RecordTables.h"
 #include "window/SettingsPanel.h"
 #include "window/Widgets.h"
@@ -266,7 +267,7 @@ void MainWindow::CancelTransfer() {
   main_.Cancel();
   data_panel_->cancel->setEnabled(false);
   cancel_action_->setEnabled(false);
-  status_->ShowText(QString::fromUtf8("中止しています..."));
+  status_->ShowText(QString::fromUtf8(window_messages::Cancelling));
 }
 
 void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
@@ -357,16 +358,13 @@ void MainWindow::dragLeaveEvent(QDragLeaveEvent* event) {
   QMainWindow::dragLeaveEvent(event);
 }
 
-/// The button that a drop goes to looks pressed, and the status line says what will happen; a command that another
-/// program gives meanwhile may have told something else there.
+/// The button that a drop goes to looks pressed, and the status line says what will happen.
 void MainWindow::ShowDropHint(bool shown) {
-  const QString hint = QString::fromUtf8("ここにドロップすると，内部データに取り込みます．");
   data_panel_->file_import->setDown(shown);
   if (shown) {
-    status_before_drag_ = status_->text();
-    status_->ShowText(hint);
-  } else if (status_->text() == hint) {
-    status_->ShowText(status_before_drag_);
+    status_->ShowHint(QString::fromUtf8(window_messages::DropHint));
+  } else {
+    status_->EndHint();
   }
 }
 

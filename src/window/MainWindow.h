@@ -118,7 +118,6 @@ class MainWindow : public QMainWindow {
   QWidget* focus_before_ = nullptr;  ///< what had the focus when the command began
   bool command_runs_ = false;
   bool close_wanted_ = false;
-  QString status_before_drag_;
   Dropped dropped_;  ///< waits for the event loop to turn
   QTimer drop_timer_;
 };

@@ -9,6 +9,7 @@
 
 #include "text/Scan.h"
 #include "text/Utf8.h"
+#include "window/Messages.h"
 
 namespace walrim {
 namespace {
@@ -89,7 +90,7 @@ QVariant RecordModel::MissingMark(int role) const {
       return QGuiApplication::palette().brush(QPalette::PlaceholderText);
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return QStringLiteral("受信機から届かなかった記録です");
+      return QString::fromUtf8(window_messages::RecordNeverCame);
     default:
       return {};
   }
@@ -97,7 +98,8 @@ QVariant RecordModel::MissingMark(int role) const {
 
 QVariant RecordModel::CodeTip(RowRef ref, int column) const {
   if (Head(column).kind != CellKind::NamedCode || !Holds(ref)) return {};
-  return QStringLiteral("コード %1").arg(static_cast<int>(CellNumber(ref, column).value_or(0)));
+  return QString::fromUtf8(window_messages::Code) +
+         QString::number(static_cast<int>(CellNumber(ref, column).value_or(0)));
 }
 
 bool RecordModel::Chosen(int record) const {

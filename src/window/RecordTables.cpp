@@ -7,6 +7,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "window/Messages.h"
 #include "window/RecordModelKinds.h"
 #include "window/RecordView.h"
 
@@ -14,8 +15,7 @@ namespace walrim {
 namespace {
 
 QLabel* NewHint() {
-  auto* hint = new QLabel(
-      QStringLiteral("データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．"));
+  auto* hint = new QLabel(QString::fromUtf8(window_messages::NoRecords));
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
   hint->setMargin(12);

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "window/Messages.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -76,11 +77,11 @@ void ScriptOptionsDialog::BuildButtons(QVBoxLayout& column) {
 }
 
 void ScriptOptionsDialog::Show(const ScriptOptionControls& controls) {
-  utc_offset_->setText(QString::fromStdString(controls.OptUTCOffset));
-  origin_name_->setText(QString::fromStdString(controls.OptMpsWptOrgName));
-  destination_name_->setText(QString::fromStdString(controls.OptMpsWptDestinationName));
-  numbering_down_->setChecked(controls.OptMpsWptRPnumberingDown);
-  track_log_step_->setText(QString::fromStdString(controls.OptWptTrackLogStep));
+  utc_offset_->setText(QString::fromStdString(controls.utc_offset));
+  origin_name_->setText(QString::fromStdString(controls.origin_name));
+  destination_name_->setText(QString::fromStdString(controls.destination_name));
+  numbering_down_->setChecked(controls.numbering_down);
+  track_log_step_->setText(QString::fromStdString(controls.track_log_step));
 }
 
 ScriptOptionControls ScriptOptionsDialog::Controls() const {
@@ -92,7 +93,7 @@ bool ScriptOptionsDialog::Update() {
   const ScriptOptionProblem problem = ApplyScriptOptions(Controls(), options_);
   if (problem == ScriptOptionProblem::None) return true;
   QLineEdit* wrong = problem == ScriptOptionProblem::UtcOffsetOverflow ? utc_offset_ : track_log_step_;
-  ShowWarning(*this, QString::fromUtf8("数値が範囲（-32768～32767）を超えています：") + wrong->text());
+  ShowWarning(*this, QString::fromUtf8(window_messages::NumberTooLarge) + wrong->text());
   wrong->setFocus();
   wrong->selectAll();
   return false;

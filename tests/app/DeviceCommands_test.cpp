@@ -4,9 +4,12 @@
 #include <string>
 
 #include "AppTest.h"
+#include "device/Messages.h"
 
 namespace walrim {
 namespace {
+
+using Strings = std::vector<std::string>;
 
 constexpr int WaypointCommand = 7;
 constexpr int RouteCommand = 4;
@@ -69,9 +72,9 @@ TEST_F(DeviceCommandsTest, InfoShowsTheReceiverAndItsCounts) {
 }
 
 TEST_F(DeviceCommandsTest, TheStatusLineSaysWhichLinkIsUsed) {
-  const std::pair<LinkChoice, std::string_view> texts[] = {{LinkChoice::Plain, "誤り検査：しない"},
-                                                           {LinkChoice::Checked, "誤り検査：する"},
-                                                           {LinkChoice::Automatic, "誤り検査：する（自動）"}};
+  const std::pair<LinkChoice, std::string> texts[] = {{LinkChoice::Plain, messages::LinkInUse(false, false)},
+                                                      {LinkChoice::Checked, messages::LinkInUse(true, false)},
+                                                      {LinkChoice::Automatic, messages::LinkInUse(true, true)}};
   for (const auto& [choice, text] : texts) {
     desktop.captions.clear();
     main.State().Settings().link = choice;
@@ -92,18 +95,18 @@ TEST_F(DeviceCommandsTest, WhereTheFirstAnswerIsSpoiltThePlainLinkIsChosenAndSai
   receiver.packets_of[WaypointCommand][0].data[15] = 0x03;
   TickDownload(true, false, false);
   EXPECT_EQ(main.Device().Download(), Outcome::Done);
-  EXPECT_TRUE(desktop.Showed("誤り検査：しない（自動）"));
+  EXPECT_TRUE(desktop.Showed(messages::LinkInUse(false, true)));
   EXPECT_TRUE(main.Device().DamagedRecordsCame());
   port.script = answer;
   EXPECT_EQ(main.Device().Download(), Outcome::Done);
-  EXPECT_TRUE(desktop.Showed("誤り検査：する（自動）"));
+  EXPECT_TRUE(desktop.Showed(messages::LinkInUse(true, true)));
   EXPECT_FALSE(main.Device().DamagedRecordsCame());
 }
 
 TEST_F(DeviceCommandsTest, InfoOfASilentReceiverShowsTheDescriptionAndNothingElse) {
   receiver.silent_after = 0;
   EXPECT_EQ(main.Device().GetInfo(), Outcome::NoReceiver);
-  EXPECT_EQ(main.State().ReceiverText(), "電源が入っていないか，接続されていません． (Pid:-1)");
+  EXPECT_EQ(main.State().ReceiverText(), messages::ReceiverText(device_messages::SilentReceiver, -1));
   EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{254, 254}));
   EXPECT_TRUE(desktop.messages.empty());
 }
@@ -111,18 +114,18 @@ TEST_F(DeviceCommandsTest, InfoOfASilentReceiverShowsTheDescriptionAndNothingEls
 TEST_F(DeviceCommandsTest, InfoThatFindsNonsenseSaysThatNothingWasIdentified) {
   receiver.acknowledges = false;
   EXPECT_EQ(main.Device().GetInfo(), Outcome::NoReceiver);
-  EXPECT_EQ(main.State().ReceiverText(), "受信機を識別できませんでした． (Pid:0)");
+  EXPECT_EQ(main.State().ReceiverText(), messages::ReceiverText(messages::NotIdentified, 0));
   port.script = {};
   loop.on_yield = [&] { port.Queue({}, Bytes(20, 0x24)); };
   EXPECT_EQ(main.Device().GetInfo(), Outcome::NoReceiver);
-  EXPECT_EQ(main.State().ReceiverText(), "受信機を識別できませんでした． (Pid:0)");
+  EXPECT_EQ(main.State().ReceiverText(), messages::ReceiverText(messages::NotIdentified, 0));
 }
 
 TEST_F(DeviceCommandsTest, InfoAtAReceiverThatRefusesSaysThatItRefuses) {
   receiver.acknowledges = false;
   main.State().Settings().link = LinkChoice::Checked;
   EXPECT_EQ(main.Device().GetInfo(), Outcome::NoReceiver);
-  EXPECT_EQ(main.State().ReceiverText(), "受信機が要求に応じませんでした． (Pid:0)");
+  EXPECT_EQ(main.State().ReceiverText(), messages::ReceiverText(messages::NotAcknowledged, 0));
   EXPECT_EQ(receiver.ReceivedIds(), (std::vector<int>{254, 254, 254}));
 }
 
@@ -139,7 +142,7 @@ TEST_F(DeviceCommandsTest, InfoOnALineWithAStrayByteEveryHalfSecondEndsWithinTen
     const auto start = clock.now;
     EXPECT_EQ(main.Device().GetInfo(), Outcome::NoReceiver);
     EXPECT_LT(clock.now - start, std::chrono::seconds{10});
-    EXPECT_EQ(main.State().ReceiverText(), "受信機を識別できませんでした． (Pid:0)");
+    EXPECT_EQ(main.State().ReceiverText(), messages::ReceiverText(messages::NotIdentified, 0));
   }
 }
 
@@ -163,8 +166,7 @@ TEST_F(DeviceCommandsTest, TheRequestIsRepeatedOnceBehindSilenceOrNonsense) {
 TEST_F(DeviceCommandsTest, InfoOnATakenPortSaysSo) {
   port.open_result.problem = PortProblem::InUse;
   EXPECT_EQ(main.Device().GetInfo(), Outcome::Refused);
-  ASSERT_EQ(desktop.messages.size(), 1U);
-  EXPECT_EQ(desktop.messages[0].substr(0, desktop.messages[0].find('\n')), "Serial Port [ 1 ] は既に使われています");
+  EXPECT_EQ(desktop.messages, Strings{device_messages::PortNotOpened("1", port.open_result)});
 }
 
 TEST_F(DeviceCommandsTest, InfoWhenTheReceiverStopsAnsweringSaysSoOnce) {
@@ -398,9 +400,7 @@ TEST_F(DeviceCommandsTest, DamagedRecordsAreTold) {
   receiver.packets_of[WaypointCommand][0].data[15] = 0x03;
   TickDownload(true, false, false);
   EXPECT_EQ(main.Device().Download(), Outcome::Done);
-  const std::string notice =
-      "(Waypoint)破損した記録が1件届きました．"
-      "「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
+  const std::string notice = messages::DamagedRecords(DataKind::Waypoint, 1);
   EXPECT_EQ(main.State().Told().Take(), std::vector<std::string>{notice});
   EXPECT_EQ(desktop.caption, notice);
   EXPECT_TRUE(main.State().Told().Take().empty());
@@ -426,8 +426,8 @@ TEST_F(DeviceCommandsTest, RecordsThatNeverCameAreCountedByKind) {
   TickDownload(true, false, false);
   EXPECT_EQ(main.Device().Download(), Outcome::Done);
   EXPECT_EQ(desktop.messages.size(), 1U);  // the prescribed one
-  EXPECT_EQ(main.State().Told().Take(), std::vector<std::string>{"Waypoint：6件中4件が届きませんでした．"});
-  EXPECT_EQ(desktop.caption, "Waypoint：6件中4件が届きませんでした．");
+  EXPECT_EQ(main.State().Told().Take(), Strings{messages::MissingRecords(DataKind::Waypoint, 6, 4)});
+  EXPECT_EQ(desktop.caption, messages::MissingRecords(DataKind::Waypoint, 6, 4));
   EXPECT_FALSE(Data().Waypoints().at(1).missing);
   EXPECT_TRUE(Data().Waypoints().at(2).missing);
   EXPECT_TRUE(Data().Waypoints().at(5).missing);
@@ -620,7 +620,7 @@ TEST_F(DeviceCommandsTest, ARecordThatCannotBeSentStopsItsOwnKindAlone) {
   HoldWaypoint("EDGE", "", 35, 180.0);
   TickDo(true, true, false);
   EXPECT_EQ(main.Device().Upload(), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, std::vector<std::string>{"Waypoint 1の値が受信機の範囲を超えています．"});
+  EXPECT_EQ(desktop.messages, Strings{device_messages::ValueOutOfRange("Waypoint 1")});
   EXPECT_EQ(receiver.CountReceived({12, {7, 0}}), 0U);
   EXPECT_EQ(receiver.CountReceived({12, {4, 0}}), 1U);
 }
@@ -631,8 +631,7 @@ TEST_F(DeviceCommandsTest, APortThatIsTakenAfterTheIdentificationIsSaidAsSuch) {
     if (receiver.received.size() == 1) port.open_result.problem = PortProblem::InUse;
   };
   EXPECT_EQ(main.Device().Download(), Outcome::Refused);
-  ASSERT_EQ(desktop.messages.size(), 1U);
-  EXPECT_EQ(desktop.messages[0].find("Serial Port [ 1 ] は既に使われています"), 0U);
+  EXPECT_EQ(desktop.messages, Strings{device_messages::PortNotOpened("1", port.open_result)});
 }
 
 TEST_F(DeviceCommandsTest, APortThatIsGoneAfterTheIdentificationIsALostLink) {
@@ -655,8 +654,7 @@ TEST_F(DeviceCommandsTest, AnUploadWhoseEndIsNotAcknowledgedIsSaidAndRunsNoAutoD
     return answer(wire);
   };
   EXPECT_EQ(main.Device().Upload(), Outcome::Refused);
-  EXPECT_EQ(desktop.caption,
-            "(Waypoint)受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．");
+  EXPECT_EQ(desktop.caption, messages::EndRefused(DataKind::Waypoint));
   EXPECT_TRUE(main.State().Loaded(DataKind::Waypoint));
 }
 
@@ -676,7 +674,7 @@ TEST_F(DeviceCommandsTest, AnUploadWhoseEndStaysRefusedOrUnansweredRunsNoAutoDel
         return {{std::chrono::milliseconds{2}, WireFrame(21, Int16(12))}};
       };
       EXPECT_EQ(main.Device().Upload(), Outcome::Refused);
-      EXPECT_TRUE(desktop.caption.starts_with("(Waypoint)受信機が転送の終わりを受け取らなかった")) << desktop.caption;
+      EXPECT_TRUE(desktop.caption.starts_with(messages::EndRefused(DataKind::Waypoint))) << desktop.caption;
       EXPECT_TRUE(main.State().Loaded(DataKind::Waypoint));
     }
   }

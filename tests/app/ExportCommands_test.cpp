@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 
 #include "app/AppTest.h"
+#include "app/Messages.h"
 #include "text/Numbers.h"
 
 namespace walrim {
@@ -300,9 +301,8 @@ TEST_F(OutputTypesFlow, ACharacterThatShiftJisLacksIsNamedInAWptLine) {
   Choose(FormatId::WptPlus);
   desktop.yes = false;
   EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
-  EXPECT_EQ(desktop.questions,
-            Strings{"3行目の「WP,D,CAFé,35.5,139.25,11/15/2002,14:25:3」の文字「é」はShift-JISでは表せ"
-                    "ません．UTF-8で保存しますか？"});
+  EXPECT_EQ(desktop.questions, Strings{messages::Utf8Question(
+                                   messages::RecordInLine(3, "WP,D,CAFé,35.5,139.25,11/15/2002,14:25:30"), "é")});
   EXPECT_EQ(folder.Names(), Strings{});
   desktop.yes = true;
   EXPECT_EQ(main.Exports().Export(), Outcome::Done);

@@ -112,7 +112,7 @@ TEST_F(ExternalCommandsTest, GetFileOfAFileThatCannotBeUsedIsRefusedAndUploadsNo
 TEST_F(ExternalCommandsTest, GetFileReadsAFileThatIsCalledADashAndNeverStandardInput) {
   EXPECT_EQ(main.External().Run("GetFile", "-", ""), CommandRefused);
   ASSERT_EQ(desktop.messages.size(), 1U);
-  EXPECT_TRUE(desktop.messages[0].starts_with("ファイルを読み込めません：./-（"));
+  EXPECT_EQ(desktop.messages[0], messages::ReadProblem("./-", "No such file or directory"));
   PutFile(Path("-"), AllKinds);
   EXPECT_EQ(main.External().Run("GetFile", "-", ""), CommandDone);
   EXPECT_EQ(Idents(), Strings{"TAKAO"});

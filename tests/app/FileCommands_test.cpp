@@ -124,7 +124,7 @@ TEST_F(FilesTest, ASecondExportWithinTheSameSecondAsksFirst) {
   desktop.ok = false;
   EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
   const std::string path = (fs::current_path() / "20021115_142530.grc").string();
-  EXPECT_EQ(desktop.questions, std::vector<std::string>{"このファイル（" + path + ")は存在します．上書きしますか？"});
+  EXPECT_EQ(desktop.questions, std::vector<std::string>{messages::OverwriteQuestion(path)});
   EXPECT_EQ(Contents(Path("20021115_142530.grc")), first);
   desktop.ok = true;
   EXPECT_EQ(main.Exports().Export(), Outcome::Done);
@@ -176,8 +176,7 @@ TEST_F(FilesTest, ACharacterThatShiftJisLacksIsNamedAndNothingIsWrittenUnasked) 
   desktop.save_path = Path("a.grc");
   desktop.yes = false;
   EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
-  EXPECT_EQ(desktop.questions,
-            std::vector<std::string>{"2行目のWPT「CAFé」の文字「é」はShift-JISでは表せません．UTF-8で保存しますか？"});
+  EXPECT_EQ(desktop.questions, std::vector<std::string>{messages::Utf8Question("2行目のWPT「CAFé」", "é")});
   EXPECT_EQ(FilesInFolder(), 0U);
   desktop.yes = true;
   EXPECT_EQ(main.Exports().Export(), Outcome::Done);

@@ -279,7 +279,7 @@ TEST_F(ImportSources, AFileLinkIsAPathWithItsEscapesDecoded) {
 
 TEST_F(ImportSources, AFileOnAnotherComputerIsRefused) {
   EXPECT_EQ(main.Imports().ImportTyped("file://server/share/a.grc"), Outcome::Refused);
-  EXPECT_EQ(desktop.messages, Strings{"ほかのコンピュータ（server）のファイルは読み込めません．"});
+  EXPECT_EQ(desktop.messages, Strings{messages::FileOfAnotherComputer("server")});
   EXPECT_EQ(desktop.caption, "");
 }
 
@@ -513,13 +513,13 @@ class MapPoints : public ImportSources {
  protected:
   MapPoints() {
     dialogs.on_clip = [this](ClipProAtlas& clip) {
-      shown_lat = clip.ClipLat;
-      shown_lon = clip.ClipLon;
+      shown_lat = clip.lat;
+      shown_lon = clip.lon;
       EXPECT_EQ(clip.notation, AngleNotation::D);
       EXPECT_FALSE(clip.smbl_entries.empty());
       EXPECT_TRUE(main.State().Busy());
-      clip.ClipIdent = "takao";
-      clip.ClipCmnt = "山頂";
+      clip.ident = "takao";
+      clip.cmnt = "山頂";
       return FinishClip(clip).waypoint;
     };
   }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/Messages.h"
+
 namespace walrim {
 namespace {
 
@@ -69,7 +71,7 @@ TEST(LocalPath, OtherComputersAreRefused) {
     EXPECT_EQ(PathOf(link, '/'), "") << link;
     EXPECT_EQ(PathOf(link, '\\'), "") << link;
   }
-  EXPECT_EQ(LocalPathOf("file://server/a", '/').refusal, "ほかのコンピュータ（server）のファイルは読み込めません．");
+  EXPECT_EQ(LocalPathOf("file://server/a", '/').refusal, messages::FileOfAnotherComputer("server"));
 }
 
 TEST(LocalPath, WhatNamesNoFileIsRefused) {

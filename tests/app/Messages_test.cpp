@@ -17,6 +17,10 @@ TEST(AppMessages, OfTheReceiverAreWordedSo) {
   EXPECT_EQ(NothingToDownload, "DownLoadするDataSetが選択されていません．");
   EXPECT_EQ(NothingToUpload, "UpLoadするDataSetが選択されていません．");
   EXPECT_EQ(NothingHeld, "内部データがありません．");
+  EXPECT_EQ(Initializing, "Initializing Device");
+  EXPECT_EQ(Counting(DataKind::Route), "Get Data Num of Route");
+  EXPECT_EQ(Downloading(DataKind::Waypoint), "DownLoading : Waypoint");
+  EXPECT_EQ(Uploading(DataKind::TrackLog), "UpLoading : TrackLog");
   EXPECT_EQ(LinkInUse(true, true), "誤り検査：する（自動）");
   EXPECT_EQ(LinkInUse(false, false), "誤り検査：しない");
   EXPECT_EQ(ReceiverText("GPS 12 Software", 77), "GPS 12 Software (Pid:77)");

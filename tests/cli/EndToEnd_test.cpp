@@ -8,15 +8,24 @@
 #include <vector>
 
 #include "app/Messages.h"
+#include "cli/Messages.h"
+#include "device/Messages.h"
 #include "support/Processes.h"
 
 namespace walrim {
 namespace {
 
 constexpr std::string_view LinkLost = messages::LinkLost;
-constexpr std::string_view DataLoss =
-    "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
+constexpr std::string_view DataLoss = device_messages::DataLoss;
 constexpr std::string_view AbortFrame = "10 0A 02 00 00 F4 10 03";
+
+/// Messages as the terminal prints them.
+std::string Lines(std::initializer_list<std::string_view> messages) {
+  std::string lines;
+  for (const std::string_view message : messages)
+    lines.append(message).append("\n");
+  return lines;
+}
 
 /// What the receivers of these tests hold; with Japanese names, comments and a name that looks like a number.
 constexpr std::string_view Memory =
@@ -235,7 +244,7 @@ TEST_F(EndToEnd, WithoutAnOptionTheLinkIsChosenSaidAndMendsDamage) {
   const Result download = OnLine("download", faulty, {"-o", Path("a.grc"), "--trace", Path("trace")});
   EXPECT_EQ(download.status, 0) << download.err;
   EXPECT_FALSE(download.Said("破損")) << download.err;
-  EXPECT_TRUE(download.Said("誤り検査：する（自動）\n")) << download.err;
+  EXPECT_TRUE(download.Said(messages::LinkInUse(true, true) + "\n")) << download.err;
   const std::string trace = FileContents(Path("trace"));
   EXPECT_NE(trace.find("\t--\tchecked link\n"), std::string::npos) << trace;
   EXPECT_NE(trace.find("\tTX\t6\t2\t10 06 02 FF 00 F9 10 03\n"), std::string::npos) << "the ACK of the product data";
@@ -245,7 +254,7 @@ TEST_F(EndToEnd, ThePlainLinkAcknowledgesNoProductDataAndSaysSo) {
   const Receiver receiver(WithMemory());
   const Result info = OnLine("info", receiver, {"--plain-link", "--trace", Path("trace")});
   EXPECT_EQ(info.status, 0);
-  EXPECT_TRUE(info.Said("誤り検査：しない\n")) << info.err;
+  EXPECT_TRUE(info.Said(messages::LinkInUse(false, false) + "\n")) << info.err;
   const std::string trace = FileContents(Path("trace"));
   EXPECT_NE(trace.find("\t--\tplain link\n"), std::string::npos) << trace;
   EXPECT_EQ(trace.find("\tTX\t6\t"), std::string::npos) << trace;
@@ -289,7 +298,7 @@ TEST_F(EndToEnd, APipeThatNobodyWritesToIsNotWaitedFor) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
   const Result convert = Run({"convert", Path("pipe"), "-o", Path("a.grc"), "--quiet"});
   EXPECT_EQ(convert.status, 1);
-  EXPECT_EQ(convert.err, "ファイルを読み込めません：" + Path("pipe") + "（通常のファイルではありません）\n");
+  EXPECT_EQ(convert.err, messages::ReadProblem(Path("pipe"), messages::NoRegularFile) + "\n");
 }
 
 class IgnoredSignal : public EndToEnd, public ::testing::WithParamInterface<const char*> {};
@@ -363,8 +372,8 @@ TEST_F(EndToEnd, AFileThatIsNoTraceIsNotReplacedByOneWithoutForce) {
   PutFile(Path("notes"), "mine");
   const Result refused = OnLine("info", receiver, {"--trace", Path("notes"), "--quiet"});
   EXPECT_EQ(refused.status, 1);
-  EXPECT_EQ(refused.err, "ファイルに書き込めません：" + Path("notes") +
-                             "（通信の記録ではないファイルです）\n--force を指定すると，上書きします．\n");
+  EXPECT_EQ(refused.err,
+            Lines({messages::WriteProblem(Path("notes"), cli_messages::NoTrace), cli_messages::ForceAdvice}));
   EXPECT_EQ(FileContents(Path("notes")), "mine");
   EXPECT_EQ(OnLine("info", receiver, {"--trace", Path("notes"), "--force"}).status, 0);
   EXPECT_EQ(FileContents(Path("notes")).find("# seconds\t"), 0U);
@@ -387,8 +396,8 @@ TEST_F(EndToEnd, TheTraceHoldsEveryFrameAlsoWhenTheLinkFails) {
 TEST_F(EndToEnd, AMissingPortIsSaidWithTheSystemsMessage) {
   const Result info = Run({"info", "--port", Path("none")});
   EXPECT_EQ(info.status, 1);
-  EXPECT_TRUE(info.Said("Serial Port [ " + Path("none") + " ] は既に使われています")) << info.err;
-  EXPECT_TRUE(info.Said("がありません．"));
+  EXPECT_TRUE(info.Said(device_messages::PortNotOpened(Path("none"), {PortProblem::Missing, Path("none"), {}, {}})))
+      << info.err;
 }
 
 TEST_F(EndToEnd, APortInUseIsSaid) {
@@ -397,7 +406,9 @@ TEST_F(EndToEnd, APortInUseIsSaid) {
   ASSERT_TRUE(first.ReadUntil("DownLoading : TrackLog [")) << first.Err();
   const Result second = Run({"info", "--port", receiver.Port()});
   EXPECT_EQ(second.status, 1);
-  EXPECT_TRUE(second.Said("使用中です．")) << second.err;
+  EXPECT_TRUE(
+      second.Said(device_messages::PortNotOpened(receiver.Port(), {PortProblem::InUse, receiver.Port(), {}, {}})))
+      << second.err;
   first.Signal(SIGINT);
   EXPECT_EQ(first.Wait(), 1);
 }
@@ -409,8 +420,8 @@ TEST_F(EndToEnd, AnExistingFileIsLeftAloneBeforeAnythingIsDownloaded) {
   const Receiver receiver(WithMemory());
   const Result download = OnLine("download", receiver, {"-o", Path("a.grc")});
   EXPECT_EQ(download.status, 1);
-  EXPECT_TRUE(download.Said("このファイル（" + Path("a.grc") + ")は存在します．上書きしますか？"));
-  EXPECT_TRUE(download.Said("\n--force を指定すると，上書きします．\n"));
+  EXPECT_TRUE(download.Said(messages::OverwriteQuestion(Path("a.grc"))));
+  EXPECT_TRUE(download.Said(Lines({"", cli_messages::ForceAdvice})));
   EXPECT_FALSE(download.Said("DownLoading"));
   EXPECT_EQ(FileContents(Path("a.grc")), "old");
 }
@@ -427,7 +438,7 @@ TEST_F(EndToEnd, AFolderThatDoesNotExistIsSaidBeforeAnythingIsDownloaded) {
 TEST_F(EndToEnd, AFileThatCannotBeImportedIsNamedOnce) {
   const Result missing = Run({"convert", Path("none.grc"), "-o", "-", "--quiet"});
   EXPECT_EQ(missing.status, 1);
-  EXPECT_EQ(missing.err, "ファイルを読み込めません：" + Path("none.grc") + "（No such file or directory）\n");
+  EXPECT_EQ(missing.err, messages::ReadProblem(Path("none.grc"), "No such file or directory") + "\n");
   PutFile(Path("unknown"), "what is this");
   const Result unknown = Run({"convert", Path("unknown"), "-o", "-", "--quiet"});
   EXPECT_EQ(unknown.status, 1);
@@ -477,7 +488,7 @@ TEST_F(EndToEnd, NothingToStoreOrWriteIsARefusal) {
   PutFile(Path("1.grc"), "WPT\tDegreeType\tDatum\r\n");
   const Result nothing = Run({"convert", Path("1.grc"), "-o", Path("a.grc"), "--quiet"});
   EXPECT_EQ(nothing.status, 1);
-  EXPECT_EQ(nothing.err, "取り込めるデータがありません．\n");
+  EXPECT_EQ(nothing.err, Lines({cli_messages::NothingImported}));
   PutFile(Path("2.grc"), "WPT\tD\tWGS84\tONE\t35\t139\r\n");
   const Result none_chosen = Run({"convert", Path("2.grc"), "-o", Path("a.grc"), "--kinds", "route", "--quiet"});
   EXPECT_EQ(none_chosen.status, 1);
@@ -488,7 +499,7 @@ TEST_F(EndToEnd, NothingToStoreOrWriteIsARefusal) {
   PutFile(Path("3.grc"), "what is this\r\n");
   const Result unknown = Run({"convert", Path("3.grc"), "-o", Path("a.grc")});
   EXPECT_EQ(unknown.status, 1);
-  EXPECT_TRUE(unknown.Said("未対応のファイルです．"));
+  EXPECT_TRUE(unknown.Said(messages::UnsupportedFile(Path("3.grc"))));
   EXPECT_EQ(folder.Names().size(), 4U);
 }
 

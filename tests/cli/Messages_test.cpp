@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace walrim::messages {
+namespace walrim::cli_messages {
 namespace {
 
 TEST(CliMessages, AreWordedSo) {
@@ -15,7 +15,9 @@ TEST(CliMessages, AreWordedSo) {
   EXPECT_EQ(Stalled, "30秒間データが届かないため，通信を中止しました．");
   EXPECT_EQ(Cancelled, "中止しました．");
   EXPECT_EQ(NothingImported, "取り込めるデータがありません．");
+  EXPECT_EQ(OfFile("a.txt", "why"), "a.txt：why");
+  EXPECT_EQ(Named("-"), "（-）");
 }
 
 }  // namespace
-}  // namespace walrim::messages
+}  // namespace walrim::cli_messages

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Messages.h"
 #include "support/Processes.h"
 
 namespace walrim {
@@ -268,7 +269,7 @@ TEST_F(OutputTypesCli, AScriptOnStandardInputIsKnownByItsTitleInAnyCase) {
   for (const char* title : {"// Header", "//Head", ""}) {
     const Result refused = Convert("-", {}, title + point);
     EXPECT_EQ(refused.status, 1) << title;
-    EXPECT_TRUE(refused.Said("未対応のファイルです．")) << title;
+    EXPECT_TRUE(refused.Said(messages::UnsupportedFile(messages::StandardInput))) << title;
   }
 }
 
@@ -300,7 +301,7 @@ TEST_F(OutputTypesCli, ATextWithACommaIsToldAndStillExitsWithZero) {
   const Result result = Convert("-", {"--type", "txt"}, "WP,D,A,35,139,11/15/2002,10:00:00,\"HUT, CLOSED\"\r\n");
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_NE(result.out.find(",HUT, CLOSED\r\n"), std::string::npos) << result.out;
-  EXPECT_TRUE(result.Said("コンマか引用符を含む文字列が1件あります．"));
+  EXPECT_TRUE(result.Said(messages::BrokenTexts(1)));
 }
 
 TEST_F(OutputTypesCli, NothingToWriteExitsWithOneAndLeavesNoFile) {

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "app/Messages.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Messages.h"
@@ -85,7 +86,7 @@ TEST_F(TerminalDesktopTest, ARefusedOverwriteNamesTheOption) {
     TerminalDesktop desktop({true, false, false}, clock);
     EXPECT_FALSE(desktop.AskOkCancel("上書きしますか？"));
   });
-  EXPECT_EQ(printed, "上書きしますか？\n--force を指定すると，上書きします．\n");
+  EXPECT_EQ(printed, "上書きしますか？\n" + std::string(cli_messages::ForceAdvice) + "\n");
 }
 
 TEST_F(TerminalDesktopTest, ForceAnswersTheOverwriteQuestionAlone) {
@@ -104,7 +105,7 @@ TEST(Commands, AnExceptionIsSaidAndRefused) {
   const std::string printed =
       Printed([&] { status = SayingExceptions([]() -> ExitStatus { throw std::runtime_error("no\tmemory"); }); });
   EXPECT_EQ(status, ExitStatus::Refused);
-  EXPECT_EQ(printed, "処理を中止しました：no memory\n");
+  EXPECT_EQ(printed, messages::BrokenOff("no memory") + "\n");
   EXPECT_EQ(SayingExceptions([] { return ExitStatus::NoReceiver; }), ExitStatus::NoReceiver);
 }
 
@@ -166,7 +167,7 @@ TEST(TraceFileTest, ReplacesOnlyAnotherTraceUnlessThatIsWanted) {
     TraceFile trace;
     EXPECT_FALSE(trace.Open(path));
     EXPECT_TRUE(trace.Refused());
-    EXPECT_EQ(trace.Problem(), std::string(messages::NoTrace));
+    EXPECT_EQ(trace.Problem(), cli_messages::NoTrace);
     EXPECT_EQ(FileContents(path), data);
     EXPECT_TRUE(trace.Open(path, true));
     EXPECT_FALSE(trace.Refused());

@@ -2,22 +2,29 @@
 
 #include <algorithm>
 
+#include "app/Messages.h"
+#include "cli/Messages.h"
+#include "device/Messages.h"
+
 namespace walrim {
 
 namespace {
 
-constexpr std::string_view LinkLost = "電源が切れたか，コードが外れました．";
+using device_messages::DataLoss;
+using messages::BadAnswer;
+using messages::BadData;
+using messages::EndRefused;
+using messages::LinkLost;
+using messages::NotAcknowledged;
+
+/// What is told where the port has gone; the demonstration receiver's is the only one of these tests.
 constexpr std::string_view PortGone = "Serial Port [ demo ] は既に使われています\ndemoがありません．";
-constexpr std::string_view NotAcknowledged = "受信機が要求に応じませんでした．";
-constexpr std::string_view BadAnswer = "受信機からの応答が正しくないため，通信を中止しました．";
-constexpr std::string_view BadData = "受信データが異常なため，通信を中止しました．";
-constexpr std::string_view DataLoss =
-    "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
-constexpr std::string_view DamagedNotice =
-    "破損した記録が1件届きました．「誤り検査」を「する」にして，もう一度ダウンロードしてください．";
-constexpr std::string_view RefusedNotice = "受信機が受け取らなかった記録が1件あります．";
-constexpr std::string_view EndNotice =
-    "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
+std::string OneDamaged(DataKind kind) {
+  return messages::DamagedRecords(kind, 1);
+}
+std::string OneRefused(DataKind kind) {
+  return messages::RefusedRecords(kind, 1);
+}
 
 constexpr int ExitDone = 0;
 constexpr int ExitRefused = 1;
@@ -60,17 +67,17 @@ constexpr Ending FirstPassedOver{Outcome::Done, ExitDone, {DataLoss},   {},   Id
 constexpr Ending MoreThanAnnounced{Outcome::Done, ExitDone, {DataLoss}, {}, Identity::Known, false, Whole, Cut, Whole};
 constexpr Ending NoneAnnounced{Outcome::Done, ExitDone, {}, {}, Identity::Known, false, Whole, Old, Whole};
 constexpr Ending FewerShown{Outcome::Done, ExitDone, {}, {}, Identity::Known, false, Whole, Cut, Whole};
-constexpr Ending TakenDamaged{Outcome::Done, ExitDone, {}, DamagedNotice};
-constexpr Ending RecordRefused{Outcome::Refused, ExitRefused, {}, RefusedNotice, Identity::Known, false, Whole,
+constexpr Ending TakenDamaged{Outcome::Done, ExitDone, {}, OneDamaged};
+constexpr Ending RecordRefused{Outcome::Refused, ExitRefused, {}, OneRefused, Identity::Known, false, Whole,
                                AllButOne,        Whole};
 constexpr Ending RecordNeverTaken{
     Outcome::NoReceiver, ExitNoReceiver, {NotAcknowledged}, {}, Identity::Known, false, Whole, Old, Old};
 /// The receiver has taken a record, but its ACK cannot be read.
-constexpr Ending AckSpoilt{Outcome::Refused, ExitRefused, {}, RefusedNotice};
+constexpr Ending AckSpoilt{Outcome::Refused, ExitRefused, {}, OneRefused};
 /// The receiver has not taken the end of the records, and keeps what it had.
-constexpr Ending NotClosed{Outcome::Refused, ExitRefused, {}, EndNotice, Identity::Known, false, Whole, Old, Whole};
+constexpr Ending NotClosed{Outcome::Refused, ExitRefused, {}, EndRefused, Identity::Known, false, Whole, Old, Whole};
 /// It has, but its ACK cannot be read.
-constexpr Ending EndAckSpoilt{Outcome::Refused, ExitRefused, {}, EndNotice};
+constexpr Ending EndAckSpoilt{Outcome::Refused, ExitRefused, {}, EndRefused};
 
 // ---- The rules
 
@@ -317,9 +324,8 @@ std::string MissingNotices(const Row& row, const Ending& ending) {
   std::string notices;
   for (const DataKind kind : HitKinds(row, ending)) {
     const int count = static_cast<int>(MovedRecords(row, kind).size());
-    notices.append(DataKindName(kind)).append("：").append(std::to_string(count)).append("件中");
     const int missing = ending.hit == FirstMissing ? 1 : count - RecordsBeforeFault(row, count);
-    notices.append(std::to_string(missing)).append("件が届きませんでした．");
+    notices += messages::MissingRecords(kind, count, missing);
   }
   return notices;
 }
@@ -329,17 +335,17 @@ std::string MissingNotices(const Row& row, const Ending& ending) {
 std::string StatusOf(const Row& row, const Ending& ending) {
   std::string status;
   if (ending.hit == CutAndBlank || ending.hit == FirstMissing) return MissingNotices(row, ending);
-  if (ending.notice.empty()) return status;
+  if (ending.notice == nullptr) return status;
   for (const DataKind kind : HitKinds(row, ending))
-    status.append("(").append(DataKindName(kind)).append(")").append(ending.notice);
+    status += ending.notice(kind);
   return status;
 }
 
 std::string_view TerminalMessage(const Ending& ending) {
-  if (ending.stalled) return "30秒間データが届かないため，通信を中止しました．";
-  if (ending.identity == Identity::Silent) return "電源が入っていないか，接続されていません．";
+  if (ending.stalled) return cli_messages::Stalled;
+  if (ending.identity == Identity::Silent) return device_messages::SilentReceiver;
   if (ending.identity == Identity::Refusing) return NotAcknowledged;
-  return ending.identity == Identity::Unknown ? "受信機を識別できませんでした．" : std::string_view{};
+  return ending.identity == Identity::Unknown ? messages::NotIdentified : std::string_view{};
 }
 
 int RecordsBeforeFault(const Row& row, int count) {

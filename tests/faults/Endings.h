@@ -31,7 +31,7 @@ struct Ending {
   int exit_status = 0;  ///< of walrim-cli
   /// Message boxes in their order. A warning with outcome Done comes for each kind that is hit.
   std::array<std::string_view, 2> messages;
-  std::string_view notice;  ///< in the status line, behind the kind's name, for each kind that is hit
+  std::string (*notice)(DataKind) = nullptr;  ///< in the status line, for each kind that is hit
   Identity identity = Identity::Known;
   bool stalled = false;  ///< nobody pressed Cancel for 30 seconds
   Held before = Held::Whole;

@@ -4,6 +4,9 @@
 #include <chrono>
 #include <gtest/gtest.h>
 
+#include "app/Messages.h"
+#include "device/Messages.h"
+
 namespace walrim {
 
 namespace {
@@ -46,10 +49,6 @@ std::vector<NamedRecord> WithoutFirst(const std::vector<NamedRecord>& records) {
     rest = std::find_if(rest, records.end(), [](const NamedRecord& record) { return record.id == RouteHeader; });
   }
   return {rest, records.end()};
-}
-
-std::string OverwriteQuestionOf(DataKind kind) {
-  return "現在の内部データ(" + std::string(DataKindName(kind)) + ")は上書きされます．よろしいですか？";
 }
 
 std::vector<DataKind> SelectedKinds(const Row& row) {
@@ -121,7 +120,8 @@ void RowRun::CheckRow() {
 void RowRun::CheckQuestions(const std::vector<DataKind>& turns) {
   std::vector<std::string> questions;
   for (const DataKind kind : turns) {
-    if (row_.command == Command::Download && loaded_[IndexOf(kind)]) questions.push_back(OverwriteQuestionOf(kind));
+    if (row_.command == Command::Download && loaded_[IndexOf(kind)])
+      questions.push_back(messages::OverwriteHeldQuestion(kind));
   }
   EXPECT_EQ(bench_.desktop.questions, questions);
 }
@@ -135,13 +135,13 @@ void RowRun::CheckWhatIsShown() {
       EXPECT_TRUE(info.starts_with(std::string(row_.model) + " ")) << info;
       break;
     case Identity::Silent:
-      EXPECT_EQ(info, "電源が入っていないか，接続されていません． (Pid:-1)");
+      EXPECT_EQ(info, messages::ReceiverText(device_messages::SilentReceiver, -1));
       break;
     case Identity::Unknown:
-      EXPECT_EQ(info, "受信機を識別できませんでした． (Pid:0)");
+      EXPECT_EQ(info, messages::ReceiverText(messages::NotIdentified, 0));
       break;
     case Identity::Refusing:
-      EXPECT_EQ(info, "受信機が要求に応じませんでした． (Pid:0)");
+      EXPECT_EQ(info, messages::ReceiverText(messages::NotAcknowledged, 0));
       break;
   }
 }

@@ -190,7 +190,10 @@ std::string ShownText(const Ending& ending) {
   std::string text;
   for (const std::string_view message : ending.messages)
     AddPart(text, message, "<br>");
-  AddPart(text, ending.notice, "<br>");
+  if (ending.notice != nullptr) {
+    constexpr std::string_view NameInFront = "(Waypoint)";
+    AddPart(text, ending.notice(DataKind::Waypoint).substr(NameInFront.size()), "<br>");
+  }
   AddPart(text, TerminalMessage(ending), "<br>");
   std::replace(text.begin(), text.end(), '\n', ' ');
   return text.empty() ? "nothing" : text;

@@ -20,6 +20,7 @@
 #include <unistd.h>
 
 #include "qt/LockFile.h"
+#include "qt/Messages.h"
 #include "qt/PseudoTerminal.h"
 #include "qt/QtEventLoop.h"
 #include "support/Processes.h"
@@ -434,8 +435,7 @@ class LockedPort : public QtSerialPortTest {
 TEST_F(LockedPort, NamesAStaleLockFile) {
   const pid_t gone = DeadProcess();
   const LockOfAnother lock(line.Device(), gone);
-  ExpectOnOpening(PortProblem::Other, "終了したプログラム（プロセス" + std::to_string(gone) +
-                                          "）のロックファイルが残っています．" + lock.Path() + " を削除してください．");
+  ExpectOnOpening(PortProblem::Other, qt_messages::LockOutlived(gone, lock.Path()));
 }
 
 TEST_F(LockedPort, OfALivingProcessIsInUse) {
@@ -495,7 +495,7 @@ TEST_F(QtSerialPortTest, WhatIsNoTerminalIsRefusedAndNotWaitedFor) {
   for (const std::string& path : {file, folder.File("."), pipe, std::string("/dev/null")}) {
     const PortResult result = port.Open(path, Baud);
     EXPECT_EQ(result.problem, PortProblem::Other) << path;
-    EXPECT_EQ(result.detail, "シリアルポートではありません") << path;
+    EXPECT_EQ(result.detail, qt_messages::NoSerialPort) << path;
     EXPECT_FALSE(port.PortOpen());
   }
   std::string kept;

@@ -7,6 +7,7 @@
 
 #include "app/Messages.h"
 #include "qt/CommandSocket.h"
+#include "qt/Messages.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -166,7 +167,7 @@ TEST_F(WindowProcessTest, WithoutAWindowACallSaysSoAndFails) {
   const Ended ended = Call({"GetFile", folder.Path("a.grc")});
   EXPECT_EQ(ended.status, 1);
   EXPECT_EQ(ended.out, "");
-  EXPECT_EQ(ended.err, "Walrimのウィンドウが開かれていません．\n");
+  EXPECT_EQ(ended.err, std::string(qt_messages::NoWindow) + "\n");
 }
 
 TEST_F(WindowProcessTest, ACallThatCannotBeReadFailsWithoutAResult) {

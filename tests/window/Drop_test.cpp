@@ -7,6 +7,7 @@
 
 #include "app/Messages.h"
 #include "window/DialogPlans.h"
+#include "window/Messages.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -16,7 +17,6 @@ constexpr std::string_view OneWaypoint = "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\
 constexpr std::string_view OneRoute = "RTH\t1\t=\"R\"\t1\r\nRTP\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n";
 const std::string OnePoint = "35.6252, 139.2437";
 const std::string FtpMessage(messages::FtpRefused);
-constexpr const char* Hint = "ここにドロップすると，内部データに取り込みます．";
 
 /// Data as a file manager or a browser drags them.
 struct Dragged {
@@ -278,7 +278,7 @@ TEST_F(DropTest, ADragSaysWhatADropWouldDoAndLeavesNoTrace) {
   const std::string before = Status();
   auto& button = Get<QPushButton>("FileImport");
   ASSERT_TRUE(DragOver(*window, Dragged({FileUrl("b.grc")})));
-  EXPECT_EQ(Status(), Hint);
+  EXPECT_EQ(Status(), window_messages::DropHint);
   EXPECT_TRUE(button.isDown());
   QDragLeaveEvent leave;
   QApplication::sendEvent(window.get(), &leave);

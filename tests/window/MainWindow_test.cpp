@@ -7,12 +7,15 @@
 
 #include "app/Messages.h"
 #include "app/ProgramName.h"
+#include "window/Messages.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
 namespace {
 
-constexpr const char* Overwritten = "は上書きされます．よろしいですか？";
+std::string Twice(std::string_view message) {
+  return std::string(message).append("|").append(message);
+}
 
 // ---- How it looks at the start
 
@@ -170,8 +173,9 @@ TEST_F(WindowTest, AnOverwriteAsksOnceAKindWithNoAsTheSafeButton) {
   for (int kind = 0; kind < 3; ++kind)
     answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
-  EXPECT_EQ(Messages(), std::string("現在の内部データ(Waypoint)") + Overwritten + "|現在の内部データ(Route)" +
-                            Overwritten + "|現在の内部データ(TrackLog)" + Overwritten);
+  EXPECT_EQ(Messages(), messages::OverwriteHeldQuestion(DataKind::Waypoint) + "|" +
+                            messages::OverwriteHeldQuestion(DataKind::Route) + "|" +
+                            messages::OverwriteHeldQuestion(DataKind::TrackLog));
   EXPECT_EQ(answerer.boxes[0].default_button, QString::fromUtf8("いいえ(&N)"));
   EXPECT_EQ(answerer.boxes[0].buttons.size(), 2);
 }
@@ -286,7 +290,7 @@ TEST_F(CancelTest, ACancelIsSeenAtOnce) {
     EXPECT_FALSE(Get<QPushButton>("Cancel").isEnabled());
   });
   Click("GpsDownLoad");
-  EXPECT_EQ(status, "中止しています...");
+  EXPECT_EQ(status, window_messages::Cancelling);
 }
 
 TEST_F(CancelTest, ClosingAmidATransferAsksNothingAndClosesOnceTheReceiverWasTold) {
@@ -457,7 +461,7 @@ class ExportTest : public WindowTest {
 TEST_F(ExportTest, ExportAndCopyWithoutDataAreRefused) {
   Click("FileExport");
   Click("Copy");
-  EXPECT_EQ(Messages(), "DataSetがDownLoadされていません．|DataSetがDownLoadされていません．");
+  EXPECT_EQ(Messages(), Twice(messages::NothingDownloaded));
 }
 
 TEST_F(ExportTest, ExportAndCopyWithoutASelectionAreRefused) {
@@ -465,7 +469,7 @@ TEST_F(ExportTest, ExportAndCopyWithoutASelectionAreRefused) {
   Click("GpsDownLoad");
   Click("FileExport");
   Click("Copy");
-  EXPECT_EQ(Messages(), "DataSetが選択されていません．|DataSetが選択されていません．");
+  EXPECT_EQ(Messages(), Twice(messages::NothingChosen));
 }
 
 TEST_F(ExportTest, ASelectionThatHoldsNothingIsSaidTwice) {
@@ -474,7 +478,7 @@ TEST_F(ExportTest, ASelectionThatHoldsNothingIsSaidTwice) {
   Check("DoCheck_1");
   answerer.ChooseFile(QString::fromStdString(folder.Path("out.grc")));
   Click("FileExport");
-  EXPECT_EQ(Messages(), "保存するデータがありません．|DatasetがDownLoadされていません．");
+  EXPECT_EQ(Messages(), std::string(messages::NothingToSave).append("|").append(messages::NothingWritten));
   EXPECT_FALSE(std::filesystem::exists(folder.Path("out.grc")));
 }
 
@@ -505,7 +509,7 @@ TEST_F(ExportTest, AnExistingFileIsReplacedOnlyWithOkAndCancelIsTheSafeButton) {
   answerer.ChooseFile(QString::fromStdString(path));
   answerer.Answer(QMessageBox::Cancel);
   Click("FileExport");
-  EXPECT_EQ(Messages(), "このファイル（" + path + ")は存在します．上書きしますか？");
+  EXPECT_EQ(Messages(), messages::OverwriteQuestion(path));
   EXPECT_EQ(answerer.boxes[0].default_button, QString::fromUtf8("キャンセル"));
   EXPECT_EQ(FileContents(path), "precious");
   answerer.Answer(QMessageBox::Ok);
@@ -551,7 +555,7 @@ TEST_F(ExportTest, ACharacterThatShiftJisLacksOffersUtf8BeforeAnythingIsWritten)
   answerer.Answer(QMessageBox::No);
   Click("FileExport");
   ASSERT_EQ(answerer.boxes.size(), 1U);
-  EXPECT_TRUE(answerer.boxes[0].text.contains(QString::fromUtf8("1行目のWPT「A」の文字「Š」"))) << Messages();
+  EXPECT_EQ(Messages(), messages::Utf8Question("1行目のWPT「A」", "Š"));
   EXPECT_FALSE(std::filesystem::exists(path));
   answerer.Answer(QMessageBox::Yes);
   Click("FileExport");
@@ -630,7 +634,7 @@ TEST_F(WindowTest, WhatADownloadHadToTellStaysToldBehindAnAutoSave) {
   answerer.ChooseFile(QString::fromStdString(folder.Path("auto.grc")));
   Click("GpsDownLoad");
   EXPECT_TRUE(FileContents(folder.Path("auto.grc")).starts_with("WPT\t"));
-  EXPECT_TRUE(Status().find("破損した記録が1件") != std::string::npos) << Status();
+  EXPECT_NE(Status().find(messages::DamagedRecords(DataKind::Waypoint, 1)), std::string::npos) << Status();
 }
 
 // The names in the waypoints' table; none while it is not there.
@@ -672,13 +676,13 @@ TEST_F(WindowTest, RecordsThatNeverCameAreToldUntilTheNextCommandAndMarked) {
   UseReceiver(options);
   Check("DownCheck_0");
   Click("GpsDownLoad");
-  EXPECT_EQ(Status(), "Waypoint：19件中14件が届きませんでした．");
+  EXPECT_EQ(Status(), messages::MissingRecords(DataKind::Waypoint, 19, 14));
   EXPECT_FALSE(Get<QLabel>("Notices").isVisible()) << "it is not said twice";
   const QAbstractItemModel& rows = *window->findChild<QTableView*>("WaypointTable")->model();
   const auto tip = [&](int row) { return rows.index(row, 1).data(Qt::ToolTipRole).toString().toStdString(); };
   EXPECT_EQ(tip(4), "");
-  EXPECT_EQ(tip(5), "受信機から届かなかった記録です");
-  EXPECT_EQ(tip(18), "受信機から届かなかった記録です");
+  EXPECT_EQ(tip(5), window_messages::RecordNeverCame);
+  EXPECT_EQ(tip(18), window_messages::RecordNeverCame);
   EXPECT_TRUE(rows.index(5, 1).data(Qt::FontRole).value<QFont>().italic());
   Check("DoCheck_0");
   Click("Copy");

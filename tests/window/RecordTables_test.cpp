@@ -18,10 +18,12 @@
 #include <string>
 #include <vector>
 
+#include "window/Messages.h"
+
 namespace walrim {
 namespace {
 
-constexpr const char* Hint = "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";
+constexpr std::string_view Hint = window_messages::NoRecords;
 
 Waypoint Place(std::string_view ident, double lat_deg = 35.5, double lon_deg = 135.25) {
   Waypoint waypoint;
@@ -632,7 +634,7 @@ TEST_F(RecordTablesTest, RecordsThatNeverCameAreMarked) {
   const QTableView& table = Table("WaypointTable");
   EXPECT_FALSE(table.model()->index(0, 0).data(Qt::FontRole).isValid());
   EXPECT_TRUE(table.model()->index(1, 0).data(Qt::FontRole).value<QFont>().italic());
-  EXPECT_EQ(Cell(table, 1, "番号", Qt::AccessibleDescriptionRole), "受信機から届かなかった記録です");
+  EXPECT_EQ(Cell(table, 1, "番号", Qt::AccessibleDescriptionRole), window_messages::RecordNeverCame);
 }
 
 TEST_F(RecordTablesTest, TextsOfReceiversWithFieldsOfFixedWidthAreShownWithoutTheirPadding) {

@@ -161,7 +161,7 @@ TEST_P(FaultLine, EndsAsTheMatrixSays) {
   const std::string_view last_message = TerminalMessage(ending);
   EXPECT_TRUE(status.empty() || Said(status)) << said_;
   EXPECT_TRUE(last_message.empty() || Said(last_message)) << said_;
-  if (MessagesOf(row_, ending).empty() && ending.notice.empty() && TerminalMessage(ending).empty()) {
+  if (MessagesOf(row_, ending).empty() && ending.notice == nullptr && TerminalMessage(ending).empty()) {
     EXPECT_EQ(WithoutStatus(said_), "");
   }
   const bool written = row_.command == Command::Download && ending.exit_status == 0;

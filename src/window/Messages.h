@@ -1,0 +1,29 @@
+// What the window says beyond the captions and tool tips of its controls, which stand where the controls are made.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace walrim::window_messages {
+
+inline constexpr std::string_view DropHint = "ここにドロップすると，内部データに取り込みます．";
+inline constexpr std::string_view Cancelling = "中止しています...";
+/// Stands in place of a table without records.
+inline constexpr std::string_view NoRecords =
+    "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";
+inline constexpr std::string_view RecordNeverCame = "受信機から届かなかった記録です";
+/// In front of the code of a named symbol.
+inline constexpr std::string_view Code = "コード ";
+/// In front of what was typed.
+inline constexpr std::string_view NumberTooLarge = "数値が範囲（-32768～32767）を超えています：";
+[[nodiscard]] inline std::string About(std::string_view qt_version) {
+  return std::string(
+             "ハンディGPS（GARMIN社）用データローダー\n"
+             "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
+             "受け取り，保存し，送り返します．\n\n"
+             "MITライセンスで配布されています．\nQt ")
+      .append(qt_version)
+      .append(" を使っています．");
+}
+
+}  // namespace walrim::window_messages
