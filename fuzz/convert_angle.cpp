@@ -19,6 +19,13 @@ using enum AngleNotation;
 
 constexpr std::array Notations{D, DM, DMS, MPS, PAO};
 
+/// An angle text in another notation.
+std::string ConvertAngle(std::string_view value, AngleNotation from, AngleNotation to) {
+  std::string text;
+  AppendConvertedAngle(text, value, from, to);
+  return text;
+}
+
 /// Half of the last place, in degrees, of what a notation writes.
 double Rounding(AngleNotation notation) {
   if (notation == DMS) return 0.005 / 3600;

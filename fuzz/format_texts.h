@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "formats/Format.h"
+#include "text/Cp932.h"
 
 namespace walrim {
 
@@ -14,7 +15,7 @@ inline constexpr int UtcOffsetHours = 9;
 
 inline std::string DecodedInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(bytes), size);
-  return LineSource(text, EncodingOf(text)).Rest();
+  return EncodingOf(text) == TextEncoding::Utf8 ? std::string(text) : DecodeCp932(text);
 }
 
 inline ImportResult ReadText(FormatId format, std::string_view text, DataSet& data) {

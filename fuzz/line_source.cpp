@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/Cp932.h"
 #include "text/Scan.h"
 #include "text/TextEncoding.h"
 #include "text/Utf8.h"
@@ -49,7 +50,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     detector.Add(TakeBytes(rest, piece));
   const TextEncoding encoding = EncodingOf(text);
   if (detector.Encoding() != encoding) std::abort();
-  const std::string whole = LineSource(text, encoding).Rest();
+  const bool marked = text.starts_with(Utf8Mark);
+  const std::string_view behind = text.substr(marked ? Utf8Mark.size() : 0);
+  const std::string whole = encoding == TextEncoding::ShiftJis ? DecodeCp932(text) : WellFormed(behind);
   if (!IsValidUtf8(whole)) std::abort();
   const auto expected = PlainLines(whole);
   if (LinesOf(LineSource(text, encoding)) != expected) std::abort();

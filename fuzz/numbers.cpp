@@ -10,6 +10,16 @@
 
 using namespace walrim;
 
+namespace {
+
+std::string GeneralNumber(double value) {
+  std::string text;
+  AppendGeneralNumber(text, value);
+  return text;
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(bytes), size);
   const double value = LeadingNumber(text);

@@ -95,15 +95,21 @@ void BM_ConvertDatum(benchmark::State& state) {
 }
 BENCHMARK(BM_ConvertDatum);
 
+void BenchmarkAngle(std::string_view value, AngleNotation from, AngleNotation to) {
+  std::string text;
+  AppendConvertedAngle(text, value, from, to);
+  benchmark::DoNotOptimize(text);
+}
+
 void BM_ConvertAngleToDms(benchmark::State& state) {
   for (auto _ : state)
-    benchmark::DoNotOptimize(ConvertAngle("34.69173611111111", AngleNotation::D, AngleNotation::DMS));
+    BenchmarkAngle("34.69173611111111", AngleNotation::D, AngleNotation::DMS);
 }
 BENCHMARK(BM_ConvertAngleToDms);
 
 void BM_ConvertAngleFromDms(benchmark::State& state) {
   for (auto _ : state)
-    benchmark::DoNotOptimize(ConvertAngle("34.413025", AngleNotation::DMS, AngleNotation::D));
+    BenchmarkAngle("34.413025", AngleNotation::DMS, AngleNotation::D);
 }
 BENCHMARK(BM_ConvertAngleFromDms);
 

@@ -36,7 +36,7 @@ int OpenNameless(const std::filesystem::path& folder, mode_t mode) {
 
 void FlushFolder(const std::filesystem::path& folder) {
   const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.Get() >= 0) ::fsync(opened.Get());
+  if (opened.Valid()) ::fsync(opened.Get());
 }
 
 }  // namespace
@@ -52,9 +52,9 @@ FileReplacement::FileReplacement(const std::filesystem::path& target, WhileFille
   const bool replaces = ::stat(target.c_str(), &old) == 0;
   // Never open to more than the old file was, not even for a moment.
   const mode_t mode = replaces ? old.st_mode & AllRights : 0666;
-  if (name == WhileFilled::Nameless) file_.Set(OpenNameless(folder_, mode));
-  if (file_.Get() < 0) OpenHidden(mode);
-  if (file_.Get() >= 0 && replaces) CopyOwnerAndRights(old, file_.Get());
+  if (name == WhileFilled::Nameless) file_.Reset(OpenNameless(folder_, mode));
+  if (!file_.Valid()) OpenHidden(mode);
+  if (file_.Valid() && replaces) CopyOwnerAndRights(old, file_.Get());
 }
 
 FileReplacement::~FileReplacement() {
@@ -64,11 +64,11 @@ FileReplacement::~FileReplacement() {
 }
 
 void FileReplacement::OpenHidden(mode_t mode) {
-  for (int i = 0; i < MostNames && file_.Get() < 0; ++i) {
+  for (int i = 0; i < MostNames && !file_.Valid(); ++i) {
     const std::string name = HiddenName(folder_);
-    file_.Set(::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode));
-    if (file_.Get() >= 0) name_ = name;
-    if (file_.Get() < 0 && errno != EEXIST) return;
+    file_.Reset(::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode));
+    if (file_.Valid()) name_ = name;
+    if (!file_.Valid() && errno != EEXIST) return;
   }
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <sys/types.h>
 
-#include "app/Descriptor.h"
+#include "platform/Descriptor.h"
 
 namespace walrim {
 
@@ -35,7 +35,7 @@ class FileReplacement {
   std::filesystem::path target_;
   std::filesystem::path folder_;
   std::string name_;  ///< the hidden name; empty while there is none
-  Descriptor file_{-1};
+  Descriptor file_;
 };
 
 /// The folder that a path's file lies in.

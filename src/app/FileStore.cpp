@@ -110,10 +110,10 @@ ssize_t ReadPiece(int fd, std::string& piece) {
 
 FileReader::FileReader(const std::string& path) {
   if (path == StandardStream) {
-    file_.Set(::dup(STDIN_FILENO));
-    if (file_.Get() < 0) problem_ = LastError();
+    file_.Reset(::dup(STDIN_FILENO));
+    if (!file_.Valid()) problem_ = LastError();
   } else {
-    file_.Set(OpenToRead(path, problem_));
+    file_.Reset(OpenToRead(path, problem_));
   }
 }
 
@@ -169,7 +169,7 @@ void FileWriter::StartOver() {
 
 void FileWriter::WriteHeld() {
   Descriptor file(path_ == StandardStream ? ::dup(STDOUT_FILENO) : ::open(target_.c_str(), O_WRONLY | O_CLOEXEC));
-  bool written = file.Get() >= 0;
+  bool written = file.Valid();
   for (const std::string& bytes : held_)
     written = written && WriteAll(file.Get(), bytes);
   if (!written || !file.Close()) problem_ = LastError();

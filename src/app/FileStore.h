@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/Descriptor.h"
+#include "platform/Descriptor.h"
 #include "app/FileReplacement.h"
 
 namespace walrim {
@@ -39,7 +39,7 @@ class FileReader {
   [[nodiscard]] const std::optional<FileProblem>& Problem() const { return problem_; }
 
  private:
-  Descriptor file_{-1};
+  Descriptor file_;
   std::string piece_;
   std::size_t read_ = 0;  ///< bytes since the beginning
   std::optional<FileProblem> problem_;

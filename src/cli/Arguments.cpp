@@ -54,8 +54,7 @@ std::string PacingRange(const std::string& text) {
 /// What is wrong with a port's name; empty for a number from 1 to 4, a path, and a demonstration receiver there is.
 std::string CheckPort(const std::string& text) {
   if (text.empty()) return "a port is needed";
-  const bool is_number = std::all_of(text.begin(), text.end(), IsDigit);
-  if (is_number && (text.size() > 1 || text[0] < '1' || text[0] > '4')) return "ports are numbered 1 to 4";
+  if (AllDigits(text) && (text.size() > 1 || text[0] < '1' || text[0] > '4')) return "ports are numbered 1 to 4";
   if (text.rfind("demo:", 0) != 0) return "";
   std::string models;
   for (const std::string& model : DemoModelNames()) {

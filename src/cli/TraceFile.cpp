@@ -7,9 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "app/Descriptor.h"
 #include "app/FileStore.h"
 #include "cli/Messages.h"
+#include "platform/Descriptor.h"
 
 namespace walrim {
 
@@ -46,7 +46,7 @@ bool TraceFile::Begin(const std::string& path, bool replace) {
     return false;
   }
   Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666));
-  if (file.Get() < 0) return false;
+  if (!file.Valid()) return false;
   if (!replace && !HoldsNothingElse(file.Get())) {
     problem_ = cli_messages::NoTrace;
     refused_ = true;
@@ -55,8 +55,7 @@ bool TraceFile::Begin(const std::string& path, bool replace) {
   // A pipe or a terminal has no length to cut.
   if (::ftruncate(file.Get(), 0) != 0 && errno != EINVAL) return false;
   file_.reset(::fdopen(file.Get(), "w"));
-  if (file_) file.Set(-1);  // fclose closes it
-  return file_ != nullptr;
+  return file_ && file.Release() >= 0;  // fclose closes it
 }
 
 void TraceFile::WriteLine(const std::string& line) {

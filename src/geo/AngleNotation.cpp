@@ -99,10 +99,6 @@ bool BeginsWithNumber(std::string_view text) {
   return !text.empty() && IsDigit(text.front());
 }
 
-bool AllDigits(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), IsDigit);
-}
-
 int Number(std::string_view digits) {
   int number = 0;
   for (const char c : digits)
@@ -211,12 +207,6 @@ void AppendConvertedAngle(std::string& out, std::string_view value, AngleNotatio
     case AngleNotation::DM:
       return;
   }
-}
-
-std::string ConvertAngle(std::string_view value, AngleNotation from, AngleNotation to) {
-  std::string text;
-  AppendConvertedAngle(text, value, from, to);
-  return text;
 }
 
 double DegreesOfAngle(std::string_view value, AngleNotation notation) {

@@ -23,17 +23,18 @@ enum class AngleNotation : std::uint8_t {
 /// The notation of a name in any case, with or without blanks around it; nothing for another name.
 [[nodiscard]] std::optional<AngleNotation> AngleNotationOfName(std::string_view name);
 
-/// Converts an angle text from one notation into another. Texts are read as the decimal digits that they are. "DM" as
-/// the target gives the empty text. Throws std::out_of_range at a fourth "/" part.
-[[nodiscard]] std::string ConvertAngle(std::string_view value, AngleNotation from, AngleNotation to);
+/// Appends an angle text of one notation in another. Texts are read as the decimal digits that they are. "DM" as the
+/// target appends nothing. Throws std::out_of_range at a fourth "/" part.
 void AppendConvertedAngle(std::string& out, std::string_view value, AngleNotation from, AngleNotation to);
 
-/// Decimal degrees of an angle text as the double nearest to the value it writes; the reading half of ConvertAngle.
+/// Decimal degrees of an angle text as the double nearest to the value it writes; the reading half of
+/// AppendConvertedAngle.
 /// Lenient: a text without a number is 0.
 [[nodiscard]] double DegreesOfAngle(std::string_view value, AngleNotation notation);
 
 /// Decimal degrees of an angle that anybody may have written; nothing for a text that begins with no number, or with
-/// one that fits no double, or has too many parts. What it takes, ConvertAngle takes too.
+/// one that fits no double, or has too many parts. What it takes, AppendConvertedAngle
+/// takes too.
 [[nodiscard]] std::optional<double> ReadAngle(std::string_view text, AngleNotation notation);
 /// The position of two such texts; nothing where one is no angle or the two are off the globe.
 [[nodiscard]] std::optional<GeoPoint> ReadPosition(std::string_view lat, std::string_view lon, AngleNotation notation);

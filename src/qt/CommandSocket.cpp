@@ -132,14 +132,14 @@ CommandSocket::~CommandSocket() {
 
 /// The system lets go of a lock however a program ends, so that it, unlike a socket's file, never outlives its server.
 bool CommandSocket::Lock(const std::string& name) {
-  lock_ = open((name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
-  return lock_ >= 0;
+  lock_.Reset(open((name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+  return lock_.Valid();
 }
 
 std::string CommandSocket::Listen(const std::string& name) {
   CloseServer();
   if (name.empty() || !Lock(name)) return qt_messages::NotListening(name);
-  if (flock(lock_, LOCK_EX | LOCK_NB) != 0 || ServerAnswers(name)) {
+  if (flock(lock_.Get(), LOCK_EX | LOCK_NB) != 0 || ServerAnswers(name)) {
     CloseServer();
     return std::string(qt_messages::OtherWindowListens);
   }
@@ -177,7 +177,7 @@ void CommandSocket::CloseServer() {
     if (*running_) server_.release()->deleteLater();
     server_.reset();
   }
-  if (lock_ >= 0) close(std::exchange(lock_, -1));
+  lock_.Reset();
 }
 
 void CommandSocket::Accept() {

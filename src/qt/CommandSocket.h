@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/Descriptor.h"
 #include "text/CommandMessage.h"
 
 class QLocalServer;
@@ -62,7 +63,7 @@ class CommandSocket {
   std::chrono::milliseconds patience_;
   std::unique_ptr<QLocalServer> server_;
   std::unique_ptr<QTimer> retry_;
-  int lock_ = -1;  ///< the file that a living server holds locked; -1 for none
+  Descriptor lock_;  ///< the file that a living server holds locked
   /// A handler is running; it may outlive this.
   std::shared_ptr<bool> running_ = std::make_shared<bool>(false);
 };

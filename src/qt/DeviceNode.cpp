@@ -80,28 +80,20 @@ int CheckKind(const std::string& device) {
 
 }  // namespace
 
-DeviceNode::~DeviceNode() {
-  Close();
-}
-
-PortResult DeviceNode::Open(const std::string& path) {
-  Close();
+PortResult OpenDeviceNode(const std::string& path, Descriptor& node) {
+  node.Reset();
   PortResult result;
   result.device = ResolveLinks(path);
   if (const int error = CheckKind(result.device); error != 0) return Failure(error, result.device);
 
-  handle_ = open(result.device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-  if (handle_ < 0) return Failure(errno, result.device);
-  if (isatty(handle_) == 0 || flock(handle_, LOCK_EX | LOCK_NB) != 0) {
+  node.Reset(open(result.device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (!node.Valid()) return Failure(errno, result.device);
+  if (isatty(node.Get()) == 0 || flock(node.Get(), LOCK_EX | LOCK_NB) != 0) {
     const int error = errno;
-    Close();
+    node.Reset();
     return Failure(error, result.device);
   }
   return result;
-}
-
-void DeviceNode::Close() {
-  if (handle_ >= 0) close(std::exchange(handle_, -1));
 }
 
 }  // namespace walrim

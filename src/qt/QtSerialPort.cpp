@@ -70,7 +70,7 @@ PortResult QtSerialPort::Open(std::string_view comm_port, int baud) {
     result.problem = PortProblem::Missing;
     return result;
   }
-  result = node_.Open(*path);
+  result = OpenDeviceNode(*path, node_);
   if (!result.Ok()) return result;
   result = OpenDevice(std::move(result), baud);
   if (!result.Ok()) Close();
@@ -113,7 +113,7 @@ bool QtSerialPort::PortOpen() const {
 void QtSerialPort::Close() {
   Flush();
   if (port_.isOpen()) port_.close();
-  node_.Close();
+  node_.Reset();
   counted_ = 0;
 }
 

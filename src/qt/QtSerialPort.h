@@ -44,7 +44,7 @@ class QtSerialPort final : public SerialPort {
   [[nodiscard]] std::size_t QueuedBySystem(unsigned long which) const;
 
   PortMapping mapping_;
-  DeviceNode node_;
+  Descriptor node_;
   QSerialPort port_;
   mutable bool line_lost_ = false;  ///< as far as it has been seen
   mutable bool looked_ = false;     ///< in the last Wait, for whoever asks next whether the line is lost

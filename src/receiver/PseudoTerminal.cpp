@@ -15,6 +15,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include "text/Scan.h"
+
 namespace walrim {
 
 namespace {
@@ -34,9 +36,7 @@ bool SetRawMode(int descriptor) {
 
 // By its name: what a killed program left behind points to a pseudo-terminal that is gone.
 bool IsTerminalPath(std::string_view path) {
-  constexpr std::string_view folder = "/dev/pts/";
-  return path.starts_with(folder) && path.size() > folder.size() &&
-         path.find_first_not_of("0123456789", folder.size()) == std::string_view::npos;
+  return Take(path, "/dev/pts/") && AllDigits(path);
 }
 
 // Made beside it and renamed over it, so that the link is there at every moment.
@@ -54,38 +54,27 @@ std::error_code Replace(const std::string& link, const std::string& target) {
 
 }  // namespace
 
-void OwnedDescriptor::Reset(int number) {
-  if (number_ >= 0) close(number_);
-  number_ = number;
-}
-
 std::string PseudoTerminal::Open() {
   master_.Reset(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (!master_.Valid()) return SystemProblem("no pseudo-terminal");
   std::array<char, 128> name{};
-  if (grantpt(master_.Number()) != 0 || unlockpt(master_.Number()) != 0 ||
-      ptsname_r(master_.Number(), name.data(), name.size()) != 0) {
+  if (grantpt(master_.Get()) != 0 || unlockpt(master_.Get()) != 0 ||
+      ptsname_r(master_.Get(), name.data(), name.size()) != 0) {
     return SystemProblem("no pseudo-terminal");
   }
   path_ = name.data();
   slave_.Reset(open(path_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  if (!slave_.Valid() || !SetRawMode(slave_.Number())) return SystemProblem(path_);
+  if (!slave_.Valid() || !SetRawMode(slave_.Get())) return SystemProblem(path_);
   watch_.Reset(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-  if (!watch_.Valid() || inotify_add_watch(watch_.Number(), path_.c_str(), IN_OPEN | IN_CLOSE) < 0) {
+  if (!watch_.Valid() || inotify_add_watch(watch_.Get(), path_.c_str(), IN_OPEN | IN_CLOSE) < 0) {
     return SystemProblem("cannot watch " + path_);
   }
   return {};
 }
 
-void PseudoTerminal::Close() {
-  watch_.Reset();
-  slave_.Reset();
-  master_.Reset();
-}
-
 void PseudoTerminal::TakeClientEvents() {
   alignas(inotify_event) std::array<char, 4096> buffer{};
-  const ssize_t size = read(watch_.Number(), buffer.data(), buffer.size());
+  const ssize_t size = read(watch_.Get(), buffer.data(), buffer.size());
   bool gone = false;
   for (ssize_t at = 0; at + static_cast<ssize_t>(sizeof(inotify_event)) <= size;) {
     inotify_event event{};
@@ -101,14 +90,14 @@ void PseudoTerminal::TakeClientEvents() {
 }
 
 void PseudoTerminal::ClearLine() {
-  ioctl(slave_.Number(), TIOCNXCL);
-  tcflush(slave_.Number(), TCIFLUSH);
-  static_cast<void>(SetRawMode(slave_.Number()));
+  ioctl(slave_.Get(), TIOCNXCL);
+  tcflush(slave_.Get(), TCIFLUSH);
+  static_cast<void>(SetRawMode(slave_.Get()));
 }
 
 std::vector<std::uint8_t> PseudoTerminal::Read() {
   std::vector<std::uint8_t> bytes(4096);
-  const ssize_t size = read(master_.Number(), bytes.data(), bytes.size());
+  const ssize_t size = read(master_.Get(), bytes.data(), bytes.size());
   bytes.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
   return bytes;
 }
@@ -116,7 +105,7 @@ std::vector<std::uint8_t> PseudoTerminal::Read() {
 void PseudoTerminal::Write(std::span<const std::uint8_t> bytes) {
   if (clients_ == 0) return;
   while (!bytes.empty()) {
-    const ssize_t size = write(master_.Number(), bytes.data(), bytes.size());
+    const ssize_t size = write(master_.Get(), bytes.data(), bytes.size());
     if (size <= 0) return;
     bytes = bytes.subspan(static_cast<std::size_t>(size));
   }
@@ -125,7 +114,7 @@ void PseudoTerminal::Write(std::span<const std::uint8_t> bytes) {
 void PseudoTerminal::WaitUntilRead(std::chrono::milliseconds at_most) {
   int unread = 0;
   for (; at_most.count() > 0; --at_most) {
-    if (clients_ == 0 || ioctl(slave_.Number(), FIONREAD, &unread) != 0 || unread == 0) return;
+    if (clients_ == 0 || ioctl(slave_.Get(), FIONREAD, &unread) != 0 || unread == 0) return;
     poll(nullptr, 0, 1);
     TakeClientEvents();
   }

@@ -8,23 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/Descriptor.h"
+
 namespace walrim {
-
-/// A file descriptor, closed with its owner.
-class OwnedDescriptor {
- public:
-  explicit OwnedDescriptor(int number = -1) : number_(number) {}
-  OwnedDescriptor(const OwnedDescriptor&) = delete;
-  OwnedDescriptor& operator=(const OwnedDescriptor&) = delete;
-  ~OwnedDescriptor() { Reset(); }
-
-  void Reset(int number = -1);
-  [[nodiscard]] int Number() const { return number_; }
-  [[nodiscard]] bool Valid() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
 
 /// Clients may come and go: the line stays in raw mode, and what a client leaves behind when it goes, or is killed
 /// (unread bytes, its exclusive use of the port), is cleared away.
@@ -32,15 +18,13 @@ class PseudoTerminal {
  public:
   /// Makes the pseudo-terminal. Gives what went wrong, or an empty text.
   [[nodiscard]] std::string Open();
-  /// Takes it away; clients see their line hung up.
-  void Close();
 
   /// What a client opens.
   [[nodiscard]] const std::string& Path() const { return path_; }
   /// Readable when a client has sent something.
-  [[nodiscard]] int LineDescriptor() const { return master_.Number(); }
+  [[nodiscard]] int LineDescriptor() const { return master_.Get(); }
   /// Readable when clients have come or gone; then TakeClientEvents is due, before anything is read or written.
-  [[nodiscard]] int ClientDescriptor() const { return watch_.Number(); }
+  [[nodiscard]] int ClientDescriptor() const { return watch_.Get(); }
   void TakeClientEvents();
 
   /// What clients have sent; empty when nothing waits.
@@ -53,9 +37,9 @@ class PseudoTerminal {
  private:
   void ClearLine();
 
-  OwnedDescriptor master_;
-  OwnedDescriptor slave_;  // held open, because once a client has excluded others the line cannot be opened any more
-  OwnedDescriptor watch_;
+  Descriptor master_;
+  Descriptor slave_;  // held open, because once a client has excluded others the line cannot be opened any more
+  Descriptor watch_;
   std::string path_;
   int clients_ = 0;
 };

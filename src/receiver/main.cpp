@@ -147,7 +147,7 @@ int Run(const Options& options) {
                         options.strict ? ReceiverTemper::Strict : ReceiverTemper::Lenient);
   receiver.SetClock(UtcSeconds(), Now());
 
-  const OwnedDescriptor end_signals(EndSignals());
+  const Descriptor end_signals(EndSignals());
   PseudoTerminal terminal;
   std::string problem = terminal.Open();
   if (!problem.empty()) return Refuse(problem);
@@ -159,7 +159,7 @@ int Run(const Options& options) {
   std::fflush(stdout);
   // Waits are held to a microsecond: the usual slack is a twentieth of a byte.
   prctl(PR_SET_TIMERSLACK, 1000UL, 0UL, 0UL, 0UL);
-  Serve(terminal, receiver, end_signals.Number());
+  Serve(terminal, receiver, end_signals.Get());
   return ExitDone;
 }
 

@@ -155,8 +155,7 @@ void HttpAnswer::EndHeader() {
 }
 
 void HttpAnswer::BeginCountedBody(std::string_view length) {
-  const bool digits = !length.empty() && length.find_first_not_of("0123456789") == std::string_view::npos;
-  if (!digits) {
+  if (!AllDigits(length)) {
     state_ = State::Broken;
     return;
   }
@@ -171,7 +170,7 @@ void HttpAnswer::BeginCountedBody(std::string_view length) {
 
 void HttpAnswer::ReadChunkSize(std::string_view line) {
   const std::string_view digits = Trim(line.substr(0, line.find(';')));
-  if (digits.empty() || LowerCase(digits).find_first_not_of("0123456789abcdef") != std::string::npos) {
+  if (digits.empty() || !std::ranges::all_of(digits, IsHexDigit)) {
     state_ = State::Broken;
     return;
   }

@@ -138,12 +138,6 @@ void AppendShortestNumber(std::string& out, float value) {
   AppendShortest(out, value);
 }
 
-std::string GeneralNumber(double value) {
-  std::string text;
-  AppendGeneralNumber(text, value);
-  return text;
-}
-
 std::string ShortestNumber(double value) {
   std::string text;
   AppendShortestNumber(text, value);

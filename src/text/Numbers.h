@@ -13,16 +13,15 @@ namespace walrim {
 /// LeadingNumber as an integer: rounded down, kept within low..high.
 [[nodiscard]] long long LeadingInteger(std::string_view text, long long low, long long high);
 
-/// General form with up to 15 significant digits: "34.6917361111111", "1E+25", "-0.5", "0".
+/// Appends a number in general form with up to 15 significant digits: "34.6917361111111", "1E+25", "-0.5", "0".
 /// Plain digits for magnitudes from 1E-4 (inclusive) up to below 1E+15, else an exponent of at least two digits.
-[[nodiscard]] std::string GeneralNumber(double value);
+void AppendGeneralNumber(std::string& out, double value);
 
 /// General form with the fewest digits that read back as the same value.
 [[nodiscard]] std::string ShortestNumber(double value);
 [[nodiscard]] std::string ShortestNumber(float value);
 
 /// The same, appended.
-void AppendGeneralNumber(std::string& out, double value);
 void AppendShortestNumber(std::string& out, double value);
 void AppendShortestNumber(std::string& out, float value);
 void AppendInteger(std::string& out, long long value);

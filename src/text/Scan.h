@@ -12,6 +12,13 @@ namespace walrim {
 [[nodiscard]] constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
+[[nodiscard]] constexpr bool IsHexDigit(char c) {
+  return IsDigit(c) || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+/// Whether a text is digits and nothing else; false for an empty one.
+[[nodiscard]] constexpr bool AllDigits(std::string_view text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
 [[nodiscard]] constexpr bool IsLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }

@@ -134,8 +134,4 @@ std::string LineSource::RestBytes(std::size_t most) {
   return bytes;
 }
 
-std::string LineSource::Rest() {
-  return std::string(Decoded(RestBytes()));
-}
-
 }  // namespace walrim

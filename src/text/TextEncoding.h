@@ -54,9 +54,8 @@ class LineSource {
   [[nodiscard]] bool Next(std::string_view& line);
   /// The number of the line that came last, from 1.
   [[nodiscard]] int LineNumber() const { return line_number_; }
-  /// All that was not read yet, with its line ends.
-  [[nodiscard]] std::string Rest();
-  /// The same as bytes in the text's own encoding; without the UTF-8 mark. Stops where there are more than most.
+  /// All that was not read yet, with its line ends, as bytes in the text's own encoding; without the UTF-8 mark. Stops
+  /// where there are more than most.
   [[nodiscard]] std::string RestBytes(std::size_t most = static_cast<std::size_t>(-1));
   /// How the bytes are encoded, as far as that was found out without knowing the format.
   [[nodiscard]] TextEncoding Encoding() const { return encoding_; }

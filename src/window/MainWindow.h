@@ -22,7 +22,6 @@ class QGroupBox;
 class QLabel;
 class QProgressBar;
 class QPushButton;
-class QShortcut;
 
 namespace walrim {
 

@@ -1,10 +1,14 @@
 #include "window/RecordModel.h"
 
+#include <QCollator>
 #include <QFont>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QPalette>
 #include <algorithm>
 #include <iterator>
+#include <map>
+#include <type_traits>
 #include <utility>
 
 #include "text/Scan.h"
@@ -13,6 +17,25 @@
 
 namespace walrim {
 namespace {
+
+/// Rows by key, equal ones in the order of the data set; behind them those without a key. The keys are taken once.
+template <typename KeyOf>
+std::vector<RowRef> SortedBy(const std::vector<RowRef>& rows, Qt::SortOrder order, KeyOf key_of) {
+  std::vector<std::pair<typename std::invoke_result_t<KeyOf, RowRef>::value_type, RowRef>> keyed;
+  std::vector<RowRef> empty;
+  for (const RowRef ref : rows) {
+    auto key = key_of(ref);
+    key ? void(keyed.emplace_back(std::move(*key), ref)) : empty.push_back(ref);
+  }
+  std::stable_sort(keyed.begin(), keyed.end(), [order](const auto& row, const auto& other) {
+    return order == Qt::AscendingOrder ? row.first < other.first : other.first < row.first;
+  });
+  std::vector<RowRef> sorted;
+  for (const auto& row : keyed)
+    sorted.push_back(row.second);
+  sorted.insert(sorted.end(), empty.begin(), empty.end());
+  return sorted;
+}
 
 bool IsText(CellKind kind) {
   return kind == CellKind::Text || kind == CellKind::NamedCode;
@@ -147,6 +170,44 @@ std::optional<MapPlace> RecordModel::PlaceAt(int row) const {
   if (!Holds(ref) || IsMissing(ref)) return std::nullopt;
   const auto place = PlaceOf(ref);
   return place && OnGlobe({place->lat_deg, place->lon_deg, 0}) ? place : std::nullopt;
+}
+
+void RecordModel::sort(int column, Qt::SortOrder order) {
+  sort_column_ = column < columnCount() ? column : -1;
+  sort_order_ = order;
+  Reorder();
+}
+
+void RecordModel::Reorder() {
+  std::vector<RowRef> ordered = Ordered(rows_);
+  if (ordered == rows_) return;
+  Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+  const std::vector<RowRef> before = std::exchange(rows_, std::move(ordered));
+  const QModelIndexList from = persistentIndexList();
+  QModelIndexList to;
+  to.reserve(from.size());
+  std::map<RowRef, int> places;
+  for (const RowRef ref : rows_)
+    places.emplace(ref, static_cast<int>(places.size()));
+  for (const QModelIndex& old : from)
+    to.append(index(places.at(before.at(static_cast<std::size_t>(old.row()))), old.column()));
+  changePersistentIndexList(from, to);
+  Q_EMIT layoutChanged({}, VerticalSortHint);
+}
+
+std::vector<RowRef> RecordModel::Ordered(std::vector<RowRef> rows) const {
+  std::sort(rows.begin(), rows.end());
+  if (sort_column_ < 0) return rows;
+  if (!IsText(Head(sort_column_).kind)) {
+    return SortedBy(rows, sort_order_,
+                    [this](RowRef ref) { return Holds(ref) ? CellNumber(ref, sort_column_) : std::nullopt; });
+  }
+  QCollator collator(QLocale{QLocale::Japanese});
+  collator.setNumericMode(true);
+  return SortedBy(rows, sort_order_, [&](RowRef ref) {
+    const QString text = ShownText(ref, sort_column_);
+    return text.isEmpty() ? std::nullopt : std::optional(collator.sortKey(text));
+  });
 }
 
 void RecordModel::AppendCopy(std::string& out, int row) const {

@@ -110,8 +110,6 @@ class RecordModel : public QAbstractTableModel {
   /// Shows the held rows anew from the top.
   void Reset();
   [[nodiscard]] std::vector<RowRef> Ordered(std::vector<RowRef> rows) const;
-  [[nodiscard]] std::vector<RowRef> OrderedByNumber(const std::vector<RowRef>& rows) const;
-  [[nodiscard]] std::vector<RowRef> OrderedByText(const std::vector<RowRef>& rows) const;
   void Reorder();
   [[nodiscard]] bool AddMissing(const std::vector<RowRef>& held);
 

@@ -8,7 +8,6 @@
 #include "records/DataSet.h"
 #include "window/RecordModel.h"
 
-class QBoxLayout;
 class QStackedWidget;
 class QTabWidget;
 

@@ -1,4 +1,5 @@
-// Export, copy and auto-save as WPT+ text and as map-server script.
+// Export, copy and auto-save in every format.
+#include <cstring>
 #include <fcntl.h>
 #include <signal.h>
 #include <stdexcept>
@@ -54,6 +55,137 @@ class OutputTypesFlow : public AppTest {
   [[nodiscard]] std::string Written(std::string_view name = "out") const { return FileContents(Path(name)); }
   [[nodiscard]] static std::string_view NameOf(FormatId format) { return FormatOf(format).name; }
 };
+
+// ---- Standard files
+
+class StandardFileFlow : public AppTest {
+ protected:
+  void SetUp() override { main.State().Settings().chosen_kinds.fill(false); }
+  /// Holds one waypoint and ticks its kind alone.
+  void HoldWaypoint(std::string_view ident = "TAKAO") {
+    AppTest::HoldWaypoint(ident);
+    main.State().Settings().chosen_kinds = {true, false, false};
+  }
+};
+
+TEST_F(StandardFileFlow, ExportWithoutDataOrSelectionIsRefused) {
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  HoldWaypoint();
+  main.State().Settings().chosen_kinds.fill(false);
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages,
+            (Strings{std::string(messages::NothingDownloaded), std::string(messages::NothingChosen)}));
+}
+
+TEST_F(StandardFileFlow, ExportAsksForAPathWithTheTypesFilter) {
+  HoldWaypoint();
+  desktop.save_path = Path("a.grc");
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_EQ(desktop.filters, Strings{"すべてのファイル (*.*)|*.*|標準ファイル (*.grc)|*.grc|"});
+  EXPECT_EQ(FileContents(Path("a.grc")).substr(0, 30), "WPT\tD\tWGS84\t=\"TAKAO\"\t35.5\t139.");
+  EXPECT_TRUE(desktop.Showed("Export to " + Path("a.grc")));
+  EXPECT_TRUE(desktop.Showed("Export Wpt[1/1]"));
+  EXPECT_EQ(desktop.caption, "");
+}
+
+TEST_F(StandardFileFlow, ACancelledSaveDialogWritesNothing) {
+  HoldWaypoint();
+  main.State().Settings().auto_delete = true;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  EXPECT_EQ(folder.Names().size(), 0U);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
+}
+
+TEST_F(StandardFileFlow, AutoFileNameIsMadeOfDateAndTime) {
+  HoldWaypoint();
+  main.State().Settings().auto_file_name = true;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_TRUE(fs::exists(Path("20021115_142530.grc")));
+  EXPECT_TRUE(desktop.filters.empty());
+}
+
+TEST_F(StandardFileFlow, ASecondExportWithinTheSameSecondAsksFirst) {
+  HoldWaypoint();
+  main.State().Settings().auto_file_name = true;
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  const std::string first = FileContents(Path("20021115_142530.grc"));
+  HoldWaypoint("JINBA");
+  desktop.ok = false;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  const std::string path = (fs::current_path() / "20021115_142530.grc").string();
+  EXPECT_EQ(desktop.questions, Strings{messages::OverwriteQuestion(path)});
+  EXPECT_EQ(FileContents(Path("20021115_142530.grc")), first);
+  desktop.ok = true;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_GT(FileContents(Path("20021115_142530.grc")).size(), first.size());
+}
+
+TEST_F(StandardFileFlow, AutoDeleteEmptiesTheExportedKinds) {
+  HoldWaypoint();
+  main.State().Settings().auto_delete = true;
+  desktop.save_path = Path("a.grc");
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_EQ(Held()[0], std::nullopt);
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
+}
+
+TEST_F(StandardFileFlow, AutoDeleteKeepsWhatCouldNotBeWritten) {
+  HoldWaypoint();
+  main.State().Settings().auto_delete = true;
+  desktop.save_path = Path("missing/a.grc");
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, Strings{messages::WriteProblem(Path("missing/a.grc"), std::strerror(ENOENT))});
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 1U);
+}
+
+TEST_F(StandardFileFlow, SelectedKindsWithoutRecordsShowBothMessages) {
+  HoldWaypoint();
+  main.State().Settings().chosen_kinds = {false, true, false};
+  desktop.save_path = Path("a.grc");
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, (Strings{std::string(messages::NothingToSave), std::string(messages::NothingWritten)}));
+  EXPECT_EQ(folder.Names().size(), 0U);
+}
+
+TEST_F(StandardFileFlow, FilesAreShiftJisByDefaultAndUtf8OnRequest) {
+  HoldWaypoint("高尾");
+  desktop.save_path = Path("a.grc");
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_NE(FileContents(Path("a.grc")).find("=\"\x8d\x82\x94\xf6\""), std::string::npos);
+  main.State().Settings().encoding = TextEncoding::Utf8;
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_NE(FileContents(Path("a.grc")).find("=\"高尾\""), std::string::npos);
+}
+
+TEST_F(StandardFileFlow, ACharacterThatShiftJisLacksIsNamedAndNothingIsWrittenUnasked) {
+  HoldWaypoint("TAKAO");
+  HoldWaypoint("CAFé");
+  desktop.save_path = Path("a.grc");
+  desktop.yes = false;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Refused);
+  EXPECT_EQ(desktop.questions, Strings{messages::Utf8Question("2行目のWPT「CAFé」", "é")});
+  EXPECT_EQ(folder.Names().size(), 0U);
+  desktop.yes = true;
+  EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+  EXPECT_NE(FileContents(Path("a.grc")).find("=\"CAFé\""), std::string::npos);
+}
+
+TEST_F(StandardFileFlow, HeaderLinesComeWhereWanted) {
+  HoldWaypoint();
+  main.State().Settings().with_header = true;
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
+  EXPECT_EQ(desktop.clipboard.substr(0, 32), "WPT\tDegreeType\tDatum\tident\tlat\tl");
+}
+
+TEST_F(StandardFileFlow, CopyPutsStandardLinesOnTheClipboardAndAutoDeleteFollows) {
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, Strings{std::string(messages::NothingDownloaded)});
+  HoldWaypoint();
+  main.State().Settings().auto_delete = true;
+  EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
+  EXPECT_EQ(desktop.clipboard.substr(0, 4), "WPT\t");
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
+}
 
 // ---- WPT+
 

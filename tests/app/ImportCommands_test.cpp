@@ -1,5 +1,6 @@
 // Files, texts, links and points, wherever they come from.
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <tuple>
 
@@ -652,6 +653,78 @@ TEST_F(MapPoints, WithAutoUploadADroppedPointUploadsItsKindAlone) {
   EXPECT_EQ(main.State().Settings().chosen_kinds, (Checks{true, false, false}));
   EXPECT_TRUE(desktop.Showed("UpLoading : Waypoint"));
   EXPECT_FALSE(desktop.Showed("UpLoading : Route"));
+}
+
+// ---- Files
+
+TEST_F(ImportSources, ImportReadsWhatExportWrote) {
+  HoldWaypoint("高尾");
+  desktop.save_path = Path("a.grc");
+  ASSERT_EQ(main.Exports().Export(), Outcome::Done);
+  ASSERT_EQ(main.Deletes().Delete(), Outcome::Done);
+  desktop.open_path = Path("a.grc");
+  EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Done);
+  EXPECT_TRUE(desktop.Showed("Import from " + Path("a.grc")));
+  EXPECT_EQ(Held()[0], 1);
+  EXPECT_TRUE(main.State().Loaded(DataKind::Waypoint));
+  EXPECT_EQ(Data().Waypoints().at(0).ident, "高尾");
+  EXPECT_EQ(desktop.caption, "取り込み：Waypoint 1，Route 0，TrackLog 0．");
+}
+
+TEST_F(ImportSources, ImportAppendsAndShowsAllThatIsHeld) {
+  PutFile(Path("a.grc"), "WPT\tD\tWGS84\tA\t35\t139\r\n");
+  ASSERT_EQ(main.Imports().ImportFile(Path("a.grc")), Outcome::Done);
+  ASSERT_EQ(main.Imports().ImportFile(Path("a.grc")), Outcome::Done);
+  EXPECT_EQ(Held()[0], 2);
+  EXPECT_EQ(Held()[1], std::nullopt);
+}
+
+TEST_F(ImportSources, AnUnknownFileIsRefusedAndNothingIsImported) {
+  PutFile(Path("a.txt"), "hello\r\nWPT\tD\tWGS84\tA\t35\t139\r\n");
+  EXPECT_EQ(main.Imports().ImportFile(Path("a.txt")), Outcome::Refused);
+  EXPECT_EQ(desktop.messages, Strings{messages::UnsupportedFile(Path("a.txt"))});
+  EXPECT_EQ(Data().Count(DataKind::Waypoint), 0U);
+}
+
+TEST_F(ImportSources, ACancelledOpenDialogAndAnEmptyPathDoNothing) {
+  EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Refused);
+  EXPECT_EQ(main.Imports().ImportFile(""), Outcome::Done);
+  EXPECT_TRUE(desktop.messages.empty());
+  EXPECT_TRUE(desktop.captions.empty());
+}
+
+TEST_F(ImportSources, AFileThatCannotBeReadIsSaidWithItsReason) {
+  PutFile(Path("secret.grc"), "WPT\tD\tWGS84\tA\t35\t139\r\n");
+  ::chmod(Path("secret.grc").c_str(), 0);
+  ::chmod(folder.Path("").c_str(), 0755);
+  const auto read_all = [this] {
+    if (!BecomeNobody()) std::_Exit(2);
+    EXPECT_EQ(main.Imports().ImportFile(Path("none.grc")), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(Path("secret.grc")), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(Path("secret.grc/a.grc")), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportFile(folder.Path("")), Outcome::Refused);
+    EXPECT_EQ(desktop.messages, (Strings{messages::ReadProblem(Path("none.grc"), std::strerror(ENOENT)),
+                                         messages::ReadProblem(Path("secret.grc"), std::strerror(EACCES)),
+                                         messages::ReadProblem(Path("secret.grc/a.grc"), std::strerror(ENOTDIR)),
+                                         messages::ReadProblem(folder.Path(""), std::strerror(EISDIR))}));
+    std::_Exit(HasFailure() ? 1 : 0);
+  };
+  EXPECT_EXIT(read_all(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(ImportSources, WhatIsNoRegularFileIsRefusedAtOnce) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  const Strings refused{Path("pipe"), "/dev/null", "/dev/zero"};
+  for (const std::string& path : refused) {
+    desktop.messages.clear();
+    EXPECT_EQ(main.Imports().ImportFrom(path), Outcome::Refused);
+    EXPECT_EQ(main.Imports().ImportTyped("file://" + path), Outcome::Refused);
+    EXPECT_EQ(main.External().TakeDrop({path}, ""), Outcome::Refused);
+    EXPECT_EQ(main.External().Run("GetFile", path, ""), CommandRefused);
+    desktop.open_path = path;
+    EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Refused);
+    EXPECT_EQ(desktop.messages, Strings(5, messages::ReadProblem(path, messages::NoRegularFile)));
+  }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "Support.h"
+#include "text/Cp932.h"
 
 namespace walrim {
 namespace {
@@ -16,7 +17,7 @@ std::vector<std::string> Corpus() {
          std::filesystem::directory_iterator(std::string(WALRIM_SOURCE_DIR "/fuzz/corpus/") + name)) {
       std::ifstream in(entry.path(), std::ios::binary);
       const std::string bytes(std::istreambuf_iterator<char>(in), {});
-      texts.push_back(LineSource(bytes, EncodingOf(bytes)).Rest());
+      texts.push_back(EncodingOf(bytes) == TextEncoding::Utf8 ? bytes : DecodeCp932(bytes));
     }
   }
   return texts;

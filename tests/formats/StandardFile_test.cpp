@@ -184,9 +184,10 @@ TEST(StandardLineWriter, PositionsInTheOtherNotations) {
 TEST(StandardLineWriter, TokyoPositionsAreConvertedAndHeightsStay) {
   const GeoPoint tokyo = ConvertDatum({34.69173611111111, 135.5, 0}, Datum::Wgs84, Datum::Tokyo);
   const std::string line = LineOf(StandardLineWriter(AngleNotation::D, Datum::Tokyo, 9), Summit());
-  EXPECT_TRUE(line.starts_with("WPT\tD\tTokyo\t=\"007\"\t" + GeneralNumber(tokyo.latitude_deg) + "\t" +
-                               GeneralNumber(tokyo.longitude_deg) + "\t"))
-      << line;
+  std::string beginning = "WPT\tD\tTokyo\t=\"007\"\t";
+  AppendGeneralNumber(beginning, tokyo.latitude_deg);
+  AppendGeneralNumber(beginning += '\t', tokyo.longitude_deg);
+  EXPECT_TRUE(line.starts_with(beginning + "\t")) << line;
   EXPECT_NE(line.find("\t1234.5\t"), std::string::npos);
 }
 

@@ -16,6 +16,13 @@ namespace {
 
 using enum AngleNotation;
 
+/// An angle text in another notation.
+std::string ConvertAngle(std::string_view value, AngleNotation from, AngleNotation to) {
+  std::string text;
+  AppendConvertedAngle(text, value, from, to);
+  return text;
+}
+
 TEST(ConvertAngle, TheSameAngleInEveryNotation) {
   EXPECT_EQ(ConvertAngle("34.413025", DMS, D), "34.6917361111111");
   EXPECT_EQ(ConvertAngle("34.413025", DMS, MPS), "34/41/30.3");

@@ -9,6 +9,12 @@
 namespace walrim {
 namespace {
 
+std::string GeneralNumber(double value) {
+  std::string text;
+  AppendGeneralNumber(text, value);
+  return text;
+}
+
 TEST(LeadingNumber, TakesTheLongestNumberInFront) {
   EXPECT_EQ(LeadingNumber("12abc"), 12);
   EXPECT_EQ(LeadingNumber("34.5.6"), 34.5);

@@ -66,25 +66,30 @@ TEST(EncodingDetector, TheMarkDecides) {
   ExpectEncoding("\xEF\xBB", TextEncoding::ShiftJis);
 }
 
+/// The lines of a text whose encoding is found out, each with a line feed.
 std::string WholeText(std::string_view bytes) {
-  return LineSource(bytes, EncodingOf(bytes)).Rest();
+  LineSource source(bytes, EncodingOf(bytes));
+  std::string text;
+  for (std::string_view line; source.Next(line);)
+    text.append(line).append("\n");
+  return text;
 }
 
 TEST(WholeText, TakesTheMarkAway) {
-  EXPECT_EQ(WholeText("\xEF\xBB\xBF富"), "富");
+  EXPECT_EQ(WholeText("\xEF\xBB\xBF富"), "富\n");
 }
 
 TEST(WholeText, MarkedTextThatIsIllFormedStaysText) {
   EXPECT_EQ(WholeText("\xEF\xBB\xBF"
                       "a\x80"),
-            "a\xEF\xBF\xBD");
+            "a\xEF\xBF\xBD\n");
 }
 
 TEST(WholeText, RecognisesUtf8AndElseReadsShiftJis) {
-  EXPECT_EQ(WholeText("a\r\nb\n\n"), "a\r\nb\n\n");
-  EXPECT_EQ(WholeText("富士"), "富士");
-  EXPECT_EQ(WholeText("\x95\x78\x8E\x6D"), "富士");
-  EXPECT_EQ(WholeText("plain"), "plain");
+  EXPECT_EQ(WholeText("a\r\nb\n\n"), "a\nb\n\n");
+  EXPECT_EQ(WholeText("富士"), "富士\n");
+  EXPECT_EQ(WholeText("\x95\x78\x8E\x6D"), "富士\n");
+  EXPECT_EQ(WholeText("plain"), "plain\n");
 }
 
 TEST(LineSource, LinesEndInThreeWays) {
@@ -120,14 +125,6 @@ TEST(LineSource, AHeldTextIsReadAcrossItsPieces) {
   EXPECT_EQ(line, long_line);
   ASSERT_TRUE(source.Next(line));
   EXPECT_EQ(line, "b");
-  EXPECT_FALSE(source.Next(line));
-}
-
-TEST(LineSource, RestIsWhatNoLineTook) {
-  LineSource source("a\r\nb\r\nc", TextEncoding::Utf8);
-  std::string_view line;
-  ASSERT_TRUE(source.Next(line));
-  EXPECT_EQ(source.Rest(), "b\r\nc");
   EXPECT_FALSE(source.Next(line));
 }
 

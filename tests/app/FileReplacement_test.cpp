@@ -1,4 +1,6 @@
 // Files are written whole or not at all, whatever happens meanwhile: to the disk, the folder, the program or the file.
+#include "app/FileReplacement.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -18,7 +20,6 @@
 
 #include "AppTest.h"
 #include "WholeFiles.h"
-#include "app/FileReplacement.h"
 #include "app/FileStore.h"
 
 namespace walrim {
