@@ -22,6 +22,11 @@ std::string StampOf(const CivilTime& time) {
          PadNumber(time.minute, 2) + PadNumber(time.second, 2);
 }
 
+/// The name of a file without folder and ending; empty for a standard stream.
+std::string NameOf(const std::string& path) {
+  return path == StandardStream ? std::string() : std::filesystem::path(path).stem().string();
+}
+
 /// Byte offset of the character with an index.
 std::size_t OffsetOf(std::string_view utf8, std::size_t index) {
   std::size_t offset = 0;
@@ -90,10 +95,18 @@ bool ExportCommands::Prepare() {
   return dialogs_ == nullptr || dialogs_->ShowScriptOptions(settings.script);
 }
 
-ExportCommands::Written ExportCommands::Write(TextEncoding encoding, bool with_progress, const Put& put) {
+ExportCommands::Written ExportCommands::Write(TextEncoding encoding, bool with_progress, const std::string& path,
+                                              const Put& put) {
   const UserSettings& chosen = state_.Settings();
-  WriteSettings settings{state_.WantedKinds(), chosen.notation,    chosen.datum,  chosen.utc_offset_hours,
-                         chosen.with_header,   clock_.LocalTime(), chosen.script, {}};
+  WriteSettings settings{state_.WantedKinds(),
+                         chosen.notation,
+                         chosen.datum,
+                         chosen.utc_offset_hours,
+                         chosen.with_header,
+                         clock_.LocalTime(),
+                         NameOf(path),
+                         chosen.script,
+                         {}};
   if (with_progress) {
     settings.progress = [this](DataKind kind, int number, int count) {
       desktop_.SetStatusCaption(messages::Exporting(kind, number, count));
@@ -120,6 +133,7 @@ bool ExportCommands::Told(const Written& written) {
   desktop_.SetProgress(0, 0);
   if (written.report.broken_texts > 0) state_.Told().Add(messages::BrokenTexts(written.report.broken_texts));
   if (written.report.skipped > 0) state_.Told().Add(messages::SkippedRecords(written.report.skipped));
+  if (written.report.off_globe > 0) state_.Told().Add(messages::PointsOffGlobe(written.report.off_globe));
   if (written.nothing) desktop_.ShowMessage(messages::NothingToSave);
   return !written.nothing;
 }
@@ -130,7 +144,7 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
   const Put put = [&file](std::string_view bytes) { file.Add(bytes); };
   const auto own_encoding = FormatOf(state_.Settings().format).encoding;
   const TextEncoding encoding = own_encoding.value_or(state_.Settings().encoding);
-  const Written written = Write(encoding, true, put);
+  const Written written = Write(encoding, true, path, put);
   if (!Told(written)) {
     if (path != StandardStream) desktop_.ShowMessage(messages::NothingWritten);
     return Outcome::Refused;
@@ -143,7 +157,7 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
   if (asks || needs_mark) {
     file.StartOver();
     if (needs_mark) file.Add(Utf8Mark);
-    static_cast<void>(Write(TextEncoding::Utf8, false, put));
+    static_cast<void>(Write(TextEncoding::Utf8, false, path, put));
   }
   const auto problem = file.Finish();
   if (problem) desktop_.ShowMessage(messages::WriteProblem(path, problem->detail));
@@ -154,6 +168,7 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
 bool ExportCommands::GivesBack(ImportText text) {
   const UserSettings& settings = state_.Settings();
   const Format& format = FormatOf(settings.format);
+  if (format.read == nullptr) return false;
   LineSource lines = text.Lines();
   DataSet back;
   static_cast<void>(format.read(lines, back, {settings.utc_offset_hours}));
@@ -220,7 +235,7 @@ Outcome ExportCommands::CopySelected() {
   std::string text;
   const bool wanted = Prepare();
   bool written = false;
-  if (wanted) written = Told(Write(TextEncoding::Utf8, true, [&text](std::string_view lines) { text += lines; }));
+  if (wanted) written = Told(Write(TextEncoding::Utf8, true, {}, [&text](std::string_view lines) { text += lines; }));
   ShowNotices();
   if (!written) {
     if (wanted) desktop_.ShowMessage(messages::NothingWritten);

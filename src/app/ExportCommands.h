@@ -51,7 +51,7 @@ class ExportCommands {
   [[nodiscard]] bool SomethingToWrite();
   /// False where the user gives it up.
   [[nodiscard]] bool Prepare();
-  [[nodiscard]] Written Write(TextEncoding encoding, bool with_progress, const Put& put);
+  [[nodiscard]] Written Write(TextEncoding encoding, bool with_progress, const std::string& path, const Put& put);
   /// What behind a go tells of it; false where there was nothing to write.
   [[nodiscard]] bool Told(const Written& written);
   Outcome WriteFile(const std::string& path);

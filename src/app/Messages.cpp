@@ -27,8 +27,9 @@ constexpr std::string_view Unsupported = "未対応のファイルです．\n";
 template <typename Named>
 std::string ListOfFormats(Named named) {
   std::string text;
-  for (const Format& format : Formats())
-    text += (text.empty() ? "" : "，") + named(format);
+  for (const Format& format : Formats()) {
+    if (format.read != nullptr) text += (text.empty() ? "" : "，") + named(format);
+  }
   return text;
 }
 
@@ -175,6 +176,10 @@ std::string BrokenTexts(int count) {
 
 std::string SkippedRecords(int count) {
   return std::to_string(count) + "件の記録は，文字列の中の記号のためスクリプトに書けませんでした．";
+}
+
+std::string PointsOffGlobe(int count) {
+  return std::to_string(count) + "点は，位置が地球上にないため書けませんでした．";
 }
 
 std::string FileOfAnotherComputer(std::string_view host) {

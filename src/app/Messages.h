@@ -66,6 +66,7 @@ inline constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
 [[nodiscard]] std::string SouthAndWest(int positions);
 [[nodiscard]] std::string BrokenTexts(int count);
 [[nodiscard]] std::string SkippedRecords(int count);
+[[nodiscard]] std::string PointsOffGlobe(int count);
 
 // ---- Reading
 

@@ -78,6 +78,13 @@ std::string LineText(std::string_view text) {
   return line;
 }
 
+std::string OneLine(std::string_view text) {
+  std::string line(text);
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return c == '\0' || IsSpace(c); }, ' ');
+  return line;
+}
+
 std::string CapitalText(std::string_view text) {
   std::string capitals(text);
   for (char& c : capitals)

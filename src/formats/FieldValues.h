@@ -31,6 +31,8 @@ void AppendMetres(std::string& out, std::optional<float> metres);
 [[nodiscard]] bool TruthOf(std::string_view text);
 /// A text with blanks for zero characters.
 [[nodiscard]] std::string LineText(std::string_view text);
+/// A text with blanks for what would end a column or a line: zero characters, TABs and line ends.
+[[nodiscard]] std::string OneLine(std::string_view text);
 /// Capitals, with blanks for zero characters.
 [[nodiscard]] std::string CapitalText(std::string_view text);
 /// The same cut to the two bytes of a state or a country.

@@ -5,6 +5,7 @@
 
 #include "formats/GpxReader.h"
 #include "formats/GpxWriter.h"
+#include "formats/KmlWriter.h"
 #include "formats/ScriptReader.h"
 #include "formats/ScriptWriter.h"
 #include "formats/StandardFile.h"
@@ -53,6 +54,8 @@ constexpr std::array Rows{
            WriteScript},
     Format{FormatId::Gpx, "GPX", "GPX 1.1", "gpx", "GPXファイル (*.gpx)|*.gpx|", "Import From ClipBoard (GPX形式)",
            TextEncoding::Utf8, AngleNotation::D, true, false, IsGpxText, ReadGpx, WriteGpx},
+    Format{FormatId::Kml, "KML", "KML 2.2, written only", "kml", "KMLファイル (*.kml)|*.kml|", "", TextEncoding::Utf8,
+           AngleNotation::D, false, false, nullptr, nullptr, WriteKml},
 };
 
 }  // namespace
@@ -74,8 +77,9 @@ const Format* FormatOfEnding(std::string_view ending) {
 const Format* RecognizeFormat(std::string_view beginning, std::string_view path) {
   const std::string_view first_column = beginning.substr(0, beginning.find_first_of("\t,\r\n"));
   const TextBeginning facts{UpperCase(TrimBlanks(first_column)), beginning, path};
-  const auto* const row =
-      std::find_if(Rows.begin(), Rows.end(), [&](const Format& format) { return format.recognise(facts); });
+  const auto* const row = std::find_if(Rows.begin(), Rows.end(), [&](const Format& format) {
+    return format.recognise != nullptr && format.recognise(facts);
+  });
   return row == Rows.end() ? nullptr : row;
 }
 

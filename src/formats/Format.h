@@ -19,7 +19,7 @@
 namespace walrim {
 
 /// In the order of the rows.
-enum class FormatId { Standard, WptPlus, Script, Gpx };
+enum class FormatId { Standard, WptPlus, Script, Gpx, Kml };
 
 struct ReadSettings {
   int utc_offset_hours = 9;  ///< of times in texts that do not name their zone
@@ -32,6 +32,7 @@ struct WriteSettings {
   int utc_offset_hours = 9;
   bool with_header = false;  ///< header lines, where the format has them
   CivilTime now;             ///< the moment of writing, local
+  std::string name;          ///< of the file, without folder and ending; empty where there is none
   ScriptOptions script;
   /// Called before each waypoint, route and log with its number from 1 and how many there are. May be empty.
   std::function<void(DataKind kind, int number, int count)> progress;
@@ -41,6 +42,7 @@ struct WriteSettings {
 struct WriteReport {
   int broken_texts = 0;  ///< lines with a text that holds a comma or a quote, which reading cuts it at
   int skipped = 0;       ///< records that the format cannot hold
+  int off_globe = 0;     ///< records and points whose position is none on the globe, left out
 };
 
 /// The beginning of a text, by which its format is recognised.
@@ -62,6 +64,7 @@ struct Format {
   std::optional<AngleNotation> notation;
   bool holds_all;    ///< every column of every record, and logs without points
   bool has_options;  ///< the script's options are asked for before it is written
+  // Of a format that is only written there is neither.
   bool (*recognise)(const TextBeginning& beginning);
   ImportResult (*read)(LineSource& lines, DataSet& data, const ReadSettings& settings);
   WriteReport (*write)(TextOutput& out, const DataSet& data, const WriteSettings& settings);

@@ -8,6 +8,7 @@
 #include "formats/GpxTexts.h"
 #include "formats/StandardColumns.h"
 #include "formats/XmlSyntax.h"
+#include "formats/XmlValues.h"
 #include "geo/Datum.h"
 #include "text/Numbers.h"
 #include "text/Scan.h"
@@ -100,7 +101,7 @@ void ReadColumn(std::span<const StandardColumn<Record>> columns, Record& record,
 void AppendAngle(std::string& out, std::string_view name, double deg) {
   constexpr double FewDigits = 1e-6;
   if (std::abs(deg) >= FewDigits && deg != 180) return;
-  if (GpxNumber(GpxAngle(deg)) != deg) AppendAttribute(out, {}, name, ShortestNumber(deg));
+  if (GpxNumber(XmlAngle(deg)) != deg) AppendAttribute(out, {}, name, ShortestNumber(deg));
 }
 
 /// What GPX has not of a position: 180 degrees east, and what is next to nothing.

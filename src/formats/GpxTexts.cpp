@@ -9,7 +9,7 @@
 #include <system_error>
 
 #include "formats/FieldValues.h"
-#include "formats/XmlSyntax.h"
+#include "formats/XmlValues.h"
 #include "records/Symbols.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
@@ -18,9 +18,6 @@
 
 namespace walrim {
 namespace {
-
-/// Of a number, with its sign and point: those of a decimal that every program takes.
-constexpr std::size_t MostDigits = 24;
 
 /// By the display mode of D103, D107 and D108.
 constexpr std::array<std::string_view, 3> DisplayModeNames{"SymbolAndName", "SymbolOnly", "SymbolAndDescription"};
@@ -41,34 +38,9 @@ std::string_view NameIn(const std::array<std::string_view, Count>& names, std::s
   return index < names.size() ? names[index] : std::string_view();
 }
 
-/// What would end a column or a line of a standard file is a blank.
-std::string Blanked(std::string_view text) {
-  std::string blanked(text);
-  std::replace_if(
-      blanked.begin(), blanked.end(), [](char c) { return c == '\0' || IsSpace(c); }, ' ');
-  return blanked;
-}
-
-/// A record's text as an element can hold it.
-std::string ElementText(std::string_view text) {
-  return text.empty() ? std::string() : XmlCharacters(TrimBlanks(Blanked(text)));
-}
-
 /// The text of an element as records hold it.
 std::string RecordText(std::string_view text) {
   return text.empty() ? std::string() : CapitalText(WithoutControlCharacters(TrimSpace(text)));
-}
-
-/// Plain digits, the fewest that read back as the same value; false where they are more than MostDigits.
-template <typename Number>
-bool AppendDigits(std::string& out, Number value) {
-  std::array<char, MostDigits> buffer;
-  // Adding 0 takes the sign off a zero.
-  const auto [end, error] =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value + Number(0), std::chars_format::fixed);
-  if (error != std::errc()) return false;
-  out.append(buffer.data(), end);
-  return true;
 }
 
 /// A decimal number alone, within what Value holds.
@@ -89,7 +61,7 @@ std::optional<float> Metres(std::string_view text) {
 
 void SetMetres(std::string& text, std::optional<float> metres) {
   text.clear();
-  if (metres) AppendDigits(text, *metres);
+  if (metres) AppendXmlMetres(text, *metres);
 }
 
 /// D104's display modes in those of the other types; the first one, no symbol at all, is nothing that they have.
@@ -140,11 +112,7 @@ std::optional<std::int64_t> SecondsOf(std::string_view text) {
 
 void SetTime(std::string& text, std::optional<GarminSeconds> time) {
   text.clear();
-  if (!time) return;
-  AppendDateTime(text, CivilFromGarminSeconds(*time));
-  text[4] = text[7] = '-';
-  text[10] = 'T';
-  text += 'Z';
+  if (time) AppendXmlTime(text, *time);
 }
 
 }  // namespace
@@ -153,21 +121,6 @@ void SetTime(std::string& text, std::optional<GarminSeconds> time) {
 
 std::optional<double> GpxNumber(std::string_view text) {
   return Number<double>(text);
-}
-
-void AppendGpxAngle(std::string& out, double deg) {
-  if (deg == 180) deg = -180;
-  if (AppendDigits(out, deg)) return;
-  constexpr int Decimals = 15;
-  std::array<char, MostDigits> buffer;
-  out.append(buffer.data(),
-             std::to_chars(buffer.data(), buffer.data() + buffer.size(), deg, std::chars_format::fixed, Decimals).ptr);
-}
-
-std::string GpxAngle(double deg) {
-  std::string text;
-  AppendGpxAngle(text, deg);
-  return text;
 }
 
 std::optional<int> GpxRouteNumber(std::string_view text) {
@@ -209,15 +162,15 @@ Waypoint AsInFile(const Waypoint& waypoint) {
   file.missing = false;
   file.unused = 0;
   for (std::string* const text : {&file.ident, &file.cmnt}) {
-    *text = CapitalText(Blanked(*text));
+    *text = CapitalText(OneLine(*text));
     if (HasFixedWidthTexts(waypoint.type)) *text = TrimBlanks(std::string(*text));
   }
   for (const auto text :
        {&WaypointDetails::facility, &WaypointDetails::city, &WaypointDetails::addr, &WaypointDetails::cross_road}) {
-    file.details.Set(text, CapitalText(Blanked((*waypoint.details).*text)));
+    file.details.Set(text, CapitalText(OneLine((*waypoint.details).*text)));
   }
   for (const auto text : {&WaypointDetails::state, &WaypointDetails::cc})
-    file.details.Set(text, StateText(Blanked((*waypoint.details).*text)));
+    file.details.Set(text, StateText(OneLine((*waypoint.details).*text)));
   if (!HasFixedWidthTexts(waypoint.type)) return file;
   if (HasSmallSymbol(waypoint)) file.smbl = LargeSymbolFor(waypoint.smbl.value_or(0));
   if (waypoint.type == WaypointType::D104) file.dspl = UsualDisplayMode(waypoint.dspl);
@@ -230,7 +183,7 @@ Waypoint AsInFile(const Waypoint& waypoint) {
 Route AsInFile(const Route& route) {
   Route file;
   file.nmbr = route.nmbr;
-  file.cmnt = CapitalText(Blanked(route.cmnt));
+  file.cmnt = CapitalText(OneLine(route.cmnt));
   if (route.type == RouteHeaderType::D201) file.cmnt = TrimBlanks(std::string(file.cmnt));
   return file;
 }
@@ -239,7 +192,7 @@ TrackLog AsInFile(const TrackLog& log) {
   TrackLog file;
   file.dspl = log.dspl;
   file.color = log.color;
-  file.trk_ident = CapitalText(Blanked(log.trk_ident));
+  file.trk_ident = CapitalText(OneLine(log.trk_ident));
   return file;
 }
 
@@ -248,31 +201,31 @@ TrackLog AsInFile(const TrackLog& log) {
 void SetTexts(GpxTexts& texts, const Waypoint& waypoint, const Waypoint& file) {
   const WaypointDetails& details = *waypoint.details;
   SetMetres(texts.ele, waypoint.alt_m);
-  texts.name = ElementText(waypoint.ident);
-  texts.cmt = ElementText(waypoint.cmnt);
+  texts.name = XmlText(waypoint.ident);
+  texts.cmt = XmlText(waypoint.cmnt);
   // What a file says to be one of the 16 keeps its number there, and shows its picture here.
   const bool small = waypoint.symbol_set == SymbolSet::Small;
   texts.sym = file.smbl ? GpxSymbolName(small ? LargeSymbolFor(*file.smbl) : *file.smbl) : std::string();
   SetMetres(texts.proximity, file.dist_m > 0 ? std::optional(file.dist_m) : std::nullopt);
   SetMetres(texts.depth, waypoint.dpth_m);
   texts.display_mode = NameIn(DisplayModeNames, file.dspl);
-  texts.street = ElementText(details.addr);
-  texts.city = ElementText(details.city);
-  texts.state = ElementText(details.state);
-  texts.country = ElementText(details.cc);
+  texts.street = XmlText(details.addr);
+  texts.city = XmlText(details.city);
+  texts.state = XmlText(details.state);
+  texts.country = XmlText(details.cc);
   texts.subclass.clear();
 }
 
 GpxTexts GpxTextsOf(const Route& route) {
   GpxTexts texts;
-  texts.name = ElementText(route.cmnt);
+  texts.name = XmlText(route.cmnt);
   AppendInteger(texts.number, route.nmbr);
   return texts;
 }
 
 GpxTexts GpxTextsOf(const TrackLog& log) {
   GpxTexts texts;
-  texts.name = ElementText(log.trk_ident);
+  texts.name = XmlText(log.trk_ident);
   texts.color = NameIn(ColourNames, log.color);
   return texts;
 }

@@ -66,12 +66,6 @@ void SetTexts(GpxTexts& texts, const TrackPoint& point);
 [[nodiscard]] bool IsGpxTime(std::string_view text);
 /// A decimal number alone, within what a double holds.
 [[nodiscard]] std::optional<double> GpxNumber(std::string_view text);
-/// Plain digits without an exponent, the fewest that read back as the same latitude or longitude in degrees. Longitude
-/// 180, which GPX has not, is -180, and one with more digits than programs need to take (it is less than a millimetre
-/// from 0) is rounded.
-void AppendGpxAngle(std::string& out, double deg);
-[[nodiscard]] std::string GpxAngle(double deg);
-
 /// Two hexadecimal digits a byte.
 [[nodiscard]] std::string HexText(const Subclass& subclass);
 [[nodiscard]] std::optional<Subclass> SubclassOfHex(std::string_view text);

@@ -6,7 +6,8 @@
 
 #include "formats/GpxColumns.h"
 #include "formats/GpxTexts.h"
-#include "formats/XmlSyntax.h"
+#include "formats/XmlLines.h"
+#include "formats/XmlValues.h"
 
 namespace walrim {
 namespace {
@@ -31,8 +32,8 @@ class Bounds {
   Bounds() = default;
   [[nodiscard]] bool Empty() const { return empty_; }
   [[nodiscard]] std::string Attributes() const {
-    return " minlat=\"" + GpxAngle(south_) + "\" minlon=\"" + GpxAngle(west_) + "\" maxlat=\"" + GpxAngle(north_) +
-           "\" maxlon=\"" + GpxAngle(east_) + "\"";
+    return " minlat=\"" + XmlAngle(south_) + "\" minlon=\"" + XmlAngle(west_) + "\" maxlat=\"" + XmlAngle(north_) +
+           "\" maxlon=\"" + XmlAngle(east_) + "\"";
   }
 
  private:
@@ -46,54 +47,10 @@ class Bounds {
   double east_ = 0;
 };
 
-/// Writes elements, a line each.
-class XmlLines {
- public:
-  explicit XmlLines(TextOutput& out) : out_(out) {}
-
-  void Begin(std::string_view name, std::string_view attributes = {}) {
-    BeginTag(name).append(attributes);
-    EndTag();
-  }
-  /// The attributes are to be appended to what is returned.
-  std::string& BeginTag(std::string_view name) { return Indent().append(name); }
-  void EndTag() {
-    out_.EndLine(">\n");
-    ++level_;
-  }
-  void End(std::string_view name) {
-    --level_;
-    Indent().append("/").append(name);
-    out_.EndLine(">\n");
-  }
-  void Empty(std::string_view name, std::string_view attributes) {
-    Indent().append(name).append(attributes);
-    out_.EndLine("/>\n");
-  }
-  /// Nothing for an empty text.
-  void Text(std::string_view name, std::string_view text) {
-    if (text.empty()) return;
-    std::string& line = Indent().append(name).append(">");
-    AppendXmlText(line, text);
-    line.append("</").append(name);
-    out_.EndLine(">\n");
-  }
-
- private:
-  /// Up to the "<" of a tag.
-  std::string& Indent() {
-    constexpr std::string_view Deepest = "                    <";
-    return out_.Line().append(Deepest.substr(Deepest.size() - 1 - level_ * 2));
-  }
-
-  TextOutput& out_;
-  std::size_t level_ = 0;
-};
-
 class GpxWriter {
  public:
   GpxWriter(TextOutput& out, const DataSet& data, const WriteSettings& settings)
-      : out_(out), xml_(out), data_(data), settings_(settings) {}
+      : xml_(out), data_(data), settings_(settings) {}
 
   WriteReport Run() {
     const bool nothing = std::ranges::none_of(AllDataKinds, [this](DataKind kind) { return Wanted(kind); });
@@ -110,13 +67,11 @@ class GpxWriter {
   [[nodiscard]] bool Wanted(DataKind kind) const { return settings_.kinds[IndexOf(kind)] && data_.Holds(kind); }
 
   void WriteHead() {
-    out_.Line().append(R"(<?xml version="1.0" encoding="UTF-8"?>)");
-    out_.EndLine("\n");
     std::string attributes = " version=\"1.1\" creator=\"";
     attributes.append(Creator).append("\" xmlns=\"").append(GpxNamespace).append("\" xmlns:gpxx=\"");
     attributes.append(GpxxNamespace).append(GpxxVersion);
     attributes.append("\" xmlns:walrim=\"").append(WalrimNamespace).append("\"");
-    xml_.Begin("gpx", attributes);
+    xml_.BeginText("gpx", attributes);
     const Bounds bounds = BoundsOfAll();
     if (bounds.Empty()) return;
     xml_.Begin("metadata");
@@ -159,12 +114,12 @@ class GpxWriter {
   template <typename Position>
   bool BeginPoint(std::string_view name, const Position& point) {
     if (!OnGlobe({point.lat_deg, point.lon_deg, 0})) {
-      ++report_.skipped;
+      ++report_.off_globe;
       return false;
     }
     std::string& tag = xml_.BeginTag(name).append(" lat=\"");
-    AppendGpxAngle(tag, point.lat_deg);
-    AppendGpxAngle(tag.append("\" lon=\""), point.lon_deg);
+    AppendXmlAngle(tag, point.lat_deg);
+    AppendXmlAngle(tag.append("\" lon=\""), point.lon_deg);
     tag += '"';
     xml_.EndTag();
     return true;
@@ -298,7 +253,6 @@ class GpxWriter {
     xml_.End("trkpt");
   }
 
-  TextOutput& out_;
   XmlLines xml_;
   const DataSet& data_;
   const WriteSettings& settings_;

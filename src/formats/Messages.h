@@ -52,6 +52,23 @@ inline constexpr std::string_view NoGpx = "GPXではありません";
   return "99点を超えるルートが" + std::to_string(count) + "本あり，続きを別のルートにしました．";
 }
 
+// What a KML file calls its folders, and says of a walk.
+inline constexpr std::string_view WaypointFolder = "ウェイポイント";
+inline constexpr std::string_view RouteFolder = "ルート";
+inline constexpr std::string_view TrackLogFolder = "トラックログ";
+[[nodiscard]] inline std::string WalkDistance(std::string_view km) {
+  return "距離 " + std::string(km) + " km";
+}
+/// "h:mm:ss" each.
+[[nodiscard]] inline std::string WalkTimes(std::string_view all, std::string_view moving) {
+  return "，時間 " + std::string(all) + "（移動 " + std::string(moving) + "）";
+}
+/// threshold is the least difference that counts.
+[[nodiscard]] inline std::string WalkClimbs(long up_m, long down_m, int threshold_m) {
+  return "，登り " + std::to_string(up_m) + " m，下り " + std::to_string(down_m) + " m（" +
+         std::to_string(threshold_m) + " m以上の高低差）";
+}
+
 /// What a WPT+ text whose lines begin with an unknown word brings.
 [[nodiscard]] inline std::string UnknownCommand(std::string_view command) {
   return "command [" + std::string(command) + "] is not suppoted";

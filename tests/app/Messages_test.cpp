@@ -71,6 +71,7 @@ TEST(AppMessages, OfWritingAreWordedSo) {
   EXPECT_EQ(SouthAndWest(2), "南緯・西経の位置が2件あります．DMSの表記では正しく読み戻せません．");
   EXPECT_EQ(BrokenTexts(2), "コンマか引用符を含む文字列が2件あります．このファイルを読み込むと，そこで切れます．");
   EXPECT_EQ(SkippedRecords(2), "2件の記録は，文字列の中の記号のためスクリプトに書けませんでした．");
+  EXPECT_EQ(PointsOffGlobe(2), "2点は，位置が地球上にないため書けませんでした．");
 }
 
 TEST(AppMessages, OfReadingAreWordedSo) {

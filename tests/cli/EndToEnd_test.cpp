@@ -118,6 +118,27 @@ TEST_P(EveryModel, GivesTheSameFileAfterAnUploadAndADownload) {
   EXPECT_EQ(FileContents(Path("b.grc")), first);
 }
 
+TEST_P(EveryModel, GivesTheSameFileAfterAnUploadOfGpxToo) {
+  const Receiver full(WithMemory({"--model", GetParam()}));
+  ASSERT_EQ(OnLine("download", full, {"-o", Path("a.grc")}).status, 0);
+  ASSERT_EQ(OnLine("download", full, {"-o", Path("a.gpx")}).status, 0);
+  const std::string first = FileContents(Path("a.grc"));
+  const std::string gpx = FileContents(Path("a.gpx"));
+  EXPECT_NE(gpx.find("<name>高尾"), std::string::npos) << gpx;
+  EXPECT_EQ(OnLine("download", full, {"-o", "-", "--type", "gpx"}).out, gpx);
+
+  const Receiver other({"--model", GetParam()});
+  const Result upload = OnLine("upload", other, {Path("a.gpx")});
+  ASSERT_EQ(upload.status, 0) << upload.err;
+  ASSERT_EQ(OnLine("download", other, {"-o", Path("b.grc")}).status, 0);
+  EXPECT_EQ(FileContents(Path("b.grc")), first);
+
+  ASSERT_EQ(Run({"convert", Path("a.grc"), "-o", Path("c.gpx")}).status, 0);
+  ASSERT_EQ(Run({"convert", Path("c.gpx"), "-o", Path("c.grc")}).status, 0);
+  ASSERT_EQ(Run({"convert", Path("a.grc"), "-o", Path("d.grc")}).status, 0);
+  EXPECT_EQ(FileContents(Path("c.grc")), FileContents(Path("d.grc")));
+}
+
 INSTANTIATE_TEST_SUITE_P(Models, EveryModel,
                          ::testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
                                            "eMap", "eTrex"));

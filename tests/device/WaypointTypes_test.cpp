@@ -379,6 +379,23 @@ TEST(WaypointTypes, AColourThatD107LacksBecomesTheDefault) {
   }
 }
 
+TEST(WaypointTypes, TheProximityDistanceOfD108IsThatOfTheOthersWhereTheyHaveNone) {
+  const auto dst_of = [](float dist_m, std::optional<float> dst_m) {
+    Waypoint waypoint = Named("A");
+    waypoint.dist_m = dist_m;
+    waypoint.dst_m = dst_m;
+    EXPECT_EQ(Part(Encoded(waypoint, D107), 60, 4), Part(Encoded(waypoint, D104), 58, 4));
+    return Part(Encoded(waypoint, D104), 58, 4);
+  };
+  const Bytes of_12_5{0, 0, 0x48, 0x41};
+  EXPECT_EQ(dst_of(12.5F, 0.0F), of_12_5);
+  EXPECT_EQ(dst_of(12.5F, std::nullopt), of_12_5);
+  EXPECT_EQ(dst_of(7, 12.5F), of_12_5);
+  EXPECT_EQ(dst_of(0, 0.0F), Bytes(4, 0));
+  EXPECT_EQ(dst_of(-1, 0.0F), Bytes(4, 0));
+  EXPECT_EQ(dst_of(1.0e25F, 0.0F), Bytes(4, 0)) << "not known";
+}
+
 // ---- Announced and never come
 
 TEST(WaypointTypes, AMissingWaypointIsItsTypesDefault) {

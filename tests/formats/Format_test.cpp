@@ -11,7 +11,7 @@ TEST(Format, TheRowsStandInTheOrderOfTheirNumbers) {
     EXPECT_EQ(&FormatOf(format.id), &format);
     rows.append(format.name).append(" ").append(format.ending).append(format.has_options ? " options|" : "|");
   }
-  EXPECT_EQ(rows, "標準 grc|WPT+ txt|MPS mps options|GPX gpx|");
+  EXPECT_EQ(rows, "標準 grc|WPT+ txt|MPS mps options|GPX gpx|KML kml|");
 }
 
 TEST(Format, AnEndingIsKnownInAnyCase) {
@@ -20,6 +20,7 @@ TEST(Format, AnEndingIsKnownInAnyCase) {
   EXPECT_EQ(FormatOfEnding("Mps"), &FormatOf(FormatId::Script));
   EXPECT_EQ(FormatOfEnding(""), nullptr);
   EXPECT_EQ(FormatOfEnding("Gpx"), &FormatOf(FormatId::Gpx));
+  EXPECT_EQ(FormatOfEnding("kml"), &FormatOf(FormatId::Kml));
   EXPECT_EQ(FormatOfEnding("gp"), nullptr);
 }
 
@@ -28,6 +29,14 @@ TEST(Format, TheDialogFilterOffersAllFilesAndTheFormats) {
   EXPECT_EQ(DialogFilter(FormatOf(FormatId::WptPlus)), "すべてのファイル (*.*)|*.*|WPT+ファイル (*.txt)|*.txt|");
   EXPECT_EQ(DialogFilter(FormatOf(FormatId::Script)), "すべてのファイル (*.*)|*.*|MPSファイル (*.mps)|*.mps|");
   EXPECT_EQ(DialogFilter(FormatOf(FormatId::Gpx)), "すべてのファイル (*.*)|*.*|GPXファイル (*.gpx)|*.gpx|");
+  EXPECT_EQ(DialogFilter(FormatOf(FormatId::Kml)), "すべてのファイル (*.*)|*.*|KMLファイル (*.kml)|*.kml|");
+}
+
+TEST(Format, OnlyKmlIsNotRead) {
+  for (const Format& format : Formats()) {
+    EXPECT_EQ(format.read == nullptr, format.id == FormatId::Kml) << format.name;
+    EXPECT_EQ(format.recognise == nullptr, format.read == nullptr) << format.name;
+  }
 }
 
 TEST(RecognizeFormat, ByTheFirstColumnOfTheFirstLine) {

@@ -199,7 +199,8 @@ TEST(GpxWriter, APositionOffTheGlobeIsSkippedAndCounted) {
   (void)data.Add(Named("A", 91, 139));
   (void)data.Add(Named("B", 35, 139));
   const auto [text, report] = WriteText(FormatId::Gpx, data, Settings());
-  EXPECT_EQ(report.skipped, 1);
+  EXPECT_EQ(report.off_globe, 1);
+  EXPECT_EQ(report.skipped, 0);
   EXPECT_EQ(text.find("<name>A<"), std::string::npos);
   EXPECT_NE(text.find("minlat=\"35\""), std::string::npos);
 }

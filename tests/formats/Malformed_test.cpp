@@ -28,6 +28,7 @@ TEST(MalformedFiles, AreReadToTheirEndAndGrowWithinBounds) {
   ASSERT_GT(texts.size(), 20U);
   for (const std::string& text : texts) {
     for (const Format& format : Formats()) {
+      if (format.read == nullptr) continue;
       DataSet data;
       Read(format.id, data, text);
       EXPECT_LT(Written(FormatId::WptPlus, data).size(), 80 * text.size() + 200) << text.substr(0, 60);
@@ -43,8 +44,9 @@ TEST(MalformedFiles, WhatIsHeldIsNotHarmed) {
   AddLog(data, {At(35.5, 139.25, 406339200, true)});
   const DataSet held = data;
   for (const std::string& text : Corpus()) {
-    for (const Format& format : Formats())
-      Read(format.id, data, "RTH\t1\r\nTRH\t0\r\nRN,1,x\r\n" + text);
+    for (const Format& format : Formats()) {
+      if (format.read != nullptr) Read(format.id, data, "RTH\t1\r\nTRH\t0\r\nRN,1,x\r\n" + text);
+    }
   }
   EXPECT_EQ(data.Waypoints()[0], held.Waypoints()[0]);
   EXPECT_EQ(data.Routes()[0], held.Routes()[0]);
@@ -59,8 +61,9 @@ TEST(MalformedFiles, LongLinesAndManyLinesAreReadToTheirEnd) {
   const std::string ends(1 << 20, '\r');
   for (const std::string& text : {commas, quotes, slashes, ends, "WP" + commas, "point oid=" + commas + ";",
                                   "point pos=" + slashes + "," + slashes + ";", "WP,D,A," + slashes + "," + slashes}) {
-    for (const Format& format : Formats())
-      Read(format.id, data, text);
+    for (const Format& format : Formats()) {
+      if (format.read != nullptr) Read(format.id, data, text);
+    }
   }
   EXPECT_TRUE(data.Waypoints().empty());
 }

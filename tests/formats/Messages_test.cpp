@@ -35,6 +35,12 @@ TEST(FormatMessages, AreWordedLikeThis) {
   EXPECT_EQ(UnknownSymbols("A，B"), "知らないシンボルはWaypointにしました：A，B．");
   EXPECT_EQ(NearestSymbols("A"), "受信機にないシンボルは近いものにしました：A．");
   EXPECT_EQ(SplitRoutes(2), "99点を超えるルートが2本あり，続きを別のルートにしました．");
+  EXPECT_EQ(WaypointFolder, "ウェイポイント");
+  EXPECT_EQ(RouteFolder, "ルート");
+  EXPECT_EQ(TrackLogFolder, "トラックログ");
+  EXPECT_EQ(WalkDistance("1.25"), "距離 1.25 km");
+  EXPECT_EQ(WalkTimes("1:02:03", "0:59:59"), "，時間 1:02:03（移動 0:59:59）");
+  EXPECT_EQ(WalkClimbs(300, 20, 10), "，登り 300 m，下り 20 m（10 m以上の高低差）");
   EXPECT_EQ(UnknownCommand("XY"), "command [XY] is not suppoted");
 }
 

@@ -26,6 +26,9 @@ Waypoint FixedWidthOf(const Waypoint& from, WaypointType type, EncodeNotes& note
   waypoint.unused = 0;
   waypoint.ident = ZeroEnded(from.ident);
   waypoint.cmnt = ZeroEnded(from.cmnt);
+  // A proximity distance that came as D108's is one here too.
+  const bool has_distance = from.dist_m > 0 && from.dist_m < UnknownMetres;
+  if (has_distance && waypoint.dst_m.value_or(0) == 0) waypoint.dst_m = from.dist_m;
   return waypoint;
 }
 
