@@ -37,7 +37,7 @@ void ImportCommands::Cancel() {
 
 Outcome ImportCommands::ImportChosen() {
   if (state_.Busy()) return Outcome::Busy;
-  const auto path = desktop_.OpenFileDialog(DialogFilter(FormatOf(state_.Settings().format)));
+  const auto path = desktop_.OpenFileDialog(OpenDialogFilter(FormatOf(state_.Settings().format)));
   return path ? ImportFrom(*path) : Outcome::Refused;
 }
 

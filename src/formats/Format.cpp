@@ -58,6 +58,8 @@ constexpr std::array Rows{
            AngleNotation::D, false, false, nullptr, nullptr, WriteKml},
 };
 
+constexpr std::string_view AllFiles = "すべてのファイル (*.*)|*.*|";
+
 }  // namespace
 
 std::span<const Format> Formats() {
@@ -84,7 +86,16 @@ const Format* RecognizeFormat(std::string_view beginning, std::string_view path)
 }
 
 std::string DialogFilter(const Format& format) {
-  return "すべてのファイル (*.*)|*.*|" + std::string(format.filter);
+  return std::string(AllFiles).append(format.filter);
+}
+
+std::string OpenDialogFilter(const Format& chosen) {
+  std::string patterns;
+  for (const Format& format : Rows) {
+    if (format.read != nullptr) patterns.append(patterns.empty() ? "*." : ";*.").append(format.ending);
+  }
+  const std::string known = "対応ファイル (" + patterns + ")|" + patterns + "|";
+  return known + (chosen.read != nullptr ? DialogFilter(chosen) : std::string(AllFiles));
 }
 
 }  // namespace walrim

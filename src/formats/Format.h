@@ -76,7 +76,9 @@ struct Format {
 [[nodiscard]] const Format* FormatOfEnding(std::string_view ending);
 /// The row of a text that begins so; null where no format knows it. path names the file, where it has a name.
 [[nodiscard]] const Format* RecognizeFormat(std::string_view beginning, std::string_view path = {});
-/// The file dialogs' filter while a format is chosen.
+/// The save dialog's filter while a format is chosen.
 [[nodiscard]] std::string DialogFilter(const Format& format);
+/// The open dialog's filter: what can be read first, then what DialogFilter has.
+[[nodiscard]] std::string OpenDialogFilter(const Format& chosen);
 
 }  // namespace walrim

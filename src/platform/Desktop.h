@@ -20,8 +20,8 @@ class Desktop {
   /// A question with OK and Cancel; true for OK.
   [[nodiscard]] virtual bool AskOkCancel(std::string_view text) = 0;
 
-  /// File dialogs with a filter such as "すべてのファイル (*.*)|*.*|": a path; nothing when the user cancels them, and
-  /// whenever they fail.
+  /// File dialogs with a filter such as "すべてのファイル (*.*)|*.*|", of which opening begins with the first entry and
+  /// saving with the last: a path; nothing when the user cancels them, and whenever they fail.
   [[nodiscard]] virtual std::optional<std::string> OpenFileDialog(std::string_view filter) = 0;
   [[nodiscard]] virtual std::optional<std::string> SaveFileDialog(std::string_view filter) = 0;
 

@@ -7,8 +7,8 @@ QStringList NameFilters(const QString& filter) {
   QStringList filters;
   for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
     const QString name = pieces[i].left(pieces[i].indexOf('(')).trimmed();
-    const QString pattern = pieces[i + 1] == "*.*" ? QString("*") : pieces[i + 1];
-    filters.append(name + " (" + pattern + ")");
+    const QString patterns = pieces[i + 1] == "*.*" ? QString("*") : QString(pieces[i + 1]).replace(';', ' ');
+    filters.append(name + " (" + patterns + ")");
   }
   return filters;
 }

@@ -75,8 +75,9 @@ std::optional<std::string> WindowDesktop::RunFileDialog(QFileDialog& dialog, std
   if (silent_) return std::nullopt;
   const QStringList filters = NameFilters(FromUtf8(filter));
   dialog.setNameFilters(filters);
-  // The chosen type's files are what one looks for; all files are one choice away.
-  if (!filters.isEmpty()) dialog.selectNameFilter(filters.last());
+  // To be opened, a file may be of any type that is known; to be saved, it is of the chosen one.
+  const bool saves = dialog.acceptMode() == QFileDialog::AcceptSave;
+  if (!filters.isEmpty()) dialog.selectNameFilter(saves ? filters.last() : filters.first());
   dialog.setDirectory(folder_.isEmpty() ? QDir::currentPath() : folder_);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   folder_ = dialog.directory().absolutePath();

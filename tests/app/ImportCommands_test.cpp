@@ -688,6 +688,7 @@ TEST_F(ImportSources, AnUnknownFileIsRefusedAndNothingIsImported) {
 
 TEST_F(ImportSources, ACancelledOpenDialogAndAnEmptyPathDoNothing) {
   EXPECT_EQ(main.Imports().ImportChosen(), Outcome::Refused);
+  EXPECT_EQ(desktop.filters, Strings{OpenDialogFilter(FormatOf(FormatId::Standard))});
   EXPECT_EQ(main.Imports().ImportFile(""), Outcome::Done);
   EXPECT_TRUE(desktop.messages.empty());
   EXPECT_TRUE(desktop.captions.empty());

@@ -39,6 +39,15 @@ TEST(Format, OnlyKmlIsNotRead) {
   }
 }
 
+TEST(Format, TheOpenDialogFilterBeginsWithEverythingThatCanBeRead) {
+  EXPECT_EQ(OpenDialogFilter(FormatOf(FormatId::WptPlus)),
+            "対応ファイル (*.grc;*.txt;*.mps;*.gpx)|*.grc;*.txt;*.mps;*.gpx|すべてのファイル (*.*)|*.*|"
+            "WPT+ファイル (*.txt)|*.txt|");
+  EXPECT_EQ(OpenDialogFilter(FormatOf(FormatId::Kml)),
+            "対応ファイル (*.grc;*.txt;*.mps;*.gpx)|*.grc;*.txt;*.mps;*.gpx|すべてのファイル (*.*)|*.*|")
+      << "what is only written is nothing to open";
+}
+
 TEST(RecognizeFormat, ByTheFirstColumnOfTheFirstLine) {
   for (const char* text :
        {"WALRIM Ver", "walrim\tVer. 1", "WPT\tD", "rth,1", " RTP ,x", "TRH", "trp\r\n", "TRP\nWP,1"}) {

@@ -27,6 +27,11 @@ TEST(DialogFilters, EveryOutputTypeHasAllFilesAndItsOwn) {
   }
 }
 
+TEST(DialogFilters, SeveralPatternsStandBehindOneName) {
+  EXPECT_EQ(NameFilters(QString::fromUtf8("対応ファイル (*.grc;*.txt)|*.grc;*.txt|すべてのファイル (*.*)|*.*|")),
+            (QStringList{QString::fromUtf8("対応ファイル (*.grc *.txt)"), QString::fromUtf8("すべてのファイル (*)")}));
+}
+
 TEST(DialogFilters, AFilterWithoutATypeHasNoSuffix) {
   for (const char* filter : {"", "|", "All (*.*)|*.*|", "All (*.*)"})
     EXPECT_EQ(DefaultSuffix(filter), "") << filter;

@@ -586,6 +586,13 @@ TEST_F(WindowTest, TheOpenDialogReadsAFileAndTheStatusLineTellsWhatCameIn) {
   EXPECT_TRUE(Status().starts_with("取り込み：Waypoint 1，Route 0，TrackLog 0．1行を読み飛ばしました")) << Status();
 }
 
+TEST_F(WindowTest, TheOpenDialogBeginsWithTheFilesThatCanBeRead) {
+  Click("FileImport");
+  EXPECT_EQ(answerer.name_filters,
+            (QStringList{"対応ファイル (*.grc *.txt *.mps *.gpx)", "すべてのファイル (*)", "標準ファイル (*.grc)"}));
+  EXPECT_EQ(answerer.chosen_filter, answerer.name_filters.constFirst());
+}
+
 TEST_F(WindowTest, ACancelledOpenDialogShowsNothing) {
   Click("FileImport");
   EXPECT_EQ(answerer.file_dialogs, 1);
