@@ -32,6 +32,7 @@ inline constexpr std::string_view UnknownEntity = "XMLにない実体参照が�
 inline constexpr std::string_view EntityDeclared = "実体の宣言には対応していません";
 inline constexpr std::string_view TooDeep = "要素の入れ子が深すぎます";
 inline constexpr std::string_view TooManyAttributes = "要素の属性が多すぎます";
+inline constexpr std::string_view TooLongAttribute = "属性の値が長すぎます";
 inline constexpr std::string_view UnreadEncoding = "文字コードが宣言と合わないか，対応していません";
 inline constexpr std::string_view TooLarge = "64MBを超えています";
 inline constexpr std::string_view NoGpx = "GPXではありません";

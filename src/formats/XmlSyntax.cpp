@@ -231,7 +231,8 @@ class XmlChecker {
     if (tag.empty() || (tag.front() != '"' && tag.front() != '\'')) return false;
     const char quote = TakeBytes(tag, 1).front();
     const std::string_view value = TakeBytes(tag, tag.find(quote));
-    return Take(tag, quote) && value.find('<') == std::string_view::npos && ReferencesKnown(value);
+    if (value.size() > MostXmlAttributeBytes) Fail(TooLongAttribute);
+    return why_.empty() && Take(tag, quote) && value.find('<') == std::string_view::npos && ReferencesKnown(value);
   }
 
   bool NamesDiffer() {

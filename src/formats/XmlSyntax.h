@@ -23,12 +23,13 @@ struct XmlFindings {
 };
 
 /// Looks through a UTF-8 text. What keeps it from being taken: it is not well-formed, declares or uses entities other
-/// than XML's own, or has elements that lie deeper than MostXmlLevels or have more attributes than MostXmlAttributes (a
-/// namespace is looked for among them at every element). Whether tags within the root's elements match, and are names,
-/// is left to whoever builds a tree of them.
+/// than XML's own, or has elements that lie deeper than MostXmlLevels or have more attributes than MostXmlAttributes,
+/// or longer ones than MostXmlAttributeBytes (a namespace is looked for among them at every element). Whether tags
+/// within the root's elements match, and are names, is left to whoever builds a tree of them.
 [[nodiscard]] XmlFindings CheckXml(std::string_view text);
 inline constexpr int MostXmlLevels = 100;
 inline constexpr std::size_t MostXmlAttributes = 100;
+inline constexpr std::size_t MostXmlAttributeBytes = 65536;
 
 /// UTF-8 of an XML text in any of the encodings that XML may be in: by its byte order mark, by its first bytes, by what
 /// it declares, else UTF-8. known_utf8 says that it is UTF-8 whatever it declares. Nothing where it is not what it

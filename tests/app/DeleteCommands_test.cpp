@@ -49,6 +49,13 @@ class AutoDelete : public AppTest {
   }
 };
 
+TEST_F(AutoDelete, KeepsWhatAFormatThatIsNotReadWasWrittenOf) {
+  HoldWaypoint("A", "B");
+  Choose(FormatId::Kml);
+  EXPECT_FALSE(ExportDeletes());
+  EXPECT_FALSE(CopyDeletes());
+}
+
 class AutoDeleteByType : public AutoDelete, public ::testing::WithParamInterface<FormatId> {
  protected:
   static bool HasHeaders() { return FormatOf(GetParam()).holds_all; }

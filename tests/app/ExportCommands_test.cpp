@@ -547,6 +547,17 @@ TEST_F(OutputTypesFlow, ACommaInAStandardFileComesBack) {
   EXPECT_EQ(Data().Waypoints().at(0).lat_deg, 35.5);
 }
 
+TEST_F(OutputTypesFlow, APointThatIsNotOnTheGlobeIsTold) {
+  Hold(Standard);
+  HoldWaypoint("X", "", 100);
+  for (const FormatId type : {FormatId::Gpx, FormatId::Kml}) {
+    Choose(type);
+    desktop.ok = true;
+    EXPECT_EQ(main.Exports().Export(), Outcome::Done);
+    EXPECT_EQ(main.State().Told().Take(), Strings{messages::PointsOffGlobe(1)});
+  }
+}
+
 TEST_F(OutputTypesFlow, AQuoteThatCostsARecordItsPlaceInAScriptIsTold) {
   Hold(Standard);
   HoldWaypoint("\"X");

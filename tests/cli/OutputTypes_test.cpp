@@ -336,6 +336,17 @@ TEST_F(OutputTypesCli, ACharacterThatShiftJisLacksIsNamedInBothTypes) {
   EXPECT_EQ(folder.Names().size(), 2U);
 }
 
+TEST_F(OutputTypesCli, KmlIsNamedAfterItsFileAndIsNotRead) {
+  ASSERT_EQ(Run({"convert", Path("in.grc"), "-o", Path("walk.day.kml")}).status, 0);
+  const std::string kml = FileContents(Path("walk.day.kml"));
+  EXPECT_NE(kml.find("  <Document>\n    <name>walk.day</name>\n    <Folder>\n"), std::string::npos) << kml;
+  const Result plain = Run({"convert", Path("in.grc"), "--type", "kml", "-o", "-"});
+  EXPECT_NE(plain.out.find("  <Document>\n    <Folder>\n"), std::string::npos) << plain.out;
+  const Result back = Run({"convert", Path("walk.day.kml"), "-o", Path("a.grc")});
+  EXPECT_EQ(back.status, 1);
+  EXPECT_TRUE(back.Said("MPS形式（mps），GPX形式（gpx）のファイルを取り込めます．")) << back.err;
+}
+
 TEST_F(OutputTypesCli, AFolderForTemporaryFilesDoesNotMatter) {
   const auto with_temporary = [this](std::string_view where, const std::string& output) {
     return RunProgram({"/usr/bin/env", "TMPDIR=" + Path(where), WALRIM_CLI, "convert", Path("in.grc"), "-o", output});

@@ -466,6 +466,14 @@ TEST(GpxReader, AHundredAttributesOfAnElement) {
   EXPECT_EQ(with(101), format_messages::AtPlace(format_messages::TooManyAttributes, 1, 1));
 }
 
+TEST(GpxReader, AnAttributeOf64Kilobytes) {
+  const auto with = [](std::size_t bytes) {
+    return ReadBytes("<gpx><a b='" + std::string(bytes, 'x') + "'/></gpx>").result.refusal;
+  };
+  EXPECT_EQ(with(65536), "");
+  EXPECT_EQ(with(65537), format_messages::AtPlace(format_messages::TooLongAttribute, 1, 6));
+}
+
 TEST(GpxReader, ATextOfMoreThan64MegabytesIsRefused) {
   std::string text = Gpx("<wpt lat='1' lon='2'/>");
   text.append(MostGpxBytes - text.size(), '\n');

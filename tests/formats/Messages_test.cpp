@@ -28,6 +28,7 @@ TEST(FormatMessages, AreWordedLikeThis) {
   EXPECT_EQ(EntityDeclared, "実体の宣言には対応していません");
   EXPECT_EQ(TooDeep, "要素の入れ子が深すぎます");
   EXPECT_EQ(TooManyAttributes, "要素の属性が多すぎます");
+  EXPECT_EQ(TooLongAttribute, "属性の値が長すぎます");
   EXPECT_EQ(UnreadEncoding, "文字コードが宣言と合わないか，対応していません");
   EXPECT_EQ(TooLarge, "64MBを超えています");
   EXPECT_EQ(NoGpx, "GPXではありません");
