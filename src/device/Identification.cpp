@@ -27,19 +27,6 @@ std::string TakeZeroText(std::span<const std::uint8_t>& data) {
   return text;
 }
 
-ProductInfo ReadProduct(const Frame& frame) {
-  const auto received = PacketData(frame);
-  std::vector<std::uint8_t> buffer(received.begin(), received.end());
-  buffer.resize(BufferSize);
-  std::span<const std::uint8_t> data = buffer;
-  ProductInfo info;
-  info.product_id = NumberOf(data);
-  data = data.subspan(4);  // with the version of its software
-  const std::string first = TakeZeroText(data);
-  info.description = first + " " + TakeZeroText(data);
-  return info;
-}
-
 /// Where the choice of the link is automatic: reads the answer as it was published. False where it is not so.
 bool ReadAsPublished(const DeviceSession& session, PacketReply& reply) {
   if (session.Choice() != LinkChoice::Automatic) return false;
@@ -94,6 +81,18 @@ void TakeWhatFollows(DeviceSession& session) {
 
 }  // namespace
 
+ProductInfo ReadProduct(std::span<const std::uint8_t> received) {
+  std::vector<std::uint8_t> buffer(received.begin(), received.end());
+  buffer.resize(BufferSize);
+  std::span<const std::uint8_t> data = buffer;
+  ProductInfo info;
+  info.product_id = NumberOf(data);
+  data = data.subspan(4);  // with the version of its software
+  const std::string first = TakeZeroText(data);
+  info.description = first + " " + TakeZeroText(data);
+  return info;
+}
+
 ProductInfo RequestProduct(DeviceSession& session, std::string_view port_name) {
   if (!session.OpenPort(port_name)) return {};
   const PortGuard guard(session.Link());
@@ -105,7 +104,7 @@ ProductInfo RequestProduct(DeviceSession& session, std::string_view port_name) {
   if (why == NoAnswer::Silence) return {-1, std::string(device_messages::SilentReceiver)};
   if (!product) return {};
   TakeWhatFollows(session);
-  return ReadProduct(*product);
+  return ReadProduct(PacketData(*product));
 }
 
 }  // namespace walrim

@@ -188,6 +188,9 @@ class ScriptedPort : public SerialPort {
       coming_.emplace_back(clock_.now + delay, byte);
   }
 
+  /// Takes back what has not arrived yet.
+  void DropQueued() { coming_.clear(); }
+
   Script script;
   PortResult open_result;
   bool line_lost = false;
