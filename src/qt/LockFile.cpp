@@ -31,22 +31,22 @@ bool IsGone(pid_t process) {
 
 }  // namespace
 
-std::optional<StaleLock> FindStaleLock(const std::string& device, std::span<const std::filesystem::path> folders) {
+std::optional<PortLock> FindPortLock(const std::string& device, std::span<const std::filesystem::path> folders) {
   for (const std::filesystem::path& folder : folders) {
     const std::filesystem::path file = folder / LockName(device);
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) continue;
     const pid_t process = ProcessOf(file);
-    if (process > 0 && IsGone(process)) return StaleLock{file.string(), process};
+    if (process > 0) return PortLock{file.string(), process, IsGone(process)};
   }
   return std::nullopt;
 }
 
-std::optional<StaleLock> FindStaleLock(const std::string& device) {
+std::optional<PortLock> FindPortLock(const std::string& device) {
   static const std::array<std::filesystem::path, 8> folders{"/var/lock",         "/etc/locks", "/var/spool/locks",
                                                             "/var/spool/uucp",   "/tmp",       "/var/tmp",
                                                             "/var/lock/lockdev", "/run/lock"};
-  return FindStaleLock(device, folders);
+  return FindPortLock(device, folders);
 }
 
 }  // namespace walrim

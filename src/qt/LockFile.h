@@ -9,16 +9,17 @@
 
 namespace walrim {
 
-/// A lock file (LCK..NAME, its first line a process number) whose process is not there any more.
-struct StaleLock {
+/// A lock file (LCK..NAME, its first line a process number).
+struct PortLock {
   std::string path;
   pid_t process = 0;
+  bool gone = false;  ///< the process is not there any more
 };
 
-/// The stale lock file of a device in the folders where they lie by custom. Whose it is does not matter: it may be
-/// another user's, who alone may remove it.
-[[nodiscard]] std::optional<StaleLock> FindStaleLock(const std::string& device);
-[[nodiscard]] std::optional<StaleLock> FindStaleLock(const std::string& device,
-                                                     std::span<const std::filesystem::path> folders);
+/// The lock file of a device in the folders where they lie by custom. Whose it is does not matter: it may be another
+/// user's, who alone may remove it.
+[[nodiscard]] std::optional<PortLock> FindPortLock(const std::string& device);
+[[nodiscard]] std::optional<PortLock> FindPortLock(const std::string& device,
+                                                   std::span<const std::filesystem::path> folders);
 
 }  // namespace walrim

@@ -36,8 +36,8 @@ PortProblem ProblemOf(QSerialPort::SerialPortError error) {
 
 /// What a program that is gone left behind keeps the line as one that is there would.
 void NameStaleLock(PortResult& result) {
-  const auto lock = FindStaleLock(result.device);
-  if (!lock) return;
+  const auto lock = FindPortLock(result.device);
+  if (!lock || !lock->gone) return;
   result.problem = PortProblem::Other;
   result.detail = qt_messages::LockOutlived(lock->process, lock->path);
 }

@@ -443,24 +443,27 @@ TEST_F(LockedPort, OfALivingProcessIsInUse) {
   ExpectOnOpening(PortProblem::InUse, "");
 }
 
-TEST(LockFile, IsLookedForInAllFoldersAndHasToNameAProcessThatIsGone) {
+TEST(LockFile, IsLookedForInAllFoldersAndHasToNameAProcess) {
   const ScratchFolder scratch;
   std::filesystem::create_directory(scratch.File("one"));
   std::filesystem::create_directory(scratch.File("two"));
   const std::vector<std::filesystem::path> folders{scratch.File("missing"), scratch.File("one"), scratch.File("two")};
-  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB0", folders));
+  EXPECT_FALSE(FindPortLock("/dev/ttyUSB0", folders));
   const auto put = [&](const std::string& name, const std::string& text) { std::ofstream(scratch.File(name)) << text; };
   put("one/LCK..ttyUSB0", std::to_string(getpid()) + "\n");
   put("two/LCK..ttyUSB1", "nobody");
-  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB0", folders));
-  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB1", folders));
+  const auto living = FindPortLock("/dev/ttyUSB0", folders);
+  ASSERT_TRUE(living);
+  EXPECT_FALSE(living->gone);
+  EXPECT_FALSE(FindPortLock("/dev/ttyUSB1", folders));
   const pid_t gone = DeadProcess();
-  put("two/LCK..ttyUSB0", std::to_string(gone) + "\nwalrim-cli\nhost\n");
-  const auto stale = FindStaleLock("/dev/ttyUSB0", folders);
+  put("two/LCK..ttyUSB3", std::to_string(gone) + "\nwalrim-cli\nhost\n");
+  const auto stale = FindPortLock("/dev/ttyUSB3", folders);
   ASSERT_TRUE(stale);
-  EXPECT_EQ(stale->path, scratch.File("two/LCK..ttyUSB0"));
+  EXPECT_EQ(stale->path, scratch.File("two/LCK..ttyUSB3"));
   EXPECT_EQ(stale->process, gone);
-  EXPECT_FALSE(FindStaleLock("/dev/ttyUSB2", folders));
+  EXPECT_TRUE(stale->gone);
+  EXPECT_FALSE(FindPortLock("/dev/ttyUSB2", folders));
 }
 
 TEST_F(QtSerialPortTest, AMissingPathIsMissing) {
