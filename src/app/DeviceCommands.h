@@ -32,6 +32,9 @@ class DeviceCommands {
   [[nodiscard]] const ProductInfo& Identified() const { return identified_; }
   /// The receiver's description, or why there is none; empty where the port could not be used.
   [[nodiscard]] std::string IdentityText() const;
+  /// The last command found no receiver: the port could not be used, or nobody there is known. False where the user
+  /// cancelled it.
+  [[nodiscard]] bool IdentificationFailed() const { return identified_.product_id <= 0 && !garmin_.Report().cancelled; }
   /// Whether damaged records came in the last command; a checked link has none.
   [[nodiscard]] bool DamagedRecordsCame() const { return damaged_records_came_; }
 

@@ -2,20 +2,36 @@
 
 namespace walrim {
 
+namespace {
+
+class UnknownPortFacts : public PortFacts {
+ public:
+  [[nodiscard]] std::vector<PortChoice> Ports() const override { return {}; }
+  [[nodiscard]] std::vector<PortHolder> Holders(std::string_view) const override { return {}; }
+  [[nodiscard]] PortAdapter Adapter(std::string_view) const override { return {}; }
+  [[nodiscard]] bool VanishedLately(std::string_view) const override { return false; }
+};
+
+const UnknownPortFacts NoFacts;
+
+}  // namespace
+
 WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop, Dialogs* dialogs,
-                       Inet* inet)
+                       Inet* inet, const PortFacts* facts)
     : state_(desktop),
       garmin_(state_.Data(), port, clock, event_loop, desktop),
       deletes_(state_, desktop),
       imports_(state_, garmin_, desktop, dialogs, inet),
       exports_(state_, deletes_, clock, event_loop, desktop, dialogs),
       device_(state_, garmin_, deletes_, exports_, desktop),
-      external_(state_, deletes_, imports_, device_, desktop) {}
+      external_(state_, deletes_, imports_, device_, desktop),
+      doctor_(state_, LineExam(port, clock, event_loop, facts != nullptr ? *facts : NoFacts), desktop) {}
 
 void WalrimMain::Cancel() {
   state_.RequestCancel();
   device_.Cancel();
   imports_.Cancel();
+  doctor_.Cancel();
 }
 
 }  // namespace walrim

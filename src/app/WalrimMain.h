@@ -4,6 +4,7 @@
 #include "app/DeleteCommands.h"
 #include "app/DeviceCommands.h"
 #include "app/Dialogs.h"
+#include "app/DoctorCommands.h"
 #include "app/ExportCommands.h"
 #include "app/ExternalCommands.h"
 #include "app/ImportCommands.h"
@@ -13,6 +14,7 @@
 #include "platform/Desktop.h"
 #include "platform/EventLoop.h"
 #include "platform/Inet.h"
+#include "platform/PortFacts.h"
 #include "platform/SerialPort.h"
 
 namespace walrim {
@@ -20,14 +22,15 @@ namespace walrim {
 class WalrimMain {
  public:
   /// All must outlive this object. Without dialogs scripts are written with the settings as they stand, and points
-  /// from maps are refused; without inet links are.
+  /// from maps are refused; without inet links are; without facts nothing is known of ports besides their bytes.
   WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop, Dialogs* dialogs = nullptr,
-             Inet* inet = nullptr);
+             Inet* inet = nullptr, const PortFacts* facts = nullptr);
 
   [[nodiscard]] ProgramState& State() { return state_; }
   /// The receiver's side of the line.
   [[nodiscard]] Garmin& Receiver() { return garmin_; }
   [[nodiscard]] DeviceCommands& Device() { return device_; }
+  [[nodiscard]] DoctorCommands& Doctor() { return doctor_; }
   [[nodiscard]] ImportCommands& Imports() { return imports_; }
   [[nodiscard]] ExportCommands& Exports() { return exports_; }
   [[nodiscard]] DeleteCommands& Deletes() { return deletes_; }
@@ -44,6 +47,7 @@ class WalrimMain {
   ExportCommands exports_;
   DeviceCommands device_;
   ExternalCommands external_;
+  DoctorCommands doctor_;
 };
 
 }  // namespace walrim

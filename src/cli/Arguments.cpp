@@ -83,6 +83,7 @@ struct Parser {
   Parser();
   void AddCommands();
   void AddCommon(CLI::App& command);
+  void AddPort(CLI::App& command);
   void AddLine(CLI::App& command);
   void AddKinds(CLI::App& command);
   void AddUtcOffset(CLI::App& command);
@@ -130,6 +131,10 @@ void Parser::AddCommands() {
   AddWriting(convert);
   convert.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 
+  CLI::App& doctor = Add("doctor", "Examine the line and tell what is wrong with it", CliCommand::Doctor);
+  AddPort(doctor);
+  doctor.add_flag("--json", arguments.json, "Print the finding as JSON");
+
   Add("ports", "List the serial ports", CliCommand::Ports);
 }
 
@@ -137,11 +142,15 @@ void Parser::AddCommon(CLI::App& command) {
   command.add_flag("--quiet", arguments.quiet, "No status and no progress; messages still show");
 }
 
-void Parser::AddLine(CLI::App& command) {
+void Parser::AddPort(CLI::App& command) {
   command.add_option("--port", arguments.settings.port, "1 to 4, a device path, demo, or demo:MODEL")
       ->required()
       ->type_name("P")
       ->check(CheckPort);
+}
+
+void Parser::AddLine(CLI::App& command) {
+  AddPort(command);
   command.add_option("--pacing", arguments.pacing_factor, "Receive pacing factor (default 1.0)")
       ->type_name("X")
       ->check(PacingRange);

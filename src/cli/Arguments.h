@@ -9,14 +9,14 @@
 
 namespace walrim {
 
-enum class CliCommand { Info, Download, Upload, Convert, Ports };
+enum class CliCommand { Info, Download, Upload, Convert, Ports, Doctor };
 
 /// Exit statuses of walrim-cli.
 enum class ExitStatus : int {
   Done = 0,
   Refused = 1,     ///< refused or given up
   BadUsage = 2,    ///< the command line is wrong
-  NoReceiver = 3,  ///< the receiver did not answer, or stopped answering
+  NoReceiver = 3,  ///< the receiver did not answer, or stopped answering; a line is not healthy
 };
 
 struct Arguments {
@@ -26,6 +26,7 @@ struct Arguments {
   std::string output;
   bool force = false;
   bool quiet = false;
+  bool json = false;
   float pacing_factor = 1.0F;
   std::string trace_path;  ///< empty: no trace
 };

@@ -14,6 +14,7 @@
 #include "app/Messages.h"
 #include "app/PortSwitch.h"
 #include "app/WalrimMain.h"
+#include "cli/DoctorOutput.h"
 #include "cli/Messages.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TraceFile.h"
@@ -21,6 +22,7 @@
 #include "qt/PortList.h"
 #include "qt/QtClock.h"
 #include "qt/QtSerialPort.h"
+#include "qt/SystemPortFacts.h"
 #include "receiver/DemoSerialPort.h"
 #include "text/Utf8.h"
 
@@ -53,11 +55,14 @@ class Terminal {
   Terminal(const Arguments& arguments, int argc, char** argv)
       : arguments_(arguments),
         application_(argc, argv),
-        desktop_({arguments.quiet, arguments.force, ::isatty(STDERR_FILENO) != 0}, clock_),
+        desktop_(
+            {arguments.quiet || arguments.command == CliCommand::Doctor, arguments.force, ::isatty(STDERR_FILENO) != 0},
+            clock_),
         watchdog_(clock_, Interrupted),
         demo_port_({}, clock_, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); }),
         port_(serial_port_, demo_port_, IsDemoPortName),
-        main_(port_, clock_, watchdog_, desktop_) {
+        facts_(clock_),
+        main_(port_, clock_, watchdog_, desktop_, nullptr, nullptr, &facts_) {
     main_.State().Settings() = arguments.settings;
     main_.Receiver().SetPacing(arguments.pacing_factor);
   }
@@ -66,6 +71,7 @@ class Terminal {
   ExitStatus Download();
   ExitStatus Upload();
   ExitStatus Convert();
+  ExitStatus Doctor();
 
  private:
   [[nodiscard]] bool StartTrace();
@@ -86,6 +92,7 @@ class Terminal {
   QtSerialPort serial_port_;
   DemoSerialPort demo_port_;
   PortSwitch port_;
+  SystemPortFacts facts_;
   WalrimMain main_;
 };
 
@@ -223,6 +230,23 @@ ExitStatus Terminal::Convert() {
   return WriteOutput();
 }
 
+/// The steps as they are done, the finding and what to do; with --json all of it at the end.
+ExitStatus Terminal::Doctor() {
+  CatchSignals();
+  watchdog_.Watch([] { return std::int64_t{0}; }, [this] { main_.Cancel(); });
+  DoctorCommands& doctor = main_.Doctor();
+  bool printed = true;
+  if (!arguments_.json) {
+    doctor.SetLineTold([&](std::string_view line) { printed = PrintOut(std::string(line) + "\n") && printed; });
+  }
+  const Outcome outcome = doctor.Examine();
+  if (outcome == Outcome::Cancelled || Interrupted()) return Report(Outcome::Cancelled);
+  const LineReport& report = *doctor.Report();
+  printed = PrintOut(arguments_.json ? DoctorJson(report, doctor.Lines()) : DoctorText(report)) && printed;
+  if (!printed) return ExitStatus::Refused;
+  return outcome == Outcome::Done ? ExitStatus::Done : ExitStatus::NoReceiver;
+}
+
 ExitStatus ListPortsCommand() {
   std::string text;
   for (const NumberedPort& port : ListPorts()) {
@@ -243,6 +267,8 @@ ExitStatus Run(const Arguments& arguments, int argc, char** argv) {
       return terminal.Upload();
     case CliCommand::Convert:
       return terminal.Convert();
+    case CliCommand::Doctor:
+      return terminal.Doctor();
     case CliCommand::Ports:
       break;
   }

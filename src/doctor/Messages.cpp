@@ -211,6 +211,18 @@ std::string StepLine(ExamStep step, const LineReport& report) {
   return {};
 }
 
+std::string Examining(std::string_view port) {
+  return "ポート" + std::string(port) + "の接続を調べています";
+}
+
+std::string AskedPort(const PortChoice& port, bool answers) {
+  return port.device + "：" + (answers ? "受信機が応えました" : "応答がありません");
+}
+
+std::string FoundAt(const PortChoice& port) {
+  return port.device + "で受信機が応えました．このポートを選びました．";
+}
+
 std::string_view FindingWord(Finding finding) {
   switch (finding) {
     case Finding::NoPort:

@@ -19,6 +19,14 @@ namespace walrim::doctor_messages {
 /// The line of a step that has been done, as far as the report goes: what was looked at, and what was seen.
 [[nodiscard]] std::string StepLine(ExamStep step, const LineReport& report);
 
+// ---- Asking all ports
+
+inline constexpr std::string_view Searching = "受信機のつながったポートを探しています";
+inline constexpr std::string_view FoundNowhere = "受信機が応えるポートはありませんでした．";
+[[nodiscard]] std::string Examining(std::string_view port);
+[[nodiscard]] std::string AskedPort(const PortChoice& port, bool answers);
+[[nodiscard]] std::string FoundAt(const PortChoice& port);
+
 /// A finding's name for other programs: "nmea", "not-permitted".
 [[nodiscard]] std::string_view FindingWord(Finding finding);
 

@@ -71,6 +71,13 @@ bool HasOpen(const fs::path& process, const std::string& device) {
   return false;
 }
 
+/// A pseudo-terminal is kept open by its other end too, who is no rival.
+bool Uses(const fs::path& process, const std::string& device) {
+  constexpr std::string_view PseudoTerminals = "/dev/pts/";
+  if (!HasOpen(process, device)) return false;
+  return !device.starts_with(PseudoTerminals) || (!HasOpen(process, "/dev/ptmx") && !HasOpen(process, "/dev/pts/ptmx"));
+}
+
 /// The process that holds a file locked: a line is "1: FLOCK  ADVISORY  WRITE 1234 00:18:5 0 EOF", the file's device in
 /// hexadecimal digits and its number in decimal ones.
 std::optional<int> LockingProcess(const fs::path& locks, const std::string& device) {
@@ -175,7 +182,7 @@ std::vector<PortHolder> SystemPortFacts::Holders(std::string_view device_name) c
     const fs::path folder = places_.processes / std::to_string(process);
     const std::string name = FirstLine(folder / "comm");
     if (name == ModemManagerName) modem_manager = true;
-    if (process == locking || HasOpen(folder, device)) {
+    if (process == locking || Uses(folder, device)) {
       holders.push_back({PortHolder::Kind::Process, name, process});
     }
   }

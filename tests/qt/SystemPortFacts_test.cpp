@@ -50,6 +50,16 @@ TEST_F(SystemPortFactsTest, NamesTheProcessThatHasADeviceOpen) {
   EXPECT_TRUE(facts.Holders("/dev/zero").empty());
 }
 
+TEST_F(SystemPortFactsTest, TheOtherEndOfAPseudoTerminalIsNoRival) {
+  const PseudoTerminal line;
+  fs::create_directories(folder_ / "proc/4711/fd");
+  fs::create_symlink(line.Device(), folder_ / "proc/4711/fd/3");
+  const SystemPortFacts facts(clock, {}, places);
+  EXPECT_EQ(facts.Holders(line.Device()).size(), 1U);
+  fs::create_symlink("/dev/ptmx", folder_ / "proc/4711/fd/4");
+  EXPECT_TRUE(facts.Holders(line.Device()).empty());
+}
+
 TEST_F(SystemPortFactsTest, NamesModemManagerBesides) {
   Put("proc/12/comm", "ModemManager\n");
   EXPECT_EQ(SystemPortFacts(clock, {}, places).Holders("/dev/null"),

@@ -1,0 +1,46 @@
+#include "app/DoctorCommands.h"
+
+#include "doctor/Messages.h"
+
+namespace walrim {
+
+Outcome DoctorCommands::Run(const std::function<Outcome()>& command) {
+  if (state_.Busy()) return Outcome::Busy;
+  const BusyGuard guard(state_);
+  lines_.clear();
+  report_.reset();
+  state_.SetCancelEnabled(true);
+  const Outcome outcome = command();
+  state_.SetCancelEnabled(false);
+  return state_.CancelRequested() ? Outcome::Cancelled : outcome;
+}
+
+void DoctorCommands::Tell(std::string line) {
+  if (line_told_) line_told_(line);
+  lines_.push_back(std::move(line));
+  desktop_.ControlsChanged();
+}
+
+Outcome DoctorCommands::Examine() {
+  return Run([this] {
+    const std::string& port = state_.Settings().port;
+    desktop_.SetStatusCaption(doctor_messages::Examining(port));
+    report_ = exam_.Examine(
+        port, [this](ExamStep step, const LineReport& so_far) { Tell(doctor_messages::StepLine(step, so_far)); });
+    desktop_.SetStatusCaption(doctor_messages::Headline(*report_));
+    return report_->Healthy() ? Outcome::Done : Outcome::NoReceiver;
+  });
+}
+
+Outcome DoctorCommands::FindReceiver() {
+  return Run([this] {
+    desktop_.SetStatusCaption(doctor_messages::Searching);
+    const auto found = exam_.FindReceiver(
+        [this](const PortChoice& port, bool answers) { Tell(doctor_messages::AskedPort(port, answers)); });
+    if (found) state_.Settings().port = found->name;
+    desktop_.SetStatusCaption(found ? doctor_messages::FoundAt(*found) : std::string(doctor_messages::FoundNowhere));
+    return found ? Outcome::Done : Outcome::NoReceiver;
+  });
+}
+
+}  // namespace walrim
