@@ -4,15 +4,22 @@
 
 namespace walrim {
 
-Outcome DoctorCommands::Run(const std::function<Outcome()>& command) {
+Outcome DoctorCommands::Run(std::string headline, const std::function<Outcome()>& command) {
   if (state_.Busy()) return Outcome::Busy;
   const BusyGuard guard(state_);
   lines_.clear();
   report_.reset();
   state_.SetCancelEnabled(true);
+  ShowHeadline(std::move(headline));
   const Outcome outcome = command();
   state_.SetCancelEnabled(false);
   return state_.CancelRequested() ? Outcome::Cancelled : outcome;
+}
+
+void DoctorCommands::ShowHeadline(std::string headline) {
+  headline_ = std::move(headline);
+  desktop_.SetStatusCaption(headline_);
+  desktop_.ControlsChanged();
 }
 
 void DoctorCommands::Tell(std::string line) {
@@ -22,23 +29,23 @@ void DoctorCommands::Tell(std::string line) {
 }
 
 Outcome DoctorCommands::Examine() {
-  return Run([this] {
-    const std::string& port = state_.Settings().port;
-    desktop_.SetStatusCaption(doctor_messages::Examining(port));
-    report_ = exam_.Examine(
-        port, [this](ExamStep step, const LineReport& so_far) { Tell(doctor_messages::StepLine(step, so_far)); });
-    desktop_.SetStatusCaption(doctor_messages::Headline(*report_));
+  const std::string port = state_.Settings().port;
+  return Run(doctor_messages::Examining(port), [&] {
+    report_ = exam_.Examine(port, [this](ExamStep step, const LineReport& so_far) {
+      Tell(doctor_messages::StepLine(step, so_far));
+    });
+    ShowHeadline(doctor_messages::Headline(*report_));
     return report_->Healthy() ? Outcome::Done : Outcome::NoReceiver;
   });
 }
 
 Outcome DoctorCommands::FindReceiver() {
-  return Run([this] {
-    desktop_.SetStatusCaption(doctor_messages::Searching);
-    const auto found = exam_.FindReceiver(
-        [this](const PortChoice& port, bool answers) { Tell(doctor_messages::AskedPort(port, answers)); });
+  return Run(std::string(doctor_messages::Searching), [this] {
+    const auto found = exam_.FindReceiver([this](const PortChoice& port, bool answers) {
+      Tell(doctor_messages::AskedPort(port, answers));
+    });
     if (found) state_.Settings().port = found->name;
-    desktop_.SetStatusCaption(found ? doctor_messages::FoundAt(*found) : std::string(doctor_messages::FoundNowhere));
+    ShowHeadline(found ? doctor_messages::FoundAt(*found) : std::string(doctor_messages::FoundNowhere));
     return found ? Outcome::Done : Outcome::NoReceiver;
   });
 }

@@ -31,11 +31,14 @@ class DoctorCommands {
   void SetLineTold(std::function<void(std::string_view)> line_told) { line_told_ = std::move(line_told); }
   /// What the command that ran last has looked at, a line a step or a port.
   [[nodiscard]] const std::vector<std::string>& Lines() const { return lines_; }
+  /// What runs, or what was found, in one sentence.
+  [[nodiscard]] const std::string& Headline() const { return headline_; }
   /// Of the last examination; nothing where the last command was none.
   [[nodiscard]] const std::optional<LineReport>& Report() const { return report_; }
 
  private:
-  Outcome Run(const std::function<Outcome()>& command);
+  Outcome Run(std::string headline, const std::function<Outcome()>& command);
+  void ShowHeadline(std::string headline);
   void Tell(std::string line);
 
   ProgramState& state_;
@@ -43,6 +46,7 @@ class DoctorCommands {
   Desktop& desktop_;
   std::function<void(std::string_view)> line_told_;
   std::vector<std::string> lines_;
+  std::string headline_;
   std::optional<LineReport> report_;
 };
 

@@ -223,6 +223,12 @@ std::string FoundAt(const PortChoice& port) {
   return port.device + "で受信機が応えました．このポートを選びました．";
 }
 
+std::string PortAppeared(std::string_view device, std::string_view description) {
+  std::string text(device);
+  if (!description.empty()) text += " (" + std::string(description) + ")";
+  return text + "がつながれました．情報取得（F5）で受信機を調べられます．";
+}
+
 std::string_view FindingWord(Finding finding) {
   switch (finding) {
     case Finding::NoPort:

@@ -27,6 +27,9 @@ inline constexpr std::string_view FoundNowhere = "受信機が応えるポート
 [[nodiscard]] std::string AskedPort(const PortChoice& port, bool answers);
 [[nodiscard]] std::string FoundAt(const PortChoice& port);
 
+/// A port that was not there before.
+[[nodiscard]] std::string PortAppeared(std::string_view device, std::string_view description);
+
 /// A finding's name for other programs: "nmea", "not-permitted".
 [[nodiscard]] std::string_view FindingWord(Finding finding);
 

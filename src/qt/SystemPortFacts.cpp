@@ -152,18 +152,9 @@ bool GpsdLists(std::string_view answer, std::string_view device) {
 SystemPortFacts::SystemPortFacts(const Clock& clock, PortMapping mapping, SystemPlaces places)
     : clock_(clock), mapping_(std::move(mapping)), places_(std::move(places)) {}
 
-std::vector<NumberedPort> SystemPortFacts::Look(const std::vector<NumberedPort>& ports) {
-  const std::chrono::nanoseconds now = clock_.Monotonic();
-  std::vector<NumberedPort> fresh;
-  for (const NumberedPort& port : ports) {
-    // One that was away for a moment has come anew.
-    const auto found = seen_.find(port.device);
-    if (looked_ && (found == seen_.end() || found->second != last_look_)) fresh.push_back(port);
-    seen_[port.device] = now;
-  }
-  last_look_ = now;
-  looked_ = true;
-  return fresh;
+void SystemPortFacts::Look(const std::vector<NumberedPort>& ports) {
+  for (const NumberedPort& port : ports)
+    seen_[port.device] = clock_.Monotonic();
 }
 
 std::vector<PortChoice> SystemPortFacts::Ports() const {

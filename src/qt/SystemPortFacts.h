@@ -28,9 +28,8 @@ class SystemPortFacts final : public PortFacts {
   /// clock must outlive this object.
   explicit SystemPortFacts(const Clock& clock, PortMapping mapping = {}, SystemPlaces places = {});
 
-  /// Notes which ports are there now; to be called now and then by whoever wants to know what has gone. Gives those
-  /// that have come since the last time; none the first time.
-  std::vector<NumberedPort> Look(const std::vector<NumberedPort>& ports);
+  /// Notes which ports are there now; to be called now and then by whoever wants to know what has gone.
+  void Look(const std::vector<NumberedPort>& ports);
 
   [[nodiscard]] std::vector<PortChoice> Ports() const override;
   [[nodiscard]] std::vector<PortHolder> Holders(std::string_view device) const override;
@@ -42,8 +41,6 @@ class SystemPortFacts final : public PortFacts {
   PortMapping mapping_;
   SystemPlaces places_;
   std::map<std::string, std::chrono::nanoseconds> seen_;  ///< when each device was there last
-  std::chrono::nanoseconds last_look_{};
-  bool looked_ = false;
 };
 
 /// Whether a GPS daemon's answer to "?DEVICES;" names a device.

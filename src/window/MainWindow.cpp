@@ -16,15 +16,19 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QStatusBar>
+#include <algorithm>
 #include <exception>
 #include <utility>
 
 #include "app/Messages.h"
 #include "app/PlaceCommands.h"
 #include "app/ProgramName.h"
+#include "doctor/Messages.h"
 #include "window/AboutBox.h"
 #include "window/DataPanel.h"
+#include "window/DoctorPanel.h"
 #include "window/ElidedLabel.h"
 #include "window/Messages.h"
 #include "window/RecordTables.h"
@@ -63,7 +67,7 @@ MainWindow::MainWindow(const WindowParts& parts, Contents contents)
       progress_(new QProgressBar(this)),
       desktop_(*this, *status_, *progress_, {[this] { ShowControls(); }, [this] { RefreshRecords(); }}),
       dialogs_(*this),
-      main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet),
+      main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet, parts.facts),
       binder_([this] { SettingsChanged(); }),
       ports_(parts.ports) {
   setObjectName("WalrimMain");
@@ -137,12 +141,16 @@ void MainWindow::BuildCentre() {
   data_panel_ = new DataPanel(main_.State(), binder_);
   output_group_ = MakeOutputGroup(main_.State().Settings(), binder_, settings_order_);
   auto_action_group_ = MakeAutoActionGroup(main_.State().Settings(), binder_, settings_order_);
-  records_ = new RecordTables(main_.State().Data(), centre);
+  centre_ = new QStackedWidget;
+  records_ = new RecordTables(main_.State().Data());
+  doctor_panel_ = new DoctorPanel;
+  centre_->addWidget(records_);
+  centre_->addWidget(doctor_panel_);
   grid->addWidget(MakeDeviceGroup(), 0, 0);
   grid->addWidget(data_panel_, 1, 0);
   grid->addWidget(auto_action_group_, 0, 1, 2, 1);
   grid->addWidget(output_group_, 2, 0, 1, 2);
-  grid->addWidget(records_, 3, 0, 1, 2);
+  grid->addWidget(centre_, 3, 0, 1, 2);
   notices_ = MakeNotices();
   grid->addWidget(notices_, 4, 0, 1, 2);
   grid->setColumnStretch(0, 1);
@@ -192,6 +200,9 @@ void MainWindow::BuildMenus() {
   AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *data_panel_->down_load);
   AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *data_panel_->up_load);
   device->addSeparator();
+  AddAction(*device, "接続を調べる(&X)", QKeySequence("Ctrl+F5"), *doctor_panel_->again);
+  AddAction(*device, "すべてのポートを探す(&W)", {}, *doctor_panel_->find_receiver);
+  device->addSeparator();
   cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *data_panel_->cancel);
   command_actions_.pop_back();
 
@@ -205,9 +216,17 @@ void MainWindow::ConnectButtons() {
     connect(button, &QPushButton::clicked, this,
             [this, &room, command] { Run([&room, command] { (room.*command)(); }); });
   };
-  connect_command(get_gps_info_, main_.Device(), &DeviceCommands::GetInfo);
-  connect_command(data_panel_->down_load, main_.Device(), &DeviceCommands::Download);
-  connect_command(data_panel_->up_load, main_.Device(), &DeviceCommands::Upload);
+  const auto connect_transfer = [this](QPushButton* button, Outcome (DeviceCommands::*command)()) {
+    connect(button, &QPushButton::clicked, this,
+            [this, command] { RunWithReceiver([this, command] { return (main_.Device().*command)(); }); });
+  };
+  connect_transfer(get_gps_info_, &DeviceCommands::GetInfo);
+  connect_transfer(data_panel_->down_load, &DeviceCommands::Download);
+  connect_transfer(data_panel_->up_load, &DeviceCommands::Upload);
+  connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
+  connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
+          [this] { RunDoctor(&DoctorCommands::FindReceiver); });
+  connect(doctor_panel_->back, &QPushButton::clicked, this, [this] { centre_->setCurrentWidget(records_); });
   connect_command(data_panel_->file_export, main_.Exports(), &ExportCommands::Export);
   connect_command(data_panel_->copy, main_.Exports(), &ExportCommands::Copy);
   connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);
@@ -244,6 +263,28 @@ void MainWindow::Run(const std::function<void()>& command) {
     desktop_.ShowMessage(messages::BrokenOff(error.what()));
   }
   EndCommand();
+}
+
+void MainWindow::RunWithReceiver(const std::function<Outcome()>& command) {
+  Run([&] {
+    static_cast<void>(command());
+    const DeviceCommands& device = main_.Device();
+    if (device.Identified().product_id > 0) centre_->setCurrentWidget(records_);
+    if (device.IdentificationFailed()) ExamineLine();
+  });
+}
+
+/// The panel comes at once, and fills as the assistant goes on.
+void MainWindow::RunDoctor(Outcome (DoctorCommands::*command)()) {
+  Run([&] {
+    centre_->setCurrentWidget(doctor_panel_);
+    static_cast<void>((main_.Doctor().*command)());
+  });
+}
+
+void MainWindow::ExamineLine() {
+  centre_->setCurrentWidget(doctor_panel_);
+  static_cast<void>(main_.Doctor().Examine());
 }
 
 void MainWindow::BeginCommand() {
@@ -289,6 +330,7 @@ std::int32_t MainWindow::RunExternalCommand(const std::string& command, const st
 void MainWindow::ShowControls() {
   binder_.Show();
   data_panel_->ShowState(command_runs_);
+  doctor_panel_->ShowState(main_.Doctor(), command_runs_);
   gps_info_->ShowText(QString::fromStdString(main_.State().ReceiverText()));
   for (QWidget* widget :
        std::initializer_list<QWidget*>{port_box_, checked_link_, get_gps_info_, output_group_, auto_action_group_}) {
@@ -307,6 +349,23 @@ void MainWindow::SettingsChanged() {
 void MainWindow::RefreshRecords() {
   const UserSettings& settings = main_.State().Settings();
   records_->Refresh({settings.notation, settings.datum, settings.utc_offset_hours});
+}
+
+void MainWindow::LookAtPorts() {
+  port_box_->Refresh();
+  const std::vector<NumberedPort> before = std::exchange(known_ports_, port_box_->Known());
+  const auto is_in = [](const std::vector<NumberedPort>& ports, const auto& is_it) {
+    return std::ranges::find_if(ports, is_it) != ports.end();
+  };
+  std::string& chosen = main_.State().Settings().port;
+  for (const NumberedPort& port : known_ports_) {
+    if (command_runs_ || is_in(before, [&](const auto& each) { return each.device == port.device; })) continue;
+    const bool usable = is_in(known_ports_, [&](const auto& each) { return PortName(each) == chosen; });
+    if (!usable && chosen != DemoPortName) chosen = PortName(port);
+    if (ports_known_) ShowStatus(doctor_messages::PortAppeared(port.device, port.description));
+  }
+  ports_known_ = true;
+  ShowControls();
 }
 
 // ---- Events

@@ -22,10 +22,12 @@ class QGroupBox;
 class QLabel;
 class QProgressBar;
 class QPushButton;
+class QStackedWidget;
 
 namespace walrim {
 
 class DataPanel;
+class DoctorPanel;
 class ElidedLabel;
 class RecordTables;
 
@@ -36,6 +38,7 @@ struct WindowParts {
   EventLoop& event_loop;
   Inet& inet;
   PortBox::Ports ports;  ///< the serial ports there are now
+  const PortFacts* facts = nullptr;  ///< without, nothing is known of who keeps them
 };
 
 /// When the window's contents are made. An empty window is on the screen in a fraction of the time; who wants that
@@ -60,8 +63,9 @@ class MainWindow : public QMainWindow {
   /// Runs a command that another program gives; returns ExternalCommands::Run's result.
   [[nodiscard]] std::int32_t RunExternalCommand(const std::string& command, const std::string& argument1,
                                                 const std::string& argument2);
-  /// Looks up the serial ports for their list.
-  void RefreshPorts() { port_box_->Refresh(); }
+  /// Looks up the serial ports. One that has come since the last time is told, and chosen where the port that is set
+  /// is not there.
+  void LookAtPorts();
 
  protected:
   /// During a command the window closes as soon as that has ended; a transfer is cancelled for it.
@@ -83,6 +87,8 @@ class MainWindow : public QMainWindow {
 
   /// Runs a command with the window's other commands out of reach. Does nothing while one runs.
   void Run(const std::function<void()>& command);
+  /// The same for one that talks to the receiver: where none answers, the line is examined.
+  void RunWithReceiver(const std::function<Outcome()>& command);
   void BeginCommand();
   void EndCommand();
   /// Shows them below the tables, a line each, when the status line cuts them off.
@@ -92,6 +98,8 @@ class MainWindow : public QMainWindow {
   void CancelTransfer();
   void ImportDropped();
   void AskForLink();
+  void RunDoctor(Outcome (DoctorCommands::*command)());
+  void ExamineLine();
   [[nodiscard]] QString TypedLink();
   void ShowDropHint(bool shown);
 
@@ -102,6 +110,8 @@ class MainWindow : public QMainWindow {
   WalrimMain main_;
   ControlBinder binder_;
   PortBox::Ports ports_;
+  std::vector<NumberedPort> known_ports_;
+  bool ports_known_ = false;
   PortBox* port_box_ = nullptr;
   QComboBox* checked_link_ = nullptr;
   QPushButton* get_gps_info_ = nullptr;
@@ -109,7 +119,9 @@ class MainWindow : public QMainWindow {
   DataPanel* data_panel_ = nullptr;
   QGroupBox* output_group_ = nullptr;
   QGroupBox* auto_action_group_ = nullptr;
+  QStackedWidget* centre_ = nullptr;  ///< the tables, or the connection assistant
   RecordTables* records_ = nullptr;
+  DoctorPanel* doctor_panel_ = nullptr;
   QLabel* notices_ = nullptr;
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;

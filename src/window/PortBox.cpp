@@ -23,13 +23,25 @@ PortBox::PortBox(Ports ports, QWidget* parent) : QComboBox(parent), ports_(std::
   for (int number = 1; number <= MaxPortNumber; ++number)
     addItem(QString::number(number), QString::number(number));
   insertSeparator(count());
-  addItem(QString::fromUtf8("デモ受信機（実機不要）"), "demo");
+  addItem(QString::fromUtf8("デモ受信機（実機不要）"), DemoPortName);
+}
+
+std::string PortName(const NumberedPort& port) {
+  return port.number > 0 ? std::to_string(port.number) : port.device;
 }
 
 void PortBox::Refresh() {
-  const std::vector<NumberedPort> ports = ports_();
+  known_ = ports_();
   for (int number = 1; number <= MaxPortNumber; ++number)
-    setItemText(number - 1, PortText(number, ports));
+    setItemText(number - 1, PortText(number, known_));
+  // Ports without a number stand behind those with one; what is chosen stays, also where its port has gone.
+  for (int index = findData(DemoPortName) - 2; index >= MaxPortNumber; --index) {
+    if (index != currentIndex()) removeItem(index);
+  }
+  for (const NumberedPort& port : known_) {
+    const QString name = QString::fromStdString(PortName(port));
+    if (findData(name) < 0) insertItem(findData(DemoPortName) - 1, QString::fromStdString(port.device), name);
+  }
 }
 
 void PortBox::showPopup() {

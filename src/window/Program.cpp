@@ -1,6 +1,7 @@
 #include "window/Program.h"
 
 #include <QApplication>
+#include <QFileSystemWatcher>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
@@ -15,6 +16,7 @@
 #include "qt/QtEventLoop.h"
 #include "qt/QtInet.h"
 #include "qt/QtSerialPort.h"
+#include "qt/SystemPortFacts.h"
 #include "receiver/DemoSerialPort.h"
 #include "window/AboutBox.h"
 #include "window/FirstFrame.h"
@@ -25,10 +27,8 @@ namespace walrim {
 
 namespace {
 
-constexpr std::string_view DemoPort = "demo";
-
 bool IsDemoPort(std::string_view name) {
-  return name == DemoPort;
+  return name == DemoPortName;
 }
 
 /// The words of Qt's own dialogs in the language of the window.
@@ -46,6 +46,15 @@ std::optional<std::int32_t> AnswerCommand(MainWindow& window, const std::string&
   return result;
 }
 
+/// Device nodes come and go in their folder; who may use a new one is settled a moment later.
+void WatchPorts(QFileSystemWatcher& device_folder, QTimer& settle, MainWindow& window) {
+  settle.setSingleShot(true);
+  settle.setInterval(std::chrono::milliseconds(300));
+  QObject::connect(&device_folder, &QFileSystemWatcher::directoryChanged, &settle, [&settle] { settle.start(); });
+  QObject::connect(&settle, &QTimer::timeout, &window, [&window] { window.LookAtPorts(); });
+  device_folder.addPath("/dev");
+}
+
 int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   QtClock clock;
   QtEventLoop event_loop;
@@ -53,10 +62,17 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   DemoSerialPort demo_port({}, clock, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); });
   PortSwitch port(serial_port, demo_port, IsDemoPort);
   QtInet inet;
-  MainWindow window({port, clock, event_loop, inet, [&arguments] { return ListPorts(arguments.mapping); }},
-                    Contents::Later);
-  if (arguments.demo) window.Main().State().Settings().port = DemoPort;
+  SystemPortFacts facts(clock, arguments.mapping);
+  const auto list_ports = [&] {
+    std::vector<NumberedPort> ports = ListPorts(arguments.mapping);
+    facts.Look(ports);
+    return ports;
+  };
+  MainWindow window({port, clock, event_loop, inet, list_ports, &facts}, Contents::Later);
+  if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
   QTranslator translator;
+  QFileSystemWatcher device_folder;
+  QTimer settle;
   CommandSocket socket([&window](const std::string& word, const std::string& arg1, const std::string& arg2) {
     return AnswerCommand(window, word, arg1, arg2);
   });
@@ -69,7 +85,8 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     // A second window works as well; it gets the commands once the first one has gone.
     if (place.problem.empty()) static_cast<void>(socket.ListenWhenFree(place.name));
     if (!place.problem.empty()) window.ShowStatus(place.problem);
-    window.RefreshPorts();
+    window.LookAtPorts();
+    WatchPorts(device_folder, settle, window);
     window.ImportFiles(arguments.files);
   };
   CallAfterFirstFrame(window, [&] {

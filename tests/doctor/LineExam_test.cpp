@@ -14,22 +14,6 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-class FakeFacts : public PortFacts {
- public:
-  [[nodiscard]] std::vector<PortChoice> Ports() const override { return ports; }
-  [[nodiscard]] std::vector<PortHolder> Holders(std::string_view device) const override {
-    const auto found = holders.find(std::string(device));
-    return found == holders.end() ? std::vector<PortHolder>{} : found->second;
-  }
-  [[nodiscard]] PortAdapter Adapter(std::string_view) const override { return adapter; }
-  [[nodiscard]] bool VanishedLately(std::string_view) const override { return vanished; }
-
-  std::vector<PortChoice> ports;
-  std::map<std::string, std::vector<PortHolder>> holders;
-  PortAdapter adapter;
-  bool vanished = false;
-};
-
 /// A line on which a text comes again and again at a speed; opened at another one, it gives what a UART reads then.
 class TextPort : public ScriptedPort {
  public:
@@ -77,7 +61,7 @@ class LineExamTest : public testing::Test {
 
   FakeClock clock;
   FakeEventLoop loop;
-  FakeFacts facts;
+  FakePortFacts facts;
   std::vector<ExamStep> steps;
   std::chrono::nanoseconds took{};
   int cancel_after = 0;

@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@
 #include "platform/Desktop.h"
 #include "platform/EventLoop.h"
 #include "platform/Inet.h"
+#include "platform/PortFacts.h"
 #include "platform/SerialPort.h"
 #include "support/Packets.h"
 
@@ -118,6 +120,23 @@ class FakeInet : public Inet {
 
  private:
   bool cancelled_ = false;
+};
+
+/// What a test says of the ports.
+class FakePortFacts : public PortFacts {
+ public:
+  [[nodiscard]] std::vector<PortChoice> Ports() const override { return ports; }
+  [[nodiscard]] std::vector<PortHolder> Holders(std::string_view device) const override {
+    const auto found = holders.find(std::string(device));
+    return found == holders.end() ? std::vector<PortHolder>{} : found->second;
+  }
+  [[nodiscard]] PortAdapter Adapter(std::string_view) const override { return adapter; }
+  [[nodiscard]] bool VanishedLately(std::string_view) const override { return vanished; }
+
+  std::vector<PortChoice> ports;
+  std::map<std::string, std::vector<PortHolder>> holders;
+  PortAdapter adapter;
+  bool vanished = false;
 };
 
 /// A line whose other end is a function: it gets every frame that was sent, as its bytes on the wire, and says what

@@ -40,7 +40,7 @@ class WindowTestBase : public testing::Test {
  protected:
   /// The window in front of a line.
   void Open(SerialPort& port, const Clock& clock) {
-    window = std::make_unique<MainWindow>(WindowParts{port, clock, event_loop, inet, [this] { return ports; }});
+    window = std::make_unique<MainWindow>(WindowParts{port, clock, event_loop, inet, [this] { return ports; }, &facts});
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
@@ -83,6 +83,7 @@ class WindowTestBase : public testing::Test {
   Answerer answerer;
   WatchedLoop event_loop;
   FakeInet inet;
+  FakePortFacts facts;
   std::vector<NumberedPort> ports;
   TemporaryFolder folder;
   std::unique_ptr<MainWindow> window;
