@@ -125,7 +125,7 @@ bool LineExam::FindSentences(LineReport& report, nanoseconds longest) {
     Listen(longest, [&](std::uint8_t byte) {
       reader.Take(byte);
       if (unasked_.size() < MostUnasked) unasked_.push_back(byte);
-      return found() && reader.Facts().lat_deg.has_value();
+      return found() && reader.Facts().lat_deg && (reader.Facts().satellites || reader.Facts().text_sentences > 0);
     });
   };
   listen();

@@ -22,6 +22,7 @@
 #include <span>
 #include <vector>
 
+#include "receiver/LineEnd.h"
 #include "receiver/LineFrame.h"
 #include "receiver/ReceiverFaults.h"
 #include "receiver/ReceiverMemory.h"
@@ -36,8 +37,7 @@ enum class ReceiverTemper { Lenient, Strict };
 /// Noon in Japan on the last day of the demonstration data, in seconds since 1989/12/31 00:00:00 UTC.
 [[nodiscard]] std::int64_t DemoUtcSeconds();
 
-/// Times are on any clock that only goes forward; each call's time is at or after the one before.
-class SoftReceiver {
+class SoftReceiver : public LineEnd {
  public:
   /// A line of baud bits a second takes ten bit times for a byte, in either direction; with 0 it takes no time.
   SoftReceiver(const ReceiverModel& model, ReceiverMemory memory, int baud, ReceiverFaults faults,
@@ -51,18 +51,17 @@ class SoftReceiver {
 
   /// Puts bytes on the line towards the receiver. They pass one after the other from now, or from when the line is
   /// free; a frame is answered from when its last byte has passed.
-  void Receive(std::span<const std::uint8_t> bytes, std::chrono::nanoseconds now);
+  void Receive(std::span<const std::uint8_t> bytes, std::chrono::nanoseconds now) override;
   /// When the last byte put on the line towards the receiver has passed; in the past when the line is free.
   [[nodiscard]] std::chrono::nanoseconds InputFreeAt() const { return input_free_at_; }
 
   /// When the next byte from the receiver has passed, or it does something unasked; nothing when neither will be. What
   /// it does unasked (fixes, repetitions) begins with the first call of Receive or Send.
-  [[nodiscard]] std::optional<std::chrono::nanoseconds> NextDue() const;
-  /// The bytes from the receiver that have passed by now, each given once.
-  [[nodiscard]] std::vector<std::uint8_t> Send(std::chrono::nanoseconds now);
+  [[nodiscard]] std::optional<std::chrono::nanoseconds> NextDue() const override;
+  [[nodiscard]] std::vector<std::uint8_t> Send(std::chrono::nanoseconds now) override;
 
   /// True once the cable has been pulled, which happens only as a fault. Nothing passes any more.
-  [[nodiscard]] bool LineClosed() const;
+  [[nodiscard]] bool LineClosed() const override;
 
   [[nodiscard]] const ReceiverMemory& Memory() const { return memory_; }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <poll.h>
 #include <string>
@@ -20,6 +21,7 @@
 #include "receiver/ReceiverMemory.h"
 #include "receiver/ReceiverModel.h"
 #include "receiver/SoftReceiver.h"
+#include "receiver/UnaskedTalker.h"
 
 namespace walrim {
 namespace {
@@ -35,6 +37,7 @@ struct Options {
   std::vector<std::string> fault_texts;
   ReceiverFaults faults;
   bool strict = false;
+  std::string mode;
 };
 
 constexpr int ExitDone = 0;
@@ -64,6 +67,11 @@ void DescribeOptions(CLI::App& app, Options& options) {
   app.add_option("--link", options.link, "Symbolic link to the pseudo-terminal while it serves");
   app.add_flag("--strict", options.strict,
                "Takes only what the protocol's pages allow, and keeps a real receiver's limits");
+  app.add_option("--mode", options.mode, "Sends nmea[:BAUD], text, noise or nothing (silent) instead of the protocol")
+      ->type_name("MODE")
+      ->check([](const std::string& text) {
+        return TalkerSettingOf(text) ? "" : "nmea, nmea:BAUD, text, noise or silent";
+      });
   app.add_option("--fault", options.fault_texts, FaultHelp())
       ->type_name("KIND[=N]")
       ->expected(1)
@@ -118,7 +126,7 @@ void WaitFor(std::array<pollfd, 3>& descriptors, const std::optional<nanoseconds
 }
 
 // Until a signal comes or the line is pulled.
-void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
+void Serve(PseudoTerminal& terminal, LineEnd& receiver, int end_signals) {
   std::array<pollfd, 3> descriptors{pollfd{end_signals, POLLIN, 0}, pollfd{terminal.ClientDescriptor(), POLLIN, 0},
                                     pollfd{terminal.LineDescriptor(), POLLIN, 0}};
   while (!receiver.LineClosed()) {
@@ -134,22 +142,37 @@ void Serve(PseudoTerminal& terminal, SoftReceiver& receiver, int end_signals) {
   terminal.WaitUntilRead(std::chrono::milliseconds(250));
 }
 
-int Run(const Options& options) {
+std::unique_ptr<LineEnd> MakeTalker(const std::string& mode) {
+  const auto clock_s = std::chrono::floor<std::chrono::seconds>(Now()).count();
+  return std::make_unique<UnaskedTalker>(TalkerSettingOf(mode).value(), UtcSeconds() - clock_s);
+}
+
+// Nothing, with the reason in problem, where the memory's file cannot be used.
+std::unique_ptr<LineEnd> MakeReceiver(const Options& options, std::string& problem) {
   const ReceiverModel& model = *FindReceiverModel(options.model);
   MemoryFileResult memory{DemoContents(model), {}, 0, 0};
   if (!options.memory_path.empty()) memory = LoadMemoryFile(options.memory_path, options.utc_offset_hours);
-  if (!memory.contents) return Refuse(memory.problem);
+  problem = memory.problem;
+  if (!memory.contents) return nullptr;
   if (memory.skipped > 0) {
     std::fprintf(stderr, "walrim-receiver: %s: %d lines skipped, the first is line %d\n", options.memory_path.c_str(),
                  memory.skipped, memory.first_skipped_line);
   }
-  SoftReceiver receiver(model, EncodeMemory(*memory.contents, model), options.baud, options.faults,
-                        options.strict ? ReceiverTemper::Strict : ReceiverTemper::Lenient);
-  receiver.SetClock(UtcSeconds(), Now());
+  auto receiver =
+      std::make_unique<SoftReceiver>(model, EncodeMemory(*memory.contents, model), options.baud, options.faults,
+                                     options.strict ? ReceiverTemper::Strict : ReceiverTemper::Lenient);
+  receiver->SetClock(UtcSeconds(), Now());
+  return receiver;
+}
 
+int Run(const Options& options) {
+  std::string problem;
+  const std::unique_ptr<LineEnd> receiver =
+      options.mode.empty() ? MakeReceiver(options, problem) : MakeTalker(options.mode);
+  if (receiver == nullptr) return Refuse(problem);
   const Descriptor end_signals(EndSignals());
   PseudoTerminal terminal;
-  std::string problem = terminal.Open();
+  problem = terminal.Open();
   if (!problem.empty()) return Refuse(problem);
   PathLink link;
   if (!options.link.empty()) problem = link.Make(options.link, terminal.Path());
@@ -159,7 +182,7 @@ int Run(const Options& options) {
   std::fflush(stdout);
   // Waits are held to a microsecond: the usual slack is a twentieth of a byte.
   prctl(PR_SET_TIMERSLACK, 1000UL, 0UL, 0UL, 0UL);
-  Serve(terminal, receiver, end_signals.Get());
+  Serve(terminal, *receiver, end_signals.Get());
   return ExitDone;
 }
 

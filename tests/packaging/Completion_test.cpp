@@ -49,7 +49,7 @@ using Words = std::vector<std::string>;
 TEST(Completion, OffersTheCommandsOfTheHelp) {
   const Words offers = Offers("walrim-cli ");
   EXPECT_EQ(offers, CommandsOfTheHelp());
-  EXPECT_EQ(Offers("walrim-cli --quiet d"), Words{"download"});
+  EXPECT_EQ(Offers("walrim-cli --quiet d"), (Words{"download", "doctor"}));
 }
 
 TEST(Completion, OffersTheOptionsOfTheHelpAndNoOthers) {

@@ -78,7 +78,7 @@ TEST(ReceiverCompletion, OffersFilesWhereFilesBelongAndNothingWhereANumberDoes) 
 }
 
 TEST(ReceiverCompletion, TypedWordsArriveWhole) {
-  EXPECT_EQ(Typed("walrim-receiver --mo\tGPS\\ 12C\t --st\t"), "<--model><GPS 12CX><--strict>");
+  EXPECT_EQ(Typed("walrim-receiver --model GPS\\ 12C\t --st\t"), "<--model><GPS 12CX><--strict>");
   EXPECT_EQ(Typed("walrim-receiver --model 'GPS 4\t"), "<--model><GPS 48>");
   EXPECT_EQ(Typed("walrim-receiver --fault late\t20"), "<--fault><late-ack=20>");
 }
