@@ -102,13 +102,17 @@ std::string FiguresText(const LineFigures& figures) {
       std::to_string(figures.requests) + "回のうち" + std::to_string(figures.answers) + "回，正しい応答がありました";
   if (figures.damaged_frames > 0) text += "，壊れたフレーム " + std::to_string(figures.damaged_frames) + "個";
   if (figures.stray_bytes > 0) text += "，余分なバイト " + std::to_string(figures.stray_bytes) + "個";
+  if (figures.ack) text += "，応答まで" + std::to_string(figures.ack->count()) + "ミリ秒";
+  if (figures.round_trip) text += "，往復" + std::to_string(figures.round_trip->count()) + "ミリ秒";
   return text;
 }
 
-std::string TimesText(const LineFigures& figures) {
-  if (!figures.ack || !figures.round_trip) return {};
-  return "応答まで" + std::to_string(figures.ack->count()) + "ミリ秒，往復" +
-         std::to_string(figures.round_trip->count()) + "ミリ秒";
+/// What came unasked.
+std::string HeardText(const LineReport& report) {
+  const std::string speed = std::to_string(report.baud) + "ボーで";
+  if (report.finding == Finding::Nmea) return speed + "NMEAの文が届いています";
+  if (report.finding == Finding::TextOut) return speed + "Text Outの文が届いています";
+  return report.finding == Finding::Rtcm ? "RTCMのデータが届いています" : "知っている文は届きません";
 }
 
 std::string NotOpenedText(const LineReport& report) {
@@ -194,17 +198,11 @@ std::string StepLine(ExamStep step, const LineReport& report) {
     case ExamStep::Answer:
       return std::string("応答：") + (report.answered ? "受信機が応えました" : "9600ボーで呼んでも応えません");
     case ExamStep::Listening:
-      return "受信：" + std::string(report.sentences.nmea_sentences > 0   ? "NMEAの文が届いています"
-                                    : report.sentences.text_sentences > 0 ? "Text Outの文が届いています"
-                                    : report.finding == Finding::Rtcm     ? "RTCMのデータが届いています"
-                                                                          : "知っている文は届きません");
+      return "受信：" + HeardText(report);
     case ExamStep::OtherSpeeds:
-      return "ほかの速さ：" + (report.finding == Finding::Nmea || report.finding == Finding::TextOut
-                                   ? std::to_string(report.baud) + "ボーで文が届いています"
-                                   : "知っている文は届きません");
+      return "ほかの速さ：" + HeardText(report);
     case ExamStep::Figures:
-      return "品質：" + FiguresText(report.figures) +
-             (report.figures.ack ? "，" + TimesText(report.figures) : std::string());
+      return "品質：" + FiguresText(report.figures);
     case ExamStep::Holders:
       return "他のプログラム：" + (report.holders.empty() ? "見あたりません" : HolderTexts(report).front());
   }

@@ -16,10 +16,6 @@ constexpr std::size_t LongestLine = 256;
 /// "@yymmddhhmmss", latitude, longitude, quality, height, three speeds; without its line end.
 constexpr std::size_t TextLength = 55;
 
-bool AllDigits(std::string_view text) {
-  return !text.empty() && std::ranges::all_of(text, [](char c) { return IsDigit(c); });
-}
-
 int Number(std::string_view digits) {
   int number = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), number);

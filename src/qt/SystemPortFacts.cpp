@@ -142,7 +142,7 @@ bool GpsdLists(std::string_view answer, std::string_view device) {
     const std::string_view line = TakeUpTo(answer, '\n');
     const QJsonDocument document =
         QJsonDocument::fromJson(QByteArray(line.data(), static_cast<qsizetype>(line.size())));
-    for (const QJsonValue& each : document.object().value("devices").toArray()) {
+    for (const QJsonValue each : document.object().value("devices").toArray()) {
       if (Resolved(each.toObject().value("path").toString().toStdString()) == device) return true;
     }
   }

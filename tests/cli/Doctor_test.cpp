@@ -56,9 +56,9 @@ TEST_F(Doctor, AHealthyLineExitsWithZero) {
 }
 
 TEST_F(Doctor, EachTroubleHasItsFinding) {
-  const std::pair<std::vector<std::string>, std::string> cases[] = {
-      {{"--mode", "nmea"}, "nmea"},     {{"--mode", "text"}, "text-out"},      {{"--mode", "silent"}, "silent"},
-      {{"--mode", "noise"}, "damaged"}, {{"--fault", "late-ack=120"}, "slow"}, {{"--fault", "garbage"}, "damaged"}};
+  // The others are the examination's own tests: each takes seconds of a real line.
+  const std::pair<std::vector<std::string>, std::string> cases[] = {{{"--mode", "text"}, "text-out"},
+                                                                    {{"--mode", "silent"}, "silent"}};
   for (const auto& [options, finding] : cases) {
     const Examined examined = Examine(options);
     EXPECT_EQ(examined.Finding(), finding) << options[1];
@@ -67,7 +67,9 @@ TEST_F(Doctor, EachTroubleHasItsFinding) {
 }
 
 TEST_F(Doctor, SentencesProveTheCable) {
-  const QJsonObject sentences = Examine({"--mode", "nmea"}).json.value("sentences").toObject();
+  const Examined examined = Examine({"--mode", "nmea"});
+  EXPECT_EQ(examined.Finding(), "nmea") << examined.out;
+  const QJsonObject sentences = examined.json.value("sentences").toObject();
   EXPECT_NEAR(sentences.value("latitude").toDouble(), 35.6323, 1e-4);
   EXPECT_EQ(sentences.value("satellites").toInt(), 5);
 }
