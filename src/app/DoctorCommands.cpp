@@ -31,9 +31,8 @@ void DoctorCommands::Tell(std::string line) {
 Outcome DoctorCommands::Examine() {
   const std::string port = state_.Settings().port;
   return Run(doctor_messages::Examining(port), [&] {
-    report_ = exam_.Examine(port, [this](ExamStep step, const LineReport& so_far) {
-      Tell(doctor_messages::StepLine(step, so_far));
-    });
+    report_ = exam_.Examine(
+        port, [this](ExamStep step, const LineReport& so_far) { Tell(doctor_messages::StepLine(step, so_far)); });
     ShowHeadline(doctor_messages::Headline(*report_));
     return report_->Healthy() ? Outcome::Done : Outcome::NoReceiver;
   });
@@ -41,9 +40,8 @@ Outcome DoctorCommands::Examine() {
 
 Outcome DoctorCommands::FindReceiver() {
   return Run(std::string(doctor_messages::Searching), [this] {
-    const auto found = exam_.FindReceiver([this](const PortChoice& port, bool answers) {
-      Tell(doctor_messages::AskedPort(port, answers));
-    });
+    const auto found = exam_.FindReceiver(
+        [this](const PortChoice& port, bool answers) { Tell(doctor_messages::AskedPort(port, answers)); });
     if (found) state_.Settings().port = found->name;
     ShowHeadline(found ? doctor_messages::FoundAt(*found) : std::string(doctor_messages::FoundNowhere));
     return found ? Outcome::Done : Outcome::NoReceiver;

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Descriptor.h"
 #include "app/FileReplacement.h"
+#include "platform/Descriptor.h"
 
 namespace walrim {
 

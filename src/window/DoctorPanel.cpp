@@ -1,8 +1,8 @@
 #include "window/DoctorPanel.h"
 
+#include <QClipboard>
 #include <QFont>
 #include <QGuiApplication>
-#include <QClipboard>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -59,8 +59,7 @@ DoctorPanel::DoctorPanel(QWidget* parent)
   NameControl(*command_, "DoctorCommand");
   command_->setReadOnly(true);
   QPushButton* copy = MakeButton("DoctorCopy", "命令をコピー", "この命令をクリップボードにコピーします");
-  connect(copy, &QPushButton::clicked, this,
-          [this] { QGuiApplication::clipboard()->setText(command_->text()); });
+  connect(copy, &QPushButton::clicked, this, [this] { QGuiApplication::clipboard()->setText(command_->text()); });
   auto* command_line = new QHBoxLayout(command_row_);
   command_line->setContentsMargins(0, 0, 0, 0);
   command_line->addWidget(command_, 1);

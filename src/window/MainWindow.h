@@ -37,7 +37,7 @@ struct WindowParts {
   const Clock& clock;
   EventLoop& event_loop;
   Inet& inet;
-  PortBox::Ports ports;  ///< the serial ports there are now
+  PortBox::Ports ports;              ///< the serial ports there are now
   const PortFacts* facts = nullptr;  ///< without, nothing is known of who keeps them
 };
 

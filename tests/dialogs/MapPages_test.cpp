@@ -148,7 +148,7 @@ TEST(MapPages, TheAddressOfAPlaceLeadsThere) {
 
 TEST(MapPages, EveryAddressIsReadBackToItsPlace) {
   for (const MapPlace& place : {MapPlace{-33.5, -70.25, {}}, MapPlace{0.00000012, -0.00001, {}}, MapPlace{90, -180, {}},
-                             MapPlace{35.62519441, 139.24369434, {}}, MapPlace{0, 0, {}}}) {
+                                MapPlace{35.62519441, 139.24369434, {}}, MapPlace{0, 0, {}}}) {
     for (const MapPage& page : MapPages()) {
       if (page.write != nullptr) ExpectPoint(page.write(place), place.lat_deg, place.lon_deg);
     }

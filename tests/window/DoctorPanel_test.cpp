@@ -1,11 +1,12 @@
 // The connection assistant in the window.
+#include "window/DoctorPanel.h"
+
 #include <QAction>
 #include <QMenu>
 
 #include "app/Messages.h"
 #include "device/Messages.h"
 #include "doctor/Messages.h"
-#include "window/DoctorPanel.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
