@@ -47,12 +47,27 @@ std::optional<std::int32_t> AnswerCommand(MainWindow& window, const std::string&
 }
 
 /// Device nodes come and go in their folder; who may use a new one is settled a moment later.
-void WatchPorts(QFileSystemWatcher& device_folder, QTimer& settle, MainWindow& window) {
-  settle.setSingleShot(true);
-  settle.setInterval(std::chrono::milliseconds(300));
-  QObject::connect(&device_folder, &QFileSystemWatcher::directoryChanged, &settle, [&settle] { settle.start(); });
-  QObject::connect(&settle, &QTimer::timeout, &window, [&window] { window.LookAtPorts(); });
-  device_folder.addPath("/dev");
+class PortWatch {
+ public:
+  void Start(MainWindow& window) {
+    settle_.setSingleShot(true);
+    settle_.setInterval(std::chrono::milliseconds(300));
+    QObject::connect(&folder_, &QFileSystemWatcher::directoryChanged, &settle_, [this] { settle_.start(); });
+    QObject::connect(&settle_, &QTimer::timeout, &window, [&window] { window.LookAtPorts(); });
+    folder_.addPath("/dev");
+    window.LookAtPorts();
+  }
+
+ private:
+  QFileSystemWatcher folder_;
+  QTimer settle_;
+};
+
+/// A second window works as well; it gets the commands once the first one has gone.
+void TakeCommands(CommandSocket& socket, MainWindow& window) {
+  const CommandPlace place = FindCommandPlace();
+  if (place.problem.empty()) static_cast<void>(socket.ListenWhenFree(place.name));
+  if (!place.problem.empty()) window.ShowStatus(place.problem);
 }
 
 int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
@@ -71,8 +86,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   MainWindow window({port, clock, event_loop, inet, list_ports, &facts}, Contents::Later);
   if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
   QTranslator translator;
-  QFileSystemWatcher device_folder;
-  QTimer settle;
+  PortWatch port_watch;
   CommandSocket socket([&window](const std::string& word, const std::string& arg1, const std::string& arg2) {
     return AnswerCommand(window, word, arg1, arg2);
   });
@@ -81,12 +95,8 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     if (hooks.complete) hooks.complete();
     window.setWindowIcon(ProgramIcon());
     LoadTranslation(translator);
-    const CommandPlace place = FindCommandPlace();
-    // A second window works as well; it gets the commands once the first one has gone.
-    if (place.problem.empty()) static_cast<void>(socket.ListenWhenFree(place.name));
-    if (!place.problem.empty()) window.ShowStatus(place.problem);
-    window.LookAtPorts();
-    WatchPorts(device_folder, settle, window);
+    TakeCommands(socket, window);
+    port_watch.Start(window);
     window.ImportFiles(arguments.files);
   };
   CallAfterFirstFrame(window, [&] {
