@@ -5,6 +5,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <poll.h>
@@ -21,6 +23,7 @@
 #include "receiver/ReceiverMemory.h"
 #include "receiver/ReceiverModel.h"
 #include "receiver/SoftReceiver.h"
+#include "receiver/TraceReplay.h"
 #include "receiver/UnaskedTalker.h"
 
 namespace walrim {
@@ -38,6 +41,7 @@ struct Options {
   ReceiverFaults faults;
   bool strict = false;
   std::string mode;
+  std::string trace_path;
 };
 
 constexpr int ExitDone = 0;
@@ -72,6 +76,9 @@ void DescribeOptions(CLI::App& app, Options& options) {
       ->check([](const std::string& text) {
         return TalkerSettingOf(text) ? "" : "nmea, nmea:BAUD, text, noise or silent";
       });
+  app.add_option("--replay", options.trace_path, "Answers as the receiver of a trace did, to the same packets")
+      ->type_name("TRACE")
+      ->excludes("--mode");
   app.add_option("--fault", options.fault_texts, FaultHelp())
       ->type_name("KIND[=N]")
       ->expected(1)
@@ -165,14 +172,11 @@ std::unique_ptr<LineEnd> MakeReceiver(const Options& options, std::string& probl
   return receiver;
 }
 
-int Run(const Options& options) {
-  std::string problem;
-  const std::unique_ptr<LineEnd> receiver =
-      options.mode.empty() ? MakeReceiver(options, problem) : MakeTalker(options.mode);
-  if (receiver == nullptr) return Refuse(problem);
+// Serves on a pseudo-terminal of its own. The exit status.
+int ServeLine(LineEnd& receiver, const Options& options) {
   const Descriptor end_signals(EndSignals());
   PseudoTerminal terminal;
-  problem = terminal.Open();
+  std::string problem = terminal.Open();
   if (!problem.empty()) return Refuse(problem);
   PathLink link;
   if (!options.link.empty()) problem = link.Make(options.link, terminal.Path());
@@ -182,8 +186,28 @@ int Run(const Options& options) {
   std::fflush(stdout);
   // Waits are held to a microsecond: the usual slack is a twentieth of a byte.
   prctl(PR_SET_TIMERSLACK, 1000UL, 0UL, 0UL, 0UL);
-  Serve(terminal, *receiver, end_signals.Get());
+  Serve(terminal, receiver, end_signals.Get());
   return ExitDone;
+}
+
+// The trace's receiver is done when a packet differs, with an error.
+int ServeTrace(const Options& options) {
+  std::ifstream file(options.trace_path, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!file) return Refuse(options.trace_path + " cannot be read");
+  TraceReading trace = ReadTrace(text);
+  if (!trace.problem.empty()) return Refuse(options.trace_path + ": " + trace.problem);
+  TraceReplay replay(std::move(trace.steps));
+  const int status = ServeLine(replay, options);
+  return replay.Problem().empty() ? status : Refuse(options.trace_path + ": " + replay.Problem());
+}
+
+int Run(const Options& options) {
+  if (!options.trace_path.empty()) return ServeTrace(options);
+  std::string problem;
+  const std::unique_ptr<LineEnd> receiver =
+      options.mode.empty() ? MakeReceiver(options, problem) : MakeTalker(options.mode);
+  return receiver == nullptr ? Refuse(problem) : ServeLine(*receiver, options);
 }
 
 }  // namespace

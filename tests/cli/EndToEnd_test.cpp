@@ -288,6 +288,34 @@ TEST_F(EndToEnd, DamagedRecordsNameTheOptionThatHelps) {
   EXPECT_TRUE(download.Said("--checked-link")) << download.err;
 }
 
+// ---- Traces that are played
+
+class Replay : public EndToEnd, public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+/// The messages of a command; the ports in them apart, which differ.
+std::string WithoutPort(std::string text, const std::string& port) {
+  for (std::size_t at = text.find(port); at != std::string::npos; at = text.find(port))
+    text.replace(at, port.size(), "PORT");
+  return text;
+}
+
+TEST_P(Replay, OfAFaultyDownloadGivesTheSameMessagesAndTheSameData) {
+  const auto [fault, link] = GetParam();
+  const Receiver faulty(WithMemory({"--fault", fault}));
+  const Result first = OnLine("download", faulty, {"-o", Path("a.grc"), "--quiet", link, "--trace", Path("trace")});
+  const Receiver replay({"--replay", Path("trace")});
+  const Result second = OnLine("download", replay, {"-o", Path("b.grc"), "--quiet", link});
+  EXPECT_EQ(second.status, first.status) << second.err;
+  EXPECT_EQ(WithoutPort(second.err, replay.Port()), WithoutPort(first.err, faulty.Port()));
+  EXPECT_EQ(FileContents(Path("b.grc")), FileContents(Path("a.grc")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, Replay,
+    ::testing::Values(std::pair{"garbage=6", "--checked-link"}, std::pair{"bad-checksum=2", "--plain-link"},
+                      std::pair{"early-complete=1", "--plain-link"}, std::pair{"short-count=1", "--checked-link"},
+                      std::pair{"unplug-after=9", "--plain-link"}, std::pair{"nak=3", "--checked-link"}));
+
 // ---- Ctrl-C
 
 TEST_F(EndToEnd, CtrlCSendsTheAbortCommandAndLeavesNoFile) {

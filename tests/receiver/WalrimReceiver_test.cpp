@@ -334,6 +334,31 @@ TEST_F(WalrimReceiverTest, FillsItsMemoryFromAFile) {
             Sound(34, Bytes{0x39, 0x8E, 0xE3, 0x18, 0x00, 0x00, 0x00, 0x60, 0x80, 0x51, 0x01, 0x00, 255}));
 }
 
+TEST_F(WalrimReceiverTest, ReplaysATraceUntilAPacketDiffers) {
+  const fs::path trace = folder / "trace";
+  std::ofstream(trace) << "0.1\tTX\t10\t2\t10 0A 02 07 00 ED 10 03\n0.2\tRX\t27\t2\t10 1B 02 05 00 DE 10 03\n";
+  Program program({"--replay", trace.string()});
+  Client client(program.Line());
+  ASSERT_TRUE(client.Open());
+  EXPECT_EQ(client.Exchange(HostFrame(10, {7, 0}), 1), std::vector{Sound(27, {5, 0})});
+  client.Send(HostFrame(10, {6, 0}));
+  EXPECT_EQ(program.Wait(), 1);
+  EXPECT_EQ(program.Errors(), "walrim-receiver: " + trace.string() +
+                                  ": packet 2: nothing expected, the trace is over; came id 10, 10 0A 02 06 00 EE 10 "
+                                  "03\n");
+}
+
+TEST_F(WalrimReceiverTest, ATraceThatIsMissingOrMalformedIsRefused) {
+  const fs::path trace = folder / "trace";
+  std::ofstream(trace) << "nothing\n";
+  for (const fs::path& path : {folder / "missing", trace}) {
+    Program program({"--replay", path.string()});
+    EXPECT_EQ(program.Wait(), 1);
+    EXPECT_EQ(program.Output(), "");
+    EXPECT_NE(program.Errors().find(path.string()), std::string::npos);
+  }
+}
+
 TEST_F(WalrimReceiverTest, AMemoryFileThatIsMissingOrEmptyIsRefused) {
   const fs::path file = folder / "empty.grc";
   std::ofstream(file) << "nothing\n";
