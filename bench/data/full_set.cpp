@@ -58,7 +58,7 @@ class Filler {
     waypoint.smbl = Symbols[random_() % Symbols.size()];
     waypoint.dspl = static_cast<std::uint8_t>(random_() % 3);
     waypoint.alt_m = static_cast<float>(random_() % 30000) / 10;
-    waypoint.details.Set(&WaypointDetails::cc, "JP");
+    waypoint.details.Set(&WaypointDetails::country, "JP");
     return waypoint;
   }
 

@@ -30,7 +30,7 @@ Waypoint WaypointOf(WaypointType type) {
   waypoint.alt_m = 599.1F;
   waypoint.ident = "TAKAO";
   waypoint.cmnt = Comment;
-  waypoint.details.Set(&WaypointDetails::cc, "JP");
+  waypoint.details.Set(&WaypointDetails::country, "JP");
   waypoint.details.Set(&WaypointDetails::city, "八王子");
   EncodeNotes notes;
   return DecodeWaypoint(EncodeWaypoint(waypoint, type, notes), type);

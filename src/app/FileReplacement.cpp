@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <functional>
 #include <random>
 #include <sys/stat.h>
 
@@ -13,10 +14,16 @@ namespace {
 constexpr int MostNames = 100;
 constexpr mode_t AllRights = 0777;
 
-/// A hidden name of its own length: the target's may already be as long as names can be.
-std::string HiddenName(const std::filesystem::path& folder) {
+/// Tries hidden names until one is not taken; empty, with the reason in errno, where none could be used. They have a
+/// length of their own: the target's may already be as long as names can be.
+std::string TakeHiddenName(const std::filesystem::path& folder, const std::function<bool(const std::string&)>& take) {
   std::random_device random;
-  return (folder / (".walrim-" + std::to_string(random()) + "-" + std::to_string(random()))).string();
+  for (int i = 0; i < MostNames; ++i) {
+    std::string name = (folder / (".walrim-" + std::to_string(random()) + "-" + std::to_string(random()))).string();
+    if (take(name)) return name;
+    if (errno != EEXIST) break;
+  }
+  return {};
 }
 
 /// Owner and rights of the file that is replaced, as far as the user may give them away. What cannot be kept is no
@@ -64,25 +71,18 @@ FileReplacement::~FileReplacement() {
 }
 
 void FileReplacement::OpenHidden(mode_t mode) {
-  for (int i = 0; i < MostNames && !file_.Valid(); ++i) {
-    const std::string name = HiddenName(folder_);
+  name_ = TakeHiddenName(folder_, [&](const std::string& name) {
     file_.Reset(::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode));
-    if (file_.Valid()) name_ = name;
-    if (!file_.Valid() && errno != EEXIST) return;
-  }
+    return file_.Valid();
+  });
 }
 
 /// A file without a name cannot be moved over another one: it is given a hidden name first.
 bool FileReplacement::GiveName() {
   const std::string self = "/proc/self/fd/" + std::to_string(file_.Get());
-  for (int i = 0; i < MostNames && name_.empty(); ++i) {
-    const std::string name = HiddenName(folder_);
-    if (::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
-      name_ = name;
-    } else if (errno != EEXIST) {
-      return false;
-    }
-  }
+  name_ = TakeHiddenName(folder_, [&](const std::string& name) {
+    return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  });
   return !name_.empty();
 }
 

@@ -58,20 +58,6 @@ bool TerminalDesktop::AskOkCancel(std::string_view text) {
   return false;
 }
 
-std::optional<std::string> TerminalDesktop::OpenFileDialog(std::string_view) {
-  return std::nullopt;
-}
-
-std::optional<std::string> TerminalDesktop::SaveFileDialog(std::string_view) {
-  return std::nullopt;
-}
-
-void TerminalDesktop::SetClipboardText(std::string_view) {}
-
-std::string TerminalDesktop::ClipboardText() {
-  return {};
-}
-
 void TerminalDesktop::SetStatusCaption(std::string_view text) {
   status_ = text;
   if (options_.quiet) return;

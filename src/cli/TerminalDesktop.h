@@ -30,10 +30,10 @@ class TerminalDesktop : public Desktop {
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
   /// With force the answer is OK; without, shows the question and what helps, and the answer is Cancel.
   [[nodiscard]] bool AskOkCancel(std::string_view text) override;
-  [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override;
-  [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override;
-  void SetClipboardText(std::string_view text) override;
-  [[nodiscard]] std::string ClipboardText() override;
+  [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view /*filter*/) override { return {}; }
+  [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view /*filter*/) override { return {}; }
+  void SetClipboardText(std::string_view /*text*/) override {}
+  [[nodiscard]] std::string ClipboardText() override { return {}; }
   void SetStatusCaption(std::string_view text) override;
   [[nodiscard]] std::string StatusCaption() const override { return status_; }
   void SetProgress(std::int64_t /*done*/, std::int64_t /*total*/) override {}  // the status text tells it

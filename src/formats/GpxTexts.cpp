@@ -169,7 +169,7 @@ Waypoint AsInFile(const Waypoint& waypoint) {
        {&WaypointDetails::facility, &WaypointDetails::city, &WaypointDetails::addr, &WaypointDetails::cross_road}) {
     file.details.Set(text, CapitalText(OneLine((*waypoint.details).*text)));
   }
-  for (const auto text : {&WaypointDetails::state, &WaypointDetails::cc})
+  for (const auto text : {&WaypointDetails::state, &WaypointDetails::country})
     file.details.Set(text, StateText(OneLine((*waypoint.details).*text)));
   if (!HasFixedWidthTexts(waypoint.type)) return file;
   if (HasSmallSymbol(waypoint)) file.smbl = LargeSymbolFor(waypoint.smbl.value_or(0));
@@ -212,7 +212,7 @@ void SetTexts(GpxTexts& texts, const Waypoint& waypoint, const Waypoint& file) {
   texts.street = XmlText(details.addr);
   texts.city = XmlText(details.city);
   texts.state = XmlText(details.state);
-  texts.country = XmlText(details.cc);
+  texts.country = XmlText(details.country);
   texts.subclass.clear();
 }
 
@@ -253,7 +253,7 @@ Waypoint WaypointOf(const GpxTexts& texts, int number) {
   waypoint.details.Set(&WaypointDetails::addr, RecordText(texts.street));
   waypoint.details.Set(&WaypointDetails::city, RecordText(texts.city));
   waypoint.details.Set(&WaypointDetails::state, StateText(RecordText(texts.state)));
-  waypoint.details.Set(&WaypointDetails::cc, StateText(RecordText(texts.country)));
+  waypoint.details.Set(&WaypointDetails::country, StateText(RecordText(texts.country)));
   return waypoint;
 }
 

@@ -206,7 +206,7 @@ constexpr auto WaypointTable = []<std::size_t... I>(std::index_sequence<I...>) {
                 [](std::string& out, const W& waypoint, Context) { AppendShortestNumber(out, waypoint.dist_m); },
                 [](W& waypoint, Text text) { waypoint.dist_m = SingleOf(text); }},
       State<&D::state>("state"),
-      State<&D::cc>("cc"),
+      State<&D::country>("cc"),
       OtherName<&W::ident>("idents"),
       OtherName<&W::cmnt>("comment"),
       DetailText<&D::facility>("facility"),

@@ -85,9 +85,5 @@ struct CommandAnswer {
 /// time, or at most reply_wait.
 [[nodiscard]] CommandAnswer SendCommand(const CommandPlace& place, const CommandCall& call,
                                         std::optional<std::chrono::milliseconds> reply_wait = std::nullopt);
-[[nodiscard]] inline CommandAnswer SendCommand(const std::string& name, const CommandCall& call,
-                                               std::optional<std::chrono::milliseconds> reply_wait = std::nullopt) {
-  return SendCommand(CommandPlace{name, {}}, call, reply_wait);
-}
 
 }  // namespace walrim

@@ -33,7 +33,7 @@ struct HeldWaypoint {
   float dpth_m = UnknownHeight;
   float dist_m = 0;
   std::string state;
-  std::string cc;
+  std::string country;
   std::string facility;
   std::string city;
   std::string addr;

@@ -143,7 +143,7 @@ std::optional<HeldWaypoint> WaypointColumns(const Columns& columns) {
   waypoint.dpth_m = FloatColumn(columns[34], UnknownHeight);
   waypoint.dist_m = FloatColumn(columns[35], 0);
   waypoint.state = columns[36];
-  waypoint.cc = columns[37];
+  waypoint.country = columns[37];
   waypoint.facility = columns[40];
   waypoint.city = columns[41];
   waypoint.addr = columns[42];

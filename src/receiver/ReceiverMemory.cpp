@@ -82,7 +82,7 @@ std::vector<std::uint8_t> EncodeD108(const HeldWaypoint& waypoint) {
   bytes.Float(waypoint.dpth_m);
   bytes.Float(waypoint.dist_m);
   bytes.FixedText(waypoint.state, StateWidth);
-  bytes.FixedText(waypoint.cc, StateWidth);
+  bytes.FixedText(waypoint.country, StateWidth);
   AppendTexts(bytes, {UpperCase(waypoint.ident), waypoint.cmnt, waypoint.facility, waypoint.city, waypoint.addr,
                       waypoint.cross_road});
   return bytes.Take();

@@ -44,8 +44,8 @@ struct WaypointDetails {
   std::uint8_t wpt_class = 0;  ///< 0 a user's waypoint; others come from maps
   std::uint8_t attr = 96;
   Subclass subclass = NoSubclass;
-  std::string state;  ///< two letters
-  std::string cc;     ///< country code, two letters
+  std::string state;    ///< code of two letters
+  std::string country;  ///< code of two letters
   std::string facility;
   std::string city;
   std::string addr;

@@ -16,13 +16,6 @@ namespace walrim {
 
 namespace {
 
-QLineEdit* MakeLine(const char* control, const char* tool_tip) {
-  auto* line = new QLineEdit;
-  NameControl(*line, control);
-  line->setToolTip(QString::fromUtf8(tool_tip));
-  return line;
-}
-
 void Fill(QComboBox& box, const std::vector<CodeEntry>& entries, std::optional<int> chosen) {
   box.clear();
   for (const CodeEntry& entry : entries)

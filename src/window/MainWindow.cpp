@@ -44,13 +44,11 @@ constexpr QSize StartSize{1024, 680};
 constexpr int ProgressWidth = 160;
 
 QComboBox* MakeLinkChoice() {
-  QComboBox* box = MakeComboBox("CheckedLink",
-                                "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります．"
-                                "「自動」は，受信機の最初の応答が正しい形であればそうします");
-  box->addItem(QString::fromUtf8("自動"), static_cast<int>(LinkChoice::Automatic));
-  box->addItem(QString::fromUtf8("する"), static_cast<int>(LinkChoice::Checked));
-  box->addItem(QString::fromUtf8("しない"), static_cast<int>(LinkChoice::Plain));
-  return box;
+  return MakeChoice<LinkChoice>(
+      "CheckedLink",
+      "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります．"
+      "「自動」は，受信機の最初の応答が正しい形であればそうします",
+      {{LinkChoice::Automatic, "自動"}, {LinkChoice::Checked, "する"}, {LinkChoice::Plain, "しない"}});
 }
 
 std::vector<std::string> ToStrings(const QStringList& texts) {

@@ -105,7 +105,7 @@ constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
     {{"市", CellKind::Text}, [](W row, F) { return row.waypoint.details->city; }},
     {{"住所", CellKind::Text}, [](W row, F) { return row.waypoint.details->addr; }},
     {{"州", CellKind::Text}, [](W row, F) { return row.waypoint.details->state; }},
-    {{"国", CellKind::Text}, [](W row, F) { return row.waypoint.details->cc; }},
+    {{"国", CellKind::Text}, [](W row, F) { return row.waypoint.details->country; }},
     {{"交差点", CellKind::Text}, [](W row, F) { return row.waypoint.details->cross_road; }}};
 
 // ---- Routes
@@ -176,6 +176,28 @@ constexpr RecordColumn<TrackPointRow> TrackPointColumns[] = {
      [](P row, F) { return TruthText(row.point.new_trk); },
      [](P row, F) { return TruthNumber(row.point.new_trk); }}};
 
+/// A row for each record of a vector whose first one has a number.
+template <typename Record>
+std::vector<RowRef> RowsOf(const std::vector<Record>& records, int first_number) {
+  std::vector<RowRef> rows;
+  for (std::size_t i = 0; i < records.size(); ++i)
+    rows.push_back(Ref(static_cast<std::size_t>(first_number) + i));
+  return rows;
+}
+
+/// A row for each point of those records that are wanted by their numbers.
+template <typename Record, typename Wanted>
+std::vector<RowRef> RowsOfPoints(const std::vector<Record>& records, int number, Wanted wanted) {
+  std::vector<RowRef> rows;
+  for (const Record& record : records) {
+    const std::size_t points = wanted(number) ? record.points.size() : 0;
+    for (std::size_t point = 0; point < points; ++point)
+      rows.push_back(Ref(static_cast<std::size_t>(number), point));
+    ++number;
+  }
+  return rows;
+}
+
 /// The record with a number in a vector whose first one has another; null where there is none.
 template <typename Record>
 const Record* At(const std::vector<Record>& records, int first_number, int number) {
@@ -206,10 +228,7 @@ void AppendPoint(std::string& out, const TrackLog& log, std::size_t point, const
 WaypointModel::WaypointModel(const DataSet& data, QObject* parent) : ModelOf(data, WaypointColumns, parent) {}
 
 std::vector<RowRef> WaypointModel::HeldRows() const {
-  std::vector<RowRef> rows;
-  for (std::size_t number = 1; number <= data_.Waypoints().size(); ++number)
-    rows.push_back(Ref(number));
-  return rows;
+  return RowsOf(data_.Waypoints(), 1);
 }
 
 std::optional<WaypointRow> WaypointModel::RowOf(RowRef ref) const {
@@ -230,10 +249,7 @@ void WaypointModel::AppendLines(std::string& out, RowRef ref, const StandardLine
 RouteModel::RouteModel(const DataSet& data, QObject* parent) : ModelOf(data, RouteColumns, parent) {}
 
 std::vector<RowRef> RouteModel::HeldRows() const {
-  std::vector<RowRef> rows;
-  for (std::size_t number = 1; number <= data_.Routes().size(); ++number)
-    rows.push_back(Ref(number));
-  return rows;
+  return RowsOf(data_.Routes(), 1);
 }
 
 std::optional<RouteRow> RouteModel::RowOf(RowRef ref) const {
@@ -254,15 +270,7 @@ void RouteModel::AppendLines(std::string& out, RowRef ref, const StandardLineWri
 RoutePointModel::RoutePointModel(const DataSet& data, QObject* parent) : ModelOf(data, WaypointColumns, parent) {}
 
 std::vector<RowRef> RoutePointModel::HeldRows() const {
-  std::vector<RowRef> rows;
-  std::size_t number = 0;
-  for (const Route& route : data_.Routes()) {
-    ++number;
-    const std::size_t points = Chosen(static_cast<int>(number)) ? route.points.size() : 0;
-    for (std::size_t point = 0; point < points; ++point)
-      rows.push_back(Ref(number, point));
-  }
-  return rows;
+  return RowsOfPoints(data_.Routes(), 1, [this](int number) { return Chosen(number); });
 }
 
 std::optional<WaypointRow> RoutePointModel::RowOf(RowRef ref) const {
@@ -286,11 +294,7 @@ void RoutePointModel::AppendLines(std::string& out, RowRef ref, const StandardLi
 TrackModel::TrackModel(const DataSet& data, QObject* parent) : ModelOf(data, TrackColumns, parent) {}
 
 std::vector<RowRef> TrackModel::HeldRows() const {
-  std::vector<RowRef> rows;
-  auto number = static_cast<std::size_t>(data_.FirstLogNumber());
-  for (std::size_t i = 0; i < data_.Logs().size(); ++i)
-    rows.push_back(Ref(number++));
-  return rows;
+  return RowsOf(data_.Logs(), data_.FirstLogNumber());
 }
 
 std::optional<TrackRow> TrackModel::RowOf(RowRef ref) const {
@@ -317,15 +321,7 @@ void TrackModel::AppendLines(std::string& out, RowRef ref, const StandardLineWri
 TrackPointModel::TrackPointModel(const DataSet& data, QObject* parent) : ModelOf(data, TrackPointColumns, parent) {}
 
 std::vector<RowRef> TrackPointModel::HeldRows() const {
-  std::vector<RowRef> rows;
-  int number = data_.FirstLogNumber();
-  for (const TrackLog& log : data_.Logs()) {
-    const std::size_t points = Chosen(number) ? log.points.size() : 0;
-    for (std::size_t point = 0; point < points; ++point)
-      rows.push_back(Ref(static_cast<std::size_t>(number), point));
-    ++number;
-  }
-  return rows;
+  return RowsOfPoints(data_.Logs(), data_.FirstLogNumber(), [this](int number) { return Chosen(number); });
 }
 
 std::optional<TrackPointRow> TrackPointModel::RowOf(RowRef ref) const {

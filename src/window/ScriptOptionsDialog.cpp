@@ -17,9 +17,7 @@ namespace walrim {
 namespace {
 
 QLineEdit* AddLine(QFormLayout& form, const char* control, const char* caption, const char* tool_tip) {
-  auto* line = new QLineEdit;
-  NameControl(*line, control);
-  line->setToolTip(QString::fromUtf8(tool_tip));
+  QLineEdit* line = MakeLine(control, tool_tip);
   form.addRow(MakeCaption(caption, *line), line);
   return line;
 }

@@ -19,20 +19,6 @@ namespace {
 constexpr int LeastUtcOffset = -12;
 constexpr int MostUtcOffset = 14;
 
-template <typename Choice>
-struct Entry {
-  Choice value;
-  const char* text;
-};
-
-template <typename Choice>
-QComboBox* MakeChoice(const char* control, const char* tool_tip, std::initializer_list<Entry<Choice>> entries) {
-  QComboBox* box = MakeComboBox(control, tool_tip);
-  for (const Entry<Choice>& entry : entries)
-    box->addItem(QString::fromUtf8(entry.text), static_cast<int>(entry.value));
-  return box;
-}
-
 QComboBox* MakeOutputTypes() {
   QComboBox* box = MakeComboBox("OutputTypeOption", "保存・コピーの形式");
   for (const Format& format : Formats()) {

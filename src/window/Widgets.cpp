@@ -47,10 +47,15 @@ QComboBox* MakeComboBox(const char* control, const char* tool_tip) {
   return box;
 }
 
+QLineEdit* MakeLine(const QString& control, const char* tool_tip) {
+  auto* line = new QLineEdit;
+  NameControl(*line, control);
+  line->setToolTip(QString::fromUtf8(tool_tip));
+  return line;
+}
+
 QLineEdit* MakeCountBox(const QString& control, const char* tool_tip) {
-  auto* box = new QLineEdit;
-  NameControl(*box, control);
-  box->setToolTip(QString::fromUtf8(tool_tip));
+  QLineEdit* box = MakeLine(control, tool_tip);
   box->setReadOnly(true);
   box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   box->setFocusPolicy(Qt::ClickFocus);

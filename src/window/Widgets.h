@@ -1,10 +1,11 @@
 // Small helpers for building the window.
 #pragma once
 
+#include <QComboBox>
 #include <QString>
+#include <initializer_list>
 
 class QCheckBox;
-class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -21,8 +22,23 @@ void NameControl(QWidget& widget, const QString& control);
 [[nodiscard]] QPushButton* MakeButton(const char* control, const char* caption, const char* tool_tip);
 [[nodiscard]] QCheckBox* MakeCheckBox(const QString& control, const char* caption, const char* tool_tip);
 [[nodiscard]] QComboBox* MakeComboBox(const char* control, const char* tool_tip);
+[[nodiscard]] QLineEdit* MakeLine(const QString& control, const char* tool_tip);
 /// A text box that shows a number of records and is not typed into.
 [[nodiscard]] QLineEdit* MakeCountBox(const QString& control, const char* tool_tip);
+/// A list of a few values, which are the data of its entries.
+template <typename Choice>
+struct ChoiceEntry {
+  Choice value;
+  const char* text;
+};
+template <typename Choice>
+[[nodiscard]] QComboBox* MakeChoice(const char* control, const char* tool_tip,
+                                    std::initializer_list<ChoiceEntry<Choice>> entries) {
+  QComboBox* box = MakeComboBox(control, tool_tip);
+  for (const ChoiceEntry<Choice>& entry : entries)
+    box->addItem(QString::fromUtf8(entry.text), static_cast<int>(entry.value));
+  return box;
+}
 /// Tells that an input cannot be used; plain text, OK alone.
 void ShowWarning(QWidget& parent, const QString& text);
 /// A caption whose mnemonic leads to a widget.

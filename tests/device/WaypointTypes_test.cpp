@@ -144,7 +144,7 @@ TEST(WaypointTypes, D108) {
   EXPECT_EQ(waypoint.dist_m, 0.0F);
   EXPECT_EQ(waypoint.dst_m, 0.0F);
   EXPECT_EQ(waypoint.details->state, "TK");
-  EXPECT_EQ(waypoint.details->cc, "JP");
+  EXPECT_EQ(waypoint.details->country, "JP");
   EXPECT_EQ(waypoint.ident, "高尾");
   EXPECT_EQ(waypoint.cmnt, "SUMMIT");
   EXPECT_EQ(waypoint.details->facility, "F");

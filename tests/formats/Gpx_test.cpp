@@ -42,7 +42,7 @@ Waypoint Full() {
   details.subclass[0] = 1;
   details.subclass[17] = 171;
   details.state = "TK";
-  details.cc = "JP";
+  details.country = "JP";
   details.facility = "WC";
   details.city = "八王子";
   details.addr = "高尾町 \"1\"";
@@ -322,7 +322,7 @@ next</cmt><ele>+599.30</ele>
   details.addr = "TAKAO 1";
   details.city = "HACHIOJI";
   details.state = "TO";
-  details.cc = "JP";
+  details.country = "JP";
   expected.details = details;
   EXPECT_EQ(FirstOf(read), expected);
   EXPECT_EQ(read.result.stored[0], 1);

@@ -34,7 +34,7 @@ Waypoint Summit() {
   waypoint.dspl = 1;
   waypoint.alt_m = 1234.5F;
   waypoint.dst_m = 12.5F;
-  waypoint.details.Set(&WaypointDetails::cc, "JP");
+  waypoint.details.Set(&WaypointDetails::country, "JP");
   waypoint.details.Set(&WaypointDetails::city, "  FUJI ");
   return waypoint;
 }

@@ -72,7 +72,7 @@ TEST_F(StandardReaderTest, AWholeWaypointLine) {
   EXPECT_EQ(waypoint.dist_m, 0.5F);
   EXPECT_EQ(waypoint.dst_m, 12.5F);
   EXPECT_EQ(waypoint.details->state, "CA");
-  EXPECT_EQ(waypoint.details->cc, "JP");
+  EXPECT_EQ(waypoint.details->country, "JP");
   EXPECT_EQ(waypoint.details->facility, "HUT");
   EXPECT_EQ(waypoint.details->city, "FUJI");
   EXPECT_EQ(waypoint.details->addr, "1-2-3");
@@ -90,11 +90,11 @@ TEST_F(StandardReaderTest, AStateIsTwoBytesWithoutBlanksBehind) {
   const std::string line = ShortWaypoint("A") + std::string(31, '\t');
   ReadLines({line + "=\"cal\"\t=\"j \"", line + "=\"山口\"\t=\" j\"", line + "=\"a山\"\t"});
   EXPECT_EQ(Held(0).details->state, "CA");
-  EXPECT_EQ(Held(0).details->cc, "J");
+  EXPECT_EQ(Held(0).details->country, "J");
   EXPECT_EQ(Held(1).details->state, "山");
-  EXPECT_EQ(Held(1).details->cc, " J");
+  EXPECT_EQ(Held(1).details->country, " J");
   EXPECT_EQ(Held(2).details->state, "A");
-  EXPECT_EQ(Held(2).details->cc, "");
+  EXPECT_EQ(Held(2).details->country, "");
 }
 
 TEST_F(StandardReaderTest, TagsAreMatchedInAnyCase) {

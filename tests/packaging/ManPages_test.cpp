@@ -52,6 +52,16 @@ TEST(ManPages, DescribeTheOptionsOfTheWindowAndNoOthers) {
   EXPECT_EQ(Described(ReadManPage("ja/man1/walrim.1")), options);
 }
 
+TEST(ManPages, NameTheTypesOfTheHelp) {
+  const std::string text = ReadManPage("man1/walrim-cli.1").text;
+  for (const HelpOption& option : HelpOptions({WALRIM_CLI, "convert"})) {
+    if (option.names.back() != "--type") continue;
+    EXPECT_GE(option.values.size(), 3U);
+    for (const std::string& type : option.values)
+      EXPECT_NE(text.find("\n.B " + type + "\n("), std::string::npos) << type;
+  }
+}
+
 TEST(ManPages, DescribeTheOptionsOfTheReceiverAndNoOthers) {
   EXPECT_EQ(Described(ReadManPage("man1/walrim-receiver.1")), HelpNames({WALRIM_RECEIVER}));
 }

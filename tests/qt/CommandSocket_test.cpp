@@ -34,7 +34,7 @@ class Caller {
  public:
   Caller(const std::string& name, CommandCall call, std::optional<milliseconds> reply_wait = std::nullopt)
       : thread_([this, name, call = std::move(call), reply_wait] {
-          answer_ = SendCommand(name, call, reply_wait);
+          answer_ = SendCommand({name, {}}, call, reply_wait);
           QMetaObject::invokeMethod(
               &loop_, [this] { loop_.exit(); }, Qt::QueuedConnection);
         }) {}
@@ -154,13 +154,13 @@ TEST_F(CommandSocketTest, ACallDuringAnotherOneIsAnsweredAsBusy) {
 }
 
 TEST_F(CommandSocketTest, WithoutAWindowACallSaysSo) {
-  EXPECT_EQ(SendCommand(name, {"Delete", "ALL", ""}).outcome, Outcome::NoWindow);
-  EXPECT_EQ(SendCommand("", {"Delete", "ALL", ""}).outcome, Outcome::NoWindow);
+  EXPECT_EQ(SendCommand({name, {}}, {"Delete", "ALL", ""}).outcome, Outcome::NoWindow);
+  EXPECT_EQ(SendCommand({"", {}}, {"Delete", "ALL", ""}).outcome, Outcome::NoWindow);
   {
     CommandSocket socket(Record());
     ASSERT_EQ(socket.Listen(name), "");
   }
-  const CommandAnswer answer = SendCommand(name, {"Delete", "ALL", ""});
+  const CommandAnswer answer = SendCommand({name, {}}, {"Delete", "ALL", ""});
   EXPECT_EQ(answer.outcome, Outcome::NoWindow);
   EXPECT_NE(answer.error, "");
   EXPECT_FALSE(QFile::exists(QString::fromStdString(name)));
@@ -178,7 +178,7 @@ TEST_F(CommandSocketTest, TheSocketOfAKilledProgramDoesNotBlockTheNext) {
   QFile lock(QString::fromStdString(name + ".lock"));
   ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
   lock.close();
-  ASSERT_EQ(SendCommand(name, {"Delete", "ALL", ""}).outcome, Outcome::NoWindow);
+  ASSERT_EQ(SendCommand({name, {}}, {"Delete", "ALL", ""}).outcome, Outcome::NoWindow);
 
   CommandSocket socket(Record());
   EXPECT_EQ(socket.Listen(name), "");
@@ -377,7 +377,7 @@ TEST_F(CommandSocketTest, ACommandMayEndTheWindow) {
   const CommandAnswer answer = Send({"x", "", ""});
   EXPECT_EQ(answer.outcome, Outcome::Result);
   EXPECT_EQ(answer.result, 4);
-  EXPECT_EQ(SendCommand(name, {"x", "", ""}).outcome, Outcome::NoWindow);
+  EXPECT_EQ(SendCommand({name, {}}, {"x", "", ""}).outcome, Outcome::NoWindow);
 }
 
 TEST_F(CommandSocketTest, AServerThatDoesNotAnswerRightIsAFailure) {
@@ -401,8 +401,8 @@ TEST_F(CommandSocketTest, AServerThatDoesNotAnswerRightIsAFailure) {
 TEST_F(CommandSocketTest, WhatCannotBeSentIsAFailure) {
   CommandSocket socket(Record());
   ASSERT_EQ(socket.Listen(name), "");
-  EXPECT_EQ(SendCommand(name, {"GetFile", std::string(MostCommandBytes, 'x'), ""}).outcome, Outcome::Failed);
-  EXPECT_EQ(SendCommand(name, {"GetFile", "\xFF", ""}).outcome, Outcome::Failed);
+  EXPECT_EQ(SendCommand({name, {}}, {"GetFile", std::string(MostCommandBytes, 'x'), ""}).outcome, Outcome::Failed);
+  EXPECT_EQ(SendCommand({name, {}}, {"GetFile", "\xFF", ""}).outcome, Outcome::Failed);
   EXPECT_EQ(Send({"GetFile", std::string(MostCommandBytes - 20, 'x'), ""}).outcome, Outcome::Result);
 }
 

@@ -47,7 +47,7 @@ TEST(MemoryFile, ReadsEveryColumnOfAWaypoint) {
   EXPECT_EQ(waypoint.dpth_m, 2.5F);
   EXPECT_EQ(waypoint.dist_m, 0.5F);
   EXPECT_EQ(waypoint.state, "13");
-  EXPECT_EQ(waypoint.cc, "JP");
+  EXPECT_EQ(waypoint.country, "JP");
   EXPECT_EQ(waypoint.facility, "F");
   EXPECT_EQ(waypoint.city, "C");
   EXPECT_EQ(waypoint.addr, "A");

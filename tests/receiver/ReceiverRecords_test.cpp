@@ -74,7 +74,7 @@ TEST(ReceiverRecords, D108) {
   waypoint.alt_m = 599.5F;
   waypoint.dist_m = 2;
   waypoint.state = "13";
-  waypoint.cc = "J";
+  waypoint.country = "J";
   waypoint.facility = "F";
   waypoint.city = "八王子";
   waypoint.cross_road = "X";

@@ -202,7 +202,7 @@ TEST_F(RecordTablesTest, AWaypointShowsTheColumnsOfItsStandardLine) {
   takao.details.Set(&WaypointDetails::city, "八王子");
   takao.details.Set(&WaypointDetails::addr, "TAKAOMACHI");
   takao.details.Set(&WaypointDetails::state, "TO");
-  takao.details.Set(&WaypointDetails::cc, "JP");
+  takao.details.Set(&WaypointDetails::country, "JP");
   takao.details.Set(&WaypointDetails::cross_road, "ROUTE 20");
   takao.dspl = 1;
   AddWaypoints({takao});

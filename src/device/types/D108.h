@@ -42,7 +42,7 @@ struct D108 {
     wire.Height(waypoint.dpth_m);
     wire.Distance(waypoint.dist_m);
     wire.BareText(details.state, 2);
-    wire.BareText(details.cc, 2);
+    wire.BareText(details.country, 2);
     wire.ZeroText(waypoint.ident);
     wire.ZeroText(waypoint.cmnt);
     wire.ZeroText(details.facility);
