@@ -31,6 +31,7 @@ std::vector<RowRef> SortedBy(const std::vector<RowRef>& rows, Qt::SortOrder orde
     return order == Qt::AscendingOrder ? row.first < other.first : other.first < row.first;
   });
   std::vector<RowRef> sorted;
+  sorted.reserve(rows.size());
   for (const auto& row : keyed)
     sorted.push_back(row.second);
   sorted.insert(sorted.end(), empty.begin(), empty.end());

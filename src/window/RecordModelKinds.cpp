@@ -180,6 +180,7 @@ constexpr RecordColumn<TrackPointRow> TrackPointColumns[] = {
 template <typename Record>
 std::vector<RowRef> RowsOf(const std::vector<Record>& records, int first_number) {
   std::vector<RowRef> rows;
+  rows.reserve(records.size());
   for (std::size_t i = 0; i < records.size(); ++i)
     rows.push_back(Ref(static_cast<std::size_t>(first_number) + i));
   return rows;
