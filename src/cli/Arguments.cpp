@@ -83,7 +83,7 @@ struct Parser {
   Parser();
   void AddCommands();
   void AddCommon(CLI::App& command);
-  void AddPort(CLI::App& command);
+  CLI::Option* AddPort(CLI::App& command);
   void AddLine(CLI::App& command);
   void AddKinds(CLI::App& command);
   void AddUtcOffset(CLI::App& command);
@@ -132,8 +132,15 @@ void Parser::AddCommands() {
   convert.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 
   CLI::App& doctor = Add("doctor", "Examine the line and tell what is wrong with it", CliCommand::Doctor);
-  AddPort(doctor);
-  doctor.add_flag("--json", arguments.json, "Print the finding as JSON");
+  CLI::Option* port = AddPort(doctor)->required(false);
+  CLI::Option* find =
+      doctor.add_flag("--find", arguments.find, "Ask every port that nobody keeps, and print the one that answers")
+          ->excludes(port);
+  doctor.add_flag("--json", arguments.json, "Print the finding as JSON")->excludes(find);
+  doctor.callback([this, port] {
+    arguments.command = CliCommand::Doctor;
+    if (port->count() == 0 && !arguments.find) throw CLI::RequiredError("--port or --find");
+  });
 
   Add("ports", "List the serial ports", CliCommand::Ports);
 }
@@ -142,8 +149,8 @@ void Parser::AddCommon(CLI::App& command) {
   command.add_flag("--quiet", arguments.quiet, "No status and no progress; messages still show");
 }
 
-void Parser::AddPort(CLI::App& command) {
-  command.add_option("--port", arguments.settings.port, "1 to 4, a device path, demo, or demo:MODEL")
+CLI::Option* Parser::AddPort(CLI::App& command) {
+  return command.add_option("--port", arguments.settings.port, "1 to 4, a device path, demo, or demo:MODEL")
       ->required()
       ->type_name("P")
       ->check(CheckPort);

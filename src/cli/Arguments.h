@@ -27,6 +27,7 @@ struct Arguments {
   bool force = false;
   bool quiet = false;
   bool json = false;
+  bool find = false;  ///< the port on which a receiver answers
   float pacing_factor = 1.0F;
   std::string trace_path;  ///< empty: no trace
 };

@@ -230,6 +230,10 @@ ExitStatus Terminal::Convert() {
   return WriteOutput();
 }
 
+ExitStatus ExitOf(Outcome doctor) {
+  return doctor == Outcome::Done ? ExitStatus::Done : ExitStatus::NoReceiver;
+}
+
 /// The steps as they are done, the finding and what to do; with --json all of it at the end.
 ExitStatus Terminal::Doctor() {
   CatchSignals();
@@ -239,12 +243,14 @@ ExitStatus Terminal::Doctor() {
   if (!arguments_.json) {
     doctor.SetLineTold([&](std::string_view line) { printed = PrintOut(std::string(line) + "\n") && printed; });
   }
-  const Outcome outcome = doctor.Examine();
+  const Outcome outcome = arguments_.find ? doctor.FindReceiver() : doctor.Examine();
   if (outcome == Outcome::Cancelled || Interrupted()) return Report(Outcome::Cancelled);
+  if (arguments_.find) printed = PrintOut(doctor.Headline() + "\n") && printed;
+  if (arguments_.find) return !printed ? ExitStatus::Refused : ExitOf(outcome);
   const LineReport& report = *doctor.Report();
   printed = PrintOut(arguments_.json ? DoctorJson(report, doctor.Lines()) : DoctorText(report)) && printed;
   if (!printed) return ExitStatus::Refused;
-  return outcome == Outcome::Done ? ExitStatus::Done : ExitStatus::NoReceiver;
+  return ExitOf(outcome);
 }
 
 ExitStatus ListPortsCommand() {

@@ -87,6 +87,11 @@ TEST_F(Doctor, WhoKeepsThePortIsNamed) {
       << examined.out;
 }
 
+TEST_F(Doctor, APortIsGivenOrLookedFor) {
+  EXPECT_EQ(Run({}).status, 2);
+  EXPECT_EQ(Run({"--find", "--port", "1"}).status, 2);
+}
+
 TEST_F(Doctor, AMissingPortIsToldInWords) {
   const Examined examined = Run({"--port", "/dev/walrim-no-such-port"});
   EXPECT_EQ(examined.status, 3);
