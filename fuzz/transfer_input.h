@@ -94,8 +94,8 @@ inline void RequireUtf8(std::initializer_list<std::string_view> texts) {
 /// Texts in UTF-8, and in a type's fields of fixed width as wide as these.
 inline void RequireSound(const Waypoint& waypoint) {
   const WaypointDetails& details = *waypoint.details;
-  RequireUtf8({waypoint.ident, waypoint.cmnt, details.state, details.country, details.facility, details.city, details.addr,
-               details.cross_road});
+  RequireUtf8({waypoint.ident, waypoint.cmnt, details.state, details.country, details.facility, details.city,
+               details.addr, details.cross_road});
   if (waypoint.type == WaypointType::D108) return;
   if (Cp932Width(waypoint.ident) != 6 || Cp932Width(waypoint.cmnt) != 40) std::abort();
 }
