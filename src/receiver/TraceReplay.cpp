@@ -15,6 +15,10 @@ using std::chrono::nanoseconds;
 using Kind = TraceStep::Kind;
 
 constexpr double LongestTrace_s = 1.0e9;
+/// The id that begins an identification.
+constexpr std::string_view ProductRequest = "254";
+/// Of a byte at 9600 baud.
+constexpr nanoseconds ByteTime{1'041'667};
 /// More than any packet has on the line, all its bytes doubled.
 constexpr std::size_t LongestPacket = 2 * (MaxLinePacketData + 6);
 
@@ -62,9 +66,11 @@ class TraceReader {
 
  private:
   void TakeNote(std::string_view note, nanoseconds time, std::size_t number) {
-    if (note.starts_with("port ")) settling_ = true;
     if (note == "checked link") settling_ = false;
-    if (note == "line lost") Add({Kind::LineLost, time, {}, number});
+    const bool gone = note.starts_with("port ") && note.ends_with(" cannot be opened");
+    if (note == "line lost") Add({Kind::LineLost, time, time, {}, number});
+    // A port that was not there any more had gone before.
+    if (gone && !steps_.empty()) Add({Kind::LineLost, steps_.back().end, steps_.back().end, {}, number});
   }
 
   std::string TakeFrame(Kind kind, std::string_view rest, nanoseconds time, std::size_t number) {
@@ -74,12 +80,28 @@ class TraceReader {
     if (!bytes) return "no bytes in hexadecimal digits";
     if (!NamesByte(id, *bytes, 1) || !NamesByte(size, *bytes, 2)) return "id or size differ from the bytes";
     if (!rest.empty() && !rest.starts_with("! ")) return "something behind the bytes that is no mark";
-    // On the plain link a frame is read, and traced, once its burst has settled: once nothing more has come for as long
-    // as its beginning was waited for. So it came half way between the line before and its own.
-    const bool late = kind == Kind::ReceiverSends && settling_;
-    Add({kind, late ? last_ + std::max(time - last_, nanoseconds(0)) / 2 : time, *bytes, number});
+    if (kind == Kind::HostSends && id == ProductRequest) settling_ = true;
+    TraceStep step{kind, time, time, *bytes, number};
+    if (kind == Kind::ReceiverSends) GuessBeginning(step);
+    Add(std::move(step));
     last_ = time;
+    last_size_ = kind == Kind::HostSends ? bytes->size() : 0;
     return {};
+  }
+
+  /// Only when a frame had been read is traced. On the plain link that was once its burst had settled: once nothing
+  /// more had come for as long as its beginning was waited for; so it came half way. On the checked link it was at its
+  /// end: it began at the line's pace before, or, slower, once the host's packet had left, as the host may have given
+  /// up waiting for its beginning otherwise.
+  void GuessBeginning(TraceStep& step) const {
+    const nanoseconds span = std::max(step.end - last_, nanoseconds(0));
+    if (settling_) {
+      step.begin = step.end = last_ + span / 2;
+      return;
+    }
+    const nanoseconds sending = ByteTime * static_cast<std::int64_t>(last_size_);
+    const nanoseconds coming = ByteTime * static_cast<std::int64_t>(step.bytes.size());
+    step.begin = last_ + std::clamp(span - coming, nanoseconds(0), sending);
   }
 
   /// What came before anything was sent answers nothing.
@@ -88,8 +110,9 @@ class TraceReader {
   }
 
   std::vector<TraceStep> steps_;
-  nanoseconds last_{};    ///< the time of the frame before
-  bool settling_ = true;  ///< an identification, or the plain link
+  nanoseconds last_{};         ///< the time of the frame before
+  std::size_t last_size_ = 0;  ///< its bytes where the host sent it
+  bool settling_ = true;       ///< an identification, or the plain link
 };
 
 std::string Described(std::span<const std::uint8_t> bytes) {
@@ -141,28 +164,30 @@ void TraceReplay::TakePacket(nanoseconds now) {
 }
 
 void TraceReplay::FollowTrace(nanoseconds now) {
-  const nanoseconds sent_at = steps_[next_].time;
+  const nanoseconds shift = now - steps_[next_].end;
+  nanoseconds due = due_.empty() ? now : std::max(now, due_.back().due);
   for (++next_; next_ < steps_.size() && steps_[next_].kind != Kind::HostSends; ++next_) {
-    TraceStep step = steps_[next_];
-    step.time = now + std::max(step.time - sent_at, nanoseconds(0));
-    if (!due_.empty()) step.time = std::max(step.time, due_.back().time);
-    due_.push_back(std::move(step));
+    const TraceStep& step = steps_[next_];
+    const auto size = static_cast<std::int64_t>(step.bytes.size());
+    for (std::int64_t i = 0; i < size; ++i) {
+      due = std::max(due, shift + step.begin + (step.end - step.begin) * (i + 1) / size);
+      due_.push_back({due, step.bytes[static_cast<std::size_t>(i)]});
+    }
+    if (step.kind == Kind::LineLost) lost_at_ = std::max(due, shift + step.end);
   }
 }
 
 std::optional<nanoseconds> TraceReplay::NextDue() const {
-  if (due_.empty()) return std::nullopt;
-  return due_.front().time;
+  return due_.empty() ? lost_at_ : due_.front().due;
 }
 
 std::vector<std::uint8_t> TraceReplay::Send(nanoseconds now) {
   std::vector<std::uint8_t> bytes;
-  while (!LineClosed() && !due_.empty() && due_.front().time <= now) {
-    const TraceStep& step = due_.front();
-    bytes.insert(bytes.end(), step.bytes.begin(), step.bytes.end());
-    lost_ = step.kind == Kind::LineLost;
+  while (!LineClosed() && !due_.empty() && due_.front().due <= now) {
+    bytes.push_back(due_.front().byte);
     due_.pop_front();
   }
+  lost_ = lost_ || (due_.empty() && lost_at_ && *lost_at_ <= now);
   return bytes;
 }
 

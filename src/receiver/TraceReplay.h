@@ -16,8 +16,9 @@ struct TraceStep {
   enum class Kind : std::uint8_t { HostSends, ReceiverSends, LineLost };
 
   Kind kind = Kind::HostSends;
-  /// Since the trace began; of what the receiver sends, when it has passed.
-  std::chrono::nanoseconds time{};
+  /// When its first byte begins and its last one has passed, since the trace began.
+  std::chrono::nanoseconds begin{};
+  std::chrono::nanoseconds end{};
   std::vector<std::uint8_t> bytes;
   std::size_t line = 0;  ///< of the trace, from 1
 };
@@ -53,6 +54,11 @@ class TraceReplay : public LineEnd {
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
  private:
+  struct DueByte {
+    std::chrono::nanoseconds due;
+    std::uint8_t byte;
+  };
+
   void TakePacket(std::chrono::nanoseconds now);
   void FollowTrace(std::chrono::nanoseconds now);
 
@@ -61,7 +67,8 @@ class TraceReplay : public LineEnd {
   std::size_t packets_ = 0;  ///< of the host that came as expected
   std::vector<std::uint8_t> came_;
   LineFrameReader reader_;
-  std::deque<TraceStep> due_;  ///< with times of the line's clock
+  std::deque<DueByte> due_;
+  std::optional<std::chrono::nanoseconds> lost_at_;
   bool lost_ = false;
   std::string problem_;
 };

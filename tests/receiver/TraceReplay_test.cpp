@@ -44,18 +44,33 @@ TEST(TraceReplay, ABurstComesHalfWayToWhenItHadSettled) {
   EXPECT_EQ(replay.Send(seconds(7) + milliseconds(100)), Product);
 }
 
-TEST(TraceReplay, OnTheCheckedLinkFramesComeAsLateAsTheyDid) {
+TEST(TraceReplay, OnTheCheckedLinkFramesEndWhenTheyDid) {
   TraceReplay replay = Replay(Identification);
   replay.Receive(ProductRequestFrame, seconds(1));
   static_cast<void>(replay.Send(seconds(2)));
   replay.Receive(AckOfProduct, seconds(2));
   EXPECT_FALSE(replay.NextDue());
   replay.Receive(WaypointsCommand, seconds(3));
-  EXPECT_EQ(replay.NextDue(), seconds(3) + milliseconds(40));
-  EXPECT_EQ(replay.Send(seconds(3) + milliseconds(49)), (Bytes{0x20, 0x20}));
-  EXPECT_EQ(replay.Send(seconds(3) + milliseconds(50)), (Bytes{0x10, 0x06, 0x02, 0x0A, 0x00, 0xEF, 0x10, 0x03}));
+  // The command's eight bytes take 8.3 ms; the two bytes from there on the rest of 40.
+  EXPECT_GT(replay.NextDue(), seconds(3) + milliseconds(24));
+  EXPECT_LT(replay.NextDue(), seconds(3) + milliseconds(25));
+  EXPECT_EQ(replay.Send(seconds(3) + milliseconds(40)), (Bytes{0x20, 0x20}));
+  EXPECT_EQ(replay.Send(seconds(3) + milliseconds(49)).size(), 7U);
+  EXPECT_EQ(replay.Send(seconds(3) + milliseconds(50)), Bytes{0x03});
   EXPECT_FALSE(replay.LineClosed());
   EXPECT_EQ(replay.Problem(), "");
+}
+
+TEST(TraceReplay, AFrameThatBeganWhileTheHostSentBeginsThen) {
+  // At the line's pace its eight bytes began 1.67 ms behind the packet's beginning.
+  TraceReplay replay = Replay(
+      "0\tTX\t6\t2\t10 06 02 FF 00 F9 10 03\n"
+      "0\t--\tchecked link\n"
+      "0\t--\tport /dev/ttyUSB0 open, 9600,N,8,1\n"
+      "0.010\tRX\t6\t2\t10 06 02 0A 00 EE 10 03\n");
+  replay.Receive(AckOfProduct, seconds(1));
+  EXPECT_GT(replay.NextDue(), seconds(1) + std::chrono::microseconds(2700));
+  EXPECT_LT(replay.NextDue(), seconds(1) + std::chrono::microseconds(2720));
 }
 
 TEST(TraceReplay, PacketsMayComeInPiecesAndTogether) {
@@ -99,6 +114,18 @@ TEST(TraceReplay, TheLineGoesWhereItWent) {
   static_cast<void>(replay.Send(seconds(1) + milliseconds(500)));
   EXPECT_TRUE(replay.LineClosed());
   EXPECT_EQ(replay.Problem(), "");
+}
+
+TEST(TraceReplay, APortThatWasGoneGoesBehindTheLastFrame) {
+  TraceReplay replay = Replay(
+      "0\tTX\t6\t2\t10 06 02 FF 00 F9 10 03\n"
+      "0.2\tRX\t6\t2\t10 06 02 0A 00 EE 10 03\n"
+      "0.5\t--\tport /dev/ttyUSB0 cannot be opened\n");
+  replay.Receive(AckOfProduct, seconds(1));
+  EXPECT_EQ(replay.NextDue(), seconds(1) + milliseconds(100));
+  EXPECT_FALSE(replay.LineClosed());
+  EXPECT_EQ(replay.Send(seconds(1) + milliseconds(100)).size(), 8U);
+  EXPECT_TRUE(replay.LineClosed());
 }
 
 TEST(TraceReplay, MalformedTracesAreRefusedWithTheLine) {
