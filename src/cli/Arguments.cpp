@@ -173,6 +173,8 @@ void Parser::AddLine(CLI::App& command) {
   command.add_option("--trace", arguments.trace_path, "Write every frame of the line to a file")
       ->type_name("FILE")
       ->check(NotEmpty);
+  command.add_flag("--hide-positions", arguments.hide_positions, "Move all positions in the trace to around 0, 0")
+      ->needs("--trace");
 }
 
 void Parser::AddKinds(CLI::App& command) {

@@ -30,6 +30,7 @@ struct Arguments {
   bool find = false;  ///< the port on which a receiver answers
   float pacing_factor = 1.0F;
   std::string trace_path;  ///< empty: no trace
+  bool hide_positions = false;
 };
 
 /// What reading the command line gave: arguments to run, or a status to exit with at once (help, version and errors

@@ -109,6 +109,7 @@ bool Terminal::StartTrace() {
     if (trace_.Refused()) Message(cli_messages::ForceAdvice);
     return false;
   }
+  if (arguments_.hide_positions) trace_.HidePositions();
   main_.Receiver().SetTrace(&trace_);
   return true;
 }

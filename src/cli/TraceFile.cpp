@@ -58,6 +58,11 @@ bool TraceFile::Begin(const std::string& path, bool replace) {
   return file_ && file.Release() >= 0;  // fclose closes it
 }
 
+void TraceFile::Frame(const TracedFrame& frame) {
+  WriteLine(hiding_ ? TraceLine({frame.direction, frame.time, hiding_->Hide(frame.bytes), frame.mark})
+                    : TraceLine(frame));
+}
+
 void TraceFile::WriteLine(const std::string& line) {
   if (!file_) return;
   if (std::fputs((line + "\n").c_str(), file_.get()) < 0 || std::fflush(file_.get()) != 0) NoteProblem();

@@ -3,9 +3,11 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "device/FrameTrace.h"
+#include "device/PositionHiding.h"
 
 namespace walrim {
 
@@ -20,7 +22,10 @@ class TraceFile : public FrameTrace {
   /// The system's words for the first thing that went wrong; empty when nothing did.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
-  void Frame(const TracedFrame& frame) override { WriteLine(TraceLine(frame)); }
+  /// From here on no frame tells where anything lies.
+  void HidePositions() { hiding_.emplace(); }
+
+  void Frame(const TracedFrame& frame) override;
   void Note(std::chrono::nanoseconds time, std::string_view text) override { WriteLine(TraceNoteLine(time, text)); }
 
  private:
@@ -34,6 +39,7 @@ class TraceFile : public FrameTrace {
   std::unique_ptr<std::FILE, Closer> file_;
   std::string problem_;
   bool refused_ = false;
+  std::optional<PositionHiding> hiding_;
 };
 
 }  // namespace walrim

@@ -30,14 +30,25 @@ constexpr Model Models[] = {
     {"eTrex ", RichestProtocols},
 };
 
+const Model* ModelOf(std::string_view description) {
+  const Model* found = nullptr;
+  for (const Model& model : Models) {
+    if (description.find(model.name) != std::string_view::npos) found = &model;
+  }
+  return found;
+}
+
 }  // namespace
 
 DeviceProtocols ProtocolsOf(std::string_view description) {
-  DeviceProtocols protocols;
-  for (const Model& model : Models) {
-    if (description.find(model.name) != std::string_view::npos) protocols = model.protocols;
-  }
-  return protocols;
+  const Model* model = ModelOf(description);
+  return model == nullptr ? DeviceProtocols() : model->protocols;
+}
+
+std::optional<DeviceProtocols> KnownProtocolsOf(std::string_view description) {
+  const Model* model = ModelOf(description);
+  if (model == nullptr || model->protocols == Unfamiliar) return std::nullopt;
+  return model->protocols;
 }
 
 }  // namespace walrim

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "records/Route.h"
@@ -38,6 +39,8 @@ struct DeviceProtocols {
 /// The types of the receiver with this product description: those of the last model of the table whose name stands
 /// anywhere in it. The case of letters counts, and so does the blank behind most names.
 [[nodiscard]] DeviceProtocols ProtocolsOf(std::string_view description);
+/// The same of models whose types are known for certain; nothing for others.
+[[nodiscard]] std::optional<DeviceProtocols> KnownProtocolsOf(std::string_view description);
 
 /// Before any receiver has been identified: the richest types.
 inline constexpr DeviceProtocols RichestProtocols{WaypointType::D108, RouteHeaderType::D202, RouteLinkType::D210,

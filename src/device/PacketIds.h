@@ -7,6 +7,8 @@ namespace PacketId {
 inline constexpr int Ack = 6;
 inline constexpr int CommandData = 10;
 inline constexpr int XferCmplt = 12;
+inline constexpr int DateTimeData = 14;
+inline constexpr int PositionData = 17;
 inline constexpr int Nak = 21;
 inline constexpr int Records = 27;
 inline constexpr int RteHdr = 29;

@@ -316,6 +316,21 @@ INSTANTIATE_TEST_SUITE_P(
                       std::pair{"early-complete=1", "--plain-link"}, std::pair{"short-count=1", "--checked-link"},
                       std::pair{"unplug-after=9", "--plain-link"}, std::pair{"nak=3", "--checked-link"}));
 
+TEST_F(EndToEnd, AHiddenTraceTellsNoPlaceAndIsPlayed) {
+  const Receiver receiver(WithMemory());
+  ASSERT_EQ(OnLine("download", receiver, {"-o", Path("a.grc"), "--trace", Path("trace"), "--hide-positions"}).status,
+            0);
+  const Receiver replay({"--replay", Path("trace")});
+  const Result second =
+      OnLine("download", replay, {"-o", "-", "--encoding", "utf8", "--kinds", "waypoint,route,track"});
+  ASSERT_EQ(second.status, 0) << second.err;
+  EXPECT_EQ(second.out.find("WPT\tD\tWGS84\t=\"高尾\"\t0\t0\t"), 0U) << second.out;
+  EXPECT_NE(second.out.find("RTP\tD\tWGS84\t=\"START\"\t0\t0\t"), std::string::npos) << second.out;
+  EXPECT_EQ(second.out.find("\t35."), std::string::npos) << second.out;
+  EXPECT_EQ(second.out.find("\t139."), std::string::npos) << second.out;
+  EXPECT_EQ(Run({"info", "--port", "demo", "--hide-positions"}).status, 2) << "without a trace";
+}
+
 // ---- Ctrl-C
 
 TEST_F(EndToEnd, CtrlCSendsTheAbortCommandAndLeavesNoFile) {

@@ -34,6 +34,13 @@ TEST(ProtocolsOf, AnUnknownModelIsTakenForD104) {
   EXPECT_EQ(DeviceProtocols(), Old(WaypointType::D104));
 }
 
+TEST(ProtocolsOf, OnlyModelsOfTheTableAreKnownForCertain) {
+  EXPECT_EQ(KnownProtocolsOf("GPS 12CX Software"), Old(WaypointType::D107));
+  EXPECT_EQ(KnownProtocolsOf("eTrex Software"), New);
+  EXPECT_FALSE(KnownProtocolsOf("eTrexSoftware"));
+  EXPECT_FALSE(KnownProtocolsOf("Something else"));
+}
+
 // Were the longer name taken for the shorter one the type would be the same; so the one without a blank tells.
 TEST(ProtocolsOf, ABlankBelongsToTheName) {
   EXPECT_EQ(ProtocolsOf("GPS 12XLSoftware"), Old(WaypointType::D104));

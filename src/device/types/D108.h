@@ -9,6 +9,9 @@
 namespace walrim {
 
 struct D108 {
+  /// Behind the class, the colour, the display, the attributes, the symbol and the subclass.
+  static constexpr std::size_t PositionOffset = 4 + 2 + SubclassBytes;
+
   static Waypoint Blank() { return {}; }
   /// A name keeps the blanks and the case that it came with.
   static Waypoint Fitting(const Waypoint& from, EncodeNotes& /*notes*/) {

@@ -35,6 +35,8 @@ void WalkFixedWidth(Wire& wire, Record& waypoint) {
 /// Read, Write of a class with a static Walk of a waypoint.
 template <typename Type>
 struct WaypointWalk {
+  static constexpr std::size_t PositionOffset = IdentWidth;
+
   static void Read(PacketReader& wire, Waypoint& waypoint) { Type::Walk(wire, waypoint); }
   static void Write(PacketWriter& wire, const Waypoint& waypoint) { Type::Walk(wire, waypoint); }
 };

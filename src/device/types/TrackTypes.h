@@ -1,6 +1,7 @@
 // Track headers and points on the wire.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -10,6 +11,9 @@
 #include "records/TrackLog.h"
 
 namespace walrim {
+
+/// Where the position, two numbers of semicircles, stands in the data of a point of any type.
+inline constexpr std::size_t TrackPointPosition = 0;
 
 [[nodiscard]] TrackPoint DecodeTrackPoint(std::span<const std::uint8_t> data, TrackPointType type);
 /// Throws std::overflow_error for a position that does not fit.

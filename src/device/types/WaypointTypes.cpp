@@ -45,6 +45,10 @@ std::vector<std::uint8_t> EncodeWaypoint(const Waypoint& waypoint, WaypointType 
   });
 }
 
+std::size_t PositionOffset(WaypointType type) {
+  return WithType(type, [](auto codec) { return decltype(codec)::PositionOffset; });
+}
+
 Waypoint MissingWaypoint(WaypointType type) {
   Waypoint waypoint = WithType(type, [](auto codec) { return codec.Blank(); });
   waypoint.missing = true;
