@@ -8,8 +8,8 @@ namespace walrim {
 
 namespace {
 
-/// More than the first line of any format's text.
-constexpr std::size_t BeginningSize = 4096;
+/// More than the first line of any format's text, and most comments in front of one.
+constexpr std::size_t BeginningSize = 16384;
 
 }  // namespace
 

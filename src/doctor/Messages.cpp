@@ -10,16 +10,23 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* GarminMode =
-    "受信機の Setup → Interface を GARMIN（古い機種では GRMN/GRMN）にしてから，もう一度調べてください．";
+constexpr const char* OtherAdapter = "ほかのUSBポートかアダプターで試してください．";
 constexpr const char* CheckCable = "電源，プラグの向きと奥までの差し込み，ポートの番号を確かめてください．";
 constexpr const char* TryOtherPorts =
-    "ほかのポートにつながっているかもしれません．すべてのポートを探すことができます．";
+    "ほかのポートにつながっているかもしれません．すべてのポートを探すことができます（walrim-cli doctor --find）．";
 constexpr const char* UseCheckedLink =
-    "「誤り検査」を「する」にすると，壊れたデータを送り直させます．USBアダプターかケーブルを替えてみてください．";
+    "「誤り検査」を「する」（--checked-"
+    "link）にすると，壊れたデータを送り直させます．USBアダプターかケーブルを替えてみてください．";
 constexpr const char* Brltty =
     "点字ディスプレイ用のbrlttyが，このアダプター（CH340，CP210x）を自分のものにすることがあります．"
     "点字ディスプレイを使わないならアンインストールしてください．";
+
+/// The aim in the receiver's menu. Older models name both directions of the line.
+std::string GarminMode(std::string_view product) {
+  const bool newer = product.starts_with("eTrex") || product.starts_with("eMap");
+  const std::string aim = product.empty() ? "GARMIN（古い機種では GRMN/GRMN）" : newer ? "GARMIN" : "GRMN/GRMN";
+  return "受信機の Setup → Interface を " + aim + " にしてから，もう一度調べてください．";
+}
 
 std::string DeviceOf(const LineReport& report) {
   return report.opened.device.empty() ? "ポート" + report.port : report.opened.device;
@@ -68,7 +75,7 @@ Texts SentenceTexts(const SentenceFacts& facts) {
 }
 
 Texts WrongSetting(const LineReport& report) {
-  Texts texts{GarminMode};
+  Texts texts{GarminMode(report.sentences.product)};
   for (std::string& text : SentenceTexts(report.sentences))
     texts.push_back(std::move(text));
   return texts;
@@ -166,9 +173,9 @@ std::vector<std::string> Advice(const LineReport& report) {
     case Finding::Held:
       return Joined(HolderTexts(report), {"使っているプログラムを終了してから，もう一度調べてください．"});
     case Finding::NotOpened:
-      return {"ケーブルかUSBアダプターを差し直してください．"};
+      return {"ほかのポートを選ぶか，ケーブルかUSBアダプターを差し直してください．"};
     case Finding::Silent:
-      return Joined({CheckCable, GarminMode, TryOtherPorts}, HolderTexts(report));
+      return Joined({CheckCable, GarminMode({}), TryOtherPorts}, HolderTexts(report));
     case Finding::Nmea:
     case Finding::TextOut:
     case Finding::Rtcm:
@@ -176,6 +183,7 @@ std::vector<std::string> Advice(const LineReport& report) {
     case Finding::Damaged:
       return Joined(Joined({UseCheckedLink}, LatencyTexts(report)), HolderTexts(report));
     case Finding::Slow:
+      return Joined(LatencyTexts(report), {OtherAdapter});
     case Finding::Healthy:
       return LatencyTexts(report);
     case Finding::Cancelled:

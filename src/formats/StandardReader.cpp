@@ -6,6 +6,7 @@
 
 #include "formats/FieldValues.h"
 #include "formats/Messages.h"
+#include "records/Symbols.h"
 #include "text/Dates.h"
 #include "text/Scan.h"
 
@@ -21,6 +22,12 @@ constexpr std::size_t DatumColumn = 2;
 constexpr std::string_view NoSubclassText =
     "0\t0\t0\t0\t0\t0\t255\t255\t255\t255\t255\t255\t255\t255\t255\t255\t255\t255";
 
+/// The notes of some symbols, which stand without a wrapping, have a comma.
+bool IsSymbolNote(std::string_view piece) {
+  if (piece.find(',') == std::string_view::npos) return false;
+  return std::ranges::any_of(SymbolNames(WaypointType::D108), [&](const NamedCode& row) { return row.name == piece; });
+}
+
 /// SplitColumns, but not at the commas of a text that stands wrapped between two TABs.
 std::size_t SplitLine(std::string_view line, std::array<std::string_view, MaxColumns>& columns) {
   const bool may_have_both = line.find(',') != std::string_view::npos && line.find("\t=\"") != std::string_view::npos;
@@ -30,7 +37,7 @@ std::size_t SplitLine(std::string_view line, std::array<std::string_view, MaxCol
   for (std::size_t begin = 0, end = 0; begin <= line.size(); begin = end + 1) {
     end = std::min(line.find('\t', begin), line.size());
     const std::string_view piece = TrimBlanks(line.substr(begin, end - begin));
-    const bool whole = begin > 0 && IsWrapped(piece);
+    const bool whole = begin > 0 && (IsWrapped(piece) || IsSymbolNote(piece));
     const std::size_t part_count = whole ? 1 : SplitColumns(piece, parts);
     if (whole) parts[0] = piece;
     if (count + part_count > MaxColumns) throw std::out_of_range("a line has more columns than it may");

@@ -302,7 +302,10 @@ std::string RootElement(std::string_view beginning) {
   Take(rest, "\xEF\xBB\xBF");
   for (rest = TrimSpace(rest); rest.starts_with("<?") || rest.starts_with("<!"); rest = TrimSpace(rest)) {
     const std::string_view end = rest.starts_with("<!--") ? "-->" : rest.starts_with("<?") ? "?>" : ">";
-    const std::size_t at = rest.find(end);
+    // The declarations of a document type may stand in brackets.
+    const std::size_t bracket = rest.starts_with("<!--") ? rest.size() : std::min(rest.find('['), rest.size());
+    const std::size_t from = bracket < rest.find(end) ? rest.find(']', bracket) : 0;
+    const std::size_t at = rest.find(end, from);
     if (at == std::string_view::npos) return {};
     rest.remove_prefix(at + end.size());
   }

@@ -73,7 +73,8 @@ TEST(RecognizeFormat, GpxByItsRootElementWhateverTheFileIsCalled) {
   using namespace std::string_view_literals;
   for (const std::string_view text :
        {"<gpx>"sv, "\xEF\xBB\xBF<?xml version=\"1.0\"?>\r\n<gpx version=\"1.1\">"sv, "  <gpx\tversion"sv,
-        "<?xml version='1.0'?><!-- <kml> --><!DOCTYPE gpx><x:gpx/>"sv, "<gpx"sv, "\xFF\xFE<\0g\0p\0x\0>\0"sv,
+        "<?xml version='1.0'?><!-- <kml> --><!DOCTYPE gpx><x:gpx/>"sv,
+        "<!DOCTYPE gpx [<!ENTITY a \"b\"><!-- c -->]><gpx>"sv, "<gpx"sv, "\xFF\xFE<\0g\0p\0x\0>\0"sv,
         "\xFE\xFF\0<\0g\0p\0x\0>"sv, "<\0g\0p\0x\0>\0"sv}) {
     for (const std::string_view path : {"", "a.gpx", "a.txt", "a.mps"})
       EXPECT_EQ(RecognizeFormat(text, path), &FormatOf(FormatId::Gpx)) << text << path;

@@ -668,6 +668,23 @@ TEST(GpxRoundTrip, OfEverySymbolDisplayModeAndColour) {
   ExpectSameFile(data, "symbols");
 }
 
+/// Their notes in the standard file have a comma, and stand there without a wrapping.
+TEST(GpxRoundTrip, SymbolsWhoseNamesHaveAComma) {
+  for (const int code : {8230, 8231, 8232}) {
+    const std::string note(NameOf(SymbolNames(WaypointType::D108), code));
+    ASSERT_NE(note.find(','), std::string::npos);
+    DataSet data;
+    const ImportResult read = Read(FormatId::Standard, data,
+                                   "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"KEEP\"\t=\"" + std::to_string(code) + "\"\t" +
+                                       note + "\t=\"0\"\t\t0\t7\r\n");
+    ASSERT_EQ(data.Waypoints().size(), 1U);
+    EXPECT_EQ(data.Waypoints().front().smbl, code);
+    EXPECT_EQ(data.Waypoints().front().color, 7);
+    EXPECT_EQ(read.overfull.count, 0);
+    ExpectSameFile(data, note);
+  }
+}
+
 TEST(GpxRoundTrip, APictureOfThe16IsShownAndKeepsItsNumberInAFile) {
   const auto file_with = [](std::string_view notes) {
     return "WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\t=\"10\"\t" + std::string(notes) + "\t=\"0\"\r\n";
