@@ -68,6 +68,15 @@ inline constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
 [[nodiscard]] std::string SkippedRecords(int count);
 [[nodiscard]] std::string PointsOffGlobe(int count);
 
+// ---- What went over the line
+
+inline constexpr std::string_view NothingTraced = "通信の記録はまだありません．受信機と通信してから保存してください．";
+inline constexpr std::string_view HidePositionsQuestion =
+    "記録の中の位置を隠しますか？（「はい」：最初の位置が0度になるように，すべての位置をずらします．）";
+/// The filter of the dialog for its file.
+inline constexpr std::string_view TraceFilter = "すべてのファイル (*.*)|*.*|通信記録 (*.txt)|*.txt|";
+[[nodiscard]] std::string TraceSaved(std::string_view path);
+
 // ---- Reading
 
 inline constexpr std::string_view EmptyClipboard = "クリップボードにデータがありません．";

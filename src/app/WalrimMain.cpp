@@ -25,7 +25,10 @@ WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_lo
       exports_(state_, deletes_, clock, event_loop, desktop, dialogs),
       device_(state_, garmin_, deletes_, exports_, desktop),
       external_(state_, deletes_, imports_, device_, desktop),
-      doctor_(state_, LineExam(port, clock, event_loop, facts != nullptr ? *facts : NoFacts), desktop) {}
+      doctor_(state_, LineExam(port, clock, event_loop, facts != nullptr ? *facts : NoFacts), desktop),
+      traces_(state_, trace_, desktop) {
+  garmin_.SetTrace(&trace_);
+}
 
 void WalrimMain::Cancel() {
   state_.RequestCancel();

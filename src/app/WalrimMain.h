@@ -9,6 +9,8 @@
 #include "app/ExternalCommands.h"
 #include "app/ImportCommands.h"
 #include "app/ProgramState.h"
+#include "app/TraceCommands.h"
+#include "app/TraceMemory.h"
 #include "device/Garmin.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -35,12 +37,14 @@ class WalrimMain {
   [[nodiscard]] ExportCommands& Exports() { return exports_; }
   [[nodiscard]] DeleteCommands& Deletes() { return deletes_; }
   [[nodiscard]] ExternalCommands& External() { return external_; }
+  [[nodiscard]] TraceCommands& Traces() { return traces_; }
 
   /// Asks what runs to end: a transfer after its exchange, the reading of a link at once.
   void Cancel();
 
  private:
   ProgramState state_;
+  TraceMemory trace_;
   Garmin garmin_;
   DeleteCommands deletes_;
   ImportCommands imports_;
@@ -48,6 +52,7 @@ class WalrimMain {
   DeviceCommands device_;
   ExternalCommands external_;
   DoctorCommands doctor_;
+  TraceCommands traces_;
 };
 
 }  // namespace walrim

@@ -15,15 +15,13 @@ namespace walrim {
 
 namespace {
 
-constexpr std::string_view Heading = "# seconds\tdirection\tid\tsize\tbytes";
-
 /// Whether an open file has nothing to lose: it is empty, an older trace, or no file that keeps anything.
 bool HoldsNothingElse(int fd) {
   struct stat status {};
   if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0) return true;
-  std::string beginning(Heading.size(), '\0');
+  std::string beginning(TraceHeading.size(), '\0');
   const ssize_t got = ::pread(fd, beginning.data(), beginning.size(), 0);
-  return got == static_cast<ssize_t>(Heading.size()) && beginning == Heading;
+  return got == static_cast<ssize_t>(TraceHeading.size()) && beginning == TraceHeading;
 }
 
 }  // namespace
@@ -36,7 +34,7 @@ bool TraceFile::Open(const std::string& path, bool replace) {
     if (problem_.empty()) NoteProblem();
     return false;
   }
-  WriteLine(std::string(Heading));
+  WriteLine(std::string(TraceHeading));
   return problem_.empty();
 }
 

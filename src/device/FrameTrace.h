@@ -31,6 +31,9 @@ class FrameTrace {
   virtual void Note(std::chrono::nanoseconds time, std::string_view text) = 0;
 };
 
+/// The line that a file of a trace begins with.
+inline constexpr std::string_view TraceHeading = "# seconds\tdirection\tid\tsize\tbytes";
+
 /// One line without line end: seconds with six decimals, TX or RX, id, size, the bytes as pairs of hexadecimal digits,
 /// and the mark where there is one; separated by TABs. Id and size are "-" where the frame is too short to have them.
 [[nodiscard]] std::string TraceLine(const TracedFrame& frame);

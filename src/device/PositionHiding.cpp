@@ -53,10 +53,23 @@ std::vector<std::uint8_t> Filled(std::span<const std::uint8_t> wire, std::uint8_
   return bytes;
 }
 
+/// Whether whoever looks for frames in bytes finds a whole one.
+bool HoldsWholeFrame(std::span<const std::uint8_t> bytes) {
+  CheckedFrameReader reader;
+  return bytes.size() < CheckedFrameReader::MostPending && std::ranges::any_of(bytes, [&](std::uint8_t byte) {
+           return reader.Take(byte) == CheckedFrameReader::Found::WholeFrame;
+         });
+}
+
+/// Zeros sum up to a right checksum now and then; then it is another value.
 std::vector<std::uint8_t> BlankedDamage(std::span<const std::uint8_t> wire) {
-  constexpr std::uint8_t other = 0x55;
-  std::vector<std::uint8_t> bytes = Filled(wire, 0);
-  return WholeFrame(bytes) ? Filled(wire, other) : bytes;
+  std::vector<std::uint8_t> bytes;
+  for (unsigned filler = 0; filler < DLE; ++filler) {
+    bytes = Filled(wire, static_cast<std::uint8_t>(filler));
+    if (!HoldsWholeFrame(bytes)) return bytes;
+  }
+  bytes.pop_back();  // 256 bytes of any value sum up to the same
+  return bytes;
 }
 
 /// Two values, latitude and longitude, at an offset; nothing where the data are too short.

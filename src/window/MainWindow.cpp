@@ -200,6 +200,7 @@ void MainWindow::BuildMenus() {
   device->addSeparator();
   AddAction(*device, "接続を調べる(&X)", QKeySequence("Ctrl+F5"), *doctor_panel_->again);
   AddAction(*device, "すべてのポートを探す(&W)", {}, *doctor_panel_->find_receiver);
+  AddAction(*device, "通信記録を保存(&J)...", {}, *doctor_panel_->save_trace)->setObjectName("SaveTraceAction");
   device->addSeparator();
   cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *data_panel_->cancel);
   command_actions_.pop_back();
@@ -225,6 +226,7 @@ void MainWindow::ConnectButtons() {
   connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
           [this] { RunDoctor(&DoctorCommands::FindReceiver); });
   connect(doctor_panel_->back, &QPushButton::clicked, this, [this] { centre_->setCurrentWidget(records_); });
+  connect_command(doctor_panel_->save_trace, main_.Traces(), &TraceCommands::Save);
   connect_command(data_panel_->file_export, main_.Exports(), &ExportCommands::Export);
   connect_command(data_panel_->copy, main_.Exports(), &ExportCommands::Copy);
   connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);

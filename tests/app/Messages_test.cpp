@@ -61,6 +61,11 @@ TEST(AppMessages, OfWritingAreWordedSo) {
   EXPECT_EQ(Exporting(DataKind::Waypoint, 1, 9), "Export Wpt[1/9]");
   EXPECT_EQ(Exporting(DataKind::Route, 2, 9), "Export Rte[2/9]");
   EXPECT_EQ(Exporting(DataKind::TrackLog, 3, 9), "Export Trk[3/9]");
+  EXPECT_EQ(NothingTraced, "通信の記録はまだありません．受信機と通信してから保存してください．");
+  EXPECT_EQ(HidePositionsQuestion,
+            "記録の中の位置を隠しますか？（「はい」：最初の位置が0度になるように，すべての位置をずらします．）");
+  EXPECT_EQ(TraceFilter, "すべてのファイル (*.*)|*.*|通信記録 (*.txt)|*.txt|");
+  EXPECT_EQ(TraceSaved("a"), "通信記録を保存しました：a");
   EXPECT_EQ(OverwriteQuestion("a"), "このファイル（a)は存在します．上書きしますか？");
   EXPECT_EQ(WriteProblem("a", "why"), "ファイルに書き込めません：a（why）");
   EXPECT_EQ(Utf8Question("1行目の「X」", "é"),

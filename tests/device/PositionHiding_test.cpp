@@ -129,7 +129,13 @@ TEST(PositionHiding, DamageStaysDamageAndTellsNothing) {
   EXPECT_EQ(hider.hiding.Hide(BytesOf("$GPRMC,3537.93,N")), Bytes(16, 0));
   // Zeros would make a whole frame of these: id and size are 256 together.
   EXPECT_EQ(hider.hiding.Hide(Bytes{0x10, 0xFE, 0x02, 7, 7, 7, 0x10, 0x03}),
-            (Bytes{0x10, 0xFE, 0x02, 0x55, 0x55, 0x55, 0x10, 0x03}));
+            (Bytes{0x10, 0xFE, 0x02, 1, 1, 1, 0x10, 0x03}));
+  EXPECT_EQ(hider.hiding.Hide(Bytes{9, 0x10, 5, 7, 9, 0x10, 0x03}), (Bytes{1, 0x10, 1, 1, 1, 0x10, 0x03}));
+  Bytes full = FrameOnWire(1, Bytes(255, 7));
+  full[full.size() - 3] ^= 1;
+  const Bytes hidden = hider.hiding.Hide(full);
+  EXPECT_EQ(hidden.size() + 1, full.size());
+  EXPECT_EQ(hidden.back(), 0x10);
   const Bytes cut{0x10, 0x22, 0x08, 0x10, 0x10, 0x51};
   EXPECT_EQ(hider.hiding.Hide(cut), (Bytes{0x10, 0x22, 0x08, 0x10, 0x10, 0}));
   EXPECT_EQ(hider.hiding.Hide(Bytes{}), Bytes{});

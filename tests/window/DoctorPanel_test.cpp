@@ -79,10 +79,48 @@ TEST_F(DoctorPanelTest, CancelEndsTheExamination) {
   EXPECT_EQ(Label("DoctorHeadline"), "中止しました．");
 }
 
+TEST_F(DoctorPanelTest, SavesWhatWentOverTheLineWithItsPositions) {
+  Click("Get_GpsInfo");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("trace.txt")));
+  answerer.Answer(QMessageBox::No);
+  Click("SaveTrace");
+  EXPECT_EQ(Messages(), messages::HidePositionsQuestion);
+  EXPECT_TRUE(answerer.save_dialog);
+  EXPECT_EQ(Status(), messages::TraceSaved(folder.Path("trace.txt")));
+  EXPECT_NE(FileContents(folder.Path("trace.txt")).find("\tTX\t254\t2\t10 FE 02 00 00 00 10 03\n"), std::string::npos);
+  EXPECT_TRUE(PanelShown());
+}
+
 class DoctorWindowTest : public WindowTest {
  protected:
+  void ClickSaveInTheMenu() const {
+    auto* action = window->findChild<QAction*>("SaveTraceAction");
+    auto* menu = qobject_cast<QMenu*>(action->parent());
+    ASSERT_NE(menu, nullptr);
+    menu->popup(window->pos());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+  }
   [[nodiscard]] bool PanelShown() const { return Get<QPushButton>("DoctorAgain").isVisible(); }
 };
+
+TEST_F(DoctorWindowTest, TheMenuSavesATraceWithHiddenPositions) {
+  ClickSaveInTheMenu();
+  EXPECT_EQ(Messages(), messages::NothingTraced);
+  EXPECT_EQ(answerer.file_dialogs, 0);
+  CheckAll("DownCheck");
+  Click("GpsDownLoad");
+  answerer.boxes.clear();
+  answerer.ChooseFile(QString::fromStdString(folder.Path("trace.txt")));
+  answerer.Answer(QMessageBox::Yes);
+  ClickSaveInTheMenu();
+  EXPECT_EQ(Messages(), messages::HidePositionsQuestion);
+  const std::string trace = FileContents(folder.Path("trace.txt"));
+  // The first waypoint lies at 0, 0.
+  const std::size_t first = trace.find("\tRX\t35\t");
+  ASSERT_NE(first, std::string::npos);
+  EXPECT_EQ(trace.substr(trace.find("\t10 23 ", first) + 1 + 3 * (3 + 24), 23), "00 00 00 00 00 00 00 00");
+}
 
 TEST_F(DoctorWindowTest, ThePanelGoesWhenAReceiverAnswers) {
   auto& settings = window->Main().State().Settings();

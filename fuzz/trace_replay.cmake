@@ -1,0 +1,1 @@
+walrim_fuzz(trace_replay LINK walrim_receiver walrim_device)
