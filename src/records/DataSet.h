@@ -66,6 +66,9 @@ class DataSet {
   [[nodiscard]] AddResult NextRoutePoint() const;
   [[nodiscard]] AddResult NextTrackPoint() const;
 
+  /// Gives a point of a log another time. Both are indices, of what there is.
+  void SetTime(std::size_t log, std::size_t point, GarminSeconds time) { logs_[log].points[point].time = time; }
+
   /// Empties a kind. Points that come next have no header then.
   void Clear(DataKind kind);
   /// Takes a kind out of another data set, in place of what this one holds of it. The other one is left without it.
