@@ -2,6 +2,7 @@
 
 #include "device/Download.h"
 #include "device/Identification.h"
+#include "device/ReceiverClock.h"
 #include "device/Upload.h"
 
 namespace walrim {
@@ -22,6 +23,15 @@ std::int32_t Garmin::Download(DataKind kind, std::string_view port_name, Transfe
 std::int32_t Garmin::Upload(DataKind kind, std::string_view port_name) {
   session_.Report() = {};
   return UploadRecords(session_, data_, kind, port_name);
+}
+
+std::optional<CivilTime> Garmin::AskClock(std::string_view port_name) {
+  return AskReceiverClock(session_, port_name);
+}
+
+bool Garmin::SetClock(std::string_view port_name, const CivilTime& utc) {
+  session_.Report() = {};
+  return SetReceiverClock(session_, port_name, utc);
 }
 
 }  // namespace walrim

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "device/DeviceSession.h"
@@ -14,6 +15,7 @@
 #include "platform/EventLoop.h"
 #include "platform/SerialPort.h"
 #include "records/DataSet.h"
+#include "text/Dates.h"
 
 namespace walrim {
 
@@ -61,6 +63,11 @@ class Garmin {
   /// What is held of the kind stays as it is until all has come.
   [[nodiscard]] std::int32_t Download(DataKind kind, std::string_view port_name, TransferMode mode);
   [[nodiscard]] std::int32_t Upload(DataKind kind, std::string_view port_name);
+
+  /// What the receiver's clock tells, in UTC; nothing where the receiver does not tell a date within two seconds.
+  [[nodiscard]] std::optional<CivilTime> AskClock(std::string_view port_name);
+  /// Sets it; false where the receiver did not acknowledge that.
+  [[nodiscard]] bool SetClock(std::string_view port_name, const CivilTime& utc);
 
  private:
   DataSet& data_;

@@ -27,6 +27,7 @@ inline constexpr int ProductData = 255;
 namespace DeviceCommand {
 inline constexpr int AbortTransfer = 0;
 inline constexpr int TransferRte = 4;
+inline constexpr int TransferTime = 5;
 inline constexpr int TransferTrk = 6;
 inline constexpr int TransferWpt = 7;
 }  // namespace DeviceCommand

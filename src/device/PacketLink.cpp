@@ -278,7 +278,7 @@ bool PacketLink::CanBeAnswer(const Frame& frame) const {
 bool PacketLink::BelongsToNoTransfer(const Frame& frame) const {
   constexpr std::array of_transfers{PacketId::Ack,         PacketId::Nak,        PacketId::ProductRqst,
                                     PacketId::CommandData, PacketId::XferCmplt,  PacketId::Records,
-                                    PacketId::RteHdr,      PacketId::RteWptData, PacketId::TrkData,
+                                    PacketId::RteHdr,      PacketId::RteWptData, PacketId::TrkData, PacketId::DateTimeData,
                                     PacketId::WptData,     PacketId::TrkHdr,     PacketId::RteLinkData};
   if (frame.damaged) return false;
   if (frame.Id() == PacketId::ProductData) return asked_id_ != PacketId::ProductRqst;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 
 #include "text/Dates.h"
 
@@ -13,6 +14,8 @@ class Clock {
 
   /// Time that only goes forward, from an arbitrary start; for time-outs and pacing.
   [[nodiscard]] virtual std::chrono::nanoseconds Monotonic() const = 0;
+  /// The wall clock in UTC, in seconds since 1989/12/31 00:00:00.
+  [[nodiscard]] virtual std::int64_t UtcSeconds() const = 0;
   /// The wall clock in local time; for names and stamps.
   [[nodiscard]] virtual CivilTime LocalTime() const = 0;
 };

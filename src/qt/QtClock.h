@@ -8,6 +8,7 @@ namespace walrim {
 class QtClock : public Clock {
  public:
   [[nodiscard]] std::chrono::nanoseconds Monotonic() const override;
+  [[nodiscard]] std::int64_t UtcSeconds() const override;
   [[nodiscard]] CivilTime LocalTime() const override;
 };
 

@@ -23,6 +23,11 @@ struct CivilTime {
 /// Seconds from the receivers' epoch, 1989/12/31 00:00:00, to a civil time; negative before it.
 [[nodiscard]] std::int64_t SecondsSinceGarminEpoch(const CivilTime& time);
 
+/// The same of Unix time, which counts from 1970/01/01.
+[[nodiscard]] constexpr std::int64_t GarminSecondsOfUnix(std::int64_t seconds) {
+  return seconds - 631'065'600;
+}
+
 /// The inverse of SecondsSinceGarminEpoch, for years from -32767 to 32767.
 [[nodiscard]] CivilTime CivilFromGarminSeconds(std::int64_t seconds);
 

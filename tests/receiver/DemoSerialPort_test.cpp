@@ -13,6 +13,7 @@ using std::chrono::nanoseconds;
 class HandClock : public Clock {
  public:
   nanoseconds Monotonic() const override { return now; }
+  std::int64_t UtcSeconds() const override { return 0; }
   CivilTime LocalTime() const override { return {}; }
 
   nanoseconds now{std::chrono::seconds(1)};

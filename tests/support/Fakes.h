@@ -28,11 +28,13 @@ namespace walrim {
 class FakeClock : public Clock {
  public:
   [[nodiscard]] std::chrono::nanoseconds Monotonic() const override { return now; }
+  [[nodiscard]] std::int64_t UtcSeconds() const override { return utc_s; }
   [[nodiscard]] CivilTime LocalTime() const override { return local_time; }
   void Advance(std::chrono::nanoseconds time) { now += time; }
 
   std::chrono::nanoseconds now{};
   CivilTime local_time{2002, 11, 15, 14, 25, 30};
+  std::int64_t utc_s = SecondsSinceGarminEpoch({2002, 11, 15, 5, 25, 30});
 };
 
 class FakeEventLoop : public EventLoop {

@@ -103,6 +103,17 @@ TEST(RollOver, AJumpInsideALog) {
   EXPECT_TRUE(Find(LogOf({At(2009, 1, 1), At(1995, 1, 1)}), {At(2010, 1, 1), {}}).empty());
 }
 
+/// The clock tells where the receiver is behind the log's last jump.
+TEST(RollOver, TheClockCountsTheJumpToo) {
+  const GarminSeconds first = 2'000'000'000;
+  const auto fallen = static_cast<GarminSeconds>(first + Day_s - RollOver_s);
+  const std::int64_t seen = first + RollOver_s * 3 / 2;
+  const auto repairs = Find(LogOf({first, fallen}), {seen, 1});
+  ASSERT_EQ(repairs.size(), 1U);
+  EXPECT_EQ(repairs[0].roll_overs, 0);
+  EXPECT_EQ(repairs[0].new_last, first + Day_s);
+}
+
 TEST(RollOver, ACuredReceiverGoesOnInItsLog) {
   const TrackLog log = LogOf({At(2026, 11, 20), At(2007, 4, 7), At(2026, 11, 22)});
   const auto repairs = Find(log, {Now, {}});
@@ -214,6 +225,21 @@ TEST(RollOver, RandomReceiversGetTheirTrueDates) {
     }
   }
   EXPECT_GT(changed, 5000);
+}
+
+/// With the clock a log may be older than a roll-over.
+TEST(RollOver, RandomReceiversTellTheirOldLogsToo) {
+  for (unsigned seed = 0; seed < 5000; ++seed) {
+    SCOPED_TRACE(seed);
+    RandomReceiver receiver(seed);
+    const auto roll_overs = static_cast<int>(receiver.Between(0, 3));
+    const std::int64_t seen = receiver.Between((roll_overs + 2) * RollOver_s, 6 * RollOver_s);
+    const auto truth = receiver.WalkUntil(receiver.Between((roll_overs + 1) * RollOver_s, seen));
+    const TrackLog log = receiver.Recorded(truth, roll_overs, truth.size());
+    const auto repairs = Find(log, {seen, roll_overs});
+    EXPECT_EQ(repairs.empty(), roll_overs == 0);
+    EXPECT_EQ(TimesOf(Repaired(log, repairs)), truth);
+  }
 }
 
 /// Whatever the receiver's clock says, what was right until its firmware fell back stays.
