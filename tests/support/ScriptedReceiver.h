@@ -27,6 +27,8 @@ class ScriptedReceiver {
   std::optional<int> announced;                        ///< instead of the number of packets
   std::optional<std::size_t> silent_after;             ///< answers no further after this many received frames
   bool acknowledges = true;
+  bool tells_clock = true;
+  Bytes clock{12, 8, 0xD2, 7, 3, 0, 0, 0};  ///< 2002/12/08 03:00:00 as packet 14
   std::chrono::nanoseconds delay{std::chrono::milliseconds{2}};
   std::chrono::nanoseconds gap{};     ///< between an ACK and the packet behind it
   std::vector<PlainPacket> received;  ///< everything the host sent
@@ -82,7 +84,8 @@ class ScriptedReceiver {
     return found == packets_of.end() ? packets : found->second;
   }
   Answers OnCommand(int command) {
-    if (command == 0) return {{delay, Ack(10)}};
+    if (command == 0 || (command == 5 && !tells_clock)) return {{delay, Ack(10)}};
+    if (command == 5) return AckAnd(10, {14, clock});
     command_ = command;
     next_ = 0;
     awaiting_ = 27;
