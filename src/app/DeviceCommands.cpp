@@ -19,8 +19,8 @@ bool PortIsGone(const PortResult& result) {
 }  // namespace
 
 DeviceCommands::DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
-                               Desktop& desktop)
-    : state_(state), garmin_(garmin), deletes_(deletes), exports_(exports), desktop_(desktop) {}
+                               DateCommands& dates, Desktop& desktop)
+    : state_(state), garmin_(garmin), deletes_(deletes), exports_(exports), dates_(dates), desktop_(desktop) {}
 
 // ---- Identification
 
@@ -38,6 +38,7 @@ bool DeviceCommands::Identify() {
   garmin_.SetLinkChoice(state_.Settings().link);
   garmin_.ClearCancel();
   damaged_records_came_ = false;
+  state_.SetReceiverClock("");
   try {
     identified_ = garmin_.ConnectDevice(state_.Settings().port);
   } catch (const std::exception&) {
@@ -210,6 +211,7 @@ DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
   NoteReport(kind);
   if (end.result > 0) {
     state_.SetHeldCount(kind, end.result);
+    if (kind == DataKind::TrackLog && !state_.CancelRequested()) ExamineDates();
     return {};
   }
   if (end.result == 0) return EndWithoutRecords();
@@ -221,6 +223,14 @@ DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
   // Who has stopped answering, or answers nonsense, is not asked for the next kind.
   if (refused) return {false, Outcome::NoReceiver};
   return {false, lost ? Outcome::LinkLost : Outcome::Refused};
+}
+
+/// Whoever repairs dates on the way tells of them.
+void DeviceCommands::ExamineDates() {
+  dates_.ExamineDownload();
+  if (state_.Settings().date_fixing != DateFixing::ByHand || state_.DateRepairs().empty()) return;
+  state_.Told().Add(messages::DatesBehind(state_.DateRepairs(), state_.Settings().utc_offset_hours));
+  state_.Told().Add(std::string(messages::FixDatesByMenu));
 }
 
 /// The kinds that were saved are still there to be copied; they are deleted when all that was wanted has been done.
@@ -246,6 +256,12 @@ void DeviceCommands::RunAutoSaveAndCopy() {
   if (of_download.empty()) return;
   state_.Told().Prepend(of_download);
   ShowNotices();
+}
+
+// ---- The clock
+
+Outcome DeviceCommands::SetClock() {
+  return state_.Busy() ? Outcome::Busy : RunIdentified(&DeviceCommands::SetIdentifiedClock);
 }
 
 // ---- Upload

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "app/DateCommands.h"
 #include "app/DeleteCommands.h"
 #include "app/ExportCommands.h"
 #include "app/Outcome.h"
@@ -18,7 +19,7 @@ class DeviceCommands {
  public:
   /// All must outlive this object. garmin moves the records of the state's data set.
   DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
-                 Desktop& desktop);
+                 DateCommands& dates, Desktop& desktop);
 
   /// Identifies the receiver and asks how much it holds. With AutoDownload everything is then downloaded.
   Outcome GetInfo();
@@ -26,6 +27,8 @@ class DeviceCommands {
   Outcome Download();
   /// Uploads the chosen kinds. AutoDelete follows.
   Outcome Upload();
+  /// Shows the receiver's date beside the computer's, and sets it when the user agrees.
+  Outcome SetClock();
   /// Asks the running transfer to end after its exchange.
   void Cancel() { garmin_.Cancel(); }
 
@@ -64,6 +67,8 @@ class DeviceCommands {
   KindEnd AskAfterUpload(DataKind kind, std::int32_t result, const TransferReport& upload);
   KindEnd EndWithoutRecords();
   [[nodiscard]] bool TellRefusal();
+  Outcome SetIdentifiedClock() { return dates_.SetReceiverClock(); }
+  void ExamineDates();
   void NoteReport(DataKind kind);
   void NoteChangedRecords(DataKind kind);
   void RunAutoSaveAndCopy();
@@ -73,6 +78,7 @@ class DeviceCommands {
   Garmin& garmin_;
   DeleteCommands& deletes_;
   ExportCommands& exports_;
+  DateCommands& dates_;
   Desktop& desktop_;
   ProductInfo identified_;
   bool damaged_records_came_ = false;

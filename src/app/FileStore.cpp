@@ -109,12 +109,19 @@ ssize_t ReadPiece(int fd, std::string& piece) {
 }  // namespace
 
 FileReader::FileReader(const std::string& path) {
-  if (path == StandardStream) {
+  standard_input_ = path == StandardStream;
+  if (standard_input_) {
     file_.Reset(::dup(STDIN_FILENO));
     if (!file_.Valid()) problem_ = LastError();
   } else {
     file_.Reset(OpenToRead(path, problem_));
   }
+}
+
+std::optional<std::int64_t> FileReader::Modified() const {
+  struct stat status {};
+  if (standard_input_ || ::fstat(file_.Get(), &status) != 0) return std::nullopt;
+  return status.st_mtim.tv_sec;
 }
 
 std::string_view FileReader::Next() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,8 @@ class FileReader {
   /// The next piece, of the same size but for the last one; empty at the end and on an error. Valid until the next
   /// call.
   [[nodiscard]] std::string_view Next();
+  /// When a file was written last, in Unix time; nothing for standard input.
+  [[nodiscard]] std::optional<std::int64_t> Modified() const;
   /// Goes back to the beginning, which standard input cannot.
   void Rewind();
   /// What went wrong, if anything did.
@@ -41,6 +44,7 @@ class FileReader {
  private:
   Descriptor file_;
   std::string piece_;
+  bool standard_input_ = false;
   std::size_t read_ = 0;  ///< bytes since the beginning
   std::optional<FileProblem> problem_;
 };

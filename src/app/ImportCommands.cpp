@@ -25,9 +25,9 @@ bool HoldsPosition(std::string_view link) {
 
 }  // namespace
 
-ImportCommands::ImportCommands(ProgramState& state, const Garmin& garmin, Desktop& desktop, Dialogs* dialogs,
-                               Inet* inet)
-    : state_(state), garmin_(garmin), desktop_(desktop), dialogs_(dialogs), inet_(inet) {}
+ImportCommands::ImportCommands(ProgramState& state, const Garmin& garmin, DateCommands& dates, Desktop& desktop,
+                               Dialogs* dialogs, Inet* inet)
+    : state_(state), garmin_(garmin), dates_(dates), desktop_(desktop), dialogs_(dialogs), inet_(inet) {}
 
 void ImportCommands::Cancel() {
   if (inet_ != nullptr) inet_->Cancel();
@@ -57,7 +57,7 @@ Outcome ImportCommands::ImportFiles(const std::vector<std::string>& paths) {
     sum.Add(last_import_);
   }
   last_import_ = sum;
-  if (paths.size() > 1) desktop_.SetStatusCaption(messages::ImportReport(sum));
+  if (paths.size() > 1) desktop_.SetStatusCaption(ReportText(sum));
   return outcome;
 }
 
@@ -78,16 +78,27 @@ Outcome ImportCommands::ImportFile(const std::string& path) {
 Outcome ImportCommands::Read(ImportText text, const Format* format, std::string_view shown_name) {
   if (format == nullptr) return Refuse(messages::UnsupportedFile(shown_name));
   LineSource lines = text.Lines();
+  const std::size_t first_log = state_.Data().Logs().size();
   last_import_ = format->read(lines, state_.Data(), {state_.Settings().utc_offset_hours});
   if (!last_import_.refusal.empty()) return Refuse(messages::RefusedFile(shown_name, last_import_.refusal));
+  dates_.ExamineFile(first_log, text.Modified());
   for (const DataKind kind : AllDataKinds) {
     if (last_import_.Received(kind)) state_.SetHeldCount(kind, static_cast<int>(state_.Data().Count(kind)));
   }
   return text.Problem() ? Refuse(messages::ReadProblem(shown_name, text.Problem()->detail)) : Outcome::Done;
 }
 
+/// With the dates that are behind, where they are repaired by a command of its own.
+std::string ImportCommands::ReportText(const ImportResult& result) const {
+  const std::string text = messages::ImportReport(result);
+  const bool logs = result.stored[IndexOf(DataKind::TrackLog)] > 0;
+  if (!logs || state_.DateRepairs().empty()) return text;
+  return text + messages::DatesBehind(state_.DateRepairs(), state_.Settings().utc_offset_hours) +
+         std::string(messages::FixDatesByMenu);
+}
+
 Outcome ImportCommands::ShowResult(Outcome outcome) {
-  desktop_.SetStatusCaption(outcome == Outcome::Done ? messages::ImportReport(last_import_) : "");
+  desktop_.SetStatusCaption(outcome == Outcome::Done ? ReportText(last_import_) : "");
   return outcome;
 }
 

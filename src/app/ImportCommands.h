@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/DateCommands.h"
 #include "app/Dialogs.h"
 #include "app/ImportText.h"
 #include "app/Outcome.h"
@@ -21,7 +22,8 @@ namespace walrim {
 class ImportCommands {
  public:
   /// All must outlive this object. Without dialogs points from maps are refused; without inet links are.
-  ImportCommands(ProgramState& state, const Garmin& garmin, Desktop& desktop, Dialogs* dialogs, Inet* inet);
+  ImportCommands(ProgramState& state, const Garmin& garmin, DateCommands& dates, Desktop& desktop, Dialogs* dialogs,
+                 Inet* inet);
 
   /// Imports the file that the user chooses.
   Outcome ImportChosen();
@@ -43,6 +45,7 @@ class ImportCommands {
 
  private:
   Outcome Read(ImportText text, const Format* format, std::string_view shown_name);
+  [[nodiscard]] std::string ReportText(const ImportResult& result) const;
   Outcome ShowResult(Outcome outcome);
   Outcome Refuse(std::string_view message);
   Outcome ImportTextOrLink(const std::string& text, std::string_view link_status);
@@ -55,6 +58,7 @@ class ImportCommands {
 
   ProgramState& state_;
   const Garmin& garmin_;
+  DateCommands& dates_;
   Desktop& desktop_;
   Dialogs* dialogs_;
   Inet* inet_;

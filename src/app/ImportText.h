@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +25,8 @@ class ImportText {
 
   /// The beginning, by which the format is known; without a byte order mark.
   [[nodiscard]] std::string_view Beginning() const { return beginning_; }
+  /// When the file was written last, in Unix time; nothing for standard input and for bytes that are held.
+  [[nodiscard]] std::optional<std::int64_t> Modified() const { return file_ ? file_->Modified() : std::nullopt; }
   /// The lines from the first on. This object must outlive them, and stay where it is.
   [[nodiscard]] LineSource Lines();
   /// What went wrong with the file, if anything did; the lines end there.

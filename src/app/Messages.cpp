@@ -5,6 +5,7 @@
 
 #include "formats/Format.h"
 #include "formats/Messages.h"
+#include "text/Dates.h"
 
 namespace walrim::messages {
 
@@ -71,6 +72,15 @@ std::string ImportCounts(const ImportResult& result) {
          "，" + count(DataKind::TrackLog) + WithPoints(result.track_points) + "．";
 }
 
+std::string UtcText(std::int64_t utc_s) {
+  return DateTimeText(CivilFromGarminSeconds(utc_s)) + "（UTC）";
+}
+
+/// "yyyy/mm/dd"
+std::string DayText(GarminSeconds time, int utc_offset_hours) {
+  return DateTimeText(LocalTimeOfGarminTime(time, utc_offset_hours)).substr(0, 10);
+}
+
 }  // namespace
 
 std::string Counting(DataKind kind) {
@@ -126,6 +136,42 @@ std::string CutTexts(DataKind kind, int count) {
 
 std::string EndRefused(DataKind kind) {
   return OfKind(kind) + "受信機が転送の終わりを受け取らなかったため，書き込まれていない可能性があります．";
+}
+
+std::string ReceiverClock(std::int64_t utc_s) {
+  return Joined({"受信機の時計：", UtcText(utc_s)});
+}
+
+std::string SetClockQuestion(std::int64_t receiver_s, std::int64_t computer_s) {
+  return Joined({"受信機の時計は", UtcText(receiver_s), "，コンピュータの時計は", UtcText(computer_s),
+                 "です．受信機の時計をコンピュータに合わせますか？"});
+}
+
+std::string ClockSet(std::int64_t utc_s) {
+  return Joined({"受信機の時計を合わせました：", UtcText(utc_s)});
+}
+
+std::string ClockNotTaken(std::int64_t receiver_s) {
+  return Joined({"受信機の時計が合いませんでした．受信機は", UtcText(receiver_s), "を示しています．"});
+}
+
+std::string DatesBehind(const std::vector<DateRepair>& repairs, int utc_offset_hours) {
+  const auto range = [&](GarminSeconds DateRepair::*first, GarminSeconds DateRepair::*last) {
+    GarminSeconds oldest = repairs.front().*first;
+    GarminSeconds newest = repairs.front().*last;
+    for (const DateRepair& repair : repairs) {
+      oldest = std::min({oldest, repair.*first, repair.*last});
+      newest = std::max({newest, repair.*first, repair.*last});
+    }
+    return DayText(oldest, utc_offset_hours) + "～" + DayText(newest, utc_offset_hours);
+  };
+  return "日付が1024週の単位で遅れている軌跡が" + std::to_string(repairs.size()) + "件あります（" +
+         range(&DateRepair::old_first, &DateRepair::old_last) + "は，正しくは" +
+         range(&DateRepair::new_first, &DateRepair::new_last) + "）．";
+}
+
+std::string DatesFixed(const std::vector<DateRepair>& repairs) {
+  return "軌跡" + std::to_string(repairs.size()) + "件の日付を直しました．";
 }
 
 std::string KindFull(DataKind kind) {

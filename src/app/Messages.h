@@ -1,12 +1,14 @@
 // The texts that the commands show: messages, questions, notices and status texts.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "formats/ImportResult.h"
 #include "records/DataKind.h"
+#include "walks/RollOver.h"
 
 namespace walrim::messages {
 
@@ -30,6 +32,14 @@ inline constexpr std::string_view Initializing = "Initializing Device";
 [[nodiscard]] std::string ReceiverText(std::string_view identity, int product_id);
 [[nodiscard]] std::string OverwriteHeldQuestion(DataKind kind);
 
+/// The receiver's clock, of a time in seconds since 1989/12/31 00:00:00 UTC.
+[[nodiscard]] std::string ReceiverClock(std::int64_t utc_s);
+[[nodiscard]] std::string SetClockQuestion(std::int64_t receiver_s, std::int64_t computer_s);
+[[nodiscard]] std::string ClockSet(std::int64_t utc_s);
+/// What the receiver tells behind the setting is another date.
+[[nodiscard]] std::string ClockNotTaken(std::int64_t receiver_s);
+inline constexpr std::string_view NoReceiverClock = "受信機から日時の応答がないため，時計を合わせられません．";
+
 // Notices behind a transfer.
 [[nodiscard]] std::string DamagedRecords(DataKind kind, int count);
 [[nodiscard]] std::string MissingRecords(DataKind kind, int announced, int missing);
@@ -47,6 +57,13 @@ inline constexpr std::string_view Deleting = "内部データ削除中";
 inline constexpr std::string_view NotReadBack =
     "書き出した内容を読み戻すと失われるものがあるため，内部データは削除しませんでした．";
 inline constexpr std::string_view CutNotDeleted = "切って送信した文字列があるため，内部データは削除しませんでした．";
+
+// ---- Dates
+
+/// How many logs are 1024 weeks behind, and what their dates would become; in local time.
+[[nodiscard]] std::string DatesBehind(const std::vector<DateRepair>& repairs, int utc_offset_hours);
+inline constexpr std::string_view FixDatesByMenu = "「編集」の「日付を直す」で直せます．";
+[[nodiscard]] std::string DatesFixed(const std::vector<DateRepair>& repairs);
 
 // ---- Writing
 

@@ -37,12 +37,23 @@ void ProgramState::Empty(DataKind kind) {
   data_.Clear(kind);
   held_[IndexOf(kind)] = std::nullopt;
   full_[IndexOf(kind)] = false;
+  if (kind == DataKind::TrackLog) date_repairs_.clear();
   desktop_.ControlsChanged();
   desktop_.RecordsChanged();
 }
 
+void ProgramState::SetDateRepairs(std::vector<DateRepair> repairs) {
+  date_repairs_ = std::move(repairs);
+  desktop_.ControlsChanged();
+}
+
 void ProgramState::SetReceiverCount(DataKind kind, std::optional<int> count) {
   in_receiver_[IndexOf(kind)] = count;
+  desktop_.ControlsChanged();
+}
+
+void ProgramState::SetReceiverClock(std::string text) {
+  receiver_clock_ = std::move(text);
   desktop_.ControlsChanged();
 }
 

@@ -5,11 +5,13 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/Notices.h"
 #include "app/UserSettings.h"
 #include "platform/Desktop.h"
 #include "records/DataSet.h"
+#include "walks/RollOver.h"
 
 namespace walrim {
 
@@ -43,6 +45,12 @@ class ProgramState {
   [[nodiscard]] std::optional<int> ReceiverCount(DataKind kind) const { return in_receiver_[IndexOf(kind)]; }
   void SetReceiverCount(DataKind kind, std::optional<int> count);
 
+  // ---- Dates
+
+  /// The logs among those held whose dates are behind, as they were found when they came.
+  [[nodiscard]] const std::vector<DateRepair>& DateRepairs() const { return date_repairs_; }
+  void SetDateRepairs(std::vector<DateRepair> repairs);
+
   // ---- The command that runs
 
   [[nodiscard]] bool Busy() const { return busy_; }
@@ -58,6 +66,9 @@ class ProgramState {
   /// What is shown of the receiver.
   [[nodiscard]] const std::string& ReceiverText() const { return receiver_text_; }
   void SetReceiverText(std::string text) { receiver_text_ = std::move(text); }
+  /// What the receiver's clock told last; empty where it told nothing.
+  [[nodiscard]] const std::string& ReceiverClock() const { return receiver_clock_; }
+  void SetReceiverClock(std::string text);
 
  private:
   Desktop& desktop_;
@@ -67,7 +78,9 @@ class ProgramState {
   std::array<std::optional<int>, DataKindCount> held_;
   std::array<std::optional<int>, DataKindCount> in_receiver_;
   DataKinds full_{};
+  std::vector<DateRepair> date_repairs_;
   std::string receiver_text_ = "GPSInfo";
+  std::string receiver_clock_;
   bool busy_ = false;
   bool cancel_enabled_ = false;
   bool cancel_requested_ = false;

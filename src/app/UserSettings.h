@@ -1,6 +1,7 @@
 // What the user has chosen.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "device/Garmin.h"
@@ -11,6 +12,15 @@
 #include "text/TextEncoding.h"
 
 namespace walrim {
+
+/// What is done about dates that are 1024 weeks behind.
+enum class DateFixing : std::uint8_t {
+  ByHand,  ///< told, and repaired by a command of its own
+  Never,   ///< told; the receiver's clock is not asked
+  Ask,
+  Auto,
+  ByNumber  ///< every log begins as many roll-overs behind as the user says
+};
 
 /// The values of the window's input controls, or of the terminal's options. They are the settings; nothing is kept
 /// elsewhere.
@@ -25,6 +35,8 @@ struct UserSettings {
   Datum datum = Datum::Wgs84;
   int utc_offset_hours = 9;
   TextEncoding encoding = TextEncoding::ShiftJis;  ///< of written files
+  DateFixing date_fixing = DateFixing::ByHand;
+  int roll_overs = 0;  ///< of DateFixing::ByNumber
   bool with_header = false;
   bool auto_file_name = false;
   bool auto_download = false;

@@ -21,9 +21,10 @@ WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_lo
     : state_(desktop),
       garmin_(state_.Data(), port, clock, event_loop, desktop),
       deletes_(state_, desktop),
-      imports_(state_, garmin_, desktop, dialogs, inet),
+      dates_(state_, garmin_, clock, desktop, dialogs),
+      imports_(state_, garmin_, dates_, desktop, dialogs, inet),
       exports_(state_, deletes_, clock, event_loop, desktop, dialogs),
-      device_(state_, garmin_, deletes_, exports_, desktop),
+      device_(state_, garmin_, deletes_, exports_, dates_, desktop),
       external_(state_, deletes_, imports_, device_, desktop),
       doctor_(state_, LineExam(port, clock, event_loop, facts != nullptr ? *facts : NoFacts), desktop),
       traces_(state_, trace_, desktop) {

@@ -1,6 +1,7 @@
 // The program: its rooms, put together for whoever runs it.
 #pragma once
 
+#include "app/DateCommands.h"
 #include "app/DeleteCommands.h"
 #include "app/DeviceCommands.h"
 #include "app/Dialogs.h"
@@ -33,6 +34,7 @@ class WalrimMain {
   [[nodiscard]] Garmin& Receiver() { return garmin_; }
   [[nodiscard]] DeviceCommands& Device() { return device_; }
   [[nodiscard]] DoctorCommands& Doctor() { return doctor_; }
+  [[nodiscard]] DateCommands& Dates() { return dates_; }
   [[nodiscard]] ImportCommands& Imports() { return imports_; }
   [[nodiscard]] ExportCommands& Exports() { return exports_; }
   [[nodiscard]] DeleteCommands& Deletes() { return deletes_; }
@@ -47,6 +49,7 @@ class WalrimMain {
   TraceMemory trace_;
   Garmin garmin_;
   DeleteCommands deletes_;
+  DateCommands dates_;
   ImportCommands imports_;
   ExportCommands exports_;
   DeviceCommands device_;

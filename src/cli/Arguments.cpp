@@ -70,6 +70,12 @@ void AddChoice(CLI::App& command, const char* name, std::string& value, const st
   command.add_option(name, value, help)->type_name(type_name)->transform(CLI::IsMember(words, CLI::ignore_case));
 }
 
+DateFixing DateFixingOf(std::string_view word) {
+  if (word == "never") return DateFixing::Never;
+  if (word == "ask") return DateFixing::Ask;
+  return word == "auto" ? DateFixing::Auto : DateFixing::ByNumber;
+}
+
 /// Fills the options' variables; lives as long as the parsing.
 struct Parser {
   Arguments arguments;
@@ -78,6 +84,7 @@ struct Parser {
   std::string datum{DatumName(Datum::Wgs84)};
   std::string notation{AngleNotationName(AngleNotation::D)};
   std::string encoding = "sjis";
+  std::string fix_dates = "never";
   CLI::App app{"Loads waypoints, routes and track logs from and to handheld GPS receivers.", "walrim-cli"};
 
   Parser();
@@ -90,6 +97,7 @@ struct Parser {
   void AddForce(CLI::App& command);
   void AddWriting(CLI::App& command);
   CLI::App& Add(const char* name, const char* help, CliCommand command);
+  void AddFixDates(CLI::App& command);
   void AddScript(CLI::App& command);
   void Finish();
 };
@@ -117,6 +125,7 @@ void Parser::AddCommands() {
   AddKinds(download);
   AddUtcOffset(download);
   AddWriting(download);
+  AddFixDates(download);
 
   CLI::App& upload = Add("upload", "Read files and upload what they hold", CliCommand::Upload);
   AddLine(upload);
@@ -129,6 +138,7 @@ void Parser::AddCommands() {
   AddKinds(convert);
   AddUtcOffset(convert);
   AddWriting(convert);
+  AddFixDates(convert);
   convert.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 
   CLI::App& doctor = Add("doctor", "Examine the line and tell what is wrong with it", CliCommand::Doctor);
@@ -141,6 +151,12 @@ void Parser::AddCommands() {
     arguments.command = CliCommand::Doctor;
     if (port->count() == 0 && !arguments.find) throw CLI::RequiredError("--port or --find");
   });
+
+  CLI::App& set_clock =
+      Add("set-clock", "Show the receiver's date beside the computer's and set it", CliCommand::SetClock);
+  AddLine(set_clock);
+  AddForce(set_clock);
+  set_clock.add_flag("--yes", arguments.yes, "Set it without asking");
 
   Add("ports", "List the serial ports", CliCommand::Ports);
 }
@@ -213,6 +229,14 @@ void Parser::AddWriting(CLI::App& command) {
   AddScript(command);
 }
 
+void Parser::AddFixDates(CLI::App& command) {
+  AddChoice(
+      command, "--fix-dates", fix_dates,
+      "What to do about dates 1024 weeks behind: ask, auto, never, or a number of roll-overs from 0 to 3 (default "
+      "never, with a notice)",
+      "M", {"ask", "auto", "never", "0", "1", "2", "3"});
+}
+
 void Parser::AddScript(CLI::App& command) {
   ScriptOptions& script = arguments.settings.script;
   command.add_option("--mps-utc-offset", script.utc_offset_hours, "Map-server script: hours added to times")
@@ -234,6 +258,8 @@ void Parser::Finish() {
   settings.datum = DatumOfName(datum).value_or(settings.datum);
   settings.notation = AngleNotationOfName(notation).value_or(settings.notation);
   settings.encoding = encoding == "utf8" ? TextEncoding::Utf8 : TextEncoding::ShiftJis;
+  settings.date_fixing = DateFixingOf(fix_dates);
+  if (settings.date_fixing == DateFixing::ByNumber) settings.roll_overs = fix_dates.front() - '0';
   settings.chosen_kinds.fill(kind_words.empty());
   for (const std::string& word : kind_words)
     settings.chosen_kinds[IndexOf(KindWords.at(LowerCase(word)))] = true;

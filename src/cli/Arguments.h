@@ -9,7 +9,7 @@
 
 namespace walrim {
 
-enum class CliCommand { Info, Download, Upload, Convert, Ports, Doctor };
+enum class CliCommand { Info, Download, Upload, Convert, Ports, Doctor, SetClock };
 
 /// Exit statuses of walrim-cli.
 enum class ExitStatus : int {
@@ -28,6 +28,7 @@ struct Arguments {
   bool quiet = false;
   bool json = false;
   bool find = false;  ///< the port on which a receiver answers
+  bool yes = false;   ///< the answer to the command's question
   float pacing_factor = 1.0F;
   std::string trace_path;  ///< empty: no trace
   bool hide_positions = false;

@@ -49,15 +49,26 @@ bool PrintOut(std::string_view text) {
   return printed;
 }
 
+/// Whether somebody sits there who can answer.
+bool IsTerminal() {
+  return ::isatty(STDIN_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0;
+}
+
+TerminalDesktop::Questions QuestionsOf(const Arguments& arguments) {
+  using Questions = TerminalDesktop::Questions;
+  if (arguments.yes) return Questions::Agree;
+  return arguments.command == CliCommand::SetClock && IsTerminal() ? Questions::Ask : Questions::Refuse;
+}
+
 /// Everything a command stands on.
 class Terminal {
  public:
   Terminal(const Arguments& arguments, int argc, char** argv)
       : arguments_(arguments),
         application_(argc, argv),
-        desktop_(
-            {arguments.quiet || arguments.command == CliCommand::Doctor, arguments.force, ::isatty(STDERR_FILENO) != 0},
-            clock_),
+        desktop_({arguments.quiet || arguments.command == CliCommand::Doctor, arguments.force,
+                  ::isatty(STDERR_FILENO) != 0, QuestionsOf(arguments)},
+                 clock_),
         watchdog_(clock_, Interrupted),
         demo_port_({}, clock_, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); }),
         port_(serial_port_, demo_port_, IsDemoPortName),
@@ -72,12 +83,14 @@ class Terminal {
   ExitStatus Upload();
   ExitStatus Convert();
   ExitStatus Doctor();
+  ExitStatus SetClock();
 
  private:
   [[nodiscard]] bool StartTrace();
   void Watch();
   [[nodiscard]] bool ImportFiles();
   [[nodiscard]] bool OutputUsable();
+  void HandleDates();
   [[nodiscard]] ExitStatus WriteOutput();
   [[nodiscard]] ExitStatus Report(Outcome outcome);
   void ReportImport(const std::string& path);
@@ -162,7 +175,9 @@ ExitStatus Terminal::Info() {
     text +=
         std::string(DataKindName(kind)) + " " + std::to_string(main_.State().ReceiverCount(kind).value_or(0)) + "\n";
   }
-  return PrintOut(text) ? ExitStatus::Done : ExitStatus::Refused;
+  if (!PrintOut(text)) return ExitStatus::Refused;
+  main_.Dates().TellReceiverClock();
+  return ExitStatus::Done;
 }
 
 /// Tells before a long transfer what would make its result unusable after it.
@@ -174,6 +189,23 @@ bool Terminal::OutputUsable() {
     return false;
   }
   return !FileExists(path) || desktop_.AskOkCancel(messages::OverwriteQuestion(path));
+}
+
+/// Repairs the dates that are written, where that is wanted; else tells what would be repaired.
+void Terminal::HandleDates() {
+  const UserSettings& settings = main_.State().Settings();
+  const std::vector<DateRepair>& repairs = main_.State().DateRepairs();
+  if (repairs.empty() || !settings.chosen_kinds[IndexOf(DataKind::TrackLog)]) return;
+  const std::string told = messages::DatesBehind(repairs, settings.utc_offset_hours);
+  const bool ask = settings.date_fixing == DateFixing::Ask && IsTerminal();
+  const bool fix = settings.date_fixing == DateFixing::Auto || settings.date_fixing == DateFixing::ByNumber;
+  if (fix) {
+    desktop_.SetStatusCaption(told);
+  } else if (!ask) {
+    Message(told + std::string(cli_messages::FixDatesAdvice));
+  }
+  const bool wanted = fix || (ask && desktop_.AskOnTerminal(told + std::string(cli_messages::FixDatesQuestion)));
+  if (wanted) static_cast<void>(main_.Dates().FixDates());
 }
 
 ExitStatus Terminal::WriteOutput() {
@@ -192,7 +224,9 @@ ExitStatus Terminal::Download() {
   if (!OutputUsable() || !StartTrace()) return ExitStatus::Refused;
   Watch();
   const ExitStatus status = Report(main_.Device().Download());
-  return status == ExitStatus::Done ? WriteOutput() : status;
+  if (status != ExitStatus::Done) return status;
+  HandleDates();
+  return WriteOutput();
 }
 
 void Terminal::ReportImport(const std::string& path) {
@@ -227,12 +261,21 @@ ExitStatus Terminal::Upload() {
 ExitStatus Terminal::Convert() {
   ExitOnSignals();
   if (!OutputUsable() || !ImportFiles()) return ExitStatus::Refused;
+  HandleDates();
   CatchSignals();
   return WriteOutput();
 }
 
 ExitStatus ExitOf(Outcome doctor) {
   return doctor == Outcome::Done ? ExitStatus::Done : ExitStatus::NoReceiver;
+}
+
+ExitStatus Terminal::SetClock() {
+  if (!StartTrace()) return ExitStatus::Refused;
+  Watch();
+  const ExitStatus status = Report(main_.Device().SetClock());
+  if (desktop_.AskedYesNo()) Message(cli_messages::YesAdvice);
+  return status;
 }
 
 /// The steps as they are done, the finding and what to do; with --json all of it at the end.
@@ -276,6 +319,8 @@ ExitStatus Run(const Arguments& arguments, int argc, char** argv) {
       return terminal.Convert();
     case CliCommand::Doctor:
       return terminal.Doctor();
+    case CliCommand::SetClock:
+      return terminal.SetClock();
     case CliCommand::Ports:
       break;
   }

@@ -14,6 +14,9 @@ inline constexpr std::string_view CheckedLinkAdvice = "誤り検査は --checked
 inline constexpr std::string_view TraceIsData = "通信の記録は，読み書きするデータとは別のファイルにしてください：";
 /// Why a file is not replaced by a trace.
 inline constexpr std::string_view NoTrace = "通信の記録ではないファイルです";
+inline constexpr std::string_view FixDatesAdvice = "--fix-dates auto を指定すると，直します．";
+inline constexpr std::string_view FixDatesQuestion = "直しますか？";
+inline constexpr std::string_view YesAdvice = "--yes を指定すると，尋ねずに合わせます．";
 inline constexpr std::string_view Stalled = "30秒間データが届かないため，通信を中止しました．";
 inline constexpr std::string_view Cancelled = "中止しました．";
 inline constexpr std::string_view NothingImported = "取り込めるデータがありません．";

@@ -1,9 +1,11 @@
 #include "cli/TerminalDesktop.h"
 
+#include <array>
 #include <chrono>
 #include <cstdio>
 
 #include "cli/Messages.h"
+#include "text/Scan.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -46,9 +48,27 @@ void TerminalDesktop::ShowMessage(std::string_view text) {
 }
 
 bool TerminalDesktop::AskYesNo(std::string_view text) {
+  switch (options_.questions) {
+    case Questions::Agree:
+      ShowMessage(text);
+      return true;
+    case Questions::Ask:
+      return AskOnTerminal(text);
+    case Questions::Refuse:
+      break;
+  }
   asked_yes_no_ = true;
   ShowMessage(text);
   return false;
+}
+
+bool TerminalDesktop::AskOnTerminal(std::string_view text) {
+  EndStatusLine();
+  Print(Printable(text) + " [y/N] ");
+  std::array<char, 16> answer{};
+  if (std::fgets(answer.data(), static_cast<int>(answer.size()), stdin) == nullptr) return false;
+  const std::string word = LowerCase(TrimSpace(answer.data()));
+  return word == "y" || word == "yes";
 }
 
 bool TerminalDesktop::AskOkCancel(std::string_view text) {

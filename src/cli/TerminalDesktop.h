@@ -14,10 +14,17 @@ namespace walrim {
 /// but at most a few times a second while it only counts.
 class TerminalDesktop : public Desktop {
  public:
+  /// What becomes of a question.
+  enum class Questions {
+    Refuse,  ///< there is nobody to ask
+    Ask,     ///< on the terminal
+    Agree
+  };
   struct Options {
     bool quiet = false;        ///< no status
     bool force = false;        ///< the answer to whether a file is to be overwritten
     bool on_terminal = false;  ///< standard error is a terminal
+    Questions questions = Questions::Refuse;
   };
 
   TerminalDesktop(Options options, const Clock& clock);
@@ -26,7 +33,7 @@ class TerminalDesktop : public Desktop {
   TerminalDesktop& operator=(const TerminalDesktop&) = delete;
 
   void ShowMessage(std::string_view text) override;
-  /// There is nobody to ask: shows the question; the answer is No.
+  /// Shows the question. Where there is nobody to ask, the answer is No.
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
   /// With force the answer is OK; without, shows the question and what helps, and the answer is Cancel.
   [[nodiscard]] bool AskOkCancel(std::string_view text) override;
@@ -39,6 +46,8 @@ class TerminalDesktop : public Desktop {
   void SetProgress(std::int64_t /*done*/, std::int64_t /*total*/) override {}  // the status text tells it
   void ControlsChanged() override {}
 
+  /// Asks on standard error, and reads the answer from standard input; whatever is not yes is No.
+  [[nodiscard]] bool AskOnTerminal(std::string_view text);
   /// Lets the status that stands on the terminal's line stay there.
   void KeepStatus() { EndStatusLine(); }
   /// True once a question was asked that there is nobody to answer.

@@ -276,10 +276,10 @@ bool PacketLink::CanBeAnswer(const Frame& frame) const {
 
 /// Told unasked, or an answer to what was asked before.
 bool PacketLink::BelongsToNoTransfer(const Frame& frame) const {
-  constexpr std::array of_transfers{PacketId::Ack,         PacketId::Nak,        PacketId::ProductRqst,
-                                    PacketId::CommandData, PacketId::XferCmplt,  PacketId::Records,
-                                    PacketId::RteHdr,      PacketId::RteWptData, PacketId::TrkData, PacketId::DateTimeData,
-                                    PacketId::WptData,     PacketId::TrkHdr,     PacketId::RteLinkData};
+  constexpr std::array of_transfers{
+      PacketId::Ack,     PacketId::Nak,    PacketId::ProductRqst, PacketId::CommandData, PacketId::XferCmplt,
+      PacketId::Records, PacketId::RteHdr, PacketId::RteWptData,  PacketId::TrkData,     PacketId::DateTimeData,
+      PacketId::WptData, PacketId::TrkHdr, PacketId::RteLinkData};
   if (frame.damaged) return false;
   if (frame.Id() == PacketId::ProductData) return asked_id_ != PacketId::ProductRqst;
   return std::find(of_transfers.begin(), of_transfers.end(), frame.Id()) == of_transfers.end();

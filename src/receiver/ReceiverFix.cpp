@@ -9,7 +9,6 @@ namespace walrim {
 
 namespace {
 
-constexpr std::uint8_t DateTimeData = 14;
 constexpr std::uint8_t PositionData = 17;
 constexpr std::uint8_t PvtData = 51;
 
@@ -35,6 +34,16 @@ LinePacket DateTimePacket(std::int64_t utc_s) {
   bytes.U8(static_cast<std::uint8_t>(time.minute));
   bytes.U8(static_cast<std::uint8_t>(time.second));
   return {DateTimeData, bytes.Take()};
+}
+
+std::optional<std::int64_t> UtcSecondsOf(const LinePacket& date_time) {
+  const std::vector<std::uint8_t>& data = date_time.data;
+  if (data.size() != 8) return std::nullopt;
+  const CivilTime time{data[2] + 256 * data[3], data[0], data[1], data[4] + 256 * data[5], data[6], data[7]};
+  const std::int64_t utc_s = SecondsSinceGarminEpoch(time);
+  // What is no date comes back as another one.
+  if (time.year > 9999 || CivilFromGarminSeconds(utc_s) != time) return std::nullopt;
+  return utc_s;
 }
 
 LinePacket PositionPacket() {

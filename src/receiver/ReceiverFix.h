@@ -8,13 +8,21 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "receiver/LineFrame.h"
 
 namespace walrim {
 
+inline constexpr std::uint8_t DateTimeData = 14;
+/// Receivers count weeks with ten bits.
+inline constexpr std::int64_t SecondsPerRollOver = 1024LL * 7 * 86400;
+
 /// utc_s are seconds since 1989/12/31 00:00:00.
 [[nodiscard]] LinePacket DateTimePacket(std::int64_t utc_s);
+
+/// The time of such a packet; nothing where its data are no date that there is.
+[[nodiscard]] std::optional<std::int64_t> UtcSecondsOf(const LinePacket& date_time);
 
 /// Where the demonstration receiver stands: in front of a mountain railway's station, west of Tokyo.
 [[nodiscard]] LinePacket PositionPacket();

@@ -20,6 +20,7 @@ constexpr std::uint16_t PlainWaypoint = 18;  // D104, D108
 constexpr std::uint8_t DefaultColor = 0;     // D107
 constexpr std::uint8_t DefaultColor108 = 255;
 constexpr std::size_t NewTrackOffset301 = 20;
+constexpr std::size_t TimeOffset = 8;  // of D300 and D301
 
 // Receivers with one byte for the symbol show a dot for what it cannot hold.
 std::uint8_t SmallSymbol(const HeldWaypoint& waypoint) {
@@ -187,6 +188,20 @@ std::vector<LinePacket> WithLinksBetweenPoints(const std::vector<LinePacket>& ro
     if (routes[i].id != record_id::RouteLink || !last) packets.push_back(routes[i]);
   }
   return packets;
+}
+
+std::vector<LinePacket> WithTimesBack(std::vector<LinePacket> tracks, std::int64_t seconds) {
+  for (LinePacket& packet : tracks) {
+    if (packet.id != record_id::TrackPoint || packet.data.size() < TimeOffset + 4) continue;
+    std::uint32_t time = 0;
+    for (std::size_t i = 4; i-- > 0;)
+      time = time << 8 | packet.data[TimeOffset + i];
+    if (time == 0 || time == 0xFFFFFFFF || time == 0x7FFFFFFF) continue;
+    time -= static_cast<std::uint32_t>(seconds);
+    for (std::size_t i = 0; i < 4; ++i, time >>= 8)
+      packet.data[TimeOffset + i] = static_cast<std::uint8_t>(time & 0xFF);
+  }
+  return tracks;
 }
 
 std::vector<LinePacket> WithTwoSegments(std::vector<LinePacket> tracks) {

@@ -44,6 +44,9 @@ struct ReceiverMemory {
 /// Route packets without the link behind each route's last point.
 [[nodiscard]] std::vector<LinePacket> WithLinksBetweenPoints(const std::vector<LinePacket>& routes);
 
+/// Track packets whose points have times so many seconds earlier; those without a time stay.
+[[nodiscard]] std::vector<LinePacket> WithTimesBack(std::vector<LinePacket> tracks, std::int64_t seconds);
+
 /// Track packets whose first log, where it has a header, has two segments: the second begins in its middle.
 [[nodiscard]] std::vector<LinePacket> WithTwoSegments(std::vector<LinePacket> tracks);
 

@@ -100,7 +100,20 @@ void SoftReceiver::SetClock(std::int64_t utc_s, nanoseconds now) {
 }
 
 std::int64_t SoftReceiver::UtcSeconds(nanoseconds at) const {
-  return std::chrono::floor<std::chrono::seconds>(at - clock_start_).count();
+  return std::chrono::floor<std::chrono::seconds>(at - clock_start_).count() - clock_behind_s_;
+}
+
+void SoftReceiver::FallBack(int roll_overs, bool with_logs) {
+  clock_behind_s_ = roll_overs * SecondsPerRollOver;
+  logs_behind_s_ = with_logs ? clock_behind_s_ : 0;
+}
+
+// What it has recorded is dated by its clock, too.
+void SoftReceiver::TakeDateTime(const LinePacket& packet) {
+  const auto utc_s = UtcSecondsOf(packet);
+  if (!utc_s) return;
+  FallBack(0, false);
+  SetClock(*utc_s, input_free_at_);
 }
 
 void SoftReceiver::Receive(std::span<const std::uint8_t> bytes, nanoseconds now) {
@@ -203,6 +216,9 @@ void SoftReceiver::TakePacket(const LinePacket& packet) {
     case TransferComplete:
       FinishUpload(WordOf(packet));
       break;
+    case DateTimeData:
+      TakeDateTime(packet);
+      break;
     default:
       TakeRecord(packet);
       break;
@@ -230,6 +246,7 @@ void SoftReceiver::StartDownload(std::uint16_t command) {
 
 std::vector<LinePacket> SoftReceiver::RecordsToSend(std::uint16_t command) {
   const std::vector<LinePacket>& records = *MemoryOf(command);
+  if (command == TransferTracks && logs_behind_s_ > 0) return WithTimesBack(records, logs_behind_s_);
   if (command == TransferRoutes && faults_.links_between) return WithLinksBetweenPoints(records);
   if (command == TransferTracks && faults_.two_segments) return WithTwoSegments(records);
   return records;
@@ -267,6 +284,9 @@ void SoftReceiver::FinishUpload(std::uint16_t command) {
   if (!upload_) return;
   const std::vector<LinePacket> records = std::move(upload_->records);
   upload_.reset();
+  if (std::ranges::any_of(records, [](const LinePacket& record) { return record.id == record_id::TrackPoint; })) {
+    logs_behind_s_ = 0;
+  }
   if (Strict()) {
     StoreUpload(memory_, records, model_);
     return;

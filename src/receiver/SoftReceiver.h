@@ -49,6 +49,11 @@ class SoftReceiver : public LineEnd {
   /// DemoUtcSeconds at time 0.
   void SetClock(std::int64_t utc_s, std::chrono::nanoseconds now);
 
+  /// Its firmware is so many roll-overs of 1024 weeks behind: it tells its clock earlier by that, and its logs
+  /// too where it recorded them itself, until its clock is set with packet 14. Logs that are uploaded stay as they
+  /// came.
+  void FallBack(int roll_overs, bool with_logs);
+
   /// Puts bytes on the line towards the receiver. They pass one after the other from now, or from when the line is
   /// free; a frame is answered from when its last byte has passed.
   void Receive(std::span<const std::uint8_t> bytes, std::chrono::nanoseconds now) override;
@@ -90,7 +95,9 @@ class SoftReceiver : public LineEnd {
   void TakeCommand(std::uint16_t command);
   void StartDownload(std::uint16_t command);
   [[nodiscard]] std::vector<LinePacket> RecordsToSend(std::uint16_t command);
+  /// As the receiver believes it to be.
   [[nodiscard]] std::int64_t UtcSeconds(std::chrono::nanoseconds at) const;
+  void TakeDateTime(const LinePacket& packet);
   void TakeAck(const LinePacket& ack);
   void TakeNak();
   void StartUpload(std::uint16_t count);
@@ -126,6 +133,9 @@ class SoftReceiver : public LineEnd {
   ReceiverTemper temper_;
   std::chrono::nanoseconds byte_time_;
   std::chrono::nanoseconds clock_start_;  // when UTC was 1989/12/31 00:00:00
+
+  std::int64_t clock_behind_s_ = 0;
+  std::int64_t logs_behind_s_ = 0;
 
   LineFrameReader reader_;
   std::chrono::nanoseconds input_free_at_{std::chrono::nanoseconds::min()};

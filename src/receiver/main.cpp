@@ -20,11 +20,13 @@
 #include "receiver/MemoryFile.h"
 #include "receiver/PseudoTerminal.h"
 #include "receiver/ReceiverFaults.h"
+#include "receiver/ReceiverFix.h"
 #include "receiver/ReceiverMemory.h"
 #include "receiver/ReceiverModel.h"
 #include "receiver/SoftReceiver.h"
 #include "receiver/TraceReplay.h"
 #include "receiver/UnaskedTalker.h"
+#include "text/Dates.h"
 
 namespace walrim {
 namespace {
@@ -42,12 +44,23 @@ struct Options {
   bool strict = false;
   std::string mode;
   std::string trace_path;
+  std::string clock;
+  int roll_overs = 0;
 };
 
 constexpr int ExitDone = 0;
 constexpr int ExitRefused = 1;
 constexpr int ExitWrongOptions = 2;
 constexpr int MaxBaud = 4'000'000;
+
+// Seconds since 1989/12/31 00:00:00 of a date in UTC as ISO 8601 writes it; nothing for any other text.
+std::optional<std::int64_t> ClockOf(std::string text) {
+  if (text.ends_with('Z')) text.pop_back();
+  if (text.size() > 10 && text[10] == 'T') text[10] = ' ';
+  const auto time = ParseDateTime(text);
+  if (!time || SecondsSinceGarminEpoch(*time) < 0) return std::nullopt;
+  return SecondsSinceGarminEpoch(*time);
+}
 
 std::string FaultHelp() {
   std::string text = "What the receiver does wrong, any number of times:";
@@ -79,6 +92,13 @@ void DescribeOptions(CLI::App& app, Options& options) {
   app.add_option("--replay", options.trace_path, "Answers as the receiver of a trace did, to the same packets")
       ->type_name("TRACE")
       ->excludes("--mode");
+  app.add_option("--clock", options.clock, "Sets its clock, in UTC (YYYY-MM-DD or YYYY-MM-DDTHH:MM:SSZ); it runs on")
+      ->type_name("DATE")
+      ->check([](const std::string& text) { return ClockOf(text) ? "" : "a date such as 2026-11-22T09:30:00Z"; });
+  app.add_option("--rollovers", options.roll_overs,
+                 "Dates its clock and new logs this often 1024 weeks back, until its clock is set")
+      ->type_name("K")
+      ->check(CLI::Range(0, 3));
   app.add_option("--fault", options.fault_texts, FaultHelp())
       ->type_name("KIND[=N]")
       ->expected(1)
@@ -154,12 +174,35 @@ std::unique_ptr<LineEnd> MakeTalker(const std::string& mode) {
   return std::make_unique<UnaskedTalker>(TalkerSettingOf(mode).value(), UtcSeconds() - clock_s);
 }
 
+// The demonstration's logs, recorded by whole weeks later: the last of them in the week before a moment.
+void MoveLogs(HeldContents& contents, std::int64_t utc_s) {
+  constexpr std::int64_t week_s = 7 * 86400;
+  const std::int64_t later_s = (utc_s - DemoUtcSeconds()) / week_s * week_s;
+  for (HeldTrackLog& log : contents.track_logs) {
+    for (HeldTrackPoint& point : log.points)
+      point.time_s = static_cast<std::uint32_t>(point.time_s + later_s);
+  }
+}
+
+// Whether all logs stay behind the epoch of the receivers' times.
+bool CanFallBack(const HeldContents& contents, int roll_overs) {
+  return std::ranges::all_of(contents.track_logs, [&](const HeldTrackLog& log) {
+    return log.points.empty() || log.points.front().time_s > roll_overs * SecondsPerRollOver;
+  });
+}
+
 // Nothing, with the reason in problem, where the memory's file cannot be used.
 std::unique_ptr<LineEnd> MakeReceiver(const Options& options, std::string& problem) {
   const ReceiverModel& model = *FindReceiverModel(options.model);
   MemoryFileResult memory{DemoContents(model), {}, 0, 0};
   if (!options.memory_path.empty()) memory = LoadMemoryFile(options.memory_path, options.utc_offset_hours);
   problem = memory.problem;
+  const std::int64_t utc_s = ClockOf(options.clock).value_or(UtcSeconds());
+  if (memory.contents && options.memory_path.empty() && options.roll_overs > 0) {
+    MoveLogs(*memory.contents, utc_s);
+    if (!CanFallBack(*memory.contents, options.roll_overs)) problem = "--rollovers: no dates so long ago";
+  }
+  if (!problem.empty()) return nullptr;
   if (!memory.contents) return nullptr;
   if (memory.skipped > 0) {
     std::fprintf(stderr, "walrim-receiver: %s: %d lines skipped, the first is line %d\n", options.memory_path.c_str(),
@@ -168,7 +211,8 @@ std::unique_ptr<LineEnd> MakeReceiver(const Options& options, std::string& probl
   auto receiver =
       std::make_unique<SoftReceiver>(model, EncodeMemory(*memory.contents, model), options.baud, options.faults,
                                      options.strict ? ReceiverTemper::Strict : ReceiverTemper::Lenient);
-  receiver->SetClock(UtcSeconds(), Now());
+  receiver->SetClock(utc_s, Now());
+  receiver->FallBack(options.roll_overs, options.memory_path.empty());
   return receiver;
 }
 

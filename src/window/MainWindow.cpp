@@ -174,6 +174,14 @@ QAction* MainWindow::AddAction(QMenu& menu, const char* text, const QKeySequence
   return action;
 }
 
+/// A command that has no button.
+QAction* MainWindow::AddCommand(QMenu& menu, const char* name, const char* text, const std::function<void()>& command) {
+  QAction* action = menu.addAction(QString::fromUtf8(text), this, command);
+  action->setObjectName(name);
+  command_actions_.push_back(action);
+  return action;
+}
+
 void MainWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu(QString::fromUtf8("ファイル(&F)"));
   AddAction(*file, "取り込み(&O)...", QKeySequence::Open, *data_panel_->file_import);
@@ -192,6 +200,9 @@ void MainWindow::BuildMenus() {
   AddAction(*edit, "貼り付け(&V)", QKeySequence::Paste, *data_panel_->paste);
   edit->addSeparator();
   AddAction(*edit, "削除(&D)", {}, *data_panel_->remove);
+  edit->addSeparator();
+  fix_dates_ =
+      AddCommand(*edit, "FixDates", "日付を直す(&F)...", [this] { Run([this] { main_.Dates().FixDates(); }); });
 
   QMenu* device = menuBar()->addMenu(QString::fromUtf8("受信機(&R)"));
   AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *get_gps_info_);
@@ -201,6 +212,8 @@ void MainWindow::BuildMenus() {
   AddAction(*device, "接続を調べる(&X)", QKeySequence("Ctrl+F5"), *doctor_panel_->again);
   AddAction(*device, "すべてのポートを探す(&W)", {}, *doctor_panel_->find_receiver);
   AddAction(*device, "通信記録を保存(&J)...", {}, *doctor_panel_->save_trace)->setObjectName("SaveTraceAction");
+  AddCommand(*device, "SetClock", "受信機の時計を合わせる(&T)...",
+             [this] { RunWithReceiver([this] { return main_.Device().SetClock(); }); });
   device->addSeparator();
   cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *data_panel_->cancel);
   command_actions_.pop_back();
@@ -219,7 +232,7 @@ void MainWindow::ConnectButtons() {
     connect(button, &QPushButton::clicked, this,
             [this, command] { RunWithReceiver([this, command] { return (main_.Device().*command)(); }); });
   };
-  connect_transfer(get_gps_info_, &DeviceCommands::GetInfo);
+  connect(get_gps_info_, &QPushButton::clicked, this, [this] { RunWithReceiver([this] { return GetInfo(); }); });
   connect_transfer(data_panel_->down_load, &DeviceCommands::Download);
   connect_transfer(data_panel_->up_load, &DeviceCommands::Upload);
   connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
@@ -272,6 +285,13 @@ void MainWindow::RunWithReceiver(const std::function<Outcome()>& command) {
     if (device.Identified().product_id > 0) centre_->setCurrentWidget(records_);
     if (device.IdentificationFailed()) ExamineLine();
   });
+}
+
+/// With the receiver's clock, which not every receiver tells.
+Outcome MainWindow::GetInfo() {
+  const Outcome outcome = main_.Device().GetInfo();
+  if (outcome == Outcome::Done) main_.Dates().TellReceiverClock();
+  return outcome;
 }
 
 /// The panel comes at once, and fills as the assistant goes on.
@@ -332,12 +352,17 @@ void MainWindow::ShowControls() {
   data_panel_->ShowState(command_runs_);
   doctor_panel_->ShowState(main_.Doctor(), command_runs_);
   gps_info_->ShowText(QString::fromStdString(main_.State().ReceiverText()));
+  if (!main_.State().ReceiverClock().empty()) {
+    const QString clock = QString::fromStdString(main_.State().ReceiverClock());
+    gps_info_->setToolTip(gps_info_->text().toHtmlEscaped() + "<br>" + clock.toHtmlEscaped());
+  }
   for (QWidget* widget :
        std::initializer_list<QWidget*>{port_box_, checked_link_, get_gps_info_, output_group_, auto_action_group_}) {
     widget->setEnabled(!command_runs_);
   }
   for (QAction* action : command_actions_)
     action->setEnabled(!command_runs_);
+  fix_dates_->setEnabled(!command_runs_ && !main_.State().DateRepairs().empty());
   cancel_action_->setEnabled(main_.State().CancelEnabled());
 }
 

@@ -85,10 +85,13 @@ class MainWindow : public QMainWindow {
   void SetTabOrder();
   QAction* AddAction(class QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button);
 
+  QAction* AddCommand(class QMenu& menu, const char* name, const char* text, const std::function<void()>& command);
+
   /// Runs a command with the window's other commands out of reach. Does nothing while one runs.
   void Run(const std::function<void()>& command);
   /// The same for one that talks to the receiver: where none answers, the line is examined.
   void RunWithReceiver(const std::function<Outcome()>& command);
+  [[nodiscard]] Outcome GetInfo();
   void BeginCommand();
   void EndCommand();
   /// Shows them below the tables, a line each, when the status line cuts them off.
@@ -125,6 +128,7 @@ class MainWindow : public QMainWindow {
   QLabel* notices_ = nullptr;
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;
+  QAction* fix_dates_ = nullptr;
   QAction* cancel_action_ = nullptr;
   QWidget* focus_before_ = nullptr;  ///< what had the focus when the command began
   bool command_runs_ = false;

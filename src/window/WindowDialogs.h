@@ -13,6 +13,8 @@ class WindowDialogs : public Dialogs {
 
   [[nodiscard]] bool ShowScriptOptions(ScriptOptions& options) override;
   [[nodiscard]] std::optional<ClipWaypoint> ShowClipProAtlas(ClipProAtlas& clip) override;
+  [[nodiscard]] bool ShowDateRepairs(const DataSet& data, const std::vector<DateRepair>& repairs,
+                                     int utc_offset_hours) override;
 
  private:
   QWidget& window_;

@@ -32,6 +32,14 @@ class FakeDialogs : public Dialogs {
     return on_clip ? on_clip(clip) : std::nullopt;
   }
 
+  [[nodiscard]] bool ShowDateRepairs(const DataSet& /*data*/, const std::vector<DateRepair>& repairs,
+                                     int /*utc_offset_hours*/) override {
+    dates_shown = repairs;
+    return fixes_dates;
+  }
+
+  bool fixes_dates = true;
+  std::vector<DateRepair> dates_shown;
   std::function<bool(ScriptOptions&)> on_mps;
   std::function<std::optional<ClipWaypoint>(ClipProAtlas&)> on_clip;
   int mps_shown = 0;

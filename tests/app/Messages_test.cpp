@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "text/Dates.h"
+
 namespace walrim::messages {
 namespace {
 
@@ -25,6 +27,25 @@ TEST(AppMessages, OfTheReceiverAreWordedSo) {
   EXPECT_EQ(LinkInUse(false, false), "誤り検査：しない");
   EXPECT_EQ(ReceiverText("GPS 12 Software", 77), "GPS 12 Software (Pid:77)");
   EXPECT_EQ(OverwriteHeldQuestion(DataKind::Route), "現在の内部データ(Route)は上書きされます．よろしいですか？");
+}
+
+TEST(AppMessages, OfDatesAreWordedSo) {
+  const std::int64_t moment = SecondsSinceGarminEpoch({2007, 4, 7, 16, 0, 0});
+  const auto at = static_cast<GarminSeconds>(moment);
+  const auto later = static_cast<GarminSeconds>(moment + RollOver_s);
+  EXPECT_EQ(ReceiverClock(moment), "受信機の時計：2007/04/07 16:00:00（UTC）");
+  EXPECT_EQ(SetClockQuestion(moment, moment + 1),
+            "受信機の時計は2007/04/07 16:00:00（UTC），コンピュータの時計は2007/04/07 16:00:01（UTC）です．"
+            "受信機の時計をコンピュータに合わせますか？");
+  EXPECT_EQ(ClockSet(moment), "受信機の時計を合わせました：2007/04/07 16:00:00（UTC）");
+  EXPECT_EQ(ClockNotTaken(moment),
+            "受信機の時計が合いませんでした．受信機は2007/04/07 16:00:00（UTC）を示しています．");
+  EXPECT_EQ(NoReceiverClock, "受信機から日時の応答がないため，時計を合わせられません．");
+  EXPECT_EQ(
+      DatesBehind({{0, at, at, later, later, 1}, {2, at - 86400, at, later - 86400, later, 1}}, 9),
+      "日付が1024週の単位で遅れている軌跡が2件あります（2007/04/07～2007/04/08は，正しくは2026/11/21～2026/11/22）．");
+  EXPECT_EQ(FixDatesByMenu, "「編集」の「日付を直す」で直せます．");
+  EXPECT_EQ(DatesFixed({{}, {}}), "軌跡2件の日付を直しました．");
 }
 
 TEST(AppMessages, BehindATransferAreWordedSo) {

@@ -12,6 +12,9 @@ TEST(CliMessages, AreWordedSo) {
   EXPECT_EQ(CheckedLinkAdvice, "誤り検査は --checked-link で指定できます．");
   EXPECT_EQ(TraceIsData, "通信の記録は，読み書きするデータとは別のファイルにしてください：");
   EXPECT_EQ(NoTrace, "通信の記録ではないファイルです");
+  EXPECT_EQ(FixDatesAdvice, "--fix-dates auto を指定すると，直します．");
+  EXPECT_EQ(FixDatesQuestion, "直しますか？");
+  EXPECT_EQ(YesAdvice, "--yes を指定すると，尋ねずに合わせます．");
   EXPECT_EQ(Stalled, "30秒間データが届かないため，通信を中止しました．");
   EXPECT_EQ(Cancelled, "中止しました．");
   EXPECT_EQ(NothingImported, "取り込めるデータがありません．");

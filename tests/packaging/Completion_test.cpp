@@ -68,7 +68,7 @@ TEST(Completion, OffersTheValuesOfTheHelpAndNoOthers) {
     std::sort(offers.begin(), offers.end());
     EXPECT_EQ(offers, option.values) << option.names.back();
   }
-  EXPECT_EQ(options_with_values, 5);
+  EXPECT_EQ(options_with_values, 6);
 }
 
 TEST(Completion, OffersTheModelsOfTheDemonstrationReceiver) {

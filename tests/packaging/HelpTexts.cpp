@@ -54,7 +54,7 @@ std::vector<HelpOption> HelpOptions(std::vector<std::string> program) {
 }
 
 std::vector<std::string> CommandsOfTheHelp() {
-  static const std::regex pattern(R"(^  ([a-z]+) .*$)");
+  static const std::regex pattern(R"(^  ([a-z][a-z-]*) .*$)");
   std::vector<std::string> commands;
   for (const std::string& line : LinesOf(Help({WALRIM_CLI}))) {
     std::smatch match;

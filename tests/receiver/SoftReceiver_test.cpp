@@ -99,6 +99,48 @@ TEST_F(SoftReceiverTest, TellsTheTime) {
   EXPECT_EQ(host.Command(5).at(1), Sound(14, {11, 22, 0xEA, 0x07, 2, 0, 2, 3}));
 }
 
+TEST_F(SoftReceiverTest, ItsClockIsSet) {
+  EXPECT_EQ(host.Exchange(14, {11, 22, 0xEA, 0x07, 1, 0, 2, 3}), std::vector{Sound(6, {14, 0})});
+  host.now += seconds(3600);
+  EXPECT_EQ(host.Command(5).at(1), Sound(14, {11, 22, 0xEA, 0x07, 2, 0, 2, 3}));
+  // The 31st of November, and seven bytes.
+  static_cast<void>(host.Exchange(14, {11, 31, 0xEA, 0x07, 1, 0, 2, 3}));
+  static_cast<void>(host.Exchange(14, {11, 22, 0xEB, 0x07, 1, 0, 2}));
+  EXPECT_EQ(host.Command(5).at(1), Sound(14, {11, 22, 0xEA, 0x07, 2, 0, 2, 3}));
+}
+
+TEST(SoftReceiver, ARollOverIsCuredByTheClock) {
+  // A position of eight bytes, the time, height, depth and a mark.
+  const auto point = [](const Bytes& time) { return Bytes(8, 1) + time + Bytes(9, 2); };
+  // 2026/11/21 00:00:00 is 45639300h seconds behind 1989/12/31, 7168 days less are 20799300h.
+  const Bytes right = point({0x00, 0x93, 0x63, 0x45});
+  const Bytes behind = point({0x00, 0x93, 0x79, 0x20});
+  const Bytes timeless = point({0, 0, 0, 0});
+  ReceiverMemory memory;
+  memory.tracks = {{99, {1, 2, 0}}, {34, right}, {34, timeless}};
+  SoftReceiver receiver(*FindReceiverModel("eTrex"), memory, 0, {});
+  ReceiverHost host(receiver);
+  receiver.SetClock(SecondsSinceGarminEpoch({2026, 11, 22, 1, 2, 3}), host.now);
+  const auto points = [&host] {
+    std::vector<Bytes> found;
+    std::vector<SeenFrame> frames = host.Command(6);
+    for (frames = host.Ack(27); !frames.empty(); frames = host.Ack(frames.back().id)) {
+      if (frames.back().id == 34) found.push_back(frames.back().data);
+    }
+    return found;
+  };
+  receiver.FallBack(1, false);
+  EXPECT_EQ(points(), (std::vector{right, timeless}));
+  receiver.FallBack(1, true);
+  EXPECT_EQ(points(), (std::vector{behind, timeless}));
+  EXPECT_EQ(host.Command(5).at(1), Sound(14, {4, 8, 0xD7, 0x07, 1, 0, 2, 3}));  // 2007/04/08
+  static_cast<void>(host.Ack(14));
+  static_cast<void>(host.Exchange(14, {11, 22, 0xEA, 0x07, 1, 0, 2, 3}));
+  EXPECT_EQ(host.Command(5).at(1), Sound(14, {11, 22, 0xEA, 0x07, 1, 0, 2, 3}));
+  static_cast<void>(host.Ack(14));
+  EXPECT_EQ(points(), (std::vector{right, timeless}));
+}
+
 TEST_F(SoftReceiverTest, WithoutAClockSetItIsNoonInJapanAtItsStart) {
   host.now = nanoseconds(0);
   EXPECT_EQ(host.Command(5).at(1), Sound(14, {12, 8, 0xD2, 0x07, 3, 0, 0, 0}));

@@ -305,6 +305,28 @@ TEST_F(WalrimReceiverTest, TellsTheComputersTime) {
               static_cast<double>(std::time(nullptr)), 60);
 }
 
+TEST_F(WalrimReceiverTest, TellsTheTimeThatIsSet) {
+  const auto told = [](const std::vector<std::string>& arguments) {
+    Program program(arguments);
+    Client client(program.Line());
+    EXPECT_TRUE(client.Open());
+    const auto frames = client.Exchange(HostFrame(10, {5, 0}), 2);
+    Bytes date = frames.size() == 2 ? frames[1].data : Bytes(8, 0);
+    date.resize(6);  // seconds pass
+    return date;
+  };
+  EXPECT_EQ(told({"--baud", "0", "--clock", "2031-05-04T13:45:00Z"}), (Bytes{5, 4, 0xEF, 0x07, 13, 0}));
+  EXPECT_EQ(told({"--baud", "0", "--clock", "2031-05-04"}), (Bytes{5, 4, 0xEF, 0x07, 0, 0}));
+  // 7168 days earlier.
+  EXPECT_EQ(told({"--baud", "0", "--clock", "2031-05-04", "--rollovers", "1"}), (Bytes{9, 18, 0xDB, 0x07, 0, 0}));
+}
+
+TEST_F(WalrimReceiverTest, LogsBeforeTheReceiversEpochAreRefused) {
+  Program program({"--clock", "2026-11-22", "--rollovers", "2"});
+  EXPECT_EQ(program.Wait(), 1);
+  EXPECT_NE(program.Errors().find("--rollovers"), std::string::npos);
+}
+
 TEST_F(WalrimReceiverTest, KeepsThePaceOfTheLine) {
   Program program({});
   Client client(program.Line());
@@ -384,10 +406,12 @@ TEST_F(WalrimReceiverTest, APulledCableEndsTheProgramAndItsLink) {
 }
 
 TEST_F(WalrimReceiverTest, WrongOptionsAreToldWithStatusTwo) {
-  const std::vector<std::vector<std::string>> wrong{
-      {"--model", "GPS 99"}, {"--baud", "-1"}, {"--baud", "fast"},         {"--fault", "nonsense"},
-      {"--fault", "gap=x"},  {"--nothing"},    {"--fault", "silent", "x"}, {"extra"},
-      {"--utc-offset", "99"}};
+  const std::vector<std::vector<std::string>> wrong{{"--model", "GPS 99"},      {"--baud", "-1"},
+                                                    {"--baud", "fast"},         {"--fault", "nonsense"},
+                                                    {"--fault", "gap=x"},       {"--nothing"},
+                                                    {"--fault", "silent", "x"}, {"extra"},
+                                                    {"--utc-offset", "99"},     {"--clock", "yesterday"},
+                                                    {"--clock", "1980-01-01"},  {"--rollovers", "4"}};
   for (const auto& arguments : wrong) {
     Program program(arguments);
     EXPECT_EQ(program.Wait(), 2) << arguments.back();
@@ -400,8 +424,8 @@ TEST_F(WalrimReceiverTest, HelpNamesTheOptions) {
   Program program({"--help"});
   EXPECT_EQ(program.Wait(), 0);
   const std::string help = program.Output();
-  for (const auto* option :
-       {"--model", "--memory", "--baud", "--link", "--fault", "--strict", "GPS 12CX", "unplug-after=N"}) {
+  for (const auto* option : {"--model", "--memory", "--baud", "--link", "--fault", "--strict", "--clock", "--rollovers",
+                             "GPS 12CX", "unplug-after=N"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
 }

@@ -28,6 +28,7 @@ class ScriptedReceiver {
   std::optional<std::size_t> silent_after;             ///< answers no further after this many received frames
   bool acknowledges = true;
   bool tells_clock = true;
+  bool takes_clock = false;
   Bytes clock{12, 8, 0xD2, 7, 3, 0, 0, 0};  ///< 2002/12/08 03:00:00 as packet 14
   std::chrono::nanoseconds delay{std::chrono::milliseconds{2}};
   std::chrono::nanoseconds gap{};     ///< between an ACK and the packet behind it
@@ -61,6 +62,9 @@ class ScriptedReceiver {
         return OnCommand(packet.data.at(0));
       case 6:
         return OnAck(packet.data.at(0));
+      case 14:
+        if (takes_clock) clock = packet.data;
+        return {{delay, Ack(packet.id)}};
       default:
         return {{delay, Ack(packet.id)}};
     }
