@@ -165,13 +165,13 @@ std::string DatesBehind(const std::vector<DateRepair>& repairs, int utc_offset_h
     }
     return DayText(oldest, utc_offset_hours) + "～" + DayText(newest, utc_offset_hours);
   };
-  return "日付が1024週の単位で遅れている軌跡が" + std::to_string(repairs.size()) + "件あります（" +
+  return "日付が1024週の単位で遅れているトラックログが" + std::to_string(repairs.size()) + "件あります（" +
          range(&DateRepair::old_first, &DateRepair::old_last) + "は，正しくは" +
          range(&DateRepair::new_first, &DateRepair::new_last) + "）．";
 }
 
 std::string DatesFixed(const std::vector<DateRepair>& repairs) {
-  return "軌跡" + std::to_string(repairs.size()) + "件の日付を直しました．";
+  return "トラックログ" + std::to_string(repairs.size()) + "件の日付を直しました．";
 }
 
 std::string KindFull(DataKind kind) {

@@ -24,24 +24,24 @@ QString RangeText(GarminSeconds first, GarminSeconds last, int utc_offset_hours)
 }
 
 /// The name of a log, or its number where it has none.
-QString LogText(const DataSet& data, std::size_t log) {
-  const std::string& name = data.Logs()[log].trk_ident;
-  const auto number = static_cast<int>(log) + data.FirstLogNumber();
+QString LogText(const DataSet& data_set, std::size_t log) {
+  const std::string& name = data_set.Logs()[log].trk_ident;
+  const auto number = static_cast<int>(log) + data_set.FirstLogNumber();
   return name.empty() ? QString::number(number) : QString::fromStdString(name);
 }
 
 }  // namespace
 
-DateRepairsDialog::DateRepairsDialog(const DataSet& data, const std::vector<DateRepair>& repairs, int utc_offset_hours,
-                                     QWidget* parent)
+DateRepairsDialog::DateRepairsDialog(const DataSet& data_set, const std::vector<DateRepair>& repairs,
+                                     int utc_offset_hours, QWidget* parent)
     : QDialog(parent) {
   setObjectName("DateRepairs");
   setWindowTitle(QString::fromUtf8("日付を直す"));
   resize(StartSize);
   auto* column = new QVBoxLayout(this);
-  auto* caption = new QLabel(QString::fromUtf8("次の軌跡の日付は，1024週の単位で遅れています．直しますか？"));
+  auto* caption = new QLabel(QString::fromUtf8("次のトラックログの日付は，1024週の単位で遅れています．直しますか？"));
   column->addWidget(caption);
-  column->addWidget(MakeTable(data, repairs, utc_offset_hours));
+  column->addWidget(MakeTable(data_set, repairs, utc_offset_hours));
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   buttons->button(QDialogButtonBox::Ok)->setText(QString::fromUtf8("直す(&F)"));
   buttons->button(QDialogButtonBox::Cancel)->setText(QString::fromUtf8("キャンセル"));
@@ -50,18 +50,18 @@ DateRepairsDialog::DateRepairsDialog(const DataSet& data, const std::vector<Date
   column->addWidget(buttons);
 }
 
-QTableWidget* DateRepairsDialog::MakeTable(const DataSet& data, const std::vector<DateRepair>& repairs,
+QTableWidget* DateRepairsDialog::MakeTable(const DataSet& data_set, const std::vector<DateRepair>& repairs,
                                            int utc_offset_hours) {
   auto* table = new QTableWidget(static_cast<int>(repairs.size()), 3);
   NameControl(*table, "DateRepairTable");
   table->setHorizontalHeaderLabels(
-      {QString::fromUtf8("軌跡"), QString::fromUtf8("今の日時"), QString::fromUtf8("直した日時")});
+      {QString::fromUtf8("トラックログ"), QString::fromUtf8("今の日時"), QString::fromUtf8("直した日時")});
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->verticalHeader()->hide();
   int row = 0;
   for (const DateRepair& repair : repairs) {
-    table->setItem(row, 0, new QTableWidgetItem(LogText(data, repair.log)));
+    table->setItem(row, 0, new QTableWidgetItem(LogText(data_set, repair.log)));
     table->setItem(row, 1, new QTableWidgetItem(RangeText(repair.old_first, repair.old_last, utc_offset_hours)));
     table->setItem(row, 2, new QTableWidgetItem(RangeText(repair.new_first, repair.new_last, utc_offset_hours)));
     ++row;

@@ -15,10 +15,11 @@ namespace walrim {
 class DateRepairsDialog : public QDialog {
  public:
   /// The repairs are of logs of the data set. Times are shown in local time.
-  DateRepairsDialog(const DataSet& data, const std::vector<DateRepair>& repairs, int utc_offset_hours, QWidget* parent);
+  DateRepairsDialog(const DataSet& data_set, const std::vector<DateRepair>& repairs, int utc_offset_hours,
+                    QWidget* parent);
 
  private:
-  [[nodiscard]] QTableWidget* MakeTable(const DataSet& data, const std::vector<DateRepair>& repairs,
+  [[nodiscard]] QTableWidget* MakeTable(const DataSet& data_set, const std::vector<DateRepair>& repairs,
                                         int utc_offset_hours);
 };
 

@@ -41,11 +41,11 @@ TEST(AppMessages, OfDatesAreWordedSo) {
   EXPECT_EQ(ClockNotTaken(moment),
             "受信機の時計が合いませんでした．受信機は2007/04/07 16:00:00（UTC）を示しています．");
   EXPECT_EQ(NoReceiverClock, "受信機から日時の応答がないため，時計を合わせられません．");
-  EXPECT_EQ(
-      DatesBehind({{0, at, at, later, later, 1}, {2, at - 86400, at, later - 86400, later, 1}}, 9),
-      "日付が1024週の単位で遅れている軌跡が2件あります（2007/04/07～2007/04/08は，正しくは2026/11/21～2026/11/22）．");
+  EXPECT_EQ(DatesBehind({{0, at, at, later, later, 1}, {2, at - 86400, at, later - 86400, later, 1}}, 9),
+            "日付が1024週の単位で遅れているトラックログが2件あります（2007/04/07～2007/04/08は，正しくは2026/11/"
+            "21～2026/11/22）．");
   EXPECT_EQ(FixDatesByMenu, "「編集」の「日付を直す」で直せます．");
-  EXPECT_EQ(DatesFixed({{}, {}}), "軌跡2件の日付を直しました．");
+  EXPECT_EQ(DatesFixed({{}, {}}), "トラックログ2件の日付を直しました．");
 }
 
 TEST(AppMessages, BehindATransferAreWordedSo) {

@@ -34,7 +34,7 @@ class FakeClock : public Clock {
 
   std::chrono::nanoseconds now{};
   CivilTime local_time{2002, 11, 15, 14, 25, 30};
-  std::int64_t utc_s = SecondsSinceGarminEpoch({2002, 11, 15, 5, 25, 30});
+  std::int64_t utc_s = 406'272'330;  ///< 2002/11/15 05:25:30
 };
 
 class FakeEventLoop : public EventLoop {

@@ -76,9 +76,9 @@ std::string KindWord(DataKind kind) {
 }
 
 bool TellsStatus(const std::string& line) {
-  constexpr std::array<std::string_view, 7> beginnings{
-      "Initializing Device", "誤り検査：",   "Get Data Num of ", "DownLoading : ",
-      "UpLoading : ",        "Import from ", "Export "};
+  constexpr std::array<std::string_view, 8> beginnings{
+      "Initializing Device", "受信機の時計：", "誤り検査：",   "Get Data Num of ",
+      "DownLoading : ",      "UpLoading : ",   "Import from ", "Export "};
   return std::any_of(beginnings.begin(), beginnings.end(),
                      [&](std::string_view beginning) { return line.starts_with(beginning); });
 }
@@ -117,7 +117,7 @@ class FaultLine : public ::testing::TestWithParam<Sample> {
     if (row_.link == Link::Checked) words.emplace_back("--checked-link");
     if (row_.link == Link::Plain) words.emplace_back("--plain-link");
     if (row_.kind) words.insert(words.end(), {"--kinds", KindWord(*row_.kind)});
-    if (row_.command == Command::Download) words.insert(words.end(), {"-o", Output(), "--force"});
+    if (row_.command == Command::Download) words.insert(words.end(), {"-o", Output(), "--force", "--fix-dates", "0"});
     if (row_.command == Command::Upload) words.push_back(folder_.Path("moved.grc"));
     Process process(words);
     const int status = process.Wait();
