@@ -89,6 +89,7 @@ struct Parser {
 
   Parser();
   void AddCommands();
+  void AddDoctor();
   void AddCommon(CLI::App& command);
   CLI::Option* AddPort(CLI::App& command);
   void AddLine(CLI::App& command);
@@ -141,6 +142,18 @@ void Parser::AddCommands() {
   AddFixDates(convert);
   convert.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 
+  AddDoctor();
+
+  CLI::App& set_clock =
+      Add("set-clock", "Show the receiver's date beside the computer's and set it", CliCommand::SetClock);
+  AddLine(set_clock);
+  AddForce(set_clock);
+  set_clock.add_flag("--yes", arguments.yes, "Set it without asking");
+
+  Add("ports", "List the serial ports", CliCommand::Ports);
+}
+
+void Parser::AddDoctor() {
   CLI::App& doctor = Add("doctor", "Examine the line and tell what is wrong with it", CliCommand::Doctor);
   CLI::Option* port = AddPort(doctor)->required(false);
   CLI::Option* find =
@@ -151,14 +164,6 @@ void Parser::AddCommands() {
     arguments.command = CliCommand::Doctor;
     if (port->count() == 0 && !arguments.find) throw CLI::RequiredError("--port or --find");
   });
-
-  CLI::App& set_clock =
-      Add("set-clock", "Show the receiver's date beside the computer's and set it", CliCommand::SetClock);
-  AddLine(set_clock);
-  AddForce(set_clock);
-  set_clock.add_flag("--yes", arguments.yes, "Set it without asking");
-
-  Add("ports", "List the serial ports", CliCommand::Ports);
 }
 
 void Parser::AddCommon(CLI::App& command) {
