@@ -106,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   AnyReceiver receiver(input, choice.kind);
   world.port.script = [&receiver](const Bytes& frame) { return receiver.Answer(frame); };
   try {
-    const std::int32_t result = world.garmin.Download(choice.kind, "1", mode);
+    const std::int32_t result = world.garmin.Download(world.data, choice.kind, "1", mode);
     if (result < 0 && result != TransferGivenUp && result != TransferTimedOut) std::abort();
   } catch (const std::exception&) {
     // Too many frames or records, or one that does not end.

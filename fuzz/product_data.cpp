@@ -40,12 +40,11 @@ Bytes WireBytes(std::span<const std::uint8_t> input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  DataSet data;
   FakeClock clock;
   ScriptedPort port(clock);
   FakeEventLoop loop;
   RecordingDesktop desktop;
-  Garmin garmin(data, port, clock, loop, desktop);
+  Garmin garmin(port, clock, loop, desktop);
   const std::span<const std::uint8_t> input(bytes, size);
   constexpr std::array choices{LinkChoice::Plain, LinkChoice::Checked, LinkChoice::Automatic};
   const LinkChoice choice = choices[input.empty() ? 0 : input[0] % choices.size()];

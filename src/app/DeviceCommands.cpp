@@ -160,7 +160,8 @@ Outcome DeviceCommands::AskCounts() {
 }
 
 Outcome DeviceCommands::AskCount(DataKind kind) {
-  const TransferEnd end = Run([&] { return garmin_.Download(kind, state_.Settings().port, TransferMode::CountOnly); });
+  const TransferEnd end =
+      Run([&] { return garmin_.Download(state_.Data(), kind, state_.Settings().port, TransferMode::CountOnly); });
   if (end.result <= 0) state_.SetReceiverCount(kind, std::nullopt);
   if (end.result == TransferTimedOut) {
     desktop_.ShowMessage(messages::LinkLost);
@@ -207,7 +208,8 @@ Outcome DeviceCommands::DownloadSelected() {
 
 DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
   desktop_.SetStatusCaption(messages::Downloading(kind));
-  const TransferEnd end = Run([&] { return garmin_.Download(kind, state_.Settings().port, TransferMode::Transfer); });
+  const TransferEnd end =
+      Run([&] { return garmin_.Download(state_.Data(), kind, state_.Settings().port, TransferMode::Transfer); });
   NoteReport(kind);
   if (end.result > 0) {
     state_.SetHeldCount(kind, end.result);
@@ -296,7 +298,7 @@ Outcome DeviceCommands::UploadSelected() {
 }
 
 DeviceCommands::KindEnd DeviceCommands::UploadKind(DataKind kind) {
-  const TransferEnd end = Run([&] { return garmin_.Upload(kind, state_.Settings().port); });
+  const TransferEnd end = Run([&] { return garmin_.Upload(state_.Data(), kind, state_.Settings().port); });
   NoteReport(kind);
   return EndOfUpload(kind, end);
 }

@@ -17,7 +17,7 @@ namespace walrim {
 
 class DeviceCommands {
  public:
-  /// All must outlive this object. garmin moves the records of the state's data set.
+  /// All must outlive this object.
   DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
                  DateCommands& dates, Desktop& desktop);
 

@@ -19,7 +19,7 @@ const UnknownPortFacts NoFacts;
 WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop, Dialogs* dialogs,
                        Inet* inet, const PortFacts* facts)
     : state_(desktop),
-      garmin_(state_.Data(), port, clock, event_loop, desktop),
+      garmin_(port, clock, event_loop, desktop),
       deletes_(state_, desktop),
       dates_(state_, garmin_, clock, desktop, dialogs),
       imports_(state_, garmin_, dates_, desktop, dialogs, inet),

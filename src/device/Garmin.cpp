@@ -15,14 +15,14 @@ ProductInfo Garmin::ConnectDevice(std::string_view port_name) {
   return info;
 }
 
-std::int32_t Garmin::Download(DataKind kind, std::string_view port_name, TransferMode mode) {
+std::int32_t Garmin::Download(DataSet& data, DataKind kind, std::string_view port_name, TransferMode mode) {
   session_.Report() = {};
-  return walrim::Download(session_, data_, kind).Run(port_name, mode);
+  return walrim::Download(session_, data, kind).Run(port_name, mode);
 }
 
-std::int32_t Garmin::Upload(DataKind kind, std::string_view port_name) {
+std::int32_t Garmin::Upload(const DataSet& data, DataKind kind, std::string_view port_name) {
   session_.Report() = {};
-  return UploadRecords(session_, data_, kind, port_name);
+  return UploadRecords(session_, data, kind, port_name);
 }
 
 std::optional<CivilTime> Garmin::AskClock(std::string_view port_name) {

@@ -25,8 +25,8 @@ namespace walrim {
 class Garmin {
  public:
   /// All must outlive this object.
-  Garmin(DataSet& data, SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop)
-      : data_(data), session_(port, clock, event_loop, desktop) {}
+  Garmin(SerialPort& port, const Clock& clock, EventLoop& event_loop, Desktop& desktop)
+      : session_(port, clock, event_loop, desktop) {}
 
   /// Of the identifications to come.
   void SetLinkChoice(LinkChoice choice) { session_.SetLinkChoice(choice); }
@@ -60,9 +60,9 @@ class Garmin {
   // Transfers. Results: a count, TransferGivenUp, TransferTimedOut; 0 also when the first packet was not acknowledged.
   // Report tells the rest.
 
-  /// What is held of the kind stays as it is until all has come.
-  [[nodiscard]] std::int32_t Download(DataKind kind, std::string_view port_name, TransferMode mode);
-  [[nodiscard]] std::int32_t Upload(DataKind kind, std::string_view port_name);
+  /// What data holds of the kind stays as it is until all has come.
+  [[nodiscard]] std::int32_t Download(DataSet& data, DataKind kind, std::string_view port_name, TransferMode mode);
+  [[nodiscard]] std::int32_t Upload(const DataSet& data, DataKind kind, std::string_view port_name);
 
   /// What the receiver's clock tells, in UTC; nothing where the receiver does not tell a date within two seconds.
   [[nodiscard]] std::optional<CivilTime> AskClock(std::string_view port_name);
@@ -70,7 +70,6 @@ class Garmin {
   [[nodiscard]] bool SetClock(std::string_view port_name, const CivilTime& utc);
 
  private:
-  DataSet& data_;
   DeviceSession session_;
 };
 

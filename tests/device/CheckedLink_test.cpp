@@ -409,7 +409,7 @@ class CheckedTransferTest : public ::testing::Test {
     for (const std::string_view fault : faults)
       ASSERT_EQ(AddFault(options.faults, fault), "");
     port.emplace(std::move(options), clock, [this](nanoseconds time) { clock.Advance(time); });
-    garmin.emplace(data, *port, clock, loop, desktop);
+    garmin.emplace(*port, clock, loop, desktop);
     garmin->SetLinkChoice(LinkChoice::Checked);
     garmin->SetTrace(&trace);
     loop.on_yield = [this] {
@@ -417,7 +417,7 @@ class CheckedTransferTest : public ::testing::Test {
     };
   }
   std::int32_t Connect() { return garmin->ConnectDevice("demo").product_id; }
-  std::int32_t Download(DataKind kind) { return garmin->Download(kind, "demo", TransferMode::Transfer); }
+  std::int32_t Download(DataKind kind) { return garmin->Download(data, kind, "demo", TransferMode::Transfer); }
   [[nodiscard]] std::string Ident(int number) const {
     return data.Waypoints().at(static_cast<std::size_t>(number) - 1).ident;
   }
@@ -484,7 +484,7 @@ TEST_F(CheckedTransferTest, ARecordThatTheReceiverRefusesIsSentAgain) {
   for (const auto* ident : {"A", "B", "C"})
     ASSERT_EQ(data.Add(WaypointNamed(ident)), AddResult::Stored);
   ASSERT_GT(Connect(), 0);
-  EXPECT_EQ(garmin->Upload(DataKind::Waypoint, "demo"), 3);
+  EXPECT_EQ(garmin->Upload(data, DataKind::Waypoint, "demo"), 3);
   EXPECT_EQ(garmin->Report().refused_records, 0);
   data.Clear(DataKind::Waypoint);
   EXPECT_EQ(Download(DataKind::Waypoint), 3);
@@ -533,7 +533,7 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
       FakeEventLoop loop;
       RecordingDesktop desktop;
       DataSet data;
-      Garmin garmin(data, port, clock, loop, desktop);
+      Garmin garmin(port, clock, loop, desktop);
       garmin.SetLinkChoice(checked ? LinkChoice::Checked : LinkChoice::Plain);
       const auto answer = port.script;
       port.script = [&](const Bytes& wire) {
@@ -545,7 +545,7 @@ TEST(UnaskedFrames, BehindTheProductDataDisturbNeitherLink) {
       };
       ASSERT_EQ(data.Add(WaypointNamed("A")), AddResult::Stored);
       ASSERT_EQ(garmin.ConnectDevice("1").product_id, 130);
-      EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
+      EXPECT_EQ(garmin.Upload(data, DataKind::Waypoint, "1"), 1);
       EXPECT_EQ(garmin.Report().refused_records, 0);
       EXPECT_FALSE(garmin.Report().end_refused);
     }
@@ -598,7 +598,7 @@ TEST_F(CheckedTransferTest, ATransferTakesHardlyLongerThanItsBytesTakeOnTheLine)
   EXPECT_LE(down.taken_s / down.wire_s, 1.02);
 
   trace.lines.clear();
-  ASSERT_EQ(garmin->Upload(DataKind::TrackLog, "demo"), 1001);
+  ASSERT_EQ(garmin->Upload(data, DataKind::TrackLog, "demo"), 1001);
   const LineUse up = UseOf(trace.lines);
   EXPECT_LE(up.taken_s / up.wire_s, 1.02);
 }

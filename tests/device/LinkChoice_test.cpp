@@ -43,8 +43,7 @@ class LinkChoiceTest : public ::testing::Test {
   ScriptedPort port{clock};
   FakeEventLoop loop;
   RecordingDesktop desktop;
-  DataSet data;
-  Garmin garmin{data, port, clock, loop, desktop};
+  Garmin garmin{port, clock, loop, desktop};
   RecordingTrace trace;
 };
 

@@ -197,7 +197,7 @@ TEST_F(TransferTest, AnEmptyReceiverIsAbortedWithoutProgress) {
 TEST_F(TransferTest, CountOnlyReturnsTheCountAndRequestsNoData) {
   GiveWaypoints(5);
   HoldWaypoint("OLD");
-  EXPECT_EQ(garmin.Download(DataKind::Waypoint, "1", TransferMode::CountOnly), 5);
+  EXPECT_EQ(garmin.Download(data, DataKind::Waypoint, "1", TransferMode::CountOnly), 5);
   EXPECT_EQ(receiver.received, (std::vector<PlainPacket>{{10, {7, 0}}, Abort}));
   EXPECT_EQ(WaypointCount(), 1U);
   EXPECT_TRUE(desktop.captions.empty());
@@ -845,10 +845,10 @@ TEST_F(TransferTest, ALinkIsSentWithoutDataWhereItsTypeIsNotKnown) {
 TEST_F(TransferTest, CancelHoldsUntilItIsCleared) {
   HoldWaypoint("A");
   garmin.Cancel();
-  EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), -1);
+  EXPECT_EQ(garmin.Upload(data, DataKind::Waypoint, "1"), -1);
   EXPECT_EQ(receiver.received.back(), Abort);
   garmin.ClearCancel();
-  EXPECT_EQ(garmin.Upload(DataKind::Waypoint, "1"), 1);
+  EXPECT_EQ(garmin.Upload(data, DataKind::Waypoint, "1"), 1);
 }
 
 TEST_F(TransferTest, AnUploadTellsWhichRecordsWereCut) {

@@ -25,11 +25,11 @@ struct DeviceWorld {
   }
   [[nodiscard]] std::int32_t Download(DataKind kind = DataKind::Waypoint) {
     garmin.ClearCancel();
-    return garmin.Download(kind, "1", TransferMode::Transfer);
+    return garmin.Download(data, kind, "1", TransferMode::Transfer);
   }
   [[nodiscard]] std::int32_t Upload(DataKind kind) {
     garmin.ClearCancel();
-    return garmin.Upload(kind, "1");
+    return garmin.Upload(data, kind, "1");
   }
 
   FakeClock clock;
@@ -38,7 +38,7 @@ struct DeviceWorld {
   FakeEventLoop loop;
   RecordingDesktop desktop;
   DataSet data;
-  Garmin garmin{data, port, clock, loop, desktop};
+  Garmin garmin{port, clock, loop, desktop};
 };
 
 }  // namespace walrim
