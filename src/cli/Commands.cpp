@@ -76,6 +76,7 @@ class Terminal {
         main_(port_, clock_, watchdog_, desktop_, nullptr, nullptr, &facts_) {
     main_.State().Settings() = arguments.settings;
     main_.Receiver().SetPacing(arguments.pacing_factor);
+    main_.Receiver().SetTrace(nullptr);  // nobody asks for it afterwards
   }
 
   ExitStatus Info();

@@ -70,7 +70,7 @@ std::uint8_t UsualDisplayMode(std::uint8_t d104) {
   return d104 < modes.size() ? modes[d104] : d104;
 }
 
-/// Seconds that a zone is ahead: "", "Z", "+09:00", "-0330", "+09".
+/// Seconds that a zone is ahead: "", "Z", "+09:00", "-0330", "+09"; at most 14 hours, as a schema has them.
 std::optional<std::int64_t> ZoneSeconds(std::string_view zone) {
   if (zone.empty() || SameWord(zone, "Z")) return 0;
   const bool west = Take(zone, '-');
@@ -79,7 +79,9 @@ std::optional<std::int64_t> ZoneSeconds(std::string_view zone) {
   Take(zone, ':');
   const std::string_view minutes = TakeDigits(zone, 2);
   if (hours.size() != 2 || minutes.size() == 1 || !zone.empty()) return std::nullopt;
-  const std::int64_t seconds = LeadingInteger(hours, 0, 99) * 3600 + LeadingInteger(minutes, 0, 99) * 60;
+  const std::int64_t minute = LeadingInteger(minutes, 0, 99);
+  const std::int64_t seconds = LeadingInteger(hours, 0, 99) * 3600 + minute * 60;
+  if (minute > 59 || seconds > 14 * 3600) return std::nullopt;
   return west ? -seconds : seconds;
 }
 

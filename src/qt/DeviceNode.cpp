@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <grp.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -71,6 +72,13 @@ std::string ResolveLinks(const std::string& path) {
   return error ? path : resolved.string();
 }
 
+/// Whether a program keeps the node to itself (TIOCEXCL). The administrator gets in all the same, and would take that
+/// away with the next closing.
+bool IsExclusive(int node) {
+  int exclusive = 0;
+  return ioctl(node, TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
+}
+
 /// 0 for a character device, else the error number: opening a pipe or a file would succeed and mean nothing.
 int CheckKind(const std::string& device) {
   struct stat status {};
@@ -93,7 +101,9 @@ PortResult OpenDeviceNode(const std::string& path, Descriptor& node) {
     node.Reset();
     return Failure(error, result.device);
   }
-  return result;
+  if (!IsExclusive(node.Get())) return result;
+  node.Reset();
+  return Failure(EBUSY, result.device);
 }
 
 }  // namespace walrim

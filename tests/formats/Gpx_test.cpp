@@ -587,7 +587,8 @@ TEST(GpxReader, TimesWithFractionsAndZones) {
     EXPECT_EQ(read.result.unread_time.count, 0) << text;
   }
   EXPECT_EQ(read_time("1989-12-31T00:00:01Z").data.Logs()[0].points[0].time, 1U);
-  for (const std::string_view text : {"yesterday", "2002-02-30T00:00:00Z", "2002-11-12T00:05:12+9"}) {
+  for (const std::string_view text : {"yesterday", "2002-02-30T00:00:00Z", "2002-11-12T00:05:12+9",
+                                      "2002-11-12T00:05:12+99:00", "2002-11-12T00:05:12+09:60"}) {
     const auto read = read_time(text);
     EXPECT_EQ(read.data.Logs()[0].points[0].time, std::nullopt) << text;
     EXPECT_EQ(read.result.unread_time.count, 1) << text;

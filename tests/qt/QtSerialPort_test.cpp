@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -385,6 +386,20 @@ TEST_F(QtSerialPortTest, ALockThatAnotherProgramHoldsMeansInUse) {
   ASSERT_GE(node, 0);
   ASSERT_EQ(flock(node, LOCK_EX | LOCK_NB), 0);
   EXPECT_EQ(port.Open(line.Device(), Baud).problem, PortProblem::InUse);
+  close(node);
+  OpenPort();
+}
+
+/// Which keeps ordinary users out by itself; the administrator is let in, and must leave it as it is.
+TEST_F(QtSerialPortTest, ALineThatAnotherProgramKeepsToItselfIsInUse) {
+  const int node = open(line.Device().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  ASSERT_GE(node, 0);
+  ASSERT_EQ(ioctl(node, TIOCEXCL), 0);
+  EXPECT_EQ(port.Open(line.Device(), Baud).problem, PortProblem::InUse);
+  int exclusive = 0;
+  EXPECT_EQ(ioctl(node, TIOCGEXCL, &exclusive), 0);
+  EXPECT_EQ(exclusive, 1);
+  ASSERT_EQ(ioctl(node, TIOCNXCL), 0);
   close(node);
   OpenPort();
 }
