@@ -14,14 +14,14 @@ class DeleteCommands {
   /// Both must outlive this object.
   DeleteCommands(ProgramState& state, Desktop& desktop) : state_(state), desktop_(desktop) {}
 
-  /// Empties the chosen kinds.
+  /// Takes the checked records of the chosen kinds away.
   Outcome Delete();
   /// What AutoDelete does behind a command that did all it was asked for: only what was kept elsewhere as a whole may
   /// go. lost is told where it was not.
   void DeleteHandled(std::string_view lost);
 
  private:
-  void EmptyChosen();
+  void EmptyChosenKinds();
 
   ProgramState& state_;
   Desktop& desktop_;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/Messages.h"
+#include "records/Chosen.h"
 #include "text/Utf8.h"
 
 namespace walrim {
@@ -275,6 +276,10 @@ Outcome DeviceCommands::Upload() {
     desktop_.ShowMessage(chosen ? messages::NothingHeld : messages::NothingToUpload);
     return Outcome::Refused;
   }
+  if (state_.NothingChecked()) {
+    desktop_.ShowMessage(messages::NothingToUpload);
+    return Outcome::Refused;
+  }
   state_.Told().Clear();
   state_.SetSomethingLost(false);
   const Outcome outcome = RunIdentified(&DeviceCommands::UploadSelected);
@@ -298,7 +303,7 @@ Outcome DeviceCommands::UploadSelected() {
 }
 
 DeviceCommands::KindEnd DeviceCommands::UploadKind(DataKind kind) {
-  const TransferEnd end = Run([&] { return garmin_.Upload(state_.Data(), kind, state_.Settings().port); });
+  const TransferEnd end = Run([&] { return garmin_.Upload(*ChosenData(state_.Data()), kind, state_.Settings().port); });
   NoteReport(kind);
   return EndOfUpload(kind, end);
 }

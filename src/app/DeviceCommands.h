@@ -25,7 +25,7 @@ class DeviceCommands {
   Outcome GetInfo();
   /// Downloads the kinds to download. AutoSave and AutoCopy follow.
   Outcome Download();
-  /// Uploads the chosen kinds. AutoDelete follows.
+  /// Uploads the checked records of the chosen kinds. AutoDelete follows.
   Outcome Upload();
   /// Shows the receiver's date beside the computer's, and sets it when the user agrees.
   Outcome SetClock();

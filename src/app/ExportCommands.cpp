@@ -9,6 +9,7 @@
 #include "app/Messages.h"
 #include "app/ReadBack.h"
 #include "app/SouthAndWest.h"
+#include "records/Chosen.h"
 #include "text/Cp932.h"
 #include "text/Numbers.h"
 
@@ -87,7 +88,7 @@ bool ExportCommands::Prepare() {
   UserSettings& settings = state_.Settings();
   const Format& format = FormatOf(settings.format);
   if (format.notation.value_or(settings.notation) == AngleNotation::DMS) {
-    const int positions = CountSouthAndWest(state_.Data(), state_.WantedKinds());
+    const int positions = CountSouthAndWest(*ChosenData(state_.Data()), state_.WantedKinds());
     if (positions > 0) state_.Told().Add(messages::SouthAndWest(positions));
   }
   if (!format.has_options) return true;
@@ -121,7 +122,7 @@ ExportCommands::Written ExportCommands::Write(TextEncoding encoding, bool with_p
     event_loop_.Yield();
   });
   Written written{};
-  written.report = FormatOf(chosen.format).write(out, state_.Data(), settings);
+  written.report = FormatOf(chosen.format).write(out, *ChosenData(state_.Data()), settings);
   out.Flush();
   written.nothing = out.Empty();
   written.utf8_question = shift_jis.Question();
@@ -172,7 +173,7 @@ bool ExportCommands::GivesBack(ImportText text) {
   LineSource lines = text.Lines();
   DataSet back;
   static_cast<void>(format.read(lines, back, {settings.utc_offset_hours}));
-  return !text.Problem() && ReadsBack(state_.Data(), back, state_.WantedKinds(), format);
+  return !text.Problem() && ReadsBack(*ChosenData(state_.Data()), back, state_.WantedKinds(), format);
 }
 
 // ---- To a file

@@ -19,7 +19,7 @@ namespace walrim {
 
 class ImportText;
 
-/// All write the chosen kinds in the chosen format.
+/// All write the checked records of the chosen kinds in the chosen format.
 class ExportCommands {
  public:
   /// All must outlive this object. Without dialogs scripts are written with the settings as they stand.

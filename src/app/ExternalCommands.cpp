@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "records/Chosen.h"
 #include "text/Numbers.h"
 #include "text/Scan.h"
 
@@ -49,6 +50,8 @@ std::int32_t ExternalCommands::Run(const std::string& command, const std::string
 
 std::int32_t ExternalCommands::DeleteAll() {
   state_.Settings().chosen_kinds.fill(true);
+  for (const DataKind kind : AllDataKinds)
+    SetAllChosen(state_.Data(), kind, true);
   desktop_.ControlsChanged();
   return ResultOf(deletes_.Delete());
 }

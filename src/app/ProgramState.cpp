@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/Messages.h"
+#include "records/Chosen.h"
 
 namespace walrim {
 
@@ -29,8 +30,13 @@ bool ProgramState::AnyLoaded() const {
 DataKinds ProgramState::WantedKinds() const {
   DataKinds wanted{};
   for (const DataKind kind : AllDataKinds)
-    wanted[IndexOf(kind)] = settings_.chosen_kinds[IndexOf(kind)] && Loaded(kind);
+    wanted[IndexOf(kind)] = settings_.chosen_kinds[IndexOf(kind)] && Loaded(kind) && !NoneChosen(data_, kind);
   return wanted;
+}
+
+bool ProgramState::NothingChecked() const {
+  const auto wanted = [this](DataKind kind) { return settings_.chosen_kinds[IndexOf(kind)] && Loaded(kind); };
+  return std::ranges::any_of(AllDataKinds, wanted) && !AnyOf(WantedKinds());
 }
 
 void ProgramState::Empty(DataKind kind) {
@@ -40,6 +46,17 @@ void ProgramState::Empty(DataKind kind) {
   if (kind == DataKind::TrackLog) date_repairs_.clear();
   desktop_.ControlsChanged();
   desktop_.RecordsChanged();
+}
+
+void ProgramState::EmptyOfChosen(DataKind kind) {
+  if (AllChosen(data_, kind)) return Empty(kind);
+  if (NoneChosen(data_, kind)) return;
+  const std::vector<std::size_t> indices = ChosenIndices(data_, kind);
+  for (std::size_t i = indices.size(); kind == DataKind::TrackLog && i > 0; --i)
+    date_repairs_ = RepairsBeside(std::move(date_repairs_), indices[i - 1], 1, 0);
+  RemoveChosen(data_, kind);
+  full_[IndexOf(kind)] = false;
+  SetHeldCount(kind, static_cast<int>(data_.Count(kind)));
 }
 
 void ProgramState::SetDateRepairs(std::vector<DateRepair> repairs) {

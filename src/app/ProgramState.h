@@ -35,12 +35,15 @@ class ProgramState {
   void SetHeldCount(DataKind kind, int count);
   [[nodiscard]] bool Loaded(DataKind kind) const { return HeldCount(kind).has_value(); }
   [[nodiscard]] bool AnyLoaded() const;
-  /// The chosen kinds that are loaded.
+  /// The chosen kinds that are loaded and not without a checked record.
   [[nodiscard]] DataKinds WantedKinds() const;
+  /// Whether chosen kinds are loaded and not one record of theirs is checked.
+  [[nodiscard]] bool NothingChecked() const;
   /// A kind has reached its limit since it was emptied.
   [[nodiscard]] bool Full(DataKind kind) const { return full_[IndexOf(kind)]; }
-  /// Takes a kind's records away.
+  /// Takes a kind's records away, and those of them that are checked.
   void Empty(DataKind kind);
+  void EmptyOfChosen(DataKind kind);
   /// Records of a kind that the receiver reported; nothing where it was not asked.
   [[nodiscard]] std::optional<int> ReceiverCount(DataKind kind) const { return in_receiver_[IndexOf(kind)]; }
   void SetReceiverCount(DataKind kind, std::optional<int> count);

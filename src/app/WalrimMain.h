@@ -6,6 +6,7 @@
 #include "app/DeviceCommands.h"
 #include "app/Dialogs.h"
 #include "app/DoctorCommands.h"
+#include "app/EditCommands.h"
 #include "app/ExportCommands.h"
 #include "app/ExternalCommands.h"
 #include "app/ImportCommands.h"
@@ -38,6 +39,7 @@ class WalrimMain {
   [[nodiscard]] ImportCommands& Imports() { return imports_; }
   [[nodiscard]] ExportCommands& Exports() { return exports_; }
   [[nodiscard]] DeleteCommands& Deletes() { return deletes_; }
+  [[nodiscard]] EditCommands& Edits() { return edits_; }
   [[nodiscard]] ExternalCommands& External() { return external_; }
   [[nodiscard]] TraceCommands& Traces() { return traces_; }
 
@@ -49,6 +51,7 @@ class WalrimMain {
   TraceMemory trace_;
   Garmin garmin_;
   DeleteCommands deletes_;
+  EditCommands edits_;
   DateCommands dates_;
   ImportCommands imports_;
   ExportCommands exports_;

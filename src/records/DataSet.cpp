@@ -71,6 +71,20 @@ AddResult DataSet::Add(const TrackPoint& point) {
   return result;
 }
 
+void DataSet::SetChosen(DataKind kind, std::size_t index, bool chosen) {
+  switch (kind) {
+    case DataKind::Waypoint:
+      waypoints_[index].chosen = chosen;
+      return;
+    case DataKind::Route:
+      routes_[index].chosen = chosen;
+      return;
+    case DataKind::TrackLog:
+      logs_[index].chosen = chosen;
+      return;
+  }
+}
+
 void DataSet::Clear(DataKind kind) {
   switch (kind) {
     case DataKind::Waypoint:

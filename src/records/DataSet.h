@@ -69,6 +69,9 @@ class DataSet {
   /// Gives a point of a log another time. Both are indices, of what there is.
   void SetTime(std::size_t log, std::size_t point, GarminSeconds time) { logs_[log].points[point].time = time; }
 
+  /// Says whether a record, by its index, is one of those that the commands take.
+  void SetChosen(DataKind kind, std::size_t index, bool chosen);
+
   /// Empties a kind. Points that come next have no header then.
   void Clear(DataKind kind);
   /// Takes a kind out of another data set, in place of what this one holds of it. The other one is left without it.

@@ -39,6 +39,7 @@ struct Route {
   /// UTF-8. Of D201 as wide as its field (20 bytes of code page 932), as Waypoint's ident is.
   std::string cmnt;
   std::vector<RoutePoint> points;
+  bool chosen = true;  ///< as a waypoint's; that of its points says nothing
 
   friend bool operator==(const Route&, const Route&) = default;
 };

@@ -34,6 +34,7 @@ struct TrackLog {
   std::uint8_t color = 255;  ///< 255: the default
   std::string trk_ident;     ///< UTF-8
   std::vector<TrackPoint> points;
+  bool chosen = true;  ///< as a waypoint's
 
   friend bool operator==(const TrackLog&, const TrackLog&) = default;
 };

@@ -114,6 +114,15 @@ std::vector<DateRepair> DateRepairsBy(const std::vector<TrackLog>& logs, std::si
   });
 }
 
+std::vector<DateRepair> RepairsBeside(std::vector<DateRepair> repairs, std::size_t first, std::size_t removed,
+                                      std::size_t added) {
+  std::erase_if(repairs, [&](const DateRepair& repair) { return repair.log >= first && repair.log < first + removed; });
+  for (DateRepair& repair : repairs) {
+    if (repair.log >= first) repair.log = repair.log - removed + added;
+  }
+  return repairs;
+}
+
 void ApplyDateRepairs(DataSet& data, const std::vector<DateRepair>& repairs) {
   for (const DateRepair& repair : repairs) {
     if (repair.log >= data.Logs().size()) continue;

@@ -47,6 +47,10 @@ struct DateRepair {
 [[nodiscard]] std::vector<DateRepair> DateRepairsBy(const std::vector<TrackLog>& logs, std::size_t first_log,
                                                     int roll_overs);
 
+/// The repairs that are left where some logs from first on gave way to others: theirs go, and those behind move along.
+[[nodiscard]] std::vector<DateRepair> RepairsBeside(std::vector<DateRepair> repairs, std::size_t first,
+                                                    std::size_t removed, std::size_t added);
+
 /// Repairs the dates. A log whose first or last time is no longer as it was found stays as it is.
 void ApplyDateRepairs(DataSet& data, const std::vector<DateRepair>& repairs);
 

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "window/ChosenCount.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -88,7 +89,7 @@ void DataPanel::BuildRow(QGridLayout& grid, DataKind kind, ControlBinder& binder
 void DataPanel::ShowRow(DataKind kind, bool command_runs) {
   Row& row = rows_[IndexOf(kind)];
   row.receiver_count->setText(CountText(state_.ReceiverCount(kind), ""));
-  row.held_count->setText(CountText(state_.HeldCount(kind), "-"));
+  row.held_count->setText(ChosenCountText(state_.Data(), kind, CountText(state_.HeldCount(kind), "-")));
   // A kind that is full looks like a button, others like a text box.
   const QPalette::ColorRole role = state_.Full(kind) ? QPalette::Button : QPalette::Base;
   row.data_type->setBackgroundRole(role);

@@ -250,6 +250,11 @@ void MainWindow::ConnectButtons() {
           [this](const MapPage& page, const MapPlace& place) { OpenOnMap(desktop_, page, place); });
   connect(records_, &RecordTables::GeoLinkChosen, this,
           [this](const MapPlace& place) { CopyGeoLink(desktop_, place); });
+  connect(records_, &RecordTables::CheckChosen, this, [this](DataKind kind, const auto& indices, bool checked) {
+    static_cast<void>(main_.Edits().Choose(kind, indices, checked));
+    ShowControls();
+    RefreshRecords();
+  });
   connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
   drop_timer_.setSingleShot(true);
   connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });

@@ -12,6 +12,11 @@ inline constexpr std::string_view Cancelling = "中止しています...";
 inline constexpr std::string_view NoRecords =
     "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";
 inline constexpr std::string_view RecordNeverCame = "受信機から届かなかった記録です";
+/// Over a record's check, and what a screen reader says of it.
+inline constexpr std::string_view CheckTip = "チェックのある記録だけを，保存・コピー・アップロード・削除します";
+[[nodiscard]] inline std::string CheckedRow(std::string_view number, bool checked) {
+  return std::string(number).append(checked ? " チェックあり" : " チェックなし");
+}
 /// In front of the code of a named symbol.
 inline constexpr std::string_view Code = "コード ";
 /// In front of what was typed.

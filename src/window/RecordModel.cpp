@@ -48,6 +48,9 @@ Qt::Alignment AlignmentOf(CellKind kind) {
   return Qt::AlignRight | Qt::AlignVCenter;
 }
 
+/// The numbers of the records.
+constexpr int CheckColumn = 0;
+
 /// What would end a line or a column of a file is shown as the blank that is written for it.
 bool EndsColumn(char c) {
   return c == '\t' || c == '\r' || c == '\n' || c == '\0';
@@ -64,6 +67,10 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   const RowRef ref = RefOf(index.row());
   if (Holds(ref) && IsMissing(ref)) {
     const QVariant mark = MissingMark(role);
+    if (mark.isValid()) return mark;
+  }
+  if (HasChecks() && Holds(ref)) {
+    const QVariant mark = CheckMark(ref, index.column(), role);
     if (mark.isValid()) return mark;
   }
   switch (role) {
@@ -118,6 +125,39 @@ QVariant RecordModel::MissingMark(int role) const {
     default:
       return {};
   }
+}
+
+/// What is not checked is dimmed, and says so to who cannot see it.
+QVariant RecordModel::CheckMark(RowRef ref, int column, int role) const {
+  const bool checked = IsChecked(ref);
+  if (role == Qt::ForegroundRole && !checked) return QGuiApplication::palette().brush(QPalette::PlaceholderText);
+  if (column != CheckColumn) return {};
+  switch (role) {
+    case Qt::CheckStateRole:
+      return static_cast<int>(checked ? Qt::Checked : Qt::Unchecked);
+    case Qt::AccessibleTextRole:
+      return QString::fromStdString(window_messages::CheckedRow(CellText(ref, column), checked));
+    case Qt::ToolTipRole:
+      return QString::fromUtf8(window_messages::CheckTip);
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags RecordModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  return HasChecks() && index.column() == CheckColumn ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+bool RecordModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::CheckStateRole || !flags(index).testFlag(Qt::ItemIsUserCheckable)) return false;
+  Q_EMIT CheckChosen({RefOf(index.row()).record}, value.toInt() == static_cast<int>(Qt::Checked));
+  return true;
+}
+
+bool RecordModel::CheckedAt(int row) const {
+  const RowRef ref = RefOf(row);
+  return Holds(ref) && IsChecked(ref);
 }
 
 QVariant RecordModel::CodeTip(RowRef ref, int column) const {

@@ -72,6 +72,14 @@ class RecordModel : public QAbstractTableModel {
   /// The same at once.
   void ShowRecords(std::vector<int> records);
 
+  /// The first column carries the check of a record.
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+  /// Of checks alone: asks for one by CheckChosen. False where the cell has none.
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+  /// Whether the rows have checks. Those of points have none.
+  [[nodiscard]] virtual bool HasChecks() const { return false; }
+  [[nodiscard]] bool CheckedAt(int row) const;
+
   [[nodiscard]] RowRef RefOf(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
   /// Appends the row as standard lines, each with CR LF; nothing where its record is gone.
   void AppendCopy(std::string& out, int row) const;
@@ -80,6 +88,10 @@ class RecordModel : public QAbstractTableModel {
   /// The kinds of the lines that AppendCopy appends.
   [[nodiscard]] virtual std::vector<StandardLine> CopiedLines() const = 0;
 
+ Q_SIGNALS:
+  /// Records are to be checked or not. Until Refresh they look as before.
+  void CheckChosen(const std::vector<int>& records, bool checked);
+
  protected:
   [[nodiscard]] virtual ColumnHead Head(int column) const = 0;
   /// The rows there are now, in rising order.
@@ -87,6 +99,8 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] virtual bool Holds(RowRef ref) const = 0;
   /// Whether the record was announced by the receiver and never came.
   [[nodiscard]] virtual bool IsMissing(RowRef /*ref*/) const { return false; }
+  /// Whether the record is checked; it is held.
+  [[nodiscard]] virtual bool IsChecked(RowRef /*ref*/) const { return true; }
   /// Where a record lies, be it off the globe. The record is held.
   [[nodiscard]] virtual std::optional<MapPlace> PlaceOf(RowRef /*ref*/) const { return std::nullopt; }
   /// Text of a cell as the record has it. The record is held.
@@ -106,6 +120,7 @@ class RecordModel : public QAbstractTableModel {
  private:
   [[nodiscard]] QString ShownText(RowRef ref, int column) const;
   [[nodiscard]] QVariant MissingMark(int role) const;
+  [[nodiscard]] QVariant CheckMark(RowRef ref, int column, int role) const;
   [[nodiscard]] QVariant CodeTip(RowRef ref, int column) const;
   /// Shows the held rows anew from the top.
   void Reset();

@@ -90,8 +90,10 @@ class WaypointModel : public ModelOf<WaypointRow> {
  public:
   WaypointModel(const DataSet& data, QObject* parent);
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::Waypoint}; }
+  [[nodiscard]] bool HasChecks() const override { return true; }
 
  protected:
+  [[nodiscard]] bool IsChecked(RowRef ref) const override { return RowOf(ref)->waypoint.chosen; }
   [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   [[nodiscard]] bool IsMissing(RowRef ref) const override { return RowOf(ref)->waypoint.missing; }
@@ -106,8 +108,10 @@ class RouteModel : public ModelOf<RouteRow> {
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override {
     return {StandardLine::RouteHeader, StandardLine::RoutePoint};
   }
+  [[nodiscard]] bool HasChecks() const override { return true; }
 
  protected:
+  [[nodiscard]] bool IsChecked(RowRef ref) const override { return RowOf(ref)->route.chosen; }
   [[nodiscard]] std::optional<RouteRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;
@@ -132,8 +136,10 @@ class TrackModel : public ModelOf<TrackRow> {
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override {
     return {StandardLine::TrackHeader, StandardLine::TrackPoint};
   }
+  [[nodiscard]] bool HasChecks() const override { return true; }
 
  protected:
+  [[nodiscard]] bool IsChecked(RowRef ref) const override { return RowOf(ref)->log.chosen; }
   [[nodiscard]] std::optional<TrackRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   void AppendLines(std::string& out, RowRef ref, const StandardLineWriter& writer) const override;

@@ -6,7 +6,9 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "window/ChosenCount.h"
 #include "window/Messages.h"
 #include "window/RecordModelKinds.h"
 #include "window/RecordView.h"
@@ -91,6 +93,9 @@ void RecordTables::BuildTables(DataKind kind) {
     connect(view, &RecordView::MapChosen, this, &RecordTables::MapChosen);
     connect(view, &RecordView::GeoLinkChosen, this, &RecordTables::GeoLinkChosen);
   }
+  connect(page.records, &RecordModel::CheckChosen, this, [this, kind](const std::vector<int>& records, bool checked) {
+    Q_EMIT CheckChosen(kind, IndicesOf(kind, records), checked);
+  });
 }
 
 void RecordTables::ConnectPoints(DataKind kind) {
@@ -102,6 +107,14 @@ void RecordTables::ShowPointsOf(DataKind kind) {
   Page& page = PageOf(kind);
   page.points->ShowRecords(page.record_view->SelectedRecords());
   page.point_view->scrollToTop();
+}
+
+std::vector<std::size_t> RecordTables::IndicesOf(DataKind kind, const std::vector<int>& records) const {
+  const int first = kind == DataKind::TrackLog ? data_set_.FirstLogNumber() : 1;
+  std::vector<std::size_t> indices(records.size());
+  std::ranges::transform(records, indices.begin(),
+                         [first](int record) { return static_cast<std::size_t>(record - first); });
+  return indices;
 }
 
 void RecordTables::Refresh(const ShownForm& form) {
@@ -124,7 +137,8 @@ void RecordTables::Refresh(const ShownForm& form) {
 void RecordTables::ShowCount(DataKind kind) {
   const Page& page = PageOf(kind);
   const int count = page.records->rowCount();
-  const QString title = count > 0 ? QStringLiteral("%1 (%2)").arg(page.title).arg(count) : page.title;
+  const QString counts = ChosenCountText(data_set_, kind, QString::number(count));
+  const QString title = count > 0 ? QStringLiteral("%1 (%2)").arg(page.title, counts) : page.title;
   tabs_->setTabText(static_cast<int>(IndexOf(kind)), title);
   page.stack->setCurrentIndex(count > 0 ? 1 : 0);
 }

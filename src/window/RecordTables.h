@@ -32,6 +32,8 @@ class RecordTables : public QWidget {
   /// As of RecordView.
   void MapChosen(const MapPage& page, const MapPlace& place);
   void GeoLinkChosen(const MapPlace& place);
+  /// Records, by their indices, are to be checked or not.
+  void CheckChosen(DataKind kind, const std::vector<std::size_t>& indices, bool checked);
 
  private:
   /// The tables of a kind, made when it first holds records. Waypoints have no points.
@@ -48,6 +50,7 @@ class RecordTables : public QWidget {
   [[nodiscard]] QWidget* NewTables(DataKind kind);
   void BuildTables(DataKind kind);
   Page& PageOf(DataKind kind) { return pages_[IndexOf(kind)]; }
+  [[nodiscard]] std::vector<std::size_t> IndicesOf(DataKind kind, const std::vector<int>& records) const;
   void ConnectPoints(DataKind kind);
   void ShowPointsOf(DataKind kind);
   void ShowCount(DataKind kind);

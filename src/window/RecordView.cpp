@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QStyle>
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -41,6 +42,7 @@ RecordView::RecordView(RecordModel* model, const QString& name, QWidget* parent)
   setModel(model);
   FollowModel();
   AddCopyAction();
+  if (model_.HasChecks()) AddCheckActions();
   FitRows();
   FitColumns();
 }
@@ -79,6 +81,52 @@ void RecordView::AddCopyAction() {
   copy->setShortcutContext(Qt::WidgetShortcut);
   connect(copy, &QAction::triggered, this, &RecordView::CopyRows);
   addAction(copy);
+}
+
+// ---- Checks
+
+/// In the menus of the rows and of the titles.
+void RecordView::AddCheckActions() {
+  auto* check_all = new QAction(QStringLiteral("すべて選ぶ"), this);
+  auto* check_none = new QAction(QStringLiteral("すべて外す"), this);
+  auto* check_selected = new QAction(QStringLiteral("選択した行だけ"), this);
+  connect(check_all, &QAction::triggered, this, [this] { CheckAll(true); });
+  connect(check_none, &QAction::triggered, this, [this] { CheckAll(false); });
+  connect(check_selected, &QAction::triggered, this, &RecordView::CheckSelectedOnly);
+  horizontalHeader()->setContextMenuPolicy(Qt::ActionsContextMenu);
+  for (QAction* action : {check_all, check_none, check_selected}) {
+    addAction(action);
+    horizontalHeader()->addAction(action);
+  }
+}
+
+void RecordView::CheckRows(const std::vector<int>& rows, bool checked) {
+  std::vector<int> records(rows.size());
+  std::ranges::transform(rows, records.begin(), [this](int row) { return int{model_.RefOf(row).record}; });
+  Q_EMIT model_.CheckChosen(records, checked);
+}
+
+void RecordView::CheckAll(bool checked) {
+  std::vector<int> rows(static_cast<std::size_t>(model_.rowCount()));
+  std::iota(rows.begin(), rows.end(), 0);
+  CheckRows(rows, checked);
+}
+
+void RecordView::CheckSelectedOnly() {
+  const std::vector<int> rows = SelectedRows();
+  if (rows.empty()) return;
+  CheckAll(false);
+  CheckRows(rows, true);
+}
+
+/// All get what the current one has not.
+void RecordView::ToggleChecks() {
+  std::vector<int> rows = SelectedRows();
+  const int current = currentIndex().row();
+  if (rows.empty() && current >= 0) rows.push_back(current);
+  if (rows.empty()) return;
+  const bool leads = std::binary_search(rows.begin(), rows.end(), current);
+  CheckRows(rows, !model_.CheckedAt(leads ? current : rows.front()));
 }
 
 /// The menu speaks of the row as it is now: what a transfer brings while it is open changes nothing of it.
@@ -127,8 +175,11 @@ bool RecordView::event(QEvent* event) {
 }
 
 void RecordView::keyPressEvent(QKeyEvent* event) {
-  if (!IsCopyKey(event) && !IsMenuKey(*event)) return QTableView::keyPressEvent(event);
-  if (IsCopyKey(event)) {
+  const bool checks = model_.HasChecks() && event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
+  if (!checks && !IsCopyKey(event) && !IsMenuKey(*event)) return QTableView::keyPressEvent(event);
+  if (checks) {
+    ToggleChecks();
+  } else if (IsCopyKey(event)) {
     CopyRows();
   } else {
     ShowMenuAtCurrentRow();
@@ -189,6 +240,7 @@ void RecordView::FitRows() {
 
 std::vector<int> RecordView::NeededWidths() const {
   const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1) + 8;
+  const int check = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) + margin;
   const int widest = WidestColumn * fontMetrics().horizontalAdvance(QStringLiteral("国"));
   std::vector<int> widths = fitted_widths_;
   const int rows = model_.rowCount();
@@ -199,7 +251,8 @@ std::vector<int> RecordView::NeededWidths() const {
     for (int column = 0; column < model_.columnCount(); ++column) {
       int& width = widths[static_cast<std::size_t>(column)];
       const QString text = model_.index(row, column).data().toString();
-      width = std::max(width, std::min(fontMetrics().horizontalAdvance(text) + margin, widest));
+      const int mark = column == 0 && model_.HasChecks() ? check : 0;
+      width = std::max(width, std::min(fontMetrics().horizontalAdvance(text) + margin, widest) + mark);
     }
   }
   return widths;

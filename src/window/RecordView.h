@@ -45,6 +45,11 @@ class RecordView : public QTableView {
   void SetUpTitles();
   void FollowModel();
   void AddCopyAction();
+  void AddCheckActions();
+  void CheckRows(const std::vector<int>& rows, bool checked);
+  void CheckAll(bool checked);
+  void CheckSelectedOnly();
+  void ToggleChecks();
   void ShowMenu(const QModelIndex& index, const QPoint& global_at);
   void ShowMenuAtCurrentRow();
   void AddPlaceActions(QMenu& menu, const std::optional<MapPlace>& place);

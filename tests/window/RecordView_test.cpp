@@ -92,14 +92,14 @@ class RecordMenuTest : public WindowTest {
     table.setFocus();
     QTest::keyClick(window->windowHandle(), Qt::Key_F10, Qt::ShiftModifier);
     QMenu& menu = OpenMenu();
-    for (int steps = 0; menu.activeAction() != &Entry(menu, text) && steps < 10; ++steps)
+    for (int steps = 0; menu.activeAction() != &Entry(menu, text) && steps < 20; ++steps)
       QTest::keyClick(&menu, Qt::Key_Down);
     QTest::keyClick(&menu, Qt::Key_Return);
     QCoreApplication::processEvents();
   }
 
   using Strings = std::vector<std::string>;
-  const QStringList only_rows{"行をコピー"};
+  const QStringList without_place{"行をコピー", "すべて選ぶ", "すべて外す", "選択した行だけ"};
   Browser browser;
 };
 
@@ -166,7 +166,7 @@ TEST_F(RecordMenuTest, TheMenuKeyOpensOneMenuAtTheChosenRow) {
 }
 
 TEST_F(RecordMenuTest, WhereNoPlaceIsKnownOnlyTheCopyOfRowsIsOffered) {
-  EXPECT_EQ(Offered(RightClick(Waypoints(), 0)), (QStringList{"行をコピー", OnGsi, OnOsm, OnGoogle, CopyLink}));
+  EXPECT_EQ(Offered(RightClick(Waypoints(), 0)), without_place + (QStringList{OnGsi, OnOsm, OnGoogle, CopyLink}));
   Waypoint missing;
   missing.missing = true;
   Waypoint nowhere;
@@ -175,15 +175,15 @@ TEST_F(RecordMenuTest, WhereNoPlaceIsKnownOnlyTheCopyOfRowsIsOffered) {
   static_cast<void>(Data().Add(missing));
   static_cast<void>(Data().Add(nowhere));
   Click("Copy");
-  EXPECT_EQ(Offered(RightClick(Waypoints(), 2)), only_rows);
-  EXPECT_EQ(Offered(RightClick(Waypoints(), 3)), only_rows);
+  EXPECT_EQ(Offered(RightClick(Waypoints(), 2)), without_place);
+  EXPECT_EQ(Offered(RightClick(Waypoints(), 3)), without_place);
 }
 
 TEST_F(RecordMenuTest, RoutesAndLogsAreNoPlaceNorIsWhatLiesBesideTheRows) {
-  EXPECT_EQ(Offered(RightClick(Table("RouteTable", DataKind::Route), 0)), only_rows);
-  EXPECT_EQ(Offered(RightClick(Table("TrackTable", DataKind::TrackLog), 0)), only_rows);
+  EXPECT_EQ(Offered(RightClick(Table("RouteTable", DataKind::Route), 0)), without_place);
+  EXPECT_EQ(Offered(RightClick(Table("TrackTable", DataKind::TrackLog), 0)), without_place);
   const QPoint below = Waypoints().viewport()->rect().bottomLeft() + QPoint(5, -5);
-  EXPECT_EQ(Offered(RightClick(Waypoints(), below)), only_rows);
+  EXPECT_EQ(Offered(RightClick(Waypoints(), below)), without_place);
 }
 
 TEST_F(RecordMenuTest, TheMenuCopiesTheChosenRowsAsTheKeyDoes) {
