@@ -1,18 +1,30 @@
-// The commands that change single records by hand.
+// The commands that change records that are held, and those that take commands back.
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
+#include "platform/Desktop.h"
 
 namespace walrim {
 
 class EditCommands {
  public:
-  /// state must outlive this object.
-  explicit EditCommands(ProgramState& state) : state_(state) {}
+  /// Both must outlive this object.
+  EditCommands(ProgramState& state, Desktop& desktop) : state_(state), desktop_(desktop) {}
+
+  /// Takes the last command back; Refused where there is none.
+  Outcome Undo();
+  /// Does again what was taken back last; Refused where there is nothing.
+  Outcome Redo();
+
+  /// Runs an edit as one step: a function that changes the data set with DataSet::Edit and EditHeader, as often as it
+  /// likes. Where it returns false all that it did is taken back, and the edit is Refused. Counts, tables and the dates
+  /// to be repaired follow. An edit that changes nothing is Done and leaves no step. Steps are kept (KeepSteps).
+  Outcome Edit(StepKind kind, const std::function<bool(DataSet&)>& edit);
 
   /// Checks records, by their indices, or takes their checks away: what is not checked is not saved, copied, sent or
   /// deleted. This changes nothing in the records, and there is nothing to be undone.
@@ -20,6 +32,7 @@ class EditCommands {
 
  private:
   ProgramState& state_;
+  Desktop& desktop_;
 };
 
 }  // namespace walrim

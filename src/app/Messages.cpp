@@ -47,6 +47,53 @@ std::string JoinNames(const std::vector<std::string>& names) {
   return text;
 }
 
+std::string_view NameOfStep(StepKind kind) {
+  switch (kind) {
+    case StepKind::Import:
+      return "取り込み";
+    case StepKind::Paste:
+      return "貼り付け";
+    case StepKind::MapPoint:
+      return "地点の追加";
+    case StepKind::Download:
+      return "ダウンロード";
+    case StepKind::Delete:
+      return "削除";
+    case StepKind::FixDates:
+      return "日付の修正";
+    case StepKind::Restore:
+      return "復元";
+    case StepKind::Edit:
+      return "編集";
+    case StepKind::NewRecord:
+      return "追加";
+    case StepKind::Join:
+      return "結合";
+    case StepKind::Cut:
+      return "分割";
+    case StepKind::Reverse:
+      return "逆順";
+    case StepKind::Shorten:
+      return "間引き";
+    case StepKind::Reorder:
+      return "並べ替え";
+  }
+  return {};
+}
+
+/// "削除（Waypoint 19件，Route 2件）"; points count where they alone are concerned.
+std::string StepText(const StepName& step) {
+  std::string counts;
+  for (const DataKind kind : AllDataKinds) {
+    const std::size_t records = step.concerned.records[IndexOf(kind)];
+    const std::size_t points = step.concerned.points[IndexOf(kind)];
+    if (records == 0 && points == 0) continue;
+    counts += Joined({counts.empty() ? "（" : "，", DataKindName(kind), " "});
+    counts += records > 0 ? std::to_string(records) + "件" : std::to_string(points) + "点";
+  }
+  return Joined({NameOfStep(step.kind), counts, counts.empty() ? "" : "）"});
+}
+
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count) {
   std::size_t offset = 0;
   for (std::size_t seen = 0; offset < utf8.size(); ++offset) {
@@ -176,6 +223,22 @@ std::string DatesFixed(const std::vector<DateRepair>& repairs) {
 
 std::string KindFull(DataKind kind) {
   return Joined({OfKind(kind), format_messages::StoreFull, "．"});
+}
+
+std::string UndoCaption(const StepName* step) {
+  return step == nullptr ? "元に戻す" : "元に戻す：" + StepText(*step);
+}
+
+std::string RedoCaption(const StepName* step) {
+  return step == nullptr ? "やり直し" : "やり直し：" + StepText(*step);
+}
+
+std::string Undone(const StepName& step) {
+  return "元に戻しました：" + StepText(step);
+}
+
+std::string Redone(const StepName& step) {
+  return "やり直しました：" + StepText(step);
 }
 
 std::string ExportTo(std::string_view path) {

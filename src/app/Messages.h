@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/History.h"
 #include "formats/ImportResult.h"
 #include "records/DataKind.h"
 #include "walks/RollOver.h"
@@ -57,6 +58,15 @@ inline constexpr std::string_view Deleting = "内部データ削除中";
 inline constexpr std::string_view NotReadBack =
     "書き出した内容を読み戻すと失われるものがあるため，内部データは削除しませんでした．";
 inline constexpr std::string_view CutNotDeleted = "切って送信した文字列があるため，内部データは削除しませんでした．";
+
+// ---- Steps
+
+/// The names of what can be taken back and done again: "元に戻す：削除（Waypoint 19件）". Without a step the bare
+/// command.
+[[nodiscard]] std::string UndoCaption(const StepName* step);
+[[nodiscard]] std::string RedoCaption(const StepName* step);
+[[nodiscard]] std::string Undone(const StepName& step);
+[[nodiscard]] std::string Redone(const StepName& step);
 
 // ---- Dates
 

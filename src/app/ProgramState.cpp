@@ -13,12 +13,16 @@ bool AnyOf(const DataKinds& kinds) {
 
 void ProgramState::SetHeldCount(DataKind kind, int count) {
   const std::size_t k = IndexOf(kind);
-  held_[k] = count;
+  marks_.counts[k] = count;
   // After a download the count is that of the packets; what can be full is the number of waypoints, routes and logs.
-  if (!full_[k] && data_.Count(kind) >= LimitOf(kind)) {
-    full_[k] = true;
+  if (!marks_.full[k] && data_.Count(kind) >= LimitOf(kind)) {
+    marks_.full[k] = true;
     desktop_.ShowMessage(messages::KindFull(kind));
   }
+  ShowHeld();
+}
+
+void ProgramState::ShowHeld() {
   desktop_.ControlsChanged();
   desktop_.RecordsChanged();
 }
@@ -41,11 +45,10 @@ bool ProgramState::NothingChecked() const {
 
 void ProgramState::Empty(DataKind kind) {
   data_.Clear(kind);
-  held_[IndexOf(kind)] = std::nullopt;
-  full_[IndexOf(kind)] = false;
-  if (kind == DataKind::TrackLog) date_repairs_.clear();
-  desktop_.ControlsChanged();
-  desktop_.RecordsChanged();
+  marks_.counts[IndexOf(kind)] = std::nullopt;
+  marks_.full[IndexOf(kind)] = false;
+  if (kind == DataKind::TrackLog) marks_.date_repairs = std::make_shared<const std::vector<DateRepair>>();
+  ShowHeld();
 }
 
 void ProgramState::EmptyOfChosen(DataKind kind) {
@@ -53,14 +56,14 @@ void ProgramState::EmptyOfChosen(DataKind kind) {
   if (NoneChosen(data_, kind)) return;
   const std::vector<std::size_t> indices = ChosenIndices(data_, kind);
   for (std::size_t i = indices.size(); kind == DataKind::TrackLog && i > 0; --i)
-    date_repairs_ = RepairsBeside(std::move(date_repairs_), indices[i - 1], 1, 0);
+    SetDateRepairs(RepairsBeside(DateRepairs(), indices[i - 1], 1, 0));
   RemoveChosen(data_, kind);
-  full_[IndexOf(kind)] = false;
+  marks_.full[IndexOf(kind)] = false;
   SetHeldCount(kind, static_cast<int>(data_.Count(kind)));
 }
 
 void ProgramState::SetDateRepairs(std::vector<DateRepair> repairs) {
-  date_repairs_ = std::move(repairs);
+  marks_.date_repairs = std::make_shared<const std::vector<DateRepair>>(std::move(repairs));
   desktop_.ControlsChanged();
 }
 
@@ -77,6 +80,91 @@ void ProgramState::SetReceiverClock(std::string text) {
 void ProgramState::SetCancelEnabled(bool enabled) {
   cancel_requested_ = false;
   cancel_enabled_ = enabled;
+  desktop_.ControlsChanged();
+}
+
+// ---- Steps
+
+void ProgramState::KeepSteps() {
+  keeps_steps_ = true;
+  data_.KeepChanges();
+}
+
+/// Of what was changed outside a step nothing is known that could be taken back, nor of what was before it.
+void ProgramState::ForgetSteps() {
+  const ConcernedRecords concerned = data_.Concerned();
+  if (data_.TakeChanges().Empty()) return;
+  Revise(concerned);
+  history_.Clear();
+}
+
+void ProgramState::Revise(const ConcernedRecords& concerned) {
+  for (const DataKind kind : AllDataKinds) {
+    const bool changed = concerned.records[IndexOf(kind)] > 0 || concerned.points[IndexOf(kind)] > 0;
+    if (changed) marks_.revisions[IndexOf(kind)] = ++last_revision_;
+  }
+}
+
+void ProgramState::BeginStep(StepKind kind) {
+  if (!keeps_steps_ || open_steps_++ > 0) return;
+  ForgetSteps();
+  open_step_.name.kind = kind;
+  open_step_.marks = marks_;
+}
+
+void ProgramState::EndStep() {
+  if (!keeps_steps_ || --open_steps_ > 0) return;
+  open_step_.name.concerned = data_.Concerned();
+  open_step_.changes = data_.TakeChanges();
+  if (open_step_.changes.Empty()) return;
+  Revise(open_step_.name.concerned);
+  history_.Add(std::move(open_step_));
+  open_step_ = {};
+  desktop_.ControlsChanged();
+}
+
+void ProgramState::Undo() {
+  ForgetSteps();
+  if (history_.NextUndo() != nullptr) Exchange(history_.Undo());
+}
+
+void ProgramState::Redo() {
+  ForgetSteps();
+  if (history_.NextRedo() != nullptr) Exchange(history_.Redo());
+}
+
+void ProgramState::Exchange(Step& step) {
+  data_.Exchange(step.changes);
+  std::swap(marks_, step.marks);
+  ShowHeld();
+}
+
+void ProgramState::TakeBack() {
+  DataChanges changes = data_.TakeChanges();
+  data_.Exchange(changes);
+}
+
+void ProgramState::HeldChanged() {
+  const ConcernedRecords concerned = data_.Concerned();
+  for (const DataKind kind : AllDataKinds) {
+    const std::size_t k = IndexOf(kind);
+    if (concerned.records[k] == 0 && concerned.points[k] == 0) continue;
+    if (!data_.Holds(kind)) {
+      Empty(kind);
+      continue;
+    }
+    marks_.full[k] = marks_.full[k] && data_.Count(kind) >= LimitOf(kind);
+    SetHeldCount(kind, static_cast<int>(data_.Count(kind)));
+  }
+  SetDateRepairs(RepairsStillDue(data_.Logs(), DateRepairs()));
+}
+
+bool ProgramState::Unsaved(DataKind kind) const {
+  return data_.Holds(kind) && marks_.revisions[IndexOf(kind)] != saved_[IndexOf(kind)];
+}
+
+void ProgramState::SetSaved(DataKind kind) {
+  saved_[IndexOf(kind)] = marks_.revisions[IndexOf(kind)];
   desktop_.ControlsChanged();
 }
 

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/History.h"
 #include "app/Notices.h"
 #include "app/UserSettings.h"
 #include "platform/Desktop.h"
@@ -30,7 +32,7 @@ class ProgramState {
 
   /// Records of a kind that are held, as they are shown: after a download the number of packets. Nothing where none
   /// are.
-  [[nodiscard]] std::optional<int> HeldCount(DataKind kind) const { return held_[IndexOf(kind)]; }
+  [[nodiscard]] std::optional<int> HeldCount(DataKind kind) const { return marks_.counts[IndexOf(kind)]; }
   /// Sets it, and says once when the kind can take no more.
   void SetHeldCount(DataKind kind, int count);
   [[nodiscard]] bool Loaded(DataKind kind) const { return HeldCount(kind).has_value(); }
@@ -40,7 +42,7 @@ class ProgramState {
   /// Whether chosen kinds are loaded and not one record of theirs is checked.
   [[nodiscard]] bool NothingChecked() const;
   /// A kind has reached its limit since it was emptied.
-  [[nodiscard]] bool Full(DataKind kind) const { return full_[IndexOf(kind)]; }
+  [[nodiscard]] bool Full(DataKind kind) const { return marks_.full[IndexOf(kind)]; }
   /// Takes a kind's records away, and those of them that are checked.
   void Empty(DataKind kind);
   void EmptyOfChosen(DataKind kind);
@@ -51,8 +53,32 @@ class ProgramState {
   // ---- Dates
 
   /// The logs among those held whose dates are behind, as they were found when they came.
-  [[nodiscard]] const std::vector<DateRepair>& DateRepairs() const { return date_repairs_; }
+  [[nodiscard]] const std::vector<DateRepair>& DateRepairs() const { return *marks_.date_repairs; }
   void SetDateRepairs(std::vector<DateRepair> repairs);
+
+  // ---- Steps
+
+  /// From now on commands can be undone. What is held then is the beginning.
+  void KeepSteps();
+  [[nodiscard]] bool KeepsSteps() const { return keeps_steps_; }
+  [[nodiscard]] const History& Steps() const { return history_; }
+  /// What is done between the two is one step; so it is with others inside. What changes nothing is none. See UndoStep.
+  void BeginStep(StepKind kind);
+  void EndStep();
+  /// Takes the last step back, or does it again, where there is one. None is open.
+  void Undo();
+  void Redo();
+  /// Takes back what the open step has done until now.
+  void TakeBack();
+  /// To be called behind an edit in the open step: the counts of what it changed, and the dates to be repaired, follow.
+  void HeldChanged();
+
+  /// Whether records of a kind are held that are in no file as they are.
+  [[nodiscard]] bool Unsaved(DataKind kind) const;
+  /// What is held of a kind lies in a file now.
+  void SetSaved(DataKind kind);
+  /// A number for what is held of all kinds: another one where anything differs.
+  [[nodiscard]] const std::array<std::uint64_t, DataKindCount>& Revisions() const { return marks_.revisions; }
 
   // ---- The command that runs
 
@@ -74,14 +100,23 @@ class ProgramState {
   void SetReceiverClock(std::string text);
 
  private:
+  void ForgetSteps();
+  void Exchange(Step& step);
+  void Revise(const ConcernedRecords& concerned);
+  void ShowHeld();
+
   Desktop& desktop_;
   DataSet data_;
   UserSettings settings_;
   Notices notices_;
-  std::array<std::optional<int>, DataKindCount> held_;
+  HeldMarks marks_;
   std::array<std::optional<int>, DataKindCount> in_receiver_;
-  DataKinds full_{};
-  std::vector<DateRepair> date_repairs_;
+  bool keeps_steps_ = false;
+  int open_steps_ = 0;
+  Step open_step_;
+  History history_;
+  std::uint64_t last_revision_ = 0;
+  std::array<std::uint64_t, DataKindCount> saved_{};  ///< the revisions that lie in a file
   std::string receiver_text_ = "GPSInfo";
   std::string receiver_clock_;
   bool busy_ = false;
@@ -97,6 +132,18 @@ class BusyGuard {
   BusyGuard(const BusyGuard&) = delete;
   BusyGuard& operator=(const BusyGuard&) = delete;
   ~BusyGuard() { state_.SetBusy(false); }
+
+ private:
+  ProgramState& state_;
+};
+
+/// Makes a command, or what a command does in one go, a step until it goes.
+class UndoStep {
+ public:
+  UndoStep(ProgramState& state, StepKind kind) : state_(state) { state_.BeginStep(kind); }
+  UndoStep(const UndoStep&) = delete;
+  UndoStep& operator=(const UndoStep&) = delete;
+  ~UndoStep() { state_.EndStep(); }
 
  private:
   ProgramState& state_;

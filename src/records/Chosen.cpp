@@ -32,11 +32,10 @@ void AddTo(DataSet& part, const TrackLog& log) {
     static_cast<void>(part.Add(point));
 }
 
-/// Adds the records of a kind that are checked, or those that are not.
-void AddWhere(DataSet& part, const DataSet& data, DataKind kind, bool chosen) {
-  WithRecords(data, kind, [&part, chosen](const auto& records) {
+void AddChosen(DataSet& part, const DataSet& data, DataKind kind) {
+  WithRecords(data, kind, [&part](const auto& records) {
     for (const auto& record : records) {
-      if (record.chosen == chosen) AddTo(part, record);
+      if (record.chosen) AddTo(part, record);
     }
   });
 }
@@ -77,16 +76,25 @@ std::vector<std::size_t> ChosenIndices(const DataSet& data, DataKind kind) {
 }
 
 void RemoveChosen(DataSet& data, DataKind kind) {
-  DataSet left;
-  AddWhere(left, data, kind, false);
-  data.Take(kind, left);
+  const std::vector<std::size_t> indices = ChosenIndices(data, kind);
+  switch (kind) {
+    case DataKind::Waypoint:
+      static_cast<void>(data.Edit(Erasure<Waypoint>(indices)));
+      return;
+    case DataKind::Route:
+      static_cast<void>(data.Edit(Erasure<Route>(indices)));
+      return;
+    case DataKind::TrackLog:
+      static_cast<void>(data.Edit(Erasure<TrackLog>(indices)));
+      return;
+  }
 }
 
 ChosenData::ChosenData(const DataSet& data) : all_(data) {
   if (std::ranges::all_of(AllDataKinds, [&data](DataKind kind) { return AllChosen(data, kind); })) return;
   part_.emplace();
   for (const DataKind kind : AllDataKinds)
-    AddWhere(*part_, data, kind, true);
+    AddChosen(*part_, data, kind);
 }
 
 }  // namespace walrim

@@ -4,8 +4,10 @@
 #include <cstddef>
 #include <vector>
 
+#include "records/DataChanges.h"
 #include "records/DataKind.h"
 #include "records/Route.h"
+#include "records/Splice.h"
 #include "records/TrackLog.h"
 #include "records/Waypoint.h"
 
@@ -66,8 +68,18 @@ class DataSet {
   [[nodiscard]] AddResult NextRoutePoint() const;
   [[nodiscard]] AddResult NextTrackPoint() const;
 
-  /// Gives a point of a log another time. Both are indices, of what there is.
-  void SetTime(std::size_t log, std::size_t point, GarminSeconds time) { logs_[log].points[point].time = time; }
+  // ---- Edits. False, with nothing changed: a place that is not there, more than a data set holds, or a headless log
+  // behind another. One that changes nothing leaves no trace. Points that come next have no header behind an edit of
+  // whole routes, or of whole logs.
+
+  [[nodiscard]] bool Edit(Splice<Waypoint> splice);
+  [[nodiscard]] bool Edit(Splice<Route> splice);
+  [[nodiscard]] bool Edit(Splice<RoutePoint> splice);
+  [[nodiscard]] bool Edit(Splice<TrackLog> splice);
+  [[nodiscard]] bool Edit(Splice<TrackPoint> splice);
+  /// What a route or a log says of itself; its points stay.
+  [[nodiscard]] bool EditHeader(std::size_t at, Route header);
+  [[nodiscard]] bool EditHeader(std::size_t at, TrackLog header);
 
   /// Says whether a record, by its index, is one of those that the commands take.
   void SetChosen(DataKind kind, std::size_t index, bool chosen);
@@ -77,16 +89,50 @@ class DataSet {
   /// Takes a kind out of another data set, in place of what this one holds of it. The other one is left without it.
   void Take(DataKind kind, DataSet& other);
 
+  // ---- What was done
+
+  /// From now on changes are kept. What is held then is the beginning.
+  void KeepChanges();
+  /// Those since the last call.
+  [[nodiscard]] DataChanges TakeChanges();
+  /// Undoes changes that were the last ones, or redoes them. None may be kept that were not taken.
+  void Exchange(DataChanges& changes);
+  /// How much the changes since the last call of TakeChanges concern: what stands in its place now, and what only went.
+  [[nodiscard]] ConcernedRecords Concerned() const;
+
  private:
-  /// Where the points that come next belong.
-  enum class Header { None, Open, Refused };
+  using Header = DataChanges::Header;
+
+  template <typename Record>
+  [[nodiscard]] bool Make(Splice<Record> splice, std::vector<Record>& list);
+  template <typename Exchanged, typename Record>
+  [[nodiscard]] bool ExchangeNoted(Exchanged exchange, std::vector<Record>& list);
+  template <typename Record>
+  [[nodiscard]] bool MakeHeader(std::size_t at, Record header, std::vector<Record>& list);
+  void ExchangeIn(Splice<Waypoint>& splice) { splice.Exchange(waypoints_); }
+  void ExchangeIn(Splice<Route>& splice) { splice.Exchange(routes_); }
+  void ExchangeIn(Splice<RoutePoint>& splice) { splice.Exchange(routes_[splice.owner].points); }
+  void ExchangeIn(Splice<TrackLog>& splice) { splice.Exchange(logs_); }
+  void ExchangeIn(Splice<TrackPoint>& splice) { splice.Exchange(logs_[splice.owner].points); }
+  void ExchangeIn(HeaderExchange<Route>& exchange) { exchange.Exchange(routes_); }
+  void ExchangeIn(HeaderExchange<TrackLog>& exchange) { exchange.Exchange(logs_); }
+  void ExchangeIn(AddedRecords& added);
+  void Note(DataChanges::Change change);
+  void NoteAdditions() {
+    if (!additions_noted_) NoteFirstAddition();
+  }
+  void NoteFirstAddition();
+  [[nodiscard]] bool Fits() const;
+  void CountTrackPoints();
 
   std::vector<Waypoint> waypoints_;
   std::vector<Route> routes_;
   std::vector<TrackLog> logs_;
   std::size_t track_point_count_ = 0;
-  Header route_header_ = Header::None;
-  Header log_header_ = Header::None;
+  DataChanges::Headers headers_;
+  bool keeps_changes_ = false;
+  bool additions_noted_ = true;  ///< what is added needs no note of its own: none is wanted, or the last one covers it
+  DataChanges kept_;
 };
 
 }  // namespace walrim

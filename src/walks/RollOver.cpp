@@ -123,19 +123,36 @@ std::vector<DateRepair> RepairsBeside(std::vector<DateRepair> repairs, std::size
   return repairs;
 }
 
+std::vector<DateRepair> RepairsStillDue(const std::vector<TrackLog>& logs, const std::vector<DateRepair>& repairs) {
+  std::vector<DateRepair> due;
+  std::vector<DateRepair> left = repairs;
+  for (std::size_t i = 0; i < logs.size() && !left.empty(); ++i) {
+    const LogTimes times = TimesOf(logs[i].points);
+    const auto found = std::ranges::find_if(left, [&](const DateRepair& repair) {
+      return times.old_first == repair.old_first && times.old_last == repair.old_last;
+    });
+    if (found == left.end()) continue;
+    due.push_back(*found);
+    due.back().log = i;
+    left.erase(found);
+  }
+  return due;
+}
+
 void ApplyDateRepairs(DataSet& data, const std::vector<DateRepair>& repairs) {
   for (const DateRepair& repair : repairs) {
     if (repair.log >= data.Logs().size()) continue;
     const std::vector<TrackPoint>& points = data.Logs()[repair.log].points;
     const LogTimes times = TimesOf(points);
     if (times.old_first != repair.old_first || times.old_last != repair.old_last) continue;
+    std::vector<TrackPoint> repaired = points;
     JumpCounter jumps;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      if (!IsDated(points[i])) continue;
-      const GarminSeconds time = *points[i].time;
-      const std::int64_t roll_overs = repair.roll_overs + jumps.RollOversAt(time);
-      data.SetTime(repair.log, i, static_cast<GarminSeconds>(time + roll_overs * RollOver_s));
+    for (TrackPoint& point : repaired) {
+      if (!IsDated(point)) continue;
+      const std::int64_t roll_overs = repair.roll_overs + jumps.RollOversAt(*point.time);
+      point.time = static_cast<GarminSeconds>(*point.time + roll_overs * RollOver_s);
     }
+    static_cast<void>(data.Edit(Replacement(0, points.size(), std::move(repaired), repair.log)));
   }
 }
 

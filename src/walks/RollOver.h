@@ -51,6 +51,10 @@ struct DateRepair {
 [[nodiscard]] std::vector<DateRepair> RepairsBeside(std::vector<DateRepair> repairs, std::size_t first,
                                                     std::size_t removed, std::size_t added);
 
+/// Those of some repairs whose logs are still there as they were found, with the places that the logs have now.
+[[nodiscard]] std::vector<DateRepair> RepairsStillDue(const std::vector<TrackLog>& logs,
+                                                      const std::vector<DateRepair>& repairs);
+
 /// Repairs the dates. A log whose first or last time is no longer as it was found stays as it is.
 void ApplyDateRepairs(DataSet& data, const std::vector<DateRepair>& repairs);
 

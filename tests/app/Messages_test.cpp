@@ -29,6 +29,32 @@ TEST(AppMessages, OfTheReceiverAreWordedSo) {
   EXPECT_EQ(OverwriteHeldQuestion(DataKind::Route), "現在の内部データ(Route)は上書きされます．よろしいですか？");
 }
 
+TEST(AppMessages, OfStepsAreWordedSo) {
+  const StepName erased{StepKind::Delete, {{19, 0, 2}, {0, 0, 7}}};
+  EXPECT_EQ(UndoCaption(nullptr), "元に戻す");
+  EXPECT_EQ(RedoCaption(nullptr), "やり直し");
+  EXPECT_EQ(UndoCaption(&erased), "元に戻す：削除（Waypoint 19件，TrackLog 2件）");
+  EXPECT_EQ(RedoCaption(&erased), "やり直し：削除（Waypoint 19件，TrackLog 2件）");
+  EXPECT_EQ(Undone({StepKind::Edit, {{}, {0, 0, 5}}}), "元に戻しました：編集（TrackLog 5点）");
+  EXPECT_EQ(Redone({StepKind::Join, {}}), "やり直しました：結合");
+  const std::array<std::pair<StepKind, const char*>, 12> names{{{StepKind::Import, "取り込み"},
+                                                                {StepKind::Paste, "貼り付け"},
+                                                                {StepKind::MapPoint, "地点の追加"},
+                                                                {StepKind::Download, "ダウンロード"},
+                                                                {StepKind::FixDates, "日付の修正"},
+                                                                {StepKind::Restore, "復元"},
+                                                                {StepKind::Edit, "編集"},
+                                                                {StepKind::NewRecord, "追加"},
+                                                                {StepKind::Cut, "分割"},
+                                                                {StepKind::Reverse, "逆順"},
+                                                                {StepKind::Shorten, "間引き"},
+                                                                {StepKind::Reorder, "並べ替え"}}};
+  for (const auto& [kind, name] : names) {
+    const StepName step{kind, {}};
+    EXPECT_EQ(UndoCaption(&step), "元に戻す：" + std::string(name));
+  }
+}
+
 TEST(AppMessages, OfDatesAreWordedSo) {
   const std::int64_t moment = SecondsSinceGarminEpoch({2007, 4, 7, 16, 0, 0});
   const auto at = static_cast<GarminSeconds>(moment);
