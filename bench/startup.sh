@@ -21,6 +21,9 @@ if [[ -z ${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-} ]]; then
   exec xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24" "$0" "$build"
 fi
 export LC_ALL=C.UTF-8 TIMEFORMAT=%3R
+XDG_CONFIG_HOME=$(mktemp -d)
+export XDG_CONFIG_HOME
+trap 'rm -rf "$XDG_CONFIG_HOME"' EXIT
 
 seconds_of() { { time "$@" >/dev/null 2>&1; } 2>&1; }
 quickest() { sort -n | head -n 1; }

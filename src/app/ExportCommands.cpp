@@ -210,6 +210,7 @@ Outcome ExportCommands::ExportTo(const std::string& path) {
   if (outcome == Outcome::Done && state_.Settings().auto_delete) {
     state_.SetSomethingLost(!GivesBack(ImportText::OfFile(path)));
   }
+  if (outcome == Outcome::Done) desktop_.FileUsed(path);
   desktop_.SetStatusCaption("");
   return outcome;
 }

@@ -71,7 +71,9 @@ Outcome ImportCommands::ImportFile(const std::string& path) {
   // Standard input has no name that could tell a script.
   const bool has_name = path != StandardStream;
   const Format* format = RecognizeFormat(text.Beginning(), has_name ? std::string_view(path) : std::string_view());
-  return Read(std::move(text), format, has_name ? std::string_view(path) : messages::StandardInput);
+  const Outcome outcome = Read(std::move(text), format, has_name ? std::string_view(path) : messages::StandardInput);
+  if (outcome == Outcome::Done && has_name) desktop_.FileUsed(path);
+  return outcome;
 }
 
 /// A file that breaks off the second time it is read leaves what came until then.

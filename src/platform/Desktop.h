@@ -35,6 +35,9 @@ class Desktop {
   virtual void SetStatusCaption(std::string_view text) = 0;
   [[nodiscard]] virtual std::string StatusCaption() const = 0;
 
+  /// A file was read or written.
+  virtual void FileUsed(std::string_view /*path*/) {}
+
   /// How far the running operation has come: done of total steps; a total of 0 ends the showing.
   virtual void SetProgress(std::int64_t done, std::int64_t total) = 0;
 

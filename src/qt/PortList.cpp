@@ -20,7 +20,8 @@ std::string_view TakeNumber(std::string_view& text) {
 /// The device that a mapping gives its number to, with the system's description where the system knows it.
 NumberedPort MappedPort(int number, const std::string& device, const std::vector<SystemPort>& ports) {
   const auto known = std::find_if(ports.begin(), ports.end(), [&](const auto& port) { return port.device == device; });
-  return {number, device, known == ports.end() ? std::string() : known->description};
+  if (known == ports.end()) return {number, device, {}, {}};
+  return {number, device, known->description, known->serial_number};
 }
 
 bool IsMapped(const PortMapping& mapping, const std::string& device) {
@@ -76,10 +77,10 @@ std::vector<NumberedPort> NumberPorts(std::vector<SystemPort> ports, const PortM
   for (const SystemPort& port : ports) {
     if (IsMapped(mapping, port.device)) continue;
     if (number > MaxPortNumber) {
-      unnumbered.push_back({0, port.device, port.description});
+      unnumbered.push_back({0, port.device, port.description, port.serial_number});
       continue;
     }
-    numbered.push_back({number, port.device, port.description});
+    numbered.push_back({number, port.device, port.description, port.serial_number});
     number = NextFreeNumber(number, mapping);
   }
   std::sort(numbered.begin(), numbered.end(),
@@ -94,6 +95,7 @@ std::vector<SystemPort> SystemPorts() {
     SystemPort port{info.portName().toStdString(), info.systemLocation().toStdString(),
                     info.description().toStdString()};
     if (port.description.empty()) port.description = info.manufacturer().toStdString();
+    port.serial_number = info.serialNumber().toStdString();
     port.usb = info.hasVendorIdentifier() || port.name.starts_with("ttyUSB") || port.name.starts_with("ttyACM");
     ports.push_back(std::move(port));
   }

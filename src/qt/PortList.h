@@ -15,10 +15,11 @@ inline constexpr int MaxPortNumber = 4;
 
 /// A serial port as the system tells of it.
 struct SystemPort {
-  std::string name;         ///< "ttyUSB0"
-  std::string device;       ///< "/dev/ttyUSB0"
-  std::string description;  ///< "FT232R USB UART"; empty where the system has none
-  bool usb = false;         ///< a USB adapter or a receiver with USB
+  std::string name;             ///< "ttyUSB0"
+  std::string device;           ///< "/dev/ttyUSB0"
+  std::string description;      ///< "FT232R USB UART"; empty where the system has none
+  bool usb = false;             ///< a USB adapter or a receiver with USB
+  std::string serial_number{};  ///< the adapter's; empty where it has none
 };
 
 /// A port of the list. number is 0 for a port that got none.
@@ -26,6 +27,7 @@ struct NumberedPort {
   int number = 0;
   std::string device;
   std::string description;
+  std::string serial_number{};
 
   friend bool operator==(const NumberedPort&, const NumberedPort&) = default;
 };

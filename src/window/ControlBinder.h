@@ -1,6 +1,7 @@
 // The window's input widgets, each bound to one value of the controls.
 #pragma once
 
+#include <QVariantMap>
 #include <functional>
 #include <string>
 #include <type_traits>
@@ -10,6 +11,7 @@
 class QCheckBox;
 class QComboBox;
 class QSpinBox;
+class QWidget;
 
 namespace walrim {
 
@@ -36,11 +38,17 @@ class ControlBinder {
   /// Shows every bound value.
   void Show() const;
 
+  /// What the controls show, by their names.
+  [[nodiscard]] QVariantMap Values() const;
+  /// Chooses values as the user would; what a control cannot have is passed over.
+  void Choose(const QVariantMap& values) const;
+
  private:
   void BindNumber(QComboBox& box, std::function<int()> get, std::function<void(int)> set);
 
   std::function<void()> changed_;
   std::vector<std::function<void()>> show_;
+  std::vector<QWidget*> controls_;
 };
 
 }  // namespace walrim

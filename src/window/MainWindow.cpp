@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -12,10 +13,12 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <algorithm>
@@ -63,14 +66,21 @@ std::vector<std::string> ToStrings(const QStringList& texts) {
 MainWindow::MainWindow(const WindowParts& parts, Contents contents)
     : status_(new ElidedLabel("Status", Qt::ElideMiddle, this)),
       progress_(new QProgressBar(this)),
-      desktop_(*this, *status_, *progress_, {[this] { ShowControls(); }, [this] { RefreshRecords(); }}),
+      desktop_(*this, *status_, *progress_,
+               {[this] { ShowControls(); }, [this] { RefreshRecords(); },
+                [this](const std::string& path) { FileUsed(path); }}),
       dialogs_(*this),
       main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet, parts.facts),
       binder_([this] { SettingsChanged(); }),
-      ports_(parts.ports) {
+      ports_(parts.ports),
+      store_(parts.store),
+      port_given_(parts.port_given),
+      state_(store_ != nullptr ? LoadDesktopState(*store_) : DesktopState{}) {
   setObjectName("WalrimMain");
   setWindowTitle(QString::fromStdString(WindowTitle()));
   resize(StartSize);
+  restoreGeometry(state_.geometry);
+  resize(size().boundedTo(screen()->availableSize()));
   status_->hide();
   progress_->hide();
   if (contents == Contents::AtOnce) Build();
@@ -84,6 +94,7 @@ void MainWindow::Build() {
   ConnectButtons();
   SetTabOrder();
   ShowControls();
+  Restore();
   get_gps_info_->setFocus();
 }
 
@@ -190,7 +201,12 @@ void MainWindow::BuildMenus() {
   link->setShortcut(QKeySequence("Ctrl+L"));
   command_actions_.push_back(link);
   AddAction(*file, "保存(&S)...", QKeySequence::Save, *data_panel_->file_export);
+  BuildRecentFiles(*file);
   file->addSeparator();
+  keep_settings_ = file->addAction(QString::fromUtf8("設定を覚える(&K)"), this, [this] { Remember(); });
+  keep_settings_->setObjectName("KeepSettings");
+  keep_settings_->setCheckable(true);
+  keep_settings_->setToolTip(QString::fromUtf8("形式・測地系・自動処理などの設定を，次に起動したときにも使います"));
   QAction* exit = file->addAction(QString::fromUtf8("終了(&Q)"), this, [this] { close(); });
   exit->setObjectName("Exit");
   exit->setShortcut(QKeySequence("Ctrl+Q"));
@@ -391,7 +407,8 @@ void MainWindow::LookAtPorts() {
   for (const NumberedPort& port : known_ports_) {
     if (command_runs_ || is_in(before, [&](const auto& each) { return each.device == port.device; })) continue;
     const bool usable = is_in(known_ports_, [&](const auto& each) { return PortName(each) == chosen; });
-    if (!usable && chosen != DemoPortName) chosen = PortName(port);
+    const bool remembered = !ports_known_ && !port_given_ && IsRememberedPort(state_, port);
+    if (remembered || (!usable && chosen != DemoPortName)) chosen = PortName(port);
     if (ports_known_) ShowStatus(doctor_messages::PortAppeared(port.device, port.description));
   }
   ports_known_ = true;
@@ -402,6 +419,7 @@ void MainWindow::LookAtPorts() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (!command_runs_) {
+    Remember();
     event->accept();
     return;
   }
@@ -431,6 +449,79 @@ QString MainWindow::TypedLink() {
   dialog.setOkButtonText("OK");
   dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
   return dialog.exec() == QDialog::Accepted ? dialog.textValue().trimmed() : QString();
+}
+
+// ---- What is remembered
+
+void MainWindow::BuildRecentFiles(QMenu& file) {
+  recent_files_ = file.addMenu(QString::fromUtf8("最近使ったファイル(&R)"));
+  recent_files_->setObjectName("RecentFiles");
+  recent_files_->setToolTipsVisible(true);
+  recent_files_->menuAction()->setVisible(!state_.files.isEmpty());
+  command_actions_.push_back(recent_files_->menuAction());
+  connect(recent_files_, &QMenu::aboutToShow, this, [this] { ShowRecentFiles(); });
+}
+
+void MainWindow::ShowRecentFiles() {
+  recent_files_->clear();
+  for (const QString& path : state_.files) {
+    const int number = static_cast<int>(recent_files_->actions().size()) + 1;
+    QString name = QFileInfo(path).fileName();
+    name.replace(QLatin1Char('&'), QLatin1String("&&"));
+    const QString caption = number < MostRecentFiles ? QStringLiteral("&%1 %2").arg(number).arg(name) : name;
+    QAction* action = recent_files_->addAction(caption, this, [this, path] { ImportFiles({path.toStdString()}); });
+    action->setToolTip(path);
+  }
+  recent_files_->addSeparator();
+  recent_files_->addAction(QString::fromUtf8("一覧を消す(&X)"), this, [this] { ForgetFiles(); })
+      ->setObjectName("ForgetFiles");
+}
+
+void MainWindow::FileUsed(const std::string& path) {
+  if (store_ == nullptr) return;
+  RememberFile(state_, QFileInfo(QString::fromStdString(path)).absoluteFilePath());
+  recent_files_->menuAction()->setVisible(true);
+  StoreState();
+}
+
+void MainWindow::ForgetFiles() {
+  state_.files.clear();
+  recent_files_->menuAction()->setVisible(false);
+  StoreState();
+}
+
+void MainWindow::Restore() {
+  desktop_.SetLastFolders({state_.open_folder, state_.save_folder});
+  records_->SetColumnWidths(state_.columns);
+  keep_settings_->setChecked(state_.keep_settings);
+  keep_settings_->setEnabled(store_ != nullptr);
+  binder_.Choose(state_.settings);
+  TakeScriptOptions(main_.State().Settings().script, state_.settings);
+  if (state_.checked_link.isValid()) binder_.Choose({{checked_link_->objectName(), state_.checked_link}});
+  if (!port_given_ && state_.port_device == DemoPortName) binder_.Choose({{port_box_->objectName(), DemoPortName}});
+}
+
+void MainWindow::Remember() {
+  if (store_ == nullptr || records_ == nullptr) return;
+  state_.geometry = saveGeometry();
+  state_.columns = records_->ColumnWidths();
+  state_.open_folder = desktop_.LastFolders().open;
+  state_.save_folder = desktop_.LastFolders().save;
+  state_.keep_settings = keep_settings_->isChecked();
+  state_.settings = binder_.Values();
+  state_.checked_link = state_.settings.take(checked_link_->objectName());
+  state_.settings.remove(port_box_->objectName());
+  AddScriptOptions(state_.settings, main_.State().Settings().script);
+  const std::string& chosen = main_.State().Settings().port;
+  if (!port_given_ && chosen == DemoPortName) RememberPort(state_, {0, DemoPortName, {}, {}});
+  for (const NumberedPort& port : known_ports_) {
+    if (!port_given_ && PortName(port) == chosen) RememberPort(state_, port);
+  }
+  StoreState();
+}
+
+void MainWindow::StoreState() {
+  if (store_ != nullptr) SaveDesktopState(*store_, state_);
 }
 
 // ---- Drops

@@ -11,6 +11,7 @@
 
 #include "app/WalrimMain.h"
 #include "window/ControlBinder.h"
+#include "window/DesktopState.h"
 #include "window/DropTarget.h"
 #include "window/PortBox.h"
 #include "window/WindowDesktop.h"
@@ -20,6 +21,7 @@ class QAction;
 class QComboBox;
 class QGroupBox;
 class QLabel;
+class QMenu;
 class QProgressBar;
 class QPushButton;
 class QStackedWidget;
@@ -39,6 +41,8 @@ struct WindowParts {
   Inet& inet;
   PortBox::Ports ports;              ///< the serial ports there are now
   const PortFacts* facts = nullptr;  ///< without, nothing is known of who keeps them
+  QSettings* store = nullptr;        ///< what is remembered between two starts; without, nothing is
+  bool port_given = false;           ///< the user has named a port for this start: the remembered one stays as it is
 };
 
 /// When the window's contents are made. An empty window is on the screen in a fraction of the time; who wants that
@@ -83,9 +87,9 @@ class MainWindow : public QMainWindow {
   void BuildMenus();
   void ConnectButtons();
   void SetTabOrder();
-  QAction* AddAction(class QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button);
+  QAction* AddAction(QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button);
 
-  QAction* AddCommand(class QMenu& menu, const char* name, const char* text, const std::function<void()>& command);
+  QAction* AddCommand(QMenu& menu, const char* name, const char* text, const std::function<void()>& command);
 
   /// Runs a command with the window's other commands out of reach. Does nothing while one runs.
   void Run(const std::function<void()>& command);
@@ -105,6 +109,15 @@ class MainWindow : public QMainWindow {
   void ExamineLine();
   [[nodiscard]] QString TypedLink();
   void ShowDropHint(bool shown);
+  void BuildRecentFiles(QMenu& file);
+  void ShowRecentFiles();
+  void FileUsed(const std::string& path);
+  void ForgetFiles();
+  /// Shows what the last start left behind.
+  void Restore();
+  /// Leaves it for the next one.
+  void Remember();
+  void StoreState();
 
   ElidedLabel* status_;
   QProgressBar* progress_;
@@ -113,6 +126,9 @@ class MainWindow : public QMainWindow {
   WalrimMain main_;
   ControlBinder binder_;
   PortBox::Ports ports_;
+  QSettings* store_;
+  bool port_given_;
+  DesktopState state_;
   std::vector<NumberedPort> known_ports_;
   bool ports_known_ = false;
   PortBox* port_box_ = nullptr;
@@ -129,6 +145,8 @@ class MainWindow : public QMainWindow {
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;
   QAction* fix_dates_ = nullptr;
+  QMenu* recent_files_ = nullptr;
+  QAction* keep_settings_ = nullptr;
   QAction* cancel_action_ = nullptr;
   QWidget* focus_before_ = nullptr;  ///< what had the focus when the command began
   bool command_runs_ = false;

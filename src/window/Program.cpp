@@ -4,6 +4,7 @@
 #include <QFileSystemWatcher>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSettings>
 #include <QTimer>
 #include <QTranslator>
 #include <cstdio>
@@ -83,7 +84,9 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     facts.Look(ports);
     return ports;
   };
-  MainWindow window({port, clock, event_loop, inet, list_ports, &facts}, Contents::Later);
+  QSettings store(QSettings::IniFormat, QSettings::UserScope, "walrim", "walrim");
+  const bool port_given = arguments.demo || !arguments.mapping.empty();
+  MainWindow window({port, clock, event_loop, inet, list_ports, &facts, &store, port_given}, Contents::Later);
   if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
   QTranslator translator;
   PortWatch port_watch;

@@ -90,6 +90,7 @@ void RecordTables::BuildTables(DataKind kind) {
   for (RecordView* view : {page.record_view, page.point_view}) {
     if (view == nullptr) continue;
     view->SetWithHeader(with_header_);
+    view->SetUserWidths(widths_.value(view->objectName()).toMap());
     connect(view, &RecordView::MapChosen, this, &RecordTables::MapChosen);
     connect(view, &RecordView::GeoLinkChosen, this, &RecordTables::GeoLinkChosen);
   }
@@ -150,6 +151,20 @@ void RecordTables::SetWithHeader(bool on) {
     page.record_view->SetWithHeader(on);
     if (page.point_view != nullptr) page.point_view->SetWithHeader(on);
   }
+}
+
+QVariantMap RecordTables::ColumnWidths() const {
+  QVariantMap widths = widths_;
+  for (const Page& page : pages_) {
+    for (const RecordView* view : {page.record_view, page.point_view}) {
+      if (view != nullptr) widths.insert(view->objectName(), view->UserWidths());
+    }
+  }
+  return widths;
+}
+
+void RecordTables::SetColumnWidths(const QVariantMap& widths) {
+  widths_ = widths;
 }
 
 }  // namespace walrim

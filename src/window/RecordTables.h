@@ -1,6 +1,7 @@
 // The records on screen: a page for each kind, with its tables.
 #pragma once
 
+#include <QVariantMap>
 #include <QWidget>
 #include <array>
 
@@ -27,6 +28,10 @@ class RecordTables : public QWidget {
   void Refresh(const ShownForm& form);
   /// Title lines in front of copied lines.
   void SetWithHeader(bool on);
+  /// The widths that the user has given columns, by the names of the tables. Those of tables that have not been shown
+  /// stay as they were set.
+  [[nodiscard]] QVariantMap ColumnWidths() const;
+  void SetColumnWidths(const QVariantMap& widths);
 
  Q_SIGNALS:
   /// As of RecordView.
@@ -59,6 +64,7 @@ class RecordTables : public QWidget {
   QTabWidget* tabs_;
   std::array<Page, DataKindCount> pages_;
   bool with_header_ = false;
+  QVariantMap widths_;
 };
 
 }  // namespace walrim

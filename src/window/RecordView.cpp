@@ -270,4 +270,20 @@ void RecordView::FitColumns() {
   fitting_ = false;
 }
 
+QVariantMap RecordView::UserWidths() const {
+  QVariantMap widths;
+  for (const int column : user_columns_)
+    widths.insert(model_.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), columnWidth(column));
+  return widths;
+}
+
+void RecordView::SetUserWidths(const QVariantMap& widths) {
+  for (int column = 0; column < model_.columnCount(); ++column) {
+    const auto width = widths.constFind(model_.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+    if (width == widths.constEnd() || width->toInt() <= 0) continue;
+    setColumnWidth(column, width->toInt());
+    user_columns_.insert(column);
+  }
+}
+
 }  // namespace walrim

@@ -4,6 +4,7 @@
 
 #include <QSet>
 #include <QTableView>
+#include <QVariantMap>
 #include <optional>
 #include <vector>
 
@@ -23,6 +24,9 @@ class RecordView : public QTableView {
 
   /// Title lines in front of copied lines.
   void SetWithHeader(bool on) { with_header_ = on; }
+  /// The widths that the user has given columns, in pixels, by their titles.
+  [[nodiscard]] QVariantMap UserWidths() const;
+  void SetUserWidths(const QVariantMap& widths);
   /// Copies the chosen rows, in the order they are shown, as standard lines. Without any the clipboard stays.
   void CopyRows() const;
   /// The records of the chosen rows, each once, in rising order.

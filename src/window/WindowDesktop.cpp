@@ -78,9 +78,12 @@ std::optional<std::string> WindowDesktop::RunFileDialog(QFileDialog& dialog, std
   // To be opened, a file may be of any type that is known; to be saved, it is of the chosen one.
   const bool saves = dialog.acceptMode() == QFileDialog::AcceptSave;
   if (!filters.isEmpty()) dialog.selectNameFilter(saves ? filters.last() : filters.first());
-  dialog.setDirectory(folder_.isEmpty() ? QDir::currentPath() : folder_);
+  QString& folder = saves ? folders_.save : folders_.open;
+  const QString& other = saves ? folders_.open : folders_.save;
+  const QString begin = folder.isEmpty() ? other : folder;
+  dialog.setDirectory(begin.isEmpty() || !QDir(begin).exists() ? QDir::currentPath() : begin);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  folder_ = dialog.directory().absolutePath();
+  folder = dialog.directory().absolutePath();
   return dialog.selectedFiles().constFirst().toStdString();
 }
 

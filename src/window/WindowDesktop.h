@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/Desktop.h"
 
@@ -24,10 +25,20 @@ class WindowDesktop : public Desktop {
   struct Hooks {
     std::function<void()> controls_changed;
     std::function<void()> records_changed;
+    std::function<void(const std::string& path)> file_used;
+  };
+
+  /// Where the file dialogs begin, and where they ended last.
+  struct Folders {
+    QString open;
+    QString save;
   };
 
   /// All must outlive this object.
   WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, Hooks hooks);
+
+  [[nodiscard]] const Folders& LastFolders() const { return folders_; }
+  void SetLastFolders(Folders folders) { folders_ = std::move(folders); }
 
   void ShowMessage(std::string_view text) override;
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
@@ -39,6 +50,7 @@ class WindowDesktop : public Desktop {
   [[nodiscard]] bool OpenLink(std::string_view link) override;
   void SetStatusCaption(std::string_view text) override;
   [[nodiscard]] std::string StatusCaption() const override;
+  void FileUsed(std::string_view path) override { hooks_.file_used(std::string(path)); }
   void SetProgress(std::int64_t done, std::int64_t total) override;
   void ControlsChanged() override { hooks_.controls_changed(); }
   void RecordsChanged() override { hooks_.records_changed(); }
@@ -53,7 +65,7 @@ class WindowDesktop : public Desktop {
   ElidedLabel& status_;
   QProgressBar& progress_;
   Hooks hooks_;
-  QString folder_;  ///< where the last file dialog ended
+  Folders folders_;
   bool silent_ = false;
 };
 

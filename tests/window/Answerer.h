@@ -45,6 +45,7 @@ class Answerer : public QObject {
   std::vector<Seen> boxes;
   QStringList name_filters;
   QString chosen_filter;
+  QString folder;  ///< where the last file dialog began
   int file_dialogs = 0;
   bool save_dialog = false;
 
@@ -74,6 +75,7 @@ class Answerer : public QObject {
   void AnswerFileDialog(QFileDialog& dialog) {
     ++file_dialogs;
     save_dialog = dialog.acceptMode() == QFileDialog::AcceptSave;
+    folder = dialog.directory().absolutePath();
     name_filters = dialog.nameFilters();
     chosen_filter = dialog.selectedNameFilter();
     if (path_.isEmpty()) {

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <functional>
 #include <gtest/gtest.h>
@@ -40,7 +41,8 @@ class WindowTestBase : public testing::Test {
  protected:
   /// The window in front of a line.
   void Open(SerialPort& port, const Clock& clock) {
-    window = std::make_unique<MainWindow>(WindowParts{port, clock, event_loop, inet, [this] { return ports; }, &facts});
+    window = std::make_unique<MainWindow>(
+        WindowParts{port, clock, event_loop, inet, [this] { return ports; }, &facts, store.get(), port_given});
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
@@ -86,6 +88,8 @@ class WindowTestBase : public testing::Test {
   FakePortFacts facts;
   std::vector<NumberedPort> ports;
   TemporaryFolder folder;
+  std::unique_ptr<QSettings> store;  ///< what the window remembers; none at first
+  bool port_given = false;
   std::unique_ptr<MainWindow> window;
 };
 
