@@ -194,6 +194,15 @@ QAction* MainWindow::AddCommand(QMenu& menu, const char* name, const char* text,
 }
 
 void MainWindow::BuildMenus() {
+  BuildFileMenu();
+  BuildEditMenu();
+  BuildDeviceMenu();
+  QMenu* help = menuBar()->addMenu(QString::fromUtf8("ヘルプ(&H)"));
+  QAction* about = help->addAction(QString::fromUtf8("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
+  about->setObjectName("About");
+}
+
+void MainWindow::BuildFileMenu() {
   QMenu* file = menuBar()->addMenu(QString::fromUtf8("ファイル(&F)"));
   AddAction(*file, "取り込み(&O)...", QKeySequence::Open, *data_panel_->file_import);
   QAction* link = file->addAction(QString::fromUtf8("リンクから取り込み(&L)..."), this, [this] { AskForLink(); });
@@ -210,7 +219,9 @@ void MainWindow::BuildMenus() {
   QAction* exit = file->addAction(QString::fromUtf8("終了(&Q)"), this, [this] { close(); });
   exit->setObjectName("Exit");
   exit->setShortcut(QKeySequence("Ctrl+Q"));
+}
 
+void MainWindow::BuildEditMenu() {
   QMenu* edit = menuBar()->addMenu(QString::fromUtf8("編集(&E)"));
   AddAction(*edit, "コピー(&C)", QKeySequence("Ctrl+Shift+C"), *data_panel_->copy);
   AddAction(*edit, "貼り付け(&V)", QKeySequence::Paste, *data_panel_->paste);
@@ -219,7 +230,9 @@ void MainWindow::BuildMenus() {
   edit->addSeparator();
   fix_dates_ =
       AddCommand(*edit, "FixDates", "日付を直す(&F)...", [this] { Run([this] { main_.Dates().FixDates(); }); });
+}
 
+void MainWindow::BuildDeviceMenu() {
   QMenu* device = menuBar()->addMenu(QString::fromUtf8("受信機(&R)"));
   AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *get_gps_info_);
   AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *data_panel_->down_load);
@@ -233,10 +246,6 @@ void MainWindow::BuildMenus() {
   device->addSeparator();
   cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *data_panel_->cancel);
   command_actions_.pop_back();
-
-  QMenu* help = menuBar()->addMenu(QString::fromUtf8("ヘルプ(&H)"));
-  QAction* about = help->addAction(QString::fromUtf8("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
-  about->setObjectName("About");
 }
 
 void MainWindow::ConnectButtons() {

@@ -85,6 +85,9 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] QGroupBox* MakeDeviceGroup();
   void BuildStatusBar();
   void BuildMenus();
+  void BuildFileMenu();
+  void BuildEditMenu();
+  void BuildDeviceMenu();
   void ConnectButtons();
   void SetTabOrder();
   QAction* AddAction(QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button);
