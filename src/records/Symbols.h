@@ -23,6 +23,106 @@ struct NamedCode {
 /// The name of a code; empty for one without a row.
 [[nodiscard]] std::string_view NameOf(std::span<const NamedCode> names, int code);
 
+/// What symbols show; several share a shape.
+enum class SymbolShape : std::uint8_t {
+  Airfield,
+  Anchor,
+  Ball,
+  Beacon,
+  Bed,
+  Bell,
+  Boat,
+  Bridge,
+  Building,
+  Buoy,
+  Camera,
+  Car,
+  Cart,
+  Church,
+  CircleX,
+  City,
+  Cross,
+  Crossing,
+  Dam,
+  Deer,
+  Diamond,
+  Dice,
+  DiverFlag,
+  Dot,
+  Drop,
+  Dumbbell,
+  Envelope,
+  Exit,
+  Feet,
+  Film,
+  Fir,
+  Fish,
+  Fix,
+  Flag,
+  Fork,
+  Gate,
+  Glider,
+  Golf,
+  Grave,
+  Hexagon,
+  Horn,
+  House,
+  InformationSign,
+  Label,
+  Lamp,
+  Lifebuoy,
+  Mask,
+  Money,
+  Mug,
+  NoEntry,
+  Nothing,
+  Parachute,
+  Parasol,
+  ParkingSign,
+  Paw,
+  Peak,
+  Pick,
+  Pizza,
+  Pump,
+  Restroom,
+  Road,
+  Scales,
+  School,
+  Shield,
+  Shower,
+  Signpost,
+  Skate,
+  Ski,
+  Skull,
+  Square,
+  Stadium,
+  Star,
+  Store,
+  Table,
+  Telephone,
+  Temple,
+  Tent,
+  Tower,
+  Tree,
+  Truck,
+  Tunnel,
+  Warning,
+  Waves,
+  Wheel,
+  Wreck
+};
+enum class SymbolColour : std::uint8_t { Amber, Black, Blue, Brown, Green, Orange, Red, Violet, White };
+struct SymbolPicture {
+  SymbolShape shape = SymbolShape::Dot;
+  SymbolColour colour = SymbolColour::Black;
+  std::optional<SymbolColour> second{};  ///< of its lower half, where that differs
+};
+
+/// A symbol's name in Japanese; empty for a code without a row.
+[[nodiscard]] std::string_view JapaneseSymbolName(WaypointType type, int code);
+/// What its picture shows; a dot for a code without a row.
+[[nodiscard]] SymbolPicture SymbolPictureOf(WaypointType type, int code);
+
 /// A symbol of D104 and D108 as one of the 16 of D103 and D107.
 struct SmallSymbol {
   std::uint8_t code = 0;  ///< 0 to 15; 0, the dot, where none is near

@@ -76,6 +76,8 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return ShownText(ref, index.column());
+    case Qt::DecorationRole:
+      return Picture(ref, index.column());
     case Qt::ToolTipRole:
       return CodeTip(ref, index.column());
     case Qt::TextAlignmentRole:
@@ -107,6 +109,12 @@ QString RecordModel::ShownText(RowRef ref, int column) const {
   std::string text = CellText(ref, column);
   std::ranges::replace_if(text, EndsColumn, ' ');
   return QString::fromStdString(WithoutControlCharacters(TrimBlanks(text)));
+}
+
+QVariant RecordModel::Picture(RowRef ref, int column) const {
+  if (Head(column).kind != CellKind::NamedCode || !Holds(ref)) return {};
+  const QIcon picture = CellPicture(ref, column);
+  return picture.isNull() ? QVariant() : QVariant(picture);
 }
 
 /// What stands in the place of a record that never came looks like no record.

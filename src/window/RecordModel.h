@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QIcon>
 #include <QString>
 #include <cstdint>
 #include <optional>
@@ -105,6 +106,8 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] virtual std::optional<MapPlace> PlaceOf(RowRef /*ref*/) const { return std::nullopt; }
   /// Text of a cell as the record has it. The record is held.
   [[nodiscard]] virtual std::string CellText(RowRef ref, int column) const = 0;
+  /// What stands beside the text; a null icon for nothing.
+  [[nodiscard]] virtual QIcon CellPicture(RowRef ref, int column) const = 0;
   /// What a cell of numbers sorts by; nothing for an empty one.
   [[nodiscard]] virtual std::optional<double> CellNumber(RowRef ref, int column) const = 0;
   /// Appends the lines that are copied for a row, each with CR LF.
@@ -119,6 +122,7 @@ class RecordModel : public QAbstractTableModel {
 
  private:
   [[nodiscard]] QString ShownText(RowRef ref, int column) const;
+  [[nodiscard]] QVariant Picture(RowRef ref, int column) const;
   [[nodiscard]] QVariant MissingMark(int role) const;
   [[nodiscard]] QVariant CheckMark(RowRef ref, int column, int role) const;
   [[nodiscard]] QVariant CodeTip(RowRef ref, int column) const;

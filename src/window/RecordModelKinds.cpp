@@ -6,6 +6,7 @@
 #include "records/Symbols.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
+#include "window/SymbolPictures.h"
 
 namespace walrim {
 namespace {
@@ -97,7 +98,8 @@ constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
     {{"コメント", CellKind::Text}, [](W row, F) { return row.waypoint.cmnt; }},
     {{"シンボル", CellKind::NamedCode},
      [](W row, F) { return CodeText(SymbolNames(row.waypoint.type), SymbolOf(row)); },
-     [](W row, F) { return Number(SymbolOf(row)); }},
+     [](W row, F) { return Number(SymbolOf(row)); },
+     [](W row) { return SymbolIcon(row.waypoint.type, SymbolOf(row)); }},
     {{"表示", CellKind::NamedCode},
      [](W row, F) { return CodeText(DisplayNames(row.waypoint.type), row.waypoint.dspl); },
      [](W row, F) { return Number(row.waypoint.dspl); }},

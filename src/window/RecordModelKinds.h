@@ -1,6 +1,7 @@
 // The models of the three kinds: waypoints, routes, track logs, and the points of the latter two.
 #pragma once
 
+#include <QIcon>
 #include <array>
 #include <optional>
 #include <span>
@@ -17,6 +18,7 @@ struct RecordColumn {
   ColumnHead head;
   std::string (*text)(const Row& row, const ShownForm& form);
   std::optional<double> (*number)(const Row& row, const ShownForm& form) = nullptr;
+  QIcon (*picture)(const Row& row) = nullptr;
 };
 
 /// A model whose rows are of a type.
@@ -43,6 +45,10 @@ class ModelOf : public RecordModel {
   [[nodiscard]] std::optional<double> CellNumber(RowRef ref, int column) const override {
     const auto number = ColumnAt(column).number;
     return number != nullptr ? number(*RowOf(ref), form_) : std::nullopt;
+  }
+  [[nodiscard]] QIcon CellPicture(RowRef ref, int column) const override {
+    const auto picture = ColumnAt(column).picture;
+    return picture != nullptr ? picture(*RowOf(ref)) : QIcon();
   }
 
  private:

@@ -251,7 +251,8 @@ std::vector<int> RecordView::NeededWidths() const {
     for (int column = 0; column < model_.columnCount(); ++column) {
       int& width = widths[static_cast<std::size_t>(column)];
       const QString text = model_.index(row, column).data().toString();
-      const int mark = column == 0 && model_.HasChecks() ? check : 0;
+      const bool pictured = model_.index(row, column).data(Qt::DecorationRole).isValid();
+      const int mark = pictured || (column == 0 && model_.HasChecks()) ? check : 0;
       width = std::max(width, std::min(fontMetrics().horizontalAdvance(text) + margin, widest) + mark);
     }
   }

@@ -1,7 +1,9 @@
 #include "records/Symbols.h"
 
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "text/Scan.h"
@@ -151,6 +153,42 @@ TEST(SymbolOfGpxName, OtherNamesGiveTheNearest) {
   EXPECT_EQ(of("Custom 1x"), std::pair(-1, false));
   EXPECT_EQ(of("Trailhead"), std::pair(-1, false));
   EXPECT_EQ(of(""), std::pair(-1, false));
+}
+
+TEST(JapaneseSymbolName, EverySymbolHasOneOfItsOwn) {
+  for (const WaypointType type : {WaypointType::D103, WaypointType::D104, WaypointType::D107, WaypointType::D108}) {
+    std::set<std::string_view> names;
+    for (const NamedCode& symbol : SymbolNames(type)) {
+      const std::string_view name = JapaneseSymbolName(type, symbol.code);
+      EXPECT_FALSE(name.empty()) << symbol.name;
+      EXPECT_TRUE(names.insert(name).second) << name;
+    }
+  }
+}
+
+TEST(JapaneseSymbolName, TheSixteenAreNamedAsTheSamePicture) {
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D103, 0), "点");
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D108, 0), "錨");
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D107, 11), "キャンプ場");
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D104, 8246), "山頂");
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D103, 16), "");
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D103, -1), "");
+  EXPECT_EQ(JapaneseSymbolName(WaypointType::D108, 8224), "");
+}
+
+TEST(SymbolPictureOf, ShapesAreSharedWhereColoursTellThemApart) {
+  std::set<SymbolShape> shapes;
+  std::set<std::tuple<SymbolShape, SymbolColour, int>> pictures;
+  for (const NamedCode& symbol : SymbolNames(WaypointType::D108)) {
+    const SymbolPicture picture = SymbolPictureOf(WaypointType::D108, symbol.code);
+    shapes.insert(picture.shape);
+    pictures.emplace(picture.shape, picture.colour, picture.second ? static_cast<int>(*picture.second) : -1);
+  }
+  EXPECT_GE(shapes.size(), 25U);
+  // The two that show nothing are one picture, and so are the two white buoys.
+  EXPECT_EQ(pictures.size(), SymbolNames(WaypointType::D108).size() - 2);
+  EXPECT_EQ(SymbolPictureOf(WaypointType::D103, 10).shape, SymbolShape::Flag);
+  EXPECT_EQ(SymbolPictureOf(WaypointType::D108, 65535).shape, SymbolShape::Dot);
 }
 
 }  // namespace

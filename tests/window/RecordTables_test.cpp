@@ -215,6 +215,12 @@ TEST_F(RecordTablesTest, AWaypointShowsTheColumnsOfItsStandardLine) {
   EXPECT_EQ(Cell(table, 0, "コメント"), "山頂, 茶屋");
   EXPECT_EQ(Cell(table, 0, "シンボル"), "waypoint dot");
   EXPECT_EQ(Cell(table, 0, "シンボル", Qt::ToolTipRole), "コード 18");
+  const auto picture = [&table](const char* title) {
+    return table.model()->index(0, ColumnOf(table, title)).data(Qt::DecorationRole);
+  };
+  EXPECT_FALSE(picture("シンボル").value<QIcon>().isNull());
+  EXPECT_FALSE(picture("表示").isValid());
+  EXPECT_FALSE(picture("名前").isValid());
   EXPECT_EQ(Cell(table, 0, "表示"), "Display symbol by itself");
   EXPECT_EQ(Cell(table, 0, "高度 m"), "599.15");
   EXPECT_EQ(Cell(table, 0, "施設"), "HUT");
