@@ -57,6 +57,7 @@ Outcome DateCommands::FixDates() {
   if (state_.Busy()) return Outcome::Busy;
   const BusyGuard guard(state_);
   if (state_.DateRepairs().empty()) return Outcome::Refused;
+  const UndoStep step(state_, StepKind::FixDates);
   const std::vector<DateRepair>& repairs = state_.DateRepairs();
   const int utc_offset_hours = state_.Settings().utc_offset_hours;
   if (dialogs_ != nullptr && !dialogs_->ShowDateRepairs(state_.Data(), repairs, utc_offset_hours)) {

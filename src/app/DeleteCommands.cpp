@@ -17,6 +17,7 @@ Outcome DeleteCommands::Delete() {
 /// The status line has then what it had before.
 void DeleteCommands::EmptyChosenKinds() {
   const BusyGuard guard(state_);
+  const UndoStep step(state_, StepKind::Delete);
   const std::string before = desktop_.StatusCaption();
   desktop_.SetStatusCaption(messages::Deleting);
   for (const DataKind kind : AllDataKinds) {

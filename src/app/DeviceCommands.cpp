@@ -194,6 +194,7 @@ Outcome DeviceCommands::Download() {
 }
 
 Outcome DeviceCommands::DownloadSelected() {
+  const UndoStep step(state_, StepKind::Download);
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;

@@ -165,15 +165,20 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
   return problem ? Outcome::Refused : Outcome::Done;
 }
 
-/// Whether what was written reads back as the kinds it was written of.
-bool ExportCommands::GivesBack(ImportText text) {
+/// What was written, as it is read; nothing where it cannot be.
+std::optional<DataSet> ExportCommands::ReadBack(ImportText text) {
   const UserSettings& settings = state_.Settings();
   const Format& format = FormatOf(settings.format);
-  if (format.read == nullptr) return false;
+  if (format.read == nullptr) return std::nullopt;
   LineSource lines = text.Lines();
   DataSet back;
   static_cast<void>(format.read(lines, back, {settings.utc_offset_hours}));
-  return !text.Problem() && ReadsBack(*ChosenData(state_.Data()), back, state_.WantedKinds(), format);
+  return text.Problem() ? std::nullopt : std::optional(std::move(back));
+}
+
+bool ExportCommands::GivesBack(const std::optional<DataSet>& back) {
+  const Format& format = FormatOf(state_.Settings().format);
+  return back && ReadsBack(*ChosenData(state_.Data()), *back, state_.WantedKinds(), format);
 }
 
 // ---- To a file
@@ -207,18 +212,44 @@ Outcome ExportCommands::ExportTo(const std::string& path) {
   desktop_.SetStatusCaption(messages::ExportTo(path));
   Outcome outcome = Outcome::Refused;
   if (!FileExists(path) || desktop_.AskOkCancel(messages::OverwriteQuestion(path))) outcome = WriteFile(path);
-  if (outcome == Outcome::Done && state_.Settings().auto_delete) {
-    state_.SetSomethingLost(!GivesBack(ImportText::OfFile(path)));
-  }
+  if (outcome == Outcome::Done) LookAtWritten(path);
   if (outcome == Outcome::Done) desktop_.FileUsed(path);
   desktop_.SetStatusCaption("");
   return outcome;
+}
+
+/// A kind is saved where all of it lies in a file that holds every column.
+void ExportCommands::LookAtWritten(const std::string& path) {
+  if (!state_.Settings().auto_delete && !state_.KeepsSteps()) return;
+  const std::optional<DataSet> back = ReadBack(ImportText::OfFile(path));
+  state_.SetSomethingLost(!GivesBack(back));
+  const Format& format = FormatOf(state_.Settings().format);
+  if (!back || !format.holds_all) return;
+  for (const DataKind kind : AllDataKinds) {
+    DataKinds only{};
+    only[IndexOf(kind)] = state_.WantedKinds()[IndexOf(kind)] && AllChosen(state_.Data(), kind);
+    if (AnyOf(only) && ReadsBack(state_.Data(), *back, only, format)) state_.SetSaved(kind);
+  }
 }
 
 Outcome ExportCommands::ExportToStandardOutput() {
   const Outcome outcome = WriteFile(std::string(StandardStream));
   desktop_.SetStatusCaption("");
   return outcome;
+}
+
+bool ExportCommands::MayEnd() {
+  while (AnyOf(state_.UnsavedKinds())) {
+    const DataKinds unsaved = state_.UnsavedKinds();
+    const Answer answer = desktop_.AskThree(messages::UnsavedQuestion(unsaved), messages::SaveAnswers);
+    if (answer != Answer::First) return answer == Answer::Second;
+    const DataKinds chosen = std::exchange(state_.Settings().chosen_kinds, unsaved);
+    const Outcome outcome = ExportSelected();
+    state_.Settings().chosen_kinds = chosen;
+    if (outcome != Outcome::Done) return false;
+    // What was written may be less than what is held: then that is asked again.
+  }
+  return true;
 }
 
 // ---- To the clipboard
@@ -244,7 +275,7 @@ Outcome ExportCommands::CopySelected() {
     return Outcome::Refused;
   }
   desktop_.SetClipboardText(text);
-  state_.SetSomethingLost(state_.Settings().auto_delete && !GivesBack(ImportText::OfUtf8(std::move(text))));
+  state_.SetSomethingLost(state_.Settings().auto_delete && !GivesBack(ReadBack(ImportText::OfUtf8(std::move(text)))));
   return Outcome::Done;
 }
 

@@ -30,6 +30,9 @@ class ExportCommands {
   Outcome Export();
   /// To the clipboard; AutoDelete follows.
   Outcome Copy();
+  /// Before the program ends: asks whether what lies in no file as it is held shall be saved, and saves it in the way
+  /// of Export, without AutoDelete. False where the user wants to go on, or where it was not saved.
+  [[nodiscard]] bool MayEnd();
   // The same without AutoDelete.
   Outcome ExportSelected();
   Outcome CopySelected();
@@ -55,7 +58,10 @@ class ExportCommands {
   /// What behind a go tells of it; false where there was nothing to write.
   [[nodiscard]] bool Told(const Written& written);
   Outcome WriteFile(const std::string& path);
-  [[nodiscard]] bool GivesBack(ImportText text);
+  [[nodiscard]] std::optional<DataSet> ReadBack(ImportText text);
+  /// Whether that is all that was to be written.
+  [[nodiscard]] bool GivesBack(const std::optional<DataSet>& back);
+  void LookAtWritten(const std::string& path);
   void ShowNotices();
 
   ProgramState& state_;

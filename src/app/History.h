@@ -18,7 +18,6 @@ namespace walrim {
 enum class StepKind : std::uint8_t {
   Import,
   Paste,
-  MapPoint,
   Download,
   Delete,
   FixDates,

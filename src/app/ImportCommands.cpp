@@ -48,6 +48,7 @@ Outcome ImportCommands::ImportFrom(const std::string& path) {
 }
 
 Outcome ImportCommands::ImportFiles(const std::vector<std::string>& paths) {
+  const UndoStep step(state_, StepKind::Import);
   Outcome outcome = Outcome::Done;
   ImportResult sum;
   for (const std::string& path : paths) {
@@ -64,6 +65,7 @@ Outcome ImportCommands::ImportFiles(const std::vector<std::string>& paths) {
 Outcome ImportCommands::ImportFile(const std::string& path) {
   if (state_.Busy()) return Outcome::Busy;
   const BusyGuard guard(state_);
+  const UndoStep step(state_, StepKind::Import);
   last_import_ = {};
   if (path.empty()) return Outcome::Done;
   ImportText text = ImportText::OfFile(path);
@@ -113,6 +115,7 @@ Outcome ImportCommands::Refuse(std::string_view message) {
 
 Outcome ImportCommands::Paste() {
   if (state_.Busy()) return Outcome::Busy;
+  const UndoStep step(state_, StepKind::Paste);
   const std::string text = desktop_.ClipboardText();
   if (!TrimSpace(text).empty()) return ImportTextOrLink(text, messages::ClipFrom);
   if (!desktop_.StatusCaption().empty()) desktop_.SetStatusCaption("");
@@ -121,6 +124,7 @@ Outcome ImportCommands::Paste() {
 
 Outcome ImportCommands::ImportTyped(const std::string& text) {
   if (state_.Busy()) return Outcome::Busy;
+  const UndoStep step(state_, StepKind::Import);
   return ImportTextOrLink(text, messages::ImportFrom);
 }
 

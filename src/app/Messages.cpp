@@ -53,8 +53,6 @@ std::string_view NameOfStep(StepKind kind) {
       return "取り込み";
     case StepKind::Paste:
       return "貼り付け";
-    case StepKind::MapPoint:
-      return "地点の追加";
     case StepKind::Download:
       return "ダウンロード";
     case StepKind::Delete:
@@ -276,6 +274,14 @@ std::string RecordInLine(long line_number, std::string_view line) {
   }
   const std::string_view text = line.substr(value + 2, line.find('"', value + 2) - value - 2);
   return Joined({where, line.substr(0, tag_end), "「", text, "」"});
+}
+
+std::string UnsavedQuestion(const DataKinds& kinds) {
+  std::vector<std::string> names;
+  for (const DataKind kind : AllDataKinds) {
+    if (kinds[IndexOf(kind)]) names.emplace_back(DataKindName(kind));
+  }
+  return "保存されていない変更があります（" + JoinNames(names) + "）．終了する前に保存しますか？";
 }
 
 std::string SouthAndWest(int positions) {

@@ -8,6 +8,7 @@
 
 #include "app/History.h"
 #include "formats/ImportResult.h"
+#include "platform/Desktop.h"
 #include "records/DataKind.h"
 #include "walks/RollOver.h"
 
@@ -90,6 +91,9 @@ inline constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
 [[nodiscard]] std::string Utf8Question(std::string_view record, std::string_view character);
 /// The record of a line, to find it by: a standard line's tag and its first text; the beginning of any other line.
 [[nodiscard]] std::string RecordInLine(long line_number, std::string_view line);
+/// Before the program ends.
+[[nodiscard]] std::string UnsavedQuestion(const DataKinds& kinds);
+inline constexpr ThreeAnswers SaveAnswers{"保存", "保存しない", "戻る"};
 [[nodiscard]] std::string SouthAndWest(int positions);
 [[nodiscard]] std::string BrokenTexts(int count);
 [[nodiscard]] std::string SkippedRecords(int count);

@@ -163,6 +163,13 @@ bool ProgramState::Unsaved(DataKind kind) const {
   return data_.Holds(kind) && marks_.revisions[IndexOf(kind)] != saved_[IndexOf(kind)];
 }
 
+DataKinds ProgramState::UnsavedKinds() const {
+  DataKinds unsaved{};
+  for (const DataKind kind : AllDataKinds)
+    unsaved[IndexOf(kind)] = Unsaved(kind);
+  return unsaved;
+}
+
 void ProgramState::SetSaved(DataKind kind) {
   saved_[IndexOf(kind)] = marks_.revisions[IndexOf(kind)];
   desktop_.ControlsChanged();

@@ -75,6 +75,7 @@ class ProgramState {
 
   /// Whether records of a kind are held that are in no file as they are.
   [[nodiscard]] bool Unsaved(DataKind kind) const;
+  [[nodiscard]] DataKinds UnsavedKinds() const;
   /// What is held of a kind lies in a file now.
   void SetSaved(DataKind kind);
   /// A number for what is held of all kinds: another one where anything differs.

@@ -8,6 +8,14 @@
 
 namespace walrim {
 
+/// The answers to a question with three of them, as they stand on its buttons. Back is the safe one: nothing is done.
+struct ThreeAnswers {
+  std::string_view first;
+  std::string_view second;
+  std::string_view back;
+};
+enum class Answer : std::uint8_t { First, Second, Back };
+
 /// Texts are UTF-8. Message boxes are modal: they return when they have been answered.
 class Desktop {
  public:
@@ -19,6 +27,10 @@ class Desktop {
   [[nodiscard]] virtual bool AskYesNo(std::string_view text) = 0;
   /// A question with OK and Cancel; true for OK.
   [[nodiscard]] virtual bool AskOkCancel(std::string_view text) = 0;
+  /// A question with three answers, for desktops that have windows.
+  [[nodiscard]] virtual Answer AskThree(std::string_view /*text*/, const ThreeAnswers& /*answers*/) {
+    return Answer::Back;
+  }
 
   /// File dialogs with a filter such as "すべてのファイル (*.*)|*.*|", of which opening begins with the first entry and
   /// saving with the last: a path; nothing when the user cancels them, and whenever they fail.

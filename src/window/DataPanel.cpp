@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "window/ChosenCount.h"
+#include "window/Messages.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -90,6 +91,8 @@ void DataPanel::ShowRow(DataKind kind, bool command_runs) {
   Row& row = rows_[IndexOf(kind)];
   row.receiver_count->setText(CountText(state_.ReceiverCount(kind), ""));
   row.held_count->setText(ChosenCountText(state_.Data(), kind, CountText(state_.HeldCount(kind), "-")));
+  row.held_count->setToolTip(
+      QString::fromUtf8(state_.Unsaved(kind) ? window_messages::UnsavedCount : window_messages::HeldCount));
   // A kind that is full looks like a button, others like a text box.
   const QPalette::ColorRole role = state_.Full(kind) ? QPalette::Button : QPalette::Base;
   row.data_type->setBackgroundRole(role);

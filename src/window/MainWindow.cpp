@@ -36,6 +36,7 @@
 #include "window/Messages.h"
 #include "window/RecordTables.h"
 #include "window/SettingsPanel.h"
+#include "window/UndoMenu.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -77,7 +78,8 @@ MainWindow::MainWindow(const WindowParts& parts, Contents contents)
       port_given_(parts.port_given),
       state_(store_ != nullptr ? LoadDesktopState(*store_) : DesktopState{}) {
   setObjectName("WalrimMain");
-  setWindowTitle(QString::fromStdString(WindowTitle()));
+  setWindowTitle(QString::fromStdString(WindowTitle() + "[*]"));
+  main_.State().KeepSteps();
   resize(StartSize);
   restoreGeometry(state_.geometry);
   resize(size().boundedTo(screen()->availableSize()));
@@ -223,6 +225,7 @@ void MainWindow::BuildFileMenu() {
 
 void MainWindow::BuildEditMenu() {
   QMenu* edit = menuBar()->addMenu(QString::fromUtf8("編集(&E)"));
+  undo_menu_ = new UndoMenu(*edit, main_, [this](const auto& command) { Run(command); });
   AddAction(*edit, "コピー(&C)", QKeySequence("Ctrl+Shift+C"), *data_panel_->copy);
   AddAction(*edit, "貼り付け(&V)", QKeySequence::Paste, *data_panel_->paste);
   edit->addSeparator();
@@ -351,7 +354,18 @@ void MainWindow::EndCommand() {
   RefreshRecords();
   ShowNotices(main_.State().Told().Take());
   if (focus_before_ != nullptr) focus_before_->setFocus();
-  if (close_wanted_) close();
+  if (std::exchange(close_wanted_, false)) {
+    desktop_.Speak();
+    close();
+  }
+}
+
+bool MainWindow::MayClose() {
+  bool may = true;
+  asks_to_close_ = true;
+  if (AnyOf(main_.State().UnsavedKinds())) Run([&] { may = main_.Exports().MayEnd(); });
+  asks_to_close_ = false;
+  return may;
 }
 
 void MainWindow::CancelTransfer() {
@@ -392,6 +406,8 @@ void MainWindow::ShowControls() {
   }
   for (QAction* action : command_actions_)
     action->setEnabled(!command_runs_);
+  undo_menu_->ShowState(command_runs_);
+  setWindowModified(AnyOf(main_.State().UnsavedKinds()));
   fix_dates_->setEnabled(!command_runs_ && !main_.State().DateRepairs().empty());
   cancel_action_->setEnabled(main_.State().CancelEnabled());
 }
@@ -427,12 +443,13 @@ void MainWindow::LookAtPorts() {
 // ---- Events
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (!command_runs_) {
+  if (!command_runs_ && MayClose()) {
     Remember();
     event->accept();
     return;
   }
   event->ignore();
+  if (!command_runs_ || asks_to_close_) return;
   close_wanted_ = true;
   desktop_.FallSilent();
   if (main_.State().CancelEnabled()) {
@@ -572,6 +589,7 @@ void MainWindow::ImportDropped() {
   const Dropped dropped = std::exchange(dropped_, {});
   Run([&] {
     if (!dropped.files.isEmpty()) main_.External().TakeDrop(ToStrings(dropped.files), {});
+    const UndoStep step(main_.State(), StepKind::Import);
     for (const QString& text : dropped.texts)
       main_.External().TakeDrop({}, text.toStdString());
   });

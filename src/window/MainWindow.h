@@ -32,6 +32,7 @@ class DataPanel;
 class DoctorPanel;
 class ElidedLabel;
 class RecordTables;
+class UndoMenu;
 
 /// What the window stands on; all must outlive it.
 struct WindowParts {
@@ -72,7 +73,8 @@ class MainWindow : public QMainWindow {
   void LookAtPorts();
 
  protected:
-  /// During a command the window closes as soon as that has ended; a transfer is cancelled for it.
+  /// Asks what becomes of unsaved records. During a command the window closes as soon as that has ended; a transfer is
+  /// cancelled for it.
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -101,6 +103,7 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] Outcome GetInfo();
   void BeginCommand();
   void EndCommand();
+  [[nodiscard]] bool MayClose();
   /// Shows them below the tables, a line each, when the status line cuts them off.
   void ShowNotices(const std::vector<std::string>& notices);
   void SettingsChanged();
@@ -147,6 +150,7 @@ class MainWindow : public QMainWindow {
   QLabel* notices_ = nullptr;
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;
+  UndoMenu* undo_menu_ = nullptr;
   QAction* fix_dates_ = nullptr;
   QMenu* recent_files_ = nullptr;
   QAction* keep_settings_ = nullptr;
@@ -154,6 +158,7 @@ class MainWindow : public QMainWindow {
   QWidget* focus_before_ = nullptr;  ///< what had the focus when the command began
   bool command_runs_ = false;
   bool close_wanted_ = false;
+  bool asks_to_close_ = false;
   Dropped dropped_;  ///< waits for the event loop to turn
   QTimer drop_timer_;
 };

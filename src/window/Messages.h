@@ -8,6 +8,9 @@ namespace walrim::window_messages {
 
 inline constexpr std::string_view DropHint = "ここにドロップすると，内部データに取り込みます．";
 inline constexpr std::string_view Cancelling = "中止しています...";
+/// Over the number of records of a kind that are held.
+inline constexpr std::string_view HeldCount = "内部データの件数";
+inline constexpr std::string_view UnsavedCount = "内部データの件数（保存されていない変更があります）";
 /// Stands in place of a table without records.
 inline constexpr std::string_view NoRecords =
     "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";

@@ -25,29 +25,29 @@ QString FromUtf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-void NameButton(QMessageBox& box, QMessageBox::StandardButton which, const char* text) {
-  if (QAbstractButton* button = box.button(which)) button->setText(QString::fromUtf8(text));
-}
-
-/// Shows a message box and returns the button that was pressed; Escape and closing it press the safe one.
-QMessageBox::StandardButton RunBox(QWidget& window, QMessageBox::Icon icon, std::string_view text,
-                                   QMessageBox::StandardButtons buttons, QMessageBox::StandardButton safe) {
-  QMessageBox box(&window);
-  box.setObjectName("MessageBox");
-  box.setWindowTitle("Walrim");
-  box.setIcon(icon);
-  box.setTextFormat(Qt::PlainText);
-  box.setText(FromUtf8(text));
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  box.setStandardButtons(buttons);
-  NameButton(box, QMessageBox::Yes, "はい(&Y)");
-  NameButton(box, QMessageBox::No, "いいえ(&N)");
-  NameButton(box, QMessageBox::Ok, "OK");
-  NameButton(box, QMessageBox::Cancel, "キャンセル");
-  box.setDefaultButton(safe);
-  box.setEscapeButton(safe);
-  return static_cast<QMessageBox::StandardButton>(box.exec());
-}
+/// A message box; Escape and closing it press the safe button.
+class Box : public QMessageBox {
+ public:
+  Box(QWidget& window, Icon icon, std::string_view text, StandardButtons buttons, StandardButton safe)
+      : QMessageBox(&window) {
+    setObjectName("MessageBox");
+    setWindowTitle("Walrim");
+    setIcon(icon);
+    setTextFormat(Qt::PlainText);
+    setText(FromUtf8(text));
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setStandardButtons(buttons);
+    Name(Yes, "はい(&Y)");
+    Name(No, "いいえ(&N)");
+    Name(Ok, "OK");
+    Name(Cancel, "キャンセル");
+    setDefaultButton(safe);
+    setEscapeButton(safe);
+  }
+  void Name(StandardButton which, std::string_view name) {
+    if (QAbstractButton* named = button(which)) named->setText(FromUtf8(name));
+  }
+};
 
 }  // namespace
 
@@ -56,19 +56,31 @@ WindowDesktop::WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar&
 
 void WindowDesktop::ShowMessage(std::string_view text) {
   if (silent_) return;
-  RunBox(window_, QMessageBox::Warning, text, QMessageBox::Ok, QMessageBox::Ok);
+  Box(window_, QMessageBox::Warning, text, QMessageBox::Ok, QMessageBox::Ok).exec();
 }
 
 bool WindowDesktop::AskYesNo(std::string_view text) {
   if (silent_) return false;
-  return RunBox(window_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
-         QMessageBox::Yes;
+  Box box(window_, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
 }
 
 bool WindowDesktop::AskOkCancel(std::string_view text) {
   if (silent_) return false;
-  return RunBox(window_, QMessageBox::Question, text, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel) ==
-         QMessageBox::Ok;
+  Box box(window_, QMessageBox::Question, text, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel);
+  return box.exec() == QMessageBox::Ok;
+}
+
+Answer WindowDesktop::AskThree(std::string_view text, const ThreeAnswers& answers) {
+  if (silent_) return Answer::Back;
+  const auto buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+  Box box(window_, QMessageBox::Question, text, buttons, QMessageBox::Cancel);
+  box.Name(QMessageBox::Yes, answers.first);
+  box.Name(QMessageBox::No, answers.second);
+  box.Name(QMessageBox::Cancel, answers.back);
+  const int pressed = box.exec();
+  if (pressed == QMessageBox::Yes) return Answer::First;
+  return pressed == QMessageBox::No ? Answer::Second : Answer::Back;
 }
 
 std::optional<std::string> WindowDesktop::RunFileDialog(QFileDialog& dialog, std::string_view filter) {

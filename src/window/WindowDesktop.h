@@ -43,6 +43,7 @@ class WindowDesktop : public Desktop {
   void ShowMessage(std::string_view text) override;
   [[nodiscard]] bool AskYesNo(std::string_view text) override;
   [[nodiscard]] bool AskOkCancel(std::string_view text) override;
+  [[nodiscard]] Answer AskThree(std::string_view text, const ThreeAnswers& answers) override;
   [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override;
   [[nodiscard]] std::optional<std::string> SaveFileDialog(std::string_view filter) override;
   void SetClipboardText(std::string_view text) override;
@@ -55,8 +56,9 @@ class WindowDesktop : public Desktop {
   void ControlsChanged() override { hooks_.controls_changed(); }
   void RecordsChanged() override { hooks_.records_changed(); }
 
-  /// From now on nobody is asked or told anything: every question is answered as it does least.
+  /// Until Speak nobody is asked or told anything: every question is answered as it does least.
   void FallSilent() { silent_ = true; }
+  void Speak() { silent_ = false; }
 
  private:
   [[nodiscard]] std::optional<std::string> RunFileDialog(QFileDialog& dialog, std::string_view filter);

@@ -37,9 +37,9 @@ TEST(AppMessages, OfStepsAreWordedSo) {
   EXPECT_EQ(RedoCaption(&erased), "やり直し：削除（Waypoint 19件，TrackLog 2件）");
   EXPECT_EQ(Undone({StepKind::Edit, {{}, {0, 0, 5}}}), "元に戻しました：編集（TrackLog 5点）");
   EXPECT_EQ(Redone({StepKind::Join, {}}), "やり直しました：結合");
-  const std::array<std::pair<StepKind, const char*>, 12> names{{{StepKind::Import, "取り込み"},
+  const std::array<std::pair<StepKind, const char*>, 11> names{{{StepKind::Import, "取り込み"},
                                                                 {StepKind::Paste, "貼り付け"},
-                                                                {StepKind::MapPoint, "地点の追加"},
+                                                                
                                                                 {StepKind::Download, "ダウンロード"},
                                                                 {StepKind::FixDates, "日付の修正"},
                                                                 {StepKind::Restore, "復元"},
@@ -53,6 +53,14 @@ TEST(AppMessages, OfStepsAreWordedSo) {
     const StepName step{kind, {}};
     EXPECT_EQ(UndoCaption(&step), "元に戻す：" + std::string(name));
   }
+}
+
+TEST(AppMessages, BeforeTheEndAreWordedSo) {
+  EXPECT_EQ(UnsavedQuestion({true, false, true}),
+            "保存されていない変更があります（Waypoint，TrackLog）．終了する前に保存しますか？");
+  EXPECT_EQ(SaveAnswers.first, "保存");
+  EXPECT_EQ(SaveAnswers.second, "保存しない");
+  EXPECT_EQ(SaveAnswers.back, "戻る");
 }
 
 TEST(AppMessages, OfDatesAreWordedSo) {

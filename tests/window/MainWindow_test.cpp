@@ -20,7 +20,8 @@ std::string Twice(std::string_view message) {
 // ---- How it looks at the start
 
 TEST_F(WindowTest, StartsEmptyWithTheSettingsOfTheProgram) {
-  EXPECT_EQ(window->windowTitle().toStdString(), WindowTitle());
+  EXPECT_EQ(window->windowTitle().toStdString(), WindowTitle() + "[*]");
+  EXPECT_FALSE(window->isWindowModified());
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
   EXPECT_EQ(Texts("GpsDataNum"), "||");
   EXPECT_EQ(GpsInfo(), "GPSInfo");
@@ -293,8 +294,9 @@ TEST_F(CancelTest, ACancelIsSeenAtOnce) {
   EXPECT_EQ(status, window_messages::Cancelling);
 }
 
-TEST_F(CancelTest, ClosingAmidATransferAsksNothingAndClosesOnceTheReceiverWasTold) {
+TEST_F(CancelTest, ClosingAmidATransferAsksOfWhatCameOnceTheReceiverWasTold) {
   CheckAll("DownCheck");
+  answerer.Answer(QMessageBox::No);
   bool was_open = false;
   AmidTheRoutes([&] {
     EXPECT_FALSE(window->close());
@@ -304,7 +306,7 @@ TEST_F(CancelTest, ClosingAmidATransferAsksNothingAndClosesOnceTheReceiverWasTol
   EXPECT_TRUE(was_open) << "it stays until the transfer has ended";
   EXPECT_FALSE(window->isVisible());
   EXPECT_FALSE(demo_port->PortOpen());
-  EXPECT_EQ(Messages(), "");
+  EXPECT_EQ(Messages(), messages::UnsavedQuestion({true, false, false}));
 }
 
 TEST_F(CancelTest, ClosingAmidAFailingTransferShowsNoMessageEither) {

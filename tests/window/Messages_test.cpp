@@ -10,6 +10,8 @@ TEST(WindowMessages, AreWordedSo) {
   EXPECT_EQ(DropHint, "ここにドロップすると，内部データに取り込みます．");
   EXPECT_EQ(Cancelling, "中止しています...");
   EXPECT_EQ(NoRecords, "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．");
+  EXPECT_EQ(HeldCount, "内部データの件数");
+  EXPECT_EQ(UnsavedCount, "内部データの件数（保存されていない変更があります）");
   EXPECT_EQ(RecordNeverCame, "受信機から届かなかった記録です");
   EXPECT_EQ(Code, "コード ");
   EXPECT_EQ(NumberTooLarge, "数値が範囲（-32768～32767）を超えています：");

@@ -27,7 +27,11 @@ class Remembered : public WindowTest {
 
   /// Closes the window, and opens another one that knows only the file.
   void StartAgain() {
-    if (window != nullptr) window->close();
+    if (window != nullptr) {
+      const bool asks = AnyOf(window->Main().State().UnsavedKinds());
+      if (asks) answerer.Answer(QMessageBox::No);
+      ASSERT_TRUE(window->close());
+    }
     window.reset();
     store = std::make_unique<QSettings>(QString::fromStdString(StorePath()), QSettings::IniFormat);
     Open(*demo_port, clock);
