@@ -7,6 +7,7 @@ namespace {
 struct Model {
   std::string_view name;
   DeviceProtocols protocols;
+  std::optional<ReceiverLimits> limits;
 };
 
 constexpr DeviceProtocols Old(WaypointType waypoint) {
@@ -17,17 +18,20 @@ constexpr DeviceProtocols Old(WaypointType waypoint) {
 constexpr DeviceProtocols Unfamiliar{WaypointType::D104, RouteHeaderType::D201, RouteLinkType::Empty,
                                      TrackPointType::D300, TrackHeaderType::Empty};
 
+constexpr ReceiverLimits OldLimits{500, 6, false, 20, 30, 1024};
+
 constexpr Model Models[] = {
-    {"eMap", Unfamiliar},
-    {"eTrex", Unfamiliar},
-    {"GPS 12 ", Old(WaypointType::D103)},
-    {"GPS 12XL ", Old(WaypointType::D103)},
-    {"GPS 48 ", Old(WaypointType::D103)},
-    {"GPS II+ ", Old(WaypointType::D103)},
-    {"GPS 12CX ", Old(WaypointType::D107)},
-    {"GPS III", Old(WaypointType::D104)},  // and "GPS III+"
-    {"eMap ", RichestProtocols},
-    {"eTrex ", RichestProtocols},
+    {"eMap", Unfamiliar, {}},
+    {"eTrex", Unfamiliar, {}},
+    {"GPS 12 ", Old(WaypointType::D103), OldLimits},
+    {"GPS 12XL ", Old(WaypointType::D103), OldLimits},
+    {"GPS 48 ", Old(WaypointType::D103), OldLimits},
+    {"GPS II+ ", Old(WaypointType::D103), OldLimits},
+    {"GPS 12CX ", Old(WaypointType::D107), ReceiverLimits{1000, 6, false, 20, 30, 2000}},
+    // and "GPS III+"
+    {"GPS III", Old(WaypointType::D104), ReceiverLimits{500, 6, false, 20, 30, 1900}},
+    {"eMap ", RichestProtocols, ReceiverLimits{500, 10, true, 20, 50, 2048}},
+    {"eTrex ", RichestProtocols, ReceiverLimits{500, 6, true, 20, 50, 1535}},
 };
 
 const Model* ModelOf(std::string_view description) {
@@ -49,6 +53,11 @@ std::optional<DeviceProtocols> KnownProtocolsOf(std::string_view description) {
   const Model* model = ModelOf(description);
   if (model == nullptr || model->protocols == Unfamiliar) return std::nullopt;
   return model->protocols;
+}
+
+std::optional<ReceiverLimits> LimitsOf(std::string_view description) {
+  const Model* model = ModelOf(description);
+  return model == nullptr ? std::nullopt : model->limits;
 }
 
 }  // namespace walrim

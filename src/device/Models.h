@@ -1,6 +1,7 @@
 // The models of receivers, and which data types each of them speaks.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -41,6 +42,22 @@ struct DeviceProtocols {
 [[nodiscard]] DeviceProtocols ProtocolsOf(std::string_view description);
 /// The same of models whose types are known for certain; nothing for others.
 [[nodiscard]] std::optional<DeviceProtocols> KnownProtocolsOf(std::string_view description);
+
+/// What a model has room for, by its manual and by what owners report. Sources disagree: a limit is worth a warning and
+/// never forbids.
+struct ReceiverLimits {
+  std::size_t waypoints;
+  std::size_t name;      ///< letters of a waypoint's name, capitals and digits
+  bool blanks;           ///< names may have blanks and hyphens as well
+  std::size_t routes;
+  std::size_t route_points;  ///< of one route
+  std::size_t active_log;    ///< points; what is uploaded goes there
+
+  friend bool operator==(const ReceiverLimits&, const ReceiverLimits&) = default;
+};
+
+/// The limits of the receiver with this product description; nothing for models that are not known.
+[[nodiscard]] std::optional<ReceiverLimits> LimitsOf(std::string_view description);
 
 /// Before any receiver has been identified: the richest types.
 inline constexpr DeviceProtocols RichestProtocols{WaypointType::D108, RouteHeaderType::D202, RouteLinkType::D210,

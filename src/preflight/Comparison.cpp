@@ -1,0 +1,433 @@
+#include "preflight/Comparison.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "device/types/Wire.h"
+#include "preflight/Proposals.h"
+#include "preflight/Sending.h"
+#include "records/Symbols.h"
+#include "text/Cp932.h"
+#include "text/Scan.h"
+
+namespace walrim {
+
+namespace {
+
+/// A text as it would be if nothing were lost: characters of the same look are one in code page 932.
+std::string Sendable(std::string_view text) {
+  const auto bytes = EncodeCp932(text);
+  return Bare(bytes ? DecodeCp932(*bytes) : std::string(text));
+}
+
+/// No receiver has room for fewer bytes of a name.
+constexpr std::size_t ShortestRoom = 6;
+
+/// Whether a name may have become from another one that lost its end, and what is neither letter nor digit.
+bool MadeOf(std::string_view name, std::string_view other) {
+  if (name.empty()) return other.empty();
+  std::size_t used = 0;
+  for (; used < other.size() && !name.empty(); ++used) {
+    if (UpperCase(other[used]) == UpperCase(name.front())) {
+      name.remove_prefix(1);
+    } else if (IsLetter(other[used]) || IsDigit(other[used])) {
+      return false;
+    }
+  }
+  const bool cut = std::any_of(other.begin() + static_cast<std::ptrdiff_t>(used), other.end(),
+                               [](char c) { return IsLetter(c) || IsDigit(c); });
+  if (!name.empty() || !cut) return name.empty();
+  const std::size_t next = static_cast<unsigned char>(other[used]) < 0x80 ? 1 : 2;
+  return Cp932Width(other.substr(0, used)) + next > ShortestRoom;
+}
+
+bool IsDefaultColour(const Waypoint& waypoint) {
+  return waypoint.color == (waypoint.type == WaypointType::D107 ? 0 : DefaultLargeColour);
+}
+
+bool HasColour(WaypointType type) {
+  switch (type) {
+    case WaypointType::D103:
+    case WaypointType::D104:
+      return false;
+    case WaypointType::D107:
+    case WaypointType::D108:
+      return true;
+  }
+  return false;
+}
+
+float ProximityOf(const Waypoint& waypoint) {
+  const float distance = waypoint.type == WaypointType::D108 ? waypoint.dist_m : waypoint.dst_m.value_or(0);
+  return distance > 0 && distance < UnknownMetres ? distance : 0;
+}
+
+bool SameDetails(const WaypointDetails& a, const WaypointDetails& b) {
+  return std::ranges::all_of(std::array{&WaypointDetails::state, &WaypointDetails::country, &WaypointDetails::facility,
+                                        &WaypointDetails::city, &WaypointDetails::addr, &WaypointDetails::cross_road},
+                             [&](std::string WaypointDetails::*text) { return Sendable(a.*text) == Bare(b.*text); });
+}
+
+bool Lost(const std::optional<float>& was, const std::optional<float>& is) {
+  return was && (!is || *was != *is);
+}
+
+/// The symbol's name, or its number where it has none.
+std::string SymbolText(const Waypoint& waypoint, WaypointType type) {
+  const int code = waypoint.smbl.value_or(0);
+  const std::string_view name = NameOf(SymbolNames(type), code);
+  return name.empty() ? std::to_string(code) : std::string(name);
+}
+
+/// The points of all logs in their order, found by their place.
+class HeldPoints {
+ public:
+  explicit HeldPoints(const DataSet& held) {
+    for (const TrackLog& log : held.Logs()) {
+      for (const TrackPoint& point : log.points) {
+        indices_[KeyOf(point)].push_back(points_.size());
+        points_.push_back({&point, &log});
+      }
+    }
+  }
+
+  struct Found {
+    const TrackPoint* point = nullptr;
+    const TrackLog* log = nullptr;
+  };
+  /// The next point of the same place behind the one found last; nothing where there is none.
+  [[nodiscard]] Found Next(const TrackPoint& point) {
+    const auto of_place = indices_.find(KeyOf(point));
+    if (of_place == indices_.end()) return {};
+    const auto next = std::ranges::lower_bound(of_place->second, next_);
+    if (next == of_place->second.end()) return {};
+    next_ = *next + 1;
+    return points_[*next];
+  }
+
+ private:
+  static std::uint64_t KeyOf(const TrackPoint& point) {
+    const auto semicircles = [](double degrees) {
+      return static_cast<std::uint64_t>(std::llround(degrees * 2147483648.0 / 180.0)) & 0xFFFFFFFFU;
+    };
+    return semicircles(point.lat_deg) << 32U | semicircles(point.lon_deg);
+  }
+
+  std::vector<Found> points_;
+  std::unordered_map<std::uint64_t, std::vector<std::size_t>> indices_;
+  std::size_t next_ = 0;
+};
+
+/// Where a difference is told.
+struct Where {
+  DataKind kind;
+  std::size_t record;
+  std::optional<std::size_t> point;
+};
+
+class Comparer {
+ public:
+  Comparer(const DataSet& sent, const DataSet& held, const Recipient& to) : sent_(sent), held_(held), to_(to) {}
+
+  [[nodiscard]] std::vector<Difference> Of(DataKind kind) {
+    once_.clear();
+    switch (kind) {
+      case DataKind::Waypoint:
+        CompareWaypoints();
+        break;
+      case DataKind::Route:
+        CompareRoutes();
+        break;
+      case DataKind::TrackLog:
+        CompareLogs();
+        break;
+    }
+    for (const auto& [loss, difference] : once_)
+      differences_.push_back(difference);
+    return std::move(differences_);
+  }
+
+ private:
+  using Differences = std::vector<Difference>;
+
+  void TellOnce(Where where, Loss loss) {
+    const auto [told, first] = once_.try_emplace(loss, Difference{where.kind, loss, where.record, {}, 0, {}, {}});
+    ++told->second.count;
+  }
+
+  void CompareText(Where where, Loss loss, std::string_view was, std::string_view is, Differences& found) const {
+    const std::string sent = Sendable(was);
+    const std::string held = Bare(is);
+    if (!SameWord(sent, held)) found.push_back({where.kind, loss, where.record, where.point, 1, sent, held});
+  }
+
+  /// What a record lost by itself. as_sent is what the type makes of it.
+  [[nodiscard]] Differences OfRecord(Where where, const Waypoint& was, const Waypoint& is) const {
+    Differences found;
+    CompareText(where, Loss::Name, was.ident, is.ident, found);
+    CompareText(where, Loss::Comment, was.cmnt, is.cmnt, found);
+    Waypoint plain = was;
+    plain.color = DefaultLargeColour;
+    const Sent<Waypoint> as_sent = Send(plain, to_);
+    if (as_sent.replaced || as_sent.record.smbl != is.smbl) {
+      found.push_back({where.kind, Loss::Picture, where.record, where.point, 1, SymbolText(was, WaypointType::D108),
+                       SymbolText(is, to_.types.waypoint)});
+    }
+    return found;
+  }
+
+  void TellWhatGoesWithTheType(Where where, const Waypoint& was, const Waypoint& is) {
+    const auto capitals = [](std::string_view text, std::string_view other) {
+      const std::string sent = Sendable(text);
+      const std::string held = Bare(other);
+      return sent != held && SameWord(sent, held);
+    };
+    if (capitals(was.ident, is.ident) || capitals(was.cmnt, is.cmnt)) TellOnce(where, Loss::Capitals);
+    const bool has_colour = HasColour(to_.types.waypoint);
+    if (!IsDefaultColour(was) && (!has_colour || was.color != is.color)) TellOnce(where, Loss::Colour);
+    if (Lost(was.alt_m, is.alt_m)) TellOnce(where, Loss::Height);
+    if (Lost(was.dpth_m, is.dpth_m)) TellOnce(where, Loss::Depth);
+    if (ProximityOf(was) != 0 && ProximityOf(was) != ProximityOf(is)) TellOnce(where, Loss::Distance);
+    if (!SameDetails(*was.details, *is.details)) TellOnce(where, Loss::Details);
+  }
+
+  void Take(Differences found) {
+    differences_.insert(differences_.end(), std::make_move_iterator(found.begin()),
+                        std::make_move_iterator(found.end()));
+  }
+
+  [[nodiscard]] bool MayBe(const Sent<Waypoint>& sent, const Waypoint& was, const Waypoint& held) const {
+    return sent.sending != Sending::Unsendable && SamePlace(sent.record, held) &&
+           MadeOf(Bare(held.ident), Sendable(was.ident));
+  }
+
+  /// Who became each of the held records.
+  using Users = std::vector<std::optional<std::size_t>>;
+
+  /// The held record that a waypoint became, under its own name or under another one: one that no later waypoint
+  /// became, or one that it differs from in nothing.
+  [[nodiscard]] std::optional<std::size_t> FindWaypoint(std::size_t record, const Users& users, bool own_name) const {
+    const Waypoint& was = sent_.Waypoints()[record];
+    const Sent<Waypoint> sent = Send(was, to_);
+    for (std::size_t i = 0; i < held_.Waypoints().size(); ++i) {
+      const Waypoint& held = held_.Waypoints()[i];
+      if (!MayBe(sent, was, held) || SameWord(Bare(held.ident), Sendable(was.ident)) != own_name) continue;
+      if (!users[i] || sent_.Waypoints()[*users[i]] == was || OfRecord({}, was, held).empty()) return i;
+    }
+    return std::nullopt;
+  }
+
+  void CompareWaypoints() {
+    const std::size_t count = sent_.Waypoints().size();
+    Users users(held_.Waypoints().size());
+    std::vector<std::optional<std::size_t>> became(count);
+    // What comes last is what stays.
+    for (const bool own_name : {true, false}) {
+      for (std::size_t i = count; i-- > 0;) {
+        if (became[i]) continue;
+        became[i] = FindWaypoint(i, users, own_name);
+        if (became[i]) users[*became[i]] = i;
+      }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      const Waypoint& was = sent_.Waypoints()[i];
+      const Where where{DataKind::Waypoint, i, {}};
+      if (!became[i]) {
+        differences_.push_back({where.kind, Loss::Missing, i, {}, 1, Sendable(was.ident), {}});
+        continue;
+      }
+      const Waypoint& is = held_.Waypoints()[*became[i]];
+      Take(OfRecord(where, was, is));
+      TellWhatGoesWithTheType(where, was, is);
+    }
+  }
+
+  [[nodiscard]] std::vector<Sent<Waypoint>> SentPoints(const Route& route) const {
+    std::vector<Sent<Waypoint>> sent;
+    for (const RoutePoint& point : route.points)
+      sent.push_back(Send(point.waypoint, to_));
+    return sent;
+  }
+
+  /// The held points that a route's points became, in their order; nothing where one is not there.
+  [[nodiscard]] std::vector<const Waypoint*> PointsOf(const Route& was, const std::vector<Sent<Waypoint>>& sent,
+                                                      const Route& is) const {
+    std::vector<const Waypoint*> became;
+    std::size_t next = 0;
+    for (std::size_t p = 0; p < sent.size(); ++p) {
+      std::size_t i = next;
+      while (i < is.points.size() && !MayBe(sent[p], was.points[p].waypoint, is.points[i].waypoint))
+        ++i;
+      const bool found = i < is.points.size();
+      became.push_back(found ? &is.points[i].waypoint : nullptr);
+      if (found) next = i + 1;
+    }
+    return became;
+  }
+
+  [[nodiscard]] bool SameHeader(const Route& was, const Route& is) const {
+    const std::string sent = Sendable(was.cmnt);
+    const std::string held = Bare(is.cmnt);
+    const std::string_view cut = CutToCp932Width(sent, RouteNameWidth(to_.types.route_header));
+    if (SameWord(held, TrimBlanks(cut))) return to_.types.route_header == RouteHeaderType::D202 || was.nmbr == is.nmbr;
+    // Some receivers lose the name and keep the number.
+    return to_.types.route_header == RouteHeaderType::D201 && held.empty() && was.nmbr == is.nmbr;
+  }
+
+  [[nodiscard]] std::optional<std::size_t> FindRoute(const Route& was, const std::vector<bool>& used) const {
+    const std::vector<Sent<Waypoint>> sent = SentPoints(was);
+    std::optional<std::size_t> found;
+    std::size_t best = 0;
+    for (std::size_t i = 0; i < held_.Routes().size(); ++i) {
+      const Route& held = held_.Routes()[i];
+      const std::vector<const Waypoint*> points = PointsOf(was, sent, held);
+      const auto there = points.size() - static_cast<std::size_t>(std::ranges::count(points, nullptr));
+      const bool same_header = SameHeader(was, held);
+      const bool whole = there == points.size() && there > 0 && held.points.size() == there &&
+                         !Bare(held.cmnt).empty() && SameWord(Bare(held.cmnt), Sendable(was.cmnt));
+      const bool eligible = whole || (same_header && (points.empty() || there > 0));
+      const std::size_t score = 2 * there + (same_header ? 1 : 0);
+      if (!eligible || score <= best || (used[i] && !(same_header && there == points.size()))) continue;
+      best = score;
+      found = i;
+    }
+    return found;
+  }
+
+  void CompareRoutes() {
+    const std::size_t count = sent_.Routes().size();
+    std::vector<bool> used(held_.Routes().size());
+    std::vector<std::optional<std::size_t>> became(count);
+    for (std::size_t i = count; i-- > 0;) {
+      became[i] = FindRoute(sent_.Routes()[i], used);
+      if (became[i]) used[*became[i]] = true;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      if (became[i]) {
+        CompareRoute(i, held_.Routes()[*became[i]]);
+      } else {
+        differences_.push_back({DataKind::Route, Loss::Missing, i, {}, 1, Sendable(sent_.Routes()[i].cmnt), {}});
+      }
+    }
+  }
+
+  void CompareRoute(std::size_t record, const Route& is) {
+    const Route& was = sent_.Routes()[record];
+    const Where where{DataKind::Route, record, {}};
+    CompareText(where, Loss::Comment, was.cmnt, is.cmnt, differences_);
+    if (Sendable(was.cmnt) != Bare(is.cmnt) && SameWord(Sendable(was.cmnt), Bare(is.cmnt))) {
+      TellOnce(where, Loss::Capitals);
+    }
+    if (to_.types.route_header == RouteHeaderType::D201 && was.nmbr != is.nmbr) {
+      differences_.push_back(
+          {where.kind, Loss::Number, record, {}, 1, std::to_string(was.nmbr), std::to_string(is.nmbr)});
+    }
+    const std::vector<const Waypoint*> points = PointsOf(was, SentPoints(was), is);
+    const auto gone = static_cast<std::size_t>(std::ranges::count(points, nullptr));
+    if (gone > 0) {
+      differences_.push_back({where.kind,
+                              Loss::Points,
+                              record,
+                              {},
+                              1,
+                              std::to_string(points.size()),
+                              std::to_string(points.size() - gone)});
+    }
+    for (std::size_t p = 0; p < points.size(); ++p) {
+      if (points[p] == nullptr) continue;
+      const Where point{DataKind::Route, record, p};
+      Take(OfRecord(point, was.points[p].waypoint, *points[p]));
+      TellWhatGoesWithTheType(point, was.points[p].waypoint, *points[p]);
+    }
+  }
+
+  void CompareLogs() {
+    HeldPoints held(held_);
+    for (std::size_t i = 0; i < sent_.Logs().size(); ++i)
+      CompareLog(i, held);
+  }
+
+  void CompareLog(std::size_t record, HeldPoints& held) {
+    const TrackLog& was = sent_.Logs()[record];
+    const Where where{DataKind::TrackLog, record, {}};
+    const TrackLog* is = nullptr;
+    std::size_t there = 0;
+    for (const TrackPoint& point : was.points) {
+      const Sent<TrackPoint> sent = Send(point, to_);
+      const HeldPoints::Found found =
+          sent.sending == Sending::Unsendable ? HeldPoints::Found{} : held.Next(sent.record);
+      if (found.point == nullptr) continue;
+      ++there;
+      if (is == nullptr) is = found.log;
+      if (Lost(point.alt_m, found.point->alt_m)) TellOnce(where, Loss::Height);
+      if (Lost(point.dpth_m, found.point->dpth_m)) TellOnce(where, Loss::Depth);
+      if (point.time && point.time != found.point->time) TellOnce(where, Loss::Time);
+    }
+    if (there < was.points.size()) {
+      differences_.push_back({where.kind,
+                              there == 0 ? Loss::Missing : Loss::Points,
+                              record,
+                              {},
+                              1,
+                              std::to_string(was.points.size()),
+                              std::to_string(there)});
+    }
+    if (!was.trk_ident.empty() && (is == nullptr ? was.points.empty() : is->trk_ident != was.trk_ident)) {
+      TellOnce(where, Loss::LogName);
+    }
+  }
+
+  const DataSet& sent_;
+  const DataSet& held_;
+  const Recipient& to_;
+  std::vector<Difference> differences_;
+  std::map<Loss, Difference> once_;
+};
+
+}  // namespace
+
+bool ToldOnce(Loss loss) {
+  switch (loss) {
+    case Loss::Missing:
+    case Loss::Points:
+    case Loss::Name:
+    case Loss::Comment:
+    case Loss::Picture:
+    case Loss::Number:
+      return false;
+    case Loss::Capitals:
+    case Loss::Colour:
+    case Loss::Height:
+    case Loss::Depth:
+    case Loss::Distance:
+    case Loss::Details:
+    case Loss::LogName:
+    case Loss::Time:
+      return true;
+  }
+  return false;
+}
+
+bool SamePlace(double lat_deg, double lon_deg, double other_lat_deg, double other_lon_deg) {
+  constexpr double Tolerance_deg = 2e-7;  // two semicircles
+  const double gap_deg = std::abs(lon_deg - other_lon_deg);
+  return std::abs(lat_deg - other_lat_deg) <= Tolerance_deg &&
+         (gap_deg <= Tolerance_deg || std::abs(gap_deg - 360) <= Tolerance_deg);
+}
+
+std::vector<Difference> Compare(const DataSet& sent, const DataKinds& kinds, const DataSet& held, const Recipient& to) {
+  std::vector<Difference> differences;
+  for (const DataKind kind : AllDataKinds) {
+    if (!kinds[IndexOf(kind)]) continue;
+    for (Difference& difference : Comparer(sent, held, to).Of(kind))
+      differences.push_back(std::move(difference));
+  }
+  return differences;
+}
+
+}  // namespace walrim
