@@ -37,7 +37,7 @@ std::vector<Difference> Foretold(const std::vector<Finding>& findings) {
 class EveryModel : public ::testing::TestWithParam<const ReceiverModel*> {};
 
 TEST_P(EveryModel, LosesWhatWasForetoldAndNothingElse) {
-  for (unsigned seed = 1; seed <= 60; ++seed) {
+  for (unsigned seed = 1; seed <= 25; ++seed) {
     RandomData random(seed);
     const bool checked = random.Below(2) == 0;
     StrictReceiver receiver(*GetParam());
@@ -75,7 +75,7 @@ bool CannotBeKept(const Finding& finding) {
 }
 
 TEST_P(EveryModel, LosesOnlyWhatCannotBeKeptOnceTheProposalsAreTaken) {
-  for (unsigned seed = 1; seed <= 60; ++seed) {
+  for (unsigned seed = 1; seed <= 25; ++seed) {
     RandomData random(seed);
     StrictReceiver receiver(*GetParam());
     if (random.Below(2) == 0) receiver.Upload(random.Make(), AllKinds, false);
