@@ -34,6 +34,7 @@ class Worst {
 std::vector<Waypoint> WaypointsAfter(const DataSet& data, std::vector<Waypoint> held, const Recipient& to,
                                      Worst& worst) {
   std::vector<std::string> names;
+  names.reserve(held.size());
   for (const Waypoint& waypoint : held)
     names.push_back(KeptName(waypoint.ident, to));
   for (const Waypoint& waypoint : data.Waypoints()) {
