@@ -188,6 +188,7 @@ Outcome DeviceCommands::Download() {
     return Outcome::Refused;
   }
   state_.Told().Clear();
+  download_results_.clear();
   const Outcome outcome = RunIdentified(&DeviceCommands::DownloadSelected);
   if (outcome == Outcome::Done) RunAutoSaveAndCopy();
   return outcome;
@@ -208,11 +209,26 @@ Outcome DeviceCommands::DownloadSelected() {
   return state_.CancelRequested() ? Outcome::Cancelled : outcome;
 }
 
+void DeviceCommands::NoteDownload(DataKind kind, std::int32_t result, bool replaced) {
+  if (result == 0) return;
+  const TransferReport& report = garmin_.Report();
+  download_results_.push_back(
+      {kind, garmin_.RecordsAnnounced(), report.missing_records, report.damaged_records, result > 0, replaced});
+}
+
+Outcome DeviceCommands::DownloadChecked() {
+  state_.Settings().link = LinkChoice::Checked;
+  desktop_.ControlsChanged();
+  return Download();
+}
+
 DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
+  const bool replaced = state_.Loaded(kind);
   desktop_.SetStatusCaption(messages::Downloading(kind));
   const TransferEnd end =
       Run([&] { return garmin_.Download(state_.Data(), kind, state_.Settings().port, TransferMode::Transfer); });
   NoteReport(kind);
+  NoteDownload(kind, end.result, replaced);
   if (end.result > 0) {
     state_.SetHeldCount(kind, end.result);
     if (kind == DataKind::TrackLog && !state_.CancelRequested()) ExamineDates();

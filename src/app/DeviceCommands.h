@@ -4,9 +4,12 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "app/DateCommands.h"
 #include "app/DeleteCommands.h"
+#include "app/DownloadResult.h"
 #include "app/ExportCommands.h"
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
@@ -25,6 +28,11 @@ class DeviceCommands {
   Outcome GetInfo();
   /// Downloads the kinds to download. AutoSave and AutoCopy follow.
   Outcome Download();
+  /// The same once more over the checked link, which is chosen from now on.
+  Outcome DownloadChecked();
+  /// What became of each kind of the last download, in the order they came; of those that a receiver holds nothing of
+  /// nothing.
+  [[nodiscard]] std::vector<DownloadResult> TakeDownloadResults() { return std::exchange(download_results_, {}); }
   /// Uploads the checked records of the chosen kinds. AutoDelete follows.
   Outcome Upload();
   /// Shows the receiver's date beside the computer's, and sets it when the user agrees.
@@ -61,6 +69,7 @@ class DeviceCommands {
   Outcome AskCount(DataKind kind);
   Outcome DownloadSelected();
   KindEnd DownloadKind(DataKind kind);
+  void NoteDownload(DataKind kind, std::int32_t result, bool replaced);
   Outcome UploadSelected();
   KindEnd UploadKind(DataKind kind);
   KindEnd EndOfUpload(DataKind kind, const TransferEnd& end);
@@ -81,6 +90,7 @@ class DeviceCommands {
   DateCommands& dates_;
   Desktop& desktop_;
   ProductInfo identified_;
+  std::vector<DownloadResult> download_results_;
   bool damaged_records_came_ = false;
 };
 

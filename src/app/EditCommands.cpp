@@ -1,5 +1,7 @@
 #include "app/EditCommands.h"
 
+#include <utility>
+
 #include "app/Messages.h"
 #include "records/Chosen.h"
 
@@ -34,6 +36,16 @@ Outcome EditCommands::Edit(StepKind kind, const std::function<bool(DataSet&)>& e
   const bool done = edit(state_.Data());
   done ? state_.HeldChanged() : state_.TakeBack();
   return done ? Outcome::Done : Outcome::Refused;
+}
+
+Outcome EditCommands::RemoveMissing() {
+  return Edit(StepKind::Delete, [](DataSet& data) {
+    Splice<Waypoint> missing;
+    for (std::size_t at = 0; at < data.Waypoints().size(); ++at) {
+      if (data.Waypoints()[at].missing) missing.runs.push_back({at, 1, 0});
+    }
+    return !missing.runs.empty() && data.Edit(std::move(missing));
+  });
 }
 
 Outcome EditCommands::Choose(DataKind kind, const std::vector<std::size_t>& indices, bool chosen) {

@@ -26,6 +26,9 @@ class EditCommands {
   /// to be repaired follow. An edit that changes nothing is Done and leaves no step. Steps are kept (KeepSteps).
   Outcome Edit(StepKind kind, const std::function<bool(DataSet&)>& edit);
 
+  /// Takes the waypoints out that a receiver announced and never sent. Refused where there are none.
+  Outcome RemoveMissing();
+
   /// Checks records, by their indices, or takes their checks away: what is not checked is not saved, copied, sent or
   /// deleted. This changes nothing in the records, and there is nothing to be undone.
   Outcome Choose(DataKind kind, const std::vector<std::size_t>& indices, bool chosen);

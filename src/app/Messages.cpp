@@ -92,6 +92,21 @@ std::string StepText(const StepName& step) {
   return Joined({NameOfStep(step.kind), counts, counts.empty() ? "" : "）"});
 }
 
+std::string DownloadResultLine(const DownloadResult& result) {
+  std::string line = std::string(DataKindName(result.kind)) + "：";
+  if (!result.received) return line + "受け取れませんでした．";
+  const std::string announced = std::to_string(result.announced) + "件";
+  if (result.Whole()) return line + announced + "すべてが届きました．";
+  if (result.missing > 0) {
+    line += announced + "のうち" + std::to_string(result.announced - result.missing) + "件が届き，" +
+            std::to_string(result.missing) + "件は届きませんでした．";
+  } else {
+    line += announced + "が届きました．";
+  }
+  if (result.damaged > 0) line += std::to_string(result.damaged) + "件は破損しています．";
+  return line;
+}
+
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count) {
   std::size_t offset = 0;
   for (std::size_t seen = 0; offset < utf8.size(); ++offset) {
@@ -161,6 +176,17 @@ std::string DamagedRecords(DataKind kind, int count) {
 std::string MissingRecords(DataKind kind, int announced, int missing) {
   return std::string(DataKindName(kind)) + "：" + std::to_string(announced) + "件中" + std::to_string(missing) +
          "件が届きませんでした．";
+}
+
+std::vector<std::string> DownloadResultLines(const std::vector<DownloadResult>& results) {
+  std::vector<std::string> lines;
+  bool lost = false;
+  for (const DownloadResult& result : results) {
+    lines.push_back(DownloadResultLine(result));
+    lost = lost || (!result.received && result.replaced);
+  }
+  if (lost) lines.emplace_back("前の内部データには，「編集」の「元に戻す」で戻せます．");
+  return lines;
 }
 
 std::string RefusedRecords(DataKind kind, int count) {

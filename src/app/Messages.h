@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/DownloadResult.h"
 #include "app/History.h"
 #include "formats/ImportResult.h"
 #include "platform/Desktop.h"
@@ -41,6 +42,9 @@ inline constexpr std::string_view Initializing = "Initializing Device";
 /// What the receiver tells behind the setting is another date.
 [[nodiscard]] std::string ClockNotTaken(std::int64_t receiver_s);
 inline constexpr std::string_view NoReceiverClock = "受信機から日時の応答がないため，時計を合わせられません．";
+
+/// A download's results, a line a kind; the last line is about what was held before, where that has gone.
+[[nodiscard]] std::vector<std::string> DownloadResultLines(const std::vector<DownloadResult>& results);
 
 // Notices behind a transfer.
 [[nodiscard]] std::string DamagedRecords(DataKind kind, int count);

@@ -94,8 +94,7 @@ std::int16_t Download::ReceiveLoop(std::int32_t announced) {
 }
 
 void Download::TakeIn(const Frame& record) {
-  const bool on_globe = records_->Take(record);
-  if (record.damaged || !on_globe) ++session_.Report().damaged_records;
+  if (!records_->Take(record)) ++session_.Report().damaged_records;
 }
 
 /// A receiver that goes on after the announced number had more to give.

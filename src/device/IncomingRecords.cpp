@@ -31,9 +31,10 @@ class IncomingWaypoints : public IncomingRecords {
 
   [[nodiscard]] bool Take(const Frame& record) override {
     Waypoint waypoint = DecodeWaypoint(PacketData(record), type_);
-    const bool on_globe = IsLatitude(waypoint.lat_deg);
+    waypoint.damaged = record.damaged || !IsLatitude(waypoint.lat_deg);
+    const bool whole = !waypoint.damaged;
     RequireStored(data_.Add(std::move(waypoint)));
-    return on_globe;
+    return whole;
   }
 
   [[nodiscard]] bool Finish(std::int32_t announced) override {
@@ -64,7 +65,7 @@ class IncomingRoutes : public IncomingRecords {
       TakeHeader(record);
     else
       TakeLink(record);
-    return true;
+    return !record.damaged;
   }
 
   [[nodiscard]] bool Finish(std::int32_t /*announced*/) override {
@@ -79,18 +80,23 @@ class IncomingRoutes : public IncomingRecords {
     ++number_;
     point_kept_ = false;
     route_ = DecodeRouteHeader(PacketData(record), types_.route_header, number_);
+    route_.damaged = record.damaged;
   }
   bool TakePoint(const Frame& record) {
     point_kept_ = number_ > 0 && route_.points.size() < MaxReceivedRoutePoints;
     dropped_ = dropped_ || !point_kept_;
-    if (!point_kept_) return true;
+    if (!point_kept_) return !record.damaged;
     route_.points.push_back({DecodeWaypoint(PacketData(record), types_.waypoint), {}});
-    return IsLatitude(route_.points.back().waypoint.lat_deg);
+    Waypoint& point = route_.points.back().waypoint;
+    point.damaged = record.damaged || !IsLatitude(point.lat_deg);
+    return !point.damaged;
   }
   /// A link goes with the point that came last.
   void TakeLink(const Frame& record) {
-    if (point_kept_ && types_.route_link == RouteLinkType::D210)
-      route_.points.back().link = DecodeRouteLink(PacketData(record));
+    if (!point_kept_ || types_.route_link != RouteLinkType::D210) return;
+    RoutePoint& point = route_.points.back();
+    point.link = DecodeRouteLink(PacketData(record));
+    point.waypoint.damaged = point.waypoint.damaged || record.damaged;
   }
   void StoreRoute() {
     if (number_ > 0) RequireStored(data_.Begin(std::move(route_)));
@@ -120,12 +126,18 @@ class IncomingLogs : public IncomingRecords {
   }
 
   [[nodiscard]] bool Take(const Frame& record) override {
-    if (record.Id() == PacketId::TrkData) return TakePoint(DecodeTrackPoint(PacketData(record), types_.track_point));
+    if (record.Id() == PacketId::TrkData) {
+      TrackPoint point = DecodeTrackPoint(PacketData(record), types_.track_point);
+      point.damaged = record.damaged || !IsLatitude(point.lat_deg);
+      return TakePoint(point);
+    }
     if (types_.track_header == TrackHeaderType::D310) {
       header_came_ = true;
-      RequireStored(data_.Begin(DecodeTrackHeader(PacketData(record))));
+      TrackLog log = DecodeTrackHeader(PacketData(record));
+      log.damaged = record.damaged;
+      RequireStored(data_.Begin(std::move(log)));
     }
-    return true;
+    return !record.damaged;
   }
 
   [[nodiscard]] bool Finish(std::int32_t /*announced*/) override { return true; }
@@ -139,7 +151,7 @@ class IncomingLogs : public IncomingRecords {
       RequireStored(data_.Begin(std::move(log)));
     }
     RequireStored(data_.Add(point));
-    return IsLatitude(point.lat_deg);
+    return !point.damaged;
   }
 
   DeviceProtocols types_;

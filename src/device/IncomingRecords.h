@@ -21,7 +21,8 @@ class IncomingRecords {
   [[nodiscard]] virtual std::int32_t MostAnnounced() const = 0;
   /// Whether a packet is one of the kind's records.
   [[nodiscard]] virtual bool IsRecord(int packet_id) const = 0;
-  /// Takes the next record; false where its position is not on the globe. Throws std::out_of_range for one more than a
+  /// Takes the next record; false where its frame is damaged or its position is not on the globe, which it says itself
+  /// then. Throws std::out_of_range for one more than a
   /// data set holds.
   [[nodiscard]] virtual bool Take(const Frame& record) = 0;
   /// Puts what has come into the data set, when no more comes of the announced records. False: some were dropped.

@@ -39,7 +39,8 @@ struct Route {
   /// UTF-8. Of D201 as wide as its field (20 bytes of code page 932), as Waypoint's ident is.
   std::string cmnt;
   std::vector<RoutePoint> points;
-  bool chosen = true;  ///< as a waypoint's; that of its points says nothing
+  bool chosen = true;    ///< as a waypoint's; that of its points says nothing
+  bool damaged = false;  ///< its header came in a damaged frame
 
   friend bool operator==(const Route&, const Route&) = default;
 };

@@ -21,6 +21,7 @@ struct TrackPoint {
   std::optional<float> alt_m;  ///< above the sea
   std::optional<float> dpth_m;
   bool new_trk = false;  ///< begins a segment
+  bool damaged = false;  ///< came in a damaged frame, or with a position that is none
 
   friend bool operator==(const TrackPoint&, const TrackPoint&) = default;
 };
@@ -34,7 +35,8 @@ struct TrackLog {
   std::uint8_t color = 255;  ///< 255: the default
   std::string trk_ident;     ///< UTF-8
   std::vector<TrackPoint> points;
-  bool chosen = true;  ///< as a waypoint's
+  bool chosen = true;    ///< as a waypoint's
+  bool damaged = false;  ///< its header came in a damaged frame
 
   friend bool operator==(const TrackLog&, const TrackLog&) = default;
 };

@@ -60,6 +60,7 @@ struct WaypointDetails {
 struct Waypoint {
   WaypointType type = WaypointType::D108;  ///< the type it came as; D108 from a file
   bool missing = false;                    ///< was announced by the receiver and never came
+  bool damaged = false;                    ///< came in a damaged frame, or with a position that is none
   bool chosen = true;                      ///< as of Chosen.h; no file and no receiver knows of it
   std::uint8_t dspl = 0;                   ///< display mode
   std::uint8_t color = 255;                ///< 255: the default

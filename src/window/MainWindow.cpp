@@ -37,6 +37,7 @@
 #include "window/RecordTables.h"
 #include "window/SettingsPanel.h"
 #include "window/UndoMenu.h"
+#include "window/TransferPanel.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -162,8 +163,10 @@ void MainWindow::BuildCentre() {
   grid->addWidget(auto_action_group_, 0, 1, 2, 1);
   grid->addWidget(output_group_, 2, 0, 1, 2);
   grid->addWidget(centre_, 3, 0, 1, 2);
+  transfer_panel_ = new TransferPanel;
+  grid->addWidget(transfer_panel_, 4, 0, 1, 2);
   notices_ = MakeNotices();
-  grid->addWidget(notices_, 4, 0, 1, 2);
+  grid->addWidget(notices_, 5, 0, 1, 2);
   grid->setColumnStretch(0, 1);
   grid->setRowStretch(3, 1);
   setCentralWidget(centre);
@@ -261,7 +264,12 @@ void MainWindow::ConnectButtons() {
             [this, command] { RunWithReceiver([this, command] { return (main_.Device().*command)(); }); });
   };
   connect(get_gps_info_, &QPushButton::clicked, this, [this] { RunWithReceiver([this] { return GetInfo(); }); });
-  connect_transfer(data_panel_->down_load, &DeviceCommands::Download);
+  const auto connect_download = [this](QPushButton* button, Outcome (DeviceCommands::*command)()) {
+    connect(button, &QPushButton::clicked, this, [this, command] { RunDownload(command); });
+  };
+  connect_download(data_panel_->down_load, &DeviceCommands::Download);
+  connect_download(transfer_panel_->again, &DeviceCommands::DownloadChecked);
+  connect_command(transfer_panel_->remove_missing, main_.Edits(), &EditCommands::RemoveMissing);
   connect_transfer(data_panel_->up_load, &DeviceCommands::Upload);
   connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
   connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
@@ -320,6 +328,12 @@ void MainWindow::RunWithReceiver(const std::function<Outcome()>& command) {
   });
 }
 
+void MainWindow::RunDownload(Outcome (DeviceCommands::*command)()) {
+  if (command_runs_) return;
+  transfer_panel_->hide();
+  RunWithReceiver([this, command] { return (main_.Device().*command)(); });
+}
+
 /// With the receiver's clock, which not every receiver tells.
 Outcome MainWindow::GetInfo() {
   const Outcome outcome = main_.Device().GetInfo();
@@ -352,6 +366,8 @@ void MainWindow::EndCommand() {
   desktop_.SetProgress(0, 0);
   ShowControls();
   RefreshRecords();
+  const std::vector<DownloadResult> results = main_.Device().TakeDownloadResults();
+  if (!results.empty()) transfer_panel_->ShowResults(results);
   ShowNotices(main_.State().Told().Take());
   if (focus_before_ != nullptr) focus_before_->setFocus();
   if (std::exchange(close_wanted_, false)) {
@@ -395,6 +411,7 @@ void MainWindow::ShowControls() {
   binder_.Show();
   data_panel_->ShowState(command_runs_);
   doctor_panel_->ShowState(main_.Doctor(), command_runs_);
+  transfer_panel_->ShowState(main_.State().Data(), command_runs_);
   gps_info_->ShowText(QString::fromStdString(main_.State().ReceiverText()));
   if (!main_.State().ReceiverClock().empty()) {
     const QString clock = QString::fromStdString(main_.State().ReceiverClock());

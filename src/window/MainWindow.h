@@ -33,6 +33,7 @@ class DoctorPanel;
 class ElidedLabel;
 class RecordTables;
 class UndoMenu;
+class TransferPanel;
 
 /// What the window stands on; all must outlive it.
 struct WindowParts {
@@ -100,6 +101,7 @@ class MainWindow : public QMainWindow {
   void Run(const std::function<void()>& command);
   /// The same for one that talks to the receiver: where none answers, the line is examined.
   void RunWithReceiver(const std::function<Outcome()>& command);
+  void RunDownload(Outcome (DeviceCommands::*command)());
   [[nodiscard]] Outcome GetInfo();
   void BeginCommand();
   void EndCommand();
@@ -147,6 +149,7 @@ class MainWindow : public QMainWindow {
   QStackedWidget* centre_ = nullptr;  ///< the tables, or the connection assistant
   RecordTables* records_ = nullptr;
   DoctorPanel* doctor_panel_ = nullptr;
+  TransferPanel* transfer_panel_ = nullptr;
   QLabel* notices_ = nullptr;
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;

@@ -15,6 +15,7 @@ inline constexpr std::string_view UnsavedCount = "内部データの件数（保
 inline constexpr std::string_view NoRecords =
     "データはありません．情報取得のあと，ダウンロードを押すか，ファイルを取り込んでください．";
 inline constexpr std::string_view RecordNeverCame = "受信機から届かなかった記録です";
+inline constexpr std::string_view RecordDamaged = "破損して届いた記録，または破損した点を含む記録です";
 /// Over a record's check, and what a screen reader says of it.
 inline constexpr std::string_view CheckTip = "チェックのある記録だけを，保存・コピー・アップロード・削除します";
 [[nodiscard]] inline std::string CheckedRow(std::string_view number, bool checked) {

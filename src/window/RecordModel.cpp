@@ -69,6 +69,10 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
     const QVariant mark = MissingMark(role);
     if (mark.isValid()) return mark;
   }
+  if (Holds(ref) && IsDamaged(ref)) {
+    const QVariant mark = DamageMark(role);
+    if (mark.isValid()) return mark;
+  }
   if (HasChecks() && Holds(ref)) {
     const QVariant mark = CheckMark(ref, index.column(), role);
     if (mark.isValid()) return mark;
@@ -130,6 +134,20 @@ QVariant RecordModel::MissingMark(int role) const {
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
       return QString::fromUtf8(window_messages::RecordNeverCame);
+    default:
+      return {};
+  }
+}
+
+/// Stands out of the other rows, on light and on dark ground.
+QVariant RecordModel::DamageMark(int role) const {
+  constexpr QColor Ground(255, 140, 0, 70);
+  switch (role) {
+    case Qt::BackgroundRole:
+      return QBrush(Ground);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+      return QString::fromUtf8(window_messages::RecordDamaged);
     default:
       return {};
   }

@@ -102,6 +102,8 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] virtual bool IsMissing(RowRef /*ref*/) const { return false; }
   /// Whether the record is checked; it is held.
   [[nodiscard]] virtual bool IsChecked(RowRef /*ref*/) const { return true; }
+  /// Whether something of what the row shows came damaged.
+  [[nodiscard]] virtual bool IsDamaged(RowRef ref) const = 0;
   /// Where a record lies, be it off the globe. The record is held.
   [[nodiscard]] virtual std::optional<MapPlace> PlaceOf(RowRef /*ref*/) const { return std::nullopt; }
   /// Text of a cell as the record has it. The record is held.
@@ -124,6 +126,7 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] QString ShownText(RowRef ref, int column) const;
   [[nodiscard]] QVariant Picture(RowRef ref, int column) const;
   [[nodiscard]] QVariant MissingMark(int role) const;
+  [[nodiscard]] QVariant DamageMark(int role) const;
   [[nodiscard]] QVariant CheckMark(RowRef ref, int column, int role) const;
   [[nodiscard]] QVariant CodeTip(RowRef ref, int column) const;
   /// Shows the held rows anew from the top.

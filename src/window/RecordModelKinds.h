@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QIcon>
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <span>
@@ -92,6 +93,15 @@ struct TrackPointRow {
   const TrackPoint* before;  ///< the point before it in its log; null for the first
 };
 
+/// Whether the header or a point came damaged.
+[[nodiscard]] inline bool AnyDamaged(const Route& route) {
+  return route.damaged ||
+         std::ranges::any_of(route.points, [](const RoutePoint& point) { return point.waypoint.damaged; });
+}
+[[nodiscard]] inline bool AnyDamaged(const TrackLog& log) {
+  return log.damaged || std::ranges::any_of(log.points, &TrackPoint::damaged);
+}
+
 class WaypointModel : public ModelOf<WaypointRow> {
  public:
   WaypointModel(const DataSet& data, QObject* parent);
@@ -99,6 +109,7 @@ class WaypointModel : public ModelOf<WaypointRow> {
   [[nodiscard]] bool HasChecks() const override { return true; }
 
  protected:
+  [[nodiscard]] bool IsDamaged(RowRef ref) const override { return RowOf(ref)->waypoint.damaged; }
   [[nodiscard]] bool IsChecked(RowRef ref) const override { return RowOf(ref)->waypoint.chosen; }
   [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
@@ -117,6 +128,7 @@ class RouteModel : public ModelOf<RouteRow> {
   [[nodiscard]] bool HasChecks() const override { return true; }
 
  protected:
+  [[nodiscard]] bool IsDamaged(RowRef ref) const override { return AnyDamaged(RowOf(ref)->route); }
   [[nodiscard]] bool IsChecked(RowRef ref) const override { return RowOf(ref)->route.chosen; }
   [[nodiscard]] std::optional<RouteRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
@@ -129,6 +141,7 @@ class RoutePointModel : public ModelOf<WaypointRow> {
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::RoutePoint}; }
 
  protected:
+  [[nodiscard]] bool IsDamaged(RowRef ref) const override { return RowOf(ref)->waypoint.damaged; }
   [[nodiscard]] std::optional<WaypointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   [[nodiscard]] std::optional<MapPlace> PlaceOf(RowRef ref) const override;
@@ -145,6 +158,7 @@ class TrackModel : public ModelOf<TrackRow> {
   [[nodiscard]] bool HasChecks() const override { return true; }
 
  protected:
+  [[nodiscard]] bool IsDamaged(RowRef ref) const override { return AnyDamaged(RowOf(ref)->log); }
   [[nodiscard]] bool IsChecked(RowRef ref) const override { return RowOf(ref)->log.chosen; }
   [[nodiscard]] std::optional<TrackRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
@@ -163,6 +177,7 @@ class TrackPointModel : public ModelOf<TrackPointRow> {
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::TrackPoint}; }
 
  protected:
+  [[nodiscard]] bool IsDamaged(RowRef ref) const override { return RowOf(ref)->point.damaged; }
   [[nodiscard]] std::optional<TrackPointRow> RowOf(RowRef ref) const override;
   [[nodiscard]] std::vector<RowRef> HeldRows() const override;
   [[nodiscard]] std::optional<MapPlace> PlaceOf(RowRef ref) const override;

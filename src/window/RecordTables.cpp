@@ -133,6 +133,18 @@ void RecordTables::Refresh(const ShownForm& form) {
     }
     ShowCount(kind);
   }
+  ShowFirstHeld();
+}
+
+/// What comes first is shown, whatever page was there to wait for it.
+void RecordTables::ShowFirstHeld() {
+  const bool held_before = any_held_;
+  any_held_ = false;
+  for (const DataKind kind : AllDataKinds) {
+    if (!data_set_.Holds(kind)) continue;
+    if (!held_before && !any_held_) tabs_->setCurrentIndex(static_cast<int>(IndexOf(kind)));
+    any_held_ = true;
+  }
 }
 
 void RecordTables::ShowCount(DataKind kind) {

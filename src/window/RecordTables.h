@@ -59,11 +59,13 @@ class RecordTables : public QWidget {
   void ConnectPoints(DataKind kind);
   void ShowPointsOf(DataKind kind);
   void ShowCount(DataKind kind);
+  void ShowFirstHeld();
 
   const DataSet& data_set_;
   QTabWidget* tabs_;
   std::array<Page, DataKindCount> pages_;
   bool with_header_ = false;
+  bool any_held_ = false;
   QVariantMap widths_;
 };
 

@@ -97,5 +97,37 @@ TEST_F(CheckedRecords, StayAsTheyAreWhileACommandRuns) {
   EXPECT_EQ(ChosenCount(Data(), DataKind::Waypoint), 2U);
 }
 
+class MissingRecords : public AppTest {
+ protected:
+  void HoldMissing() {
+    Waypoint missing;
+    missing.missing = true;
+    ASSERT_EQ(Data().Add(missing), AddResult::Stored);
+    main.State().SetHeldCount(DataKind::Waypoint, static_cast<int>(Data().Waypoints().size()));
+  }
+};
+
+TEST_F(MissingRecords, AreTakenOutWithOnePressAndComeBackWithAnother) {
+  main.State().KeepSteps();
+  HoldWaypoint("A");
+  HoldMissing();
+  HoldWaypoint("B");
+  HoldMissing();
+  const std::vector<Waypoint> before = Data().Waypoints();
+  EXPECT_EQ(main.Edits().RemoveMissing(), Outcome::Done);
+  ASSERT_EQ(Data().Waypoints().size(), 2U);
+  EXPECT_EQ(Data().Waypoints()[0], before[0]);
+  EXPECT_EQ(Data().Waypoints()[1], before[2]);
+  EXPECT_EQ(main.State().HeldCount(DataKind::Waypoint), 2);
+  EXPECT_EQ(main.Edits().Undo(), Outcome::Done);
+  EXPECT_EQ(Data().Waypoints(), before);
+}
+
+TEST_F(MissingRecords, WhereAllCameThereIsNothingToTakeOut) {
+  HoldWaypoint("A");
+  EXPECT_EQ(main.Edits().RemoveMissing(), Outcome::Refused);
+  EXPECT_EQ(Data().Waypoints().size(), 1U);
+}
+
 }  // namespace
 }  // namespace walrim

@@ -29,6 +29,18 @@ TEST(AppMessages, OfTheReceiverAreWordedSo) {
   EXPECT_EQ(OverwriteHeldQuestion(DataKind::Route), "現在の内部データ(Route)は上書きされます．よろしいですか？");
 }
 
+TEST(AppMessages, OfDownloadsAreWordedSo) {
+  EXPECT_EQ(DownloadResultLines({{DataKind::Waypoint, 19, 0, 0, true, true},
+                                 {DataKind::Route, 36, 4, 2, true, false},
+                                 {DataKind::TrackLog, 443, 0, 1, true, false}}),
+            (Strings{"Waypoint：19件すべてが届きました．",
+                     "Route：36件のうち32件が届き，4件は届きませんでした．2件は破損しています．",
+                     "TrackLog：443件が届きました．1件は破損しています．"}));
+  EXPECT_EQ(DownloadResultLines({{DataKind::Waypoint, 19, 0, 0, false, true}}),
+            (Strings{"Waypoint：受け取れませんでした．", "前の内部データには，「編集」の「元に戻す」で戻せます．"}));
+  EXPECT_EQ(DownloadResultLines({{DataKind::Route, 36, 0, 0, false, false}}), Strings{"Route：受け取れませんでした．"});
+}
+
 TEST(AppMessages, OfStepsAreWordedSo) {
   const StepName erased{StepKind::Delete, {{19, 0, 2}, {0, 0, 7}}};
   EXPECT_EQ(UndoCaption(nullptr), "元に戻す");

@@ -342,6 +342,8 @@ TEST_F(TransferTest, DamagedRecordsAreTakenAndCounted) {
   receiver.packets[1].data[15] = 0x03;
   EXPECT_EQ(Download(), 3);
   EXPECT_EQ(garmin.Report().damaged_records, 1);
+  EXPECT_FALSE(data.Waypoints()[0].damaged);
+  EXPECT_TRUE(data.Waypoints()[1].damaged);
   EXPECT_EQ(Ident(2), "W2");
   EXPECT_EQ(Ident(3), "W3");
 }
@@ -353,15 +355,21 @@ TEST_F(TransferTest, PositionsOffTheGlobeCountAsDamaged) {
   receiver.packets[1].data[9] = 0x45;
   EXPECT_EQ(Download(), 3);
   EXPECT_EQ(garmin.Report().damaged_records, 1);
+  EXPECT_TRUE(data.Waypoints()[1].damaged);
   receiver.packets = {RouteHeaderPacket(1, "R"), RoutePointPacket("A"), RoutePointPacket("B")};
   receiver.packets[1].data[9] = 0xBA;
   EXPECT_EQ(Download(DataKind::Route), 3);
   EXPECT_EQ(garmin.Report().damaged_records, 1);
+  EXPECT_FALSE(data.Routes()[0].damaged);
+  EXPECT_TRUE(data.Routes()[0].points[0].waypoint.damaged);
+  EXPECT_FALSE(data.Routes()[0].points[1].waypoint.damaged);
   receiver.packets = {TrackPoint300(true), TrackPoint300(false)};
   receiver.packets[0].data[3] = 0x45;
   receiver.packets[1].data[3] = 0x40;  // the pole
   EXPECT_EQ(Download(DataKind::TrackLog), 2);
   EXPECT_EQ(garmin.Report().damaged_records, 1);
+  EXPECT_TRUE(data.Logs()[0].points[0].damaged);
+  EXPECT_FALSE(data.Logs()[0].points[1].damaged);
 }
 
 TEST_F(TransferTest, SixFramesAtOnceEndTheTransferWithThePortClosed) {
