@@ -36,8 +36,8 @@
 #include "window/Messages.h"
 #include "window/RecordTables.h"
 #include "window/SettingsPanel.h"
-#include "window/UndoMenu.h"
 #include "window/TransferPanel.h"
+#include "window/UndoMenu.h"
 #include "window/Widgets.h"
 
 namespace walrim {

@@ -32,8 +32,8 @@ class DataPanel;
 class DoctorPanel;
 class ElidedLabel;
 class RecordTables;
-class UndoMenu;
 class TransferPanel;
+class UndoMenu;
 
 /// What the window stands on; all must outlive it.
 struct WindowParts {
