@@ -107,7 +107,8 @@ inline constexpr ThreeAnswers SaveAnswers{"保存", "保存しない", "戻る"}
 
 inline constexpr std::string_view NothingTraced = "通信の記録はまだありません．受信機と通信してから保存してください．";
 inline constexpr std::string_view HidePositionsQuestion =
-    "記録の中の位置を隠しますか？（「はい」：最初の位置が0度になるように，すべての位置をずらします．）";
+    "記録の中の位置を隠しますか？隠すと，最初の位置が0度になるように，すべての位置をずらします．";
+inline constexpr ThreeAnswers HidePositionsAnswers{"隠して保存", "そのまま保存", "戻る"};
 /// The filter of the dialog for its file.
 inline constexpr std::string_view TraceFilter = "すべてのファイル (*.*)|*.*|通信記録 (*.txt)|*.txt|";
 [[nodiscard]] std::string TraceSaved(std::string_view path);

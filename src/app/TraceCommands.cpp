@@ -16,8 +16,10 @@ Outcome TraceCommands::Save() {
   if (!path || (FileExists(*path) && !desktop_.AskOkCancel(messages::OverwriteQuestion(*path)))) {
     return Outcome::Refused;
   }
+  const Answer hide = desktop_.AskThree(messages::HidePositionsQuestion, messages::HidePositionsAnswers);
+  if (hide == Answer::Back) return Outcome::Cancelled;
   FileWriter file(*path);
-  file.Add(trace_.Text(desktop_.AskYesNo(messages::HidePositionsQuestion)));
+  file.Add(trace_.Text(hide == Answer::First));
   if (const auto problem = file.Finish()) {
     desktop_.ShowMessage(messages::WriteProblem(*path, problem->detail));
     return Outcome::Refused;

@@ -51,7 +51,7 @@ TEST(AppMessages, OfStepsAreWordedSo) {
   EXPECT_EQ(Redone({StepKind::Join, {}}), "やり直しました：結合");
   const std::array<std::pair<StepKind, const char*>, 11> names{{{StepKind::Import, "取り込み"},
                                                                 {StepKind::Paste, "貼り付け"},
-                                                                
+
                                                                 {StepKind::Download, "ダウンロード"},
                                                                 {StepKind::FixDates, "日付の修正"},
                                                                 {StepKind::Restore, "復元"},
@@ -130,7 +130,10 @@ TEST(AppMessages, OfWritingAreWordedSo) {
   EXPECT_EQ(Exporting(DataKind::TrackLog, 3, 9), "Export Trk[3/9]");
   EXPECT_EQ(NothingTraced, "通信の記録はまだありません．受信機と通信してから保存してください．");
   EXPECT_EQ(HidePositionsQuestion,
-            "記録の中の位置を隠しますか？（「はい」：最初の位置が0度になるように，すべての位置をずらします．）");
+            "記録の中の位置を隠しますか？隠すと，最初の位置が0度になるように，すべての位置をずらします．");
+  EXPECT_EQ(HidePositionsAnswers.first, "隠して保存");
+  EXPECT_EQ(HidePositionsAnswers.second, "そのまま保存");
+  EXPECT_EQ(HidePositionsAnswers.back, "戻る");
   EXPECT_EQ(TraceFilter, "すべてのファイル (*.*)|*.*|通信記録 (*.txt)|*.txt|");
   EXPECT_EQ(TraceSaved("a"), "通信記録を保存しました：a");
   EXPECT_EQ(OverwriteQuestion("a"), "このファイル（a)は存在します．上書きしますか？");

@@ -19,7 +19,7 @@ TEST_F(TraceCommandsTest, WhereNothingWasSentThatIsSaid) {
 TEST_F(TraceCommandsTest, WritesTheFramesOfTheCommandsBeforeIt) {
   ASSERT_EQ(main.Device().GetInfo(), Outcome::Done);
   Forget();
-  desktop.yes = false;
+  desktop.answer = Answer::Second;
   EXPECT_EQ(main.Traces().Save(), Outcome::Done);
   EXPECT_EQ(desktop.questions, Strings{std::string(messages::HidePositionsQuestion)});
   EXPECT_EQ(desktop.caption, messages::TraceSaved(Path("trace.txt")));
@@ -27,6 +27,13 @@ TEST_F(TraceCommandsTest, WritesTheFramesOfTheCommandsBeforeIt) {
   EXPECT_EQ(text.find(std::string(TraceHeading) + "\n"), 0U);
   EXPECT_NE(text.find("\tTX\t254\t2\t10 FE 02 00 00 00 10 03\n"), std::string::npos) << text;
   EXPECT_NE(text.find("\t--\tport closed\n"), std::string::npos) << text;
+}
+
+TEST_F(TraceCommandsTest, WhoGoesBackHasSavedNothing) {
+  ASSERT_EQ(main.Device().GetInfo(), Outcome::Done);
+  desktop.answer = Answer::Back;
+  EXPECT_EQ(main.Traces().Save(), Outcome::Cancelled);
+  EXPECT_FALSE(std::filesystem::exists(Path("trace.txt")));
 }
 
 TEST_F(TraceCommandsTest, AFileThatIsThereIsAskedAbout) {

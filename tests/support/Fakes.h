@@ -63,6 +63,10 @@ class RecordingDesktop : public Desktop {
     questions.emplace_back(text);
     return ok;
   }
+  [[nodiscard]] Answer AskThree(std::string_view text, const ThreeAnswers& /*answers*/) override {
+    questions.emplace_back(text);
+    return answer;
+  }
   [[nodiscard]] std::optional<std::string> OpenFileDialog(std::string_view filter) override {
     filters.emplace_back(filter);
     return open_path;
@@ -91,6 +95,7 @@ class RecordingDesktop : public Desktop {
 
   bool yes = true;
   bool ok = true;
+  Answer answer = Answer::First;
   bool opens_links = true;
   std::optional<std::string> open_path;  ///< nothing: cancelled
   std::optional<std::string> save_path;
