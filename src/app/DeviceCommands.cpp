@@ -25,11 +25,10 @@ DeviceCommands::DeviceCommands(ProgramState& state, Garmin& garmin, DeleteComman
 
 // ---- Identification
 
-/// Runs the part of a command that needs a receiver, with Cancel in reach.
-Outcome DeviceCommands::RunIdentified(Outcome (DeviceCommands::*command)()) {
+Outcome DeviceCommands::RunIdentified(const std::function<Outcome()>& command) {
   const BusyGuard guard(state_);
   state_.SetCancelEnabled(true);
-  const Outcome outcome = Identify() ? (this->*command)() : OutcomeWithoutReceiver();
+  const Outcome outcome = Identify() ? command() : OutcomeWithoutReceiver();
   state_.SetCancelEnabled(false);
   return outcome;
 }
@@ -139,7 +138,7 @@ bool DeviceCommands::TellRefusal() {
 
 Outcome DeviceCommands::GetInfo() {
   if (state_.Busy()) return Outcome::Busy;
-  const Outcome outcome = RunIdentified(&DeviceCommands::AskCounts);
+  const Outcome outcome = RunIdentified([this] { return AskCounts(); });
   if (outcome != Outcome::Done || !state_.Settings().auto_download) return outcome;
   state_.Settings().download_kinds.fill(true);
   desktop_.ControlsChanged();
@@ -189,7 +188,7 @@ Outcome DeviceCommands::Download() {
   }
   state_.Told().Clear();
   download_results_.clear();
-  const Outcome outcome = RunIdentified(&DeviceCommands::DownloadSelected);
+  const Outcome outcome = RunIdentified([this] { return DownloadSelected(); });
   if (outcome == Outcome::Done) RunAutoSaveAndCopy();
   return outcome;
 }
@@ -245,6 +244,38 @@ DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
   return {false, lost ? Outcome::LinkLost : Outcome::Refused};
 }
 
+Outcome DeviceCommands::Read(DataSet& data) {
+  Outcome outcome = Outcome::Done;
+  for (const DataKind kind : AllDataKinds) {
+    if (state_.CancelRequested()) break;
+    desktop_.SetStatusCaption(messages::Downloading(kind));
+    const KindEnd end = ReadKind(data, kind);
+    desktop_.SetStatusCaption("");
+    if (end.outcome != Outcome::Done) outcome = end.outcome;
+    if (!end.go_on) break;
+  }
+  return state_.CancelRequested() ? Outcome::Cancelled : outcome;
+}
+
+/// What came damaged or not at all is no whole copy of what the receiver holds.
+DeviceCommands::KindEnd DeviceCommands::ReadKind(DataSet& data, DataKind kind) {
+  const TransferEnd end =
+      Run([&] { return garmin_.Download(data, kind, state_.Settings().port, TransferMode::Transfer); });
+  NoteReport(kind);
+  const TransferReport& report = garmin_.Report();
+  if (end.result == 0) return EndWithoutRecords();
+  if (end.result > 0) {
+    const bool whole = report.damaged_records == 0 && report.missing_records == 0 && !report.data_loss;
+    return {whole, whole ? Outcome::Done : Outcome::Refused};
+  }
+  if (end.result == TransferTimedOut) {
+    desktop_.ShowMessage(messages::LinkLost);
+    return {false, Outcome::LinkLost};
+  }
+  if (!end.broken_off && report.bad_answer) desktop_.ShowMessage(messages::BadAnswer);
+  return {false, TellRefusal() ? Outcome::NoReceiver : Outcome::Refused};
+}
+
 /// Whoever repairs dates on the way tells of them.
 void DeviceCommands::ExamineDates() {
   dates_.ExamineDownload();
@@ -281,12 +312,16 @@ void DeviceCommands::RunAutoSaveAndCopy() {
 // ---- The clock
 
 Outcome DeviceCommands::SetClock() {
-  return state_.Busy() ? Outcome::Busy : RunIdentified(&DeviceCommands::SetIdentifiedClock);
+  return state_.Busy() ? Outcome::Busy : RunIdentified([this] { return dates_.SetReceiverClock(); });
 }
 
 // ---- Upload
 
 Outcome DeviceCommands::Upload() {
+  return UploadBy([this] { return Send(*ChosenData(state_.Data()), state_.WantedKinds()); });
+}
+
+Outcome DeviceCommands::UploadBy(const std::function<Outcome()>& send) {
   if (state_.Busy()) return Outcome::Busy;
   const bool chosen = AnyOf(state_.Settings().chosen_kinds);
   if (!chosen || !state_.AnyLoaded()) {
@@ -299,18 +334,18 @@ Outcome DeviceCommands::Upload() {
   }
   state_.Told().Clear();
   state_.SetSomethingLost(false);
-  const Outcome outcome = RunIdentified(&DeviceCommands::UploadSelected);
+  const Outcome outcome = RunIdentified(send);
   if (outcome == Outcome::Done) deletes_.DeleteHandled(messages::CutNotDeleted);
   return outcome;
 }
 
-Outcome DeviceCommands::UploadSelected() {
+Outcome DeviceCommands::Send(const DataSet& data, const DataKinds& kinds) {
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;
-    if (!state_.WantedKinds()[IndexOf(kind)]) continue;
+    if (!kinds[IndexOf(kind)]) continue;
     desktop_.SetStatusCaption(messages::Uploading(kind));
-    const KindEnd end = UploadKind(kind);
+    const KindEnd end = UploadKind(data, kind);
     desktop_.SetStatusCaption("");
     if (end.outcome != Outcome::Done) outcome = end.outcome;
     if (!end.go_on) break;
@@ -319,8 +354,8 @@ Outcome DeviceCommands::UploadSelected() {
   return state_.CancelRequested() ? Outcome::Cancelled : outcome;
 }
 
-DeviceCommands::KindEnd DeviceCommands::UploadKind(DataKind kind) {
-  const TransferEnd end = Run([&] { return garmin_.Upload(*ChosenData(state_.Data()), kind, state_.Settings().port); });
+DeviceCommands::KindEnd DeviceCommands::UploadKind(const DataSet& data, DataKind kind) {
+  const TransferEnd end = Run([&] { return garmin_.Upload(data, kind, state_.Settings().port); });
   NoteReport(kind);
   return EndOfUpload(kind, end);
 }

@@ -35,6 +35,14 @@ class DeviceCommands {
   [[nodiscard]] std::vector<DownloadResult> TakeDownloadResults() { return std::exchange(download_results_, {}); }
   /// Uploads the checked records of the chosen kinds. AutoDelete follows.
   Outcome Upload();
+  /// The same where send decides, once the receiver has been identified, what goes: see Send.
+  Outcome UploadBy(const std::function<Outcome()>& send);
+  /// Runs what needs a receiver, once that has been identified, with Cancel in reach.
+  Outcome RunIdentified(const std::function<Outcome()>& command);
+  /// Uploads kinds of some data to the receiver that has been identified.
+  Outcome Send(const DataSet& data, const DataKinds& kinds);
+  /// Downloads all that the receiver that has been identified holds into another data set than the user's.
+  Outcome Read(DataSet& data);
   /// Shows the receiver's date beside the computer's, and sets it when the user agrees.
   Outcome SetClock();
   /// Asks the running transfer to end after its exchange.
@@ -61,7 +69,6 @@ class DeviceCommands {
     bool broken_off = false;
   };
 
-  Outcome RunIdentified(Outcome (DeviceCommands::*command)());
   [[nodiscard]] bool Identify();
   [[nodiscard]] Outcome OutcomeWithoutReceiver() const;
   [[nodiscard]] TransferEnd Run(const std::function<std::int32_t()>& transfer);
@@ -70,13 +77,12 @@ class DeviceCommands {
   Outcome DownloadSelected();
   KindEnd DownloadKind(DataKind kind);
   void NoteDownload(DataKind kind, std::int32_t result, bool replaced);
-  Outcome UploadSelected();
-  KindEnd UploadKind(DataKind kind);
+  KindEnd UploadKind(const DataSet& data, DataKind kind);
+  KindEnd ReadKind(DataSet& data, DataKind kind);
   KindEnd EndOfUpload(DataKind kind, const TransferEnd& end);
   KindEnd AskAfterUpload(DataKind kind, std::int32_t result, const TransferReport& upload);
   KindEnd EndWithoutRecords();
   [[nodiscard]] bool TellRefusal();
-  Outcome SetIdentifiedClock() { return dates_.SetReceiverClock(); }
   void ExamineDates();
   void NoteReport(DataKind kind);
   void NoteChangedRecords(DataKind kind);

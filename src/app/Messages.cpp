@@ -274,6 +274,10 @@ std::string Exporting(DataKind kind, int number, int count) {
   return Joined({beginnings[IndexOf(kind)], std::to_string(number), "/", std::to_string(count), "]"});
 }
 
+std::string BackupSaved(std::string_view path) {
+  return Joined({"受信機のデータを保存しました：", path});
+}
+
 std::string TraceSaved(std::string_view path) {
   return Joined({"通信記録を保存しました：", path});
 }

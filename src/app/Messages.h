@@ -103,6 +103,12 @@ inline constexpr ThreeAnswers SaveAnswers{"保存", "保存しない", "戻る"}
 [[nodiscard]] std::string SkippedRecords(int count);
 [[nodiscard]] std::string PointsOffGlobe(int count);
 
+// ---- Uploads that are looked after
+
+inline constexpr std::string_view NoBackup = "受信機のデータを保存できなかったため，送信しませんでした．";
+inline constexpr std::string_view NotCompared = "送信したデータを受信機から読み戻せなかったため，比べられませんでした．";
+[[nodiscard]] std::string BackupSaved(std::string_view path);
+
 // ---- What went over the line
 
 inline constexpr std::string_view NothingTraced = "通信の記録はまだありません．受信機と通信してから保存してください．";

@@ -12,6 +12,7 @@
 #include "app/ImportCommands.h"
 #include "app/ProgramState.h"
 #include "app/TraceCommands.h"
+#include "app/UploadCommands.h"
 #include "app/TraceMemory.h"
 #include "device/Garmin.h"
 #include "platform/Clock.h"
@@ -34,6 +35,7 @@ class WalrimMain {
   /// The receiver's side of the line.
   [[nodiscard]] Garmin& Receiver() { return garmin_; }
   [[nodiscard]] DeviceCommands& Device() { return device_; }
+  [[nodiscard]] UploadCommands& Uploads() { return uploads_; }
   [[nodiscard]] DoctorCommands& Doctor() { return doctor_; }
   [[nodiscard]] DateCommands& Dates() { return dates_; }
   [[nodiscard]] ImportCommands& Imports() { return imports_; }
@@ -56,6 +58,7 @@ class WalrimMain {
   ImportCommands imports_;
   ExportCommands exports_;
   DeviceCommands device_;
+  UploadCommands uploads_;
   ExternalCommands external_;
   DoctorCommands doctor_;
   TraceCommands traces_;

@@ -99,6 +99,7 @@ struct Parser {
   void AddWriting(CLI::App& command);
   CLI::App& Add(const char* name, const char* help, CliCommand command);
   void AddFixDates(CLI::App& command);
+  void AddCare(CLI::App& upload);
   void AddScript(CLI::App& command);
   void Finish();
 };
@@ -133,6 +134,7 @@ void Parser::AddCommands() {
   AddForce(upload);
   AddKinds(upload);
   AddUtcOffset(upload);
+  AddCare(upload);
   upload.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 
   CLI::App& convert = Add("convert", "Read files and write them as one", CliCommand::Convert);
@@ -240,6 +242,20 @@ void Parser::AddFixDates(CLI::App& command) {
       "What to do about dates 1024 weeks behind: ask, auto, never, or a number of roll-overs from 0 to 3 (default "
       "never, with a notice)",
       "M", {"ask", "auto", "never", "0", "1", "2", "3"});
+}
+
+void Parser::AddCare(CLI::App& upload) {
+  UploadCare& care = arguments.care;
+  CLI::Option* check =
+      upload.add_flag("--check", care.check, "Send nothing; print what would be lost (exit 4 when something would)");
+  upload.add_flag("--fit", care.fit, "Send unique short names, routes in parts and logs that fit")->excludes(check);
+  upload
+      .add_flag("--verify", care.verify,
+                "Download afterwards and print what the receiver does not hold (exit 4 when there is something)")
+      ->excludes(check);
+  upload.add_option("--backup", care.backup, "First save what the receiver holds, as a standard file")
+      ->type_name("FILE")
+      ->check(NotEmpty);
 }
 
 void Parser::AddScript(CLI::App& command) {

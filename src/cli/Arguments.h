@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/UploadCommands.h"
 #include "app/UserSettings.h"
 
 namespace walrim {
@@ -17,6 +18,7 @@ enum class ExitStatus : int {
   Refused = 1,     ///< refused or given up
   BadUsage = 2,    ///< the command line is wrong
   NoReceiver = 3,  ///< the receiver did not answer, or stopped answering; a line is not healthy
+  Lost = 4,        ///< something of an upload is or would be lost or changed
 };
 
 struct Arguments {
@@ -29,6 +31,7 @@ struct Arguments {
   bool json = false;
   bool find = false;  ///< the port on which a receiver answers
   bool yes = false;   ///< the answer to the command's question
+  UploadCare care;
   float pacing_factor = 1.0F;
   std::string trace_path;  ///< empty: no trace
   bool hide_positions = false;

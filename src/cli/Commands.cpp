@@ -17,8 +17,10 @@
 #include "cli/DoctorOutput.h"
 #include "cli/Messages.h"
 #include "cli/TerminalDesktop.h"
+#include "cli/TerminalReview.h"
 #include "cli/TraceFile.h"
 #include "cli/Watchdog.h"
+#include "preflight/Messages.h"
 #include "qt/PortList.h"
 #include "qt/QtClock.h"
 #include "qt/QtSerialPort.h"
@@ -91,6 +93,7 @@ class Terminal {
   void Watch();
   [[nodiscard]] bool ImportFiles();
   [[nodiscard]] bool OutputUsable();
+  [[nodiscard]] bool BackupUsable();
   void HandleDates();
   [[nodiscard]] ExitStatus WriteOutput();
   [[nodiscard]] ExitStatus Report(Outcome outcome);
@@ -102,6 +105,7 @@ class Terminal {
   QtClock clock_;
   TraceFile trace_;
   TerminalDesktop desktop_;
+  TerminalReview review_{desktop_};
   Watchdog watchdog_;
   QtSerialPort serial_port_;
   DemoSerialPort demo_port_;
@@ -254,9 +258,35 @@ bool Terminal::ImportFiles() {
 
 ExitStatus Terminal::Upload() {
   ExitOnSignals();
-  if (!ImportFiles() || !StartTrace()) return ExitStatus::Refused;
+  if (!BackupUsable() || !ImportFiles() || !StartTrace()) return ExitStatus::Refused;
   Watch();
-  return Report(main_.Device().Upload());
+  UploadCommands& uploads = main_.Uploads();
+  uploads.SetReview(&review_);
+  const ExitStatus status = Report(uploads.Upload(arguments_.care));
+  if (status != ExitStatus::Done) return status;
+  std::string lines;
+  if (arguments_.care.check) {
+    for (const UploadFinding& finding : uploads.Plan().findings)
+      lines += preflight_messages::FindingLine(uploads.Plan().data, finding) + "\n";
+  }
+  for (const Difference& difference : uploads.Differences())
+    lines += preflight_messages::DifferenceLine(uploads.Sent(), difference) + "\n";
+  if (!PrintOut(lines)) return ExitStatus::Refused;
+  return lines.empty() ? ExitStatus::Done : ExitStatus::Lost;
+}
+
+/// Tells before a long transfer what would make its backup impossible, or overwrite what is sent.
+bool Terminal::BackupUsable() {
+  const std::string& path = arguments_.care.backup;
+  if (path.empty()) return true;
+  if (path == StandardStream || SameFile(path, arguments_.trace_path) ||
+      std::ranges::any_of(arguments_.files, [&](const std::string& file) { return SameFile(path, file); })) {
+    Message(std::string(cli_messages::BackupIsData) + path);
+    return false;
+  }
+  const auto problem = CheckWritable(path);
+  if (problem) Message(messages::WriteProblem(path, problem->detail));
+  return !problem;
 }
 
 ExitStatus Terminal::Convert() {

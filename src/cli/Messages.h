@@ -1,6 +1,7 @@
 // The texts that only the terminal shows.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,14 @@ inline constexpr std::string_view NoTrace = "通信の記録ではないファ�
 inline constexpr std::string_view FixDatesAdvice = "--fix-dates auto を指定すると，直します．";
 inline constexpr std::string_view FixDatesQuestion = "直しますか？";
 inline constexpr std::string_view YesAdvice = "--yes を指定すると，尋ねずに合わせます．";
+/// In front of how many more there are, and of the way to see them all.
+[[nodiscard]] inline std::string WouldBeLost(std::size_t count) {
+  return "このまま送信すると，失われるか変わるものが" + std::to_string(count) +
+         "件あります．--check を指定すると，送信せずにすべて示します．--fit を指定すると，提案どおりにして送信します．";
+}
+/// In front of the backup's path.
+inline constexpr std::string_view BackupIsData =
+    "受信機のデータは，読み書きするデータとは別のファイルに保存してください：";
 inline constexpr std::string_view Stalled = "30秒間データが届かないため，通信を中止しました．";
 inline constexpr std::string_view Cancelled = "中止しました．";
 inline constexpr std::string_view NothingImported = "取り込めるデータがありません．";

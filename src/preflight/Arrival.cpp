@@ -36,7 +36,7 @@ std::vector<Waypoint> WaypointsAfter(const DataSet& data, std::vector<Waypoint> 
   std::vector<std::string> names;
   names.reserve(held.size());
   for (const Waypoint& waypoint : held)
-    names.push_back(KeptName(waypoint.ident, to));
+    names.push_back(HeldName(waypoint.ident));
   for (const Waypoint& waypoint : data.Waypoints()) {
     Sent<Waypoint> sent = Send(waypoint, to);
     worst.Note(sent.sending);

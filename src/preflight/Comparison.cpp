@@ -25,11 +25,11 @@ std::string Sendable(std::string_view text) {
   return Bare(bytes ? DecodeCp932(*bytes) : std::string(text));
 }
 
-/// No receiver has room for fewer bytes of a name.
+/// No receiver has room for fewer letters of a name.
 constexpr std::size_t ShortestRoom = 6;
 
 /// Whether a name may have become from another one that lost its end, and what is neither letter nor digit.
-bool MadeOf(std::string_view name, std::string_view other) {
+bool MadeOf(std::string_view name, std::string_view other, std::size_t room) {
   if (name.empty()) return other.empty();
   std::size_t used = 0;
   for (; used < other.size() && !name.empty(); ++used) {
@@ -39,11 +39,10 @@ bool MadeOf(std::string_view name, std::string_view other) {
       return false;
     }
   }
-  const bool cut = std::any_of(other.begin() + static_cast<std::ptrdiff_t>(used), other.end(),
-                               [](char c) { return IsLetter(c) || IsDigit(c); });
-  if (!name.empty() || !cut) return name.empty();
-  const std::size_t next = static_cast<unsigned char>(other[used]) < 0x80 ? 1 : 2;
-  return Cp932Width(other.substr(0, used)) + next > ShortestRoom;
+  if (!name.empty()) return false;
+  while (used < other.size() && !IsLetter(other[used]) && !IsDigit(other[used]))
+    ++used;
+  return used == other.size() || Cp932Width(other.substr(0, used)) >= room;
 }
 
 bool IsDefaultColour(const Waypoint& waypoint) {
@@ -203,7 +202,7 @@ class Comparer {
 
   [[nodiscard]] bool MayBe(const Sent<Waypoint>& sent, const Waypoint& was, const Waypoint& held) const {
     return sent.sending != Sending::Unsendable && SamePlace(sent.record, held) &&
-           MadeOf(Bare(held.ident), Sendable(was.ident));
+           MadeOf(Bare(held.ident), Sendable(was.ident), to_.limits ? to_.limits->name : ShortestRoom);
   }
 
   /// Who became each of the held records.
@@ -364,22 +363,26 @@ class Comparer {
       if (found.point == nullptr) continue;
       ++there;
       if (is == nullptr) is = found.log;
-      if (Lost(point.alt_m, found.point->alt_m)) TellOnce(where, Loss::Height);
-      if (Lost(point.dpth_m, found.point->dpth_m)) TellOnce(where, Loss::Depth);
-      if (point.time && point.time != found.point->time) TellOnce(where, Loss::Time);
+      ComparePoint(where, point, *found.point);
     }
-    if (there < was.points.size()) {
+    const std::size_t count = was.points.size();
+    if (there < count) {
       differences_.push_back({where.kind,
                               there == 0 ? Loss::Missing : Loss::Points,
                               record,
                               {},
                               1,
-                              std::to_string(was.points.size()),
+                              std::to_string(count),
                               std::to_string(there)});
     }
-    if (!was.trk_ident.empty() && (is == nullptr ? was.points.empty() : is->trk_ident != was.trk_ident)) {
-      TellOnce(where, Loss::LogName);
-    }
+    const bool name_lost = is == nullptr ? count == 0 : is->trk_ident != was.trk_ident;
+    if (name_lost && !was.trk_ident.empty()) TellOnce(where, Loss::LogName);
+  }
+
+  void ComparePoint(Where where, const TrackPoint& was, const TrackPoint& is) {
+    if (Lost(was.alt_m, is.alt_m)) TellOnce(where, Loss::Height);
+    if (Lost(was.dpth_m, is.dpth_m)) TellOnce(where, Loss::Depth);
+    if (was.time && was.time != is.time) TellOnce(where, Loss::Time);
   }
 
   const DataSet& sent_;

@@ -37,12 +37,12 @@ class Finder {
     SendAll();
   }
 
-  [[nodiscard]] std::vector<Finding> Find() {
+  [[nodiscard]] std::vector<UploadFinding> Find() {
     for (const Difference& difference : Compare(data_, kinds_, HeldAfterUpload(data_, kinds_, before_, to_), to_))
       findings_.push_back(Explained(difference));
     if (kinds_[IndexOf(DataKind::Waypoint)]) FindOverwrittenInReceiver();
     if (kinds_[IndexOf(DataKind::Route)]) FindDoubtfulRoutes();
-    std::ranges::stable_sort(findings_, {}, [](const Finding& finding) { return finding.difference.kind; });
+    std::ranges::stable_sort(findings_, {}, [](const UploadFinding& finding) { return finding.difference.kind; });
     return std::move(findings_);
   }
 
@@ -114,8 +114,8 @@ class Finder {
     return std::nullopt;
   }
 
-  [[nodiscard]] Finding Explained(const Difference& difference) {
-    Finding finding{difference, Cause::Type, {}, {}};
+  [[nodiscard]] UploadFinding Explained(const Difference& difference) {
+    UploadFinding finding{difference, Cause::Type, {}, {}};
     if (ToldOnce(difference.loss)) return finding;
     const bool gone = difference.loss == Loss::Missing || difference.loss == Loss::Points;
     const auto hindered = gone ? Hindered(difference.kind, difference.record) : std::nullopt;
@@ -130,7 +130,7 @@ class Finder {
     return finding;
   }
 
-  void ExplainGone(Finding& finding) {
+  void ExplainGone(UploadFinding& finding) {
     finding.cause = Cause::NoRoom;
     switch (finding.difference.kind) {
       case DataKind::Waypoint:
@@ -145,7 +145,7 @@ class Finder {
     }
   }
 
-  void ExplainWaypoint(Finding& finding) {
+  void ExplainWaypoint(UploadFinding& finding) {
     const std::size_t record = finding.difference.record;
     const std::string name = KeptName(waypoints_[record].record.ident, to_);
     ProposeName(finding, record, {});
@@ -167,7 +167,7 @@ class Finder {
     return to_.types.route_header == RouteHeaderType::D201 ? a.nmbr == b.nmbr : a.cmnt == b.cmnt;
   }
 
-  void ExplainRoute(Finding& finding) {
+  void ExplainRoute(UploadFinding& finding) {
     const std::size_t record = finding.difference.record;
     for (std::size_t p = 0; p < routes_[record].points.size(); ++p) {
       if (!to_.limits || !KeptName(routes_[record].points[p].record.ident, to_).empty()) continue;
@@ -190,7 +190,7 @@ class Finder {
 
   // ---- Proposals
 
-  void ProposeName(Finding& finding, std::size_t record, Index point) const {
+  void ProposeName(UploadFinding& finding, std::size_t record, Index point) const {
     const bool of_route = point || finding.difference.kind == DataKind::Route;
     const std::string& name = of_route ? names_.route_points[record][*point] : names_.waypoints[record];
     const Waypoint& waypoint = of_route ? data_.Routes()[record].points[*point].waypoint : data_.Waypoints()[record];
@@ -200,7 +200,7 @@ class Finder {
   }
 
   /// A number, or where routes have none a name, that no other route has.
-  void ProposeOtherRoute(Finding& finding, std::size_t record) {
+  void ProposeOtherRoute(UploadFinding& finding, std::size_t record) {
     if (to_.types.route_header == RouteHeaderType::D201) {
       auto [number, is_new] = new_numbers_.try_emplace(record, std::uint8_t{0});
       if (is_new) number->second = numbers_.Take();
@@ -210,14 +210,14 @@ class Finder {
     }
   }
 
-  void ProposeRouteName(Finding& finding, std::size_t record) const {
+  void ProposeRouteName(UploadFinding& finding, std::size_t record) const {
     const std::string name =
         NumberedName(Bare(data_.Routes()[record].cmnt), record + 1, RouteNameWidth(to_.types.route_header));
     finding.proposals.push_back({Change::NameRoute, DataKind::Route, record, {}, name, 0});
   }
 
   /// Of the record that stops this one, or this one itself.
-  void ProposeCleaning(Finding& finding, std::size_t record) const {
+  void ProposeCleaning(UploadFinding& finding, std::size_t record) const {
     const DataKind kind = finding.difference.kind;
     const auto clean = [&](Index point) { finding.proposals.push_back({Change::Clean, kind, record, point, {}, 0}); };
     if (SendingOf(kind, record) == Sending::Taken) return;
@@ -233,7 +233,7 @@ class Finder {
   }
 
   /// The logs share the room by their points; once for all of them.
-  void ProposeShorterLogs(Finding& finding) {
+  void ProposeShorterLogs(UploadFinding& finding) {
     if (!to_.limits || std::exchange(logs_shortened_, true)) return;
     std::size_t there = 0;
     const bool named = to_.types.track_header == TrackHeaderType::D310;
@@ -251,7 +251,7 @@ class Finder {
   // ---- What comparing does not show
 
   void Add(Difference difference, Cause cause, auto propose) {
-    Finding finding{std::move(difference), cause, {}, {}};
+    UploadFinding finding{std::move(difference), cause, {}, {}};
     propose(finding);
     findings_.push_back(std::move(finding));
   }
@@ -259,13 +259,13 @@ class Finder {
   void FindOverwrittenInReceiver() {
     std::map<std::string, const Waypoint*> held;
     for (const Waypoint& waypoint : before_.Waypoints())
-      held.try_emplace(KeptName(waypoint.ident, to_), &waypoint);
+      held.try_emplace(HeldName(waypoint.ident), &waypoint);
     for (std::size_t i = 0; i < waypoints_.size(); ++i) {
       if (waypoints_[i].sending != Sending::Taken) continue;
       const auto same = held.find(KeptName(waypoints_[i].record.ident, to_));
       if (same == held.end() || SamePlace(*same->second, waypoints_[i].record)) continue;
       Add({DataKind::Waypoint, Loss::Name, i, {}, 1, Bare(data_.Waypoints()[i].ident), same->first},
-          Cause::OverwritesHeld, [&](Finding& finding) { ProposeName(finding, i, {}); });
+          Cause::OverwritesHeld, [&](UploadFinding& finding) { ProposeName(finding, i, {}); });
     }
   }
 
@@ -287,7 +287,7 @@ class Finder {
                            [](const RoutePoint& a, const RoutePoint& b) { return SamePlace(a.waypoint, b.waypoint); });
     if (same_points) return;
     Add({DataKind::Route, Loss::Number, r, {}, 1, Bare(data_.Routes()[r].cmnt), Bare(same->cmnt)},
-        Cause::OverwritesHeld, [&](Finding& finding) { ProposeOtherRoute(finding, r); });
+        Cause::OverwritesHeld, [&](UploadFinding& finding) { ProposeOtherRoute(finding, r); });
   }
 
   void FindDoubtfulName(std::size_t r) {
@@ -297,7 +297,7 @@ class Finder {
     const bool again = std::find_if(routes_.begin(), end, same) != end;
     if (!name.empty() && !again) return;
     Add({DataKind::Route, Loss::Comment, r, {}, 1, name, {}}, name.empty() ? Cause::NoRouteName : Cause::SameRouteName,
-        [&](Finding& finding) { ProposeRouteName(finding, r); });
+        [&](UploadFinding& finding) { ProposeRouteName(finding, r); });
   }
 
   void FindNameOfOtherPlace(std::size_t r, std::size_t p) {
@@ -305,7 +305,7 @@ class Finder {
     const std::string ident = Bare(data_.Routes()[r].points[p].waypoint.ident);
     if (!SameWord(name, ident) || SameWord(name, names_.route_points[r][p])) return;
     Add({DataKind::Route, Loss::Name, r, p, 1, ident, {}}, Cause::SameNameInRoute,
-        [&](Finding& finding) { ProposeName(finding, r, p); });
+        [&](UploadFinding& finding) { ProposeName(finding, r, p); });
   }
 
   const DataSet& data_;
@@ -319,12 +319,12 @@ class Finder {
   std::vector<SentRoute> routes_;
   std::vector<Sending> logs_;
   bool logs_shortened_ = false;
-  std::vector<Finding> findings_;
+  std::vector<UploadFinding> findings_;
 };
 
 }  // namespace
 
-bool ShownByComparison(const Finding& finding) {
+bool ShownByComparison(const UploadFinding& finding) {
   switch (finding.cause) {
     case Cause::Type:
     case Cause::Letters:
@@ -342,14 +342,14 @@ bool ShownByComparison(const Finding& finding) {
   return false;
 }
 
-std::vector<Finding> FindingsOf(const DataSet& data, const DataKinds& kinds, const DataSet& before, const Recipient& to,
-                                const NameLookup& lookup) {
+std::vector<UploadFinding> FindingsOf(const DataSet& data, const DataKinds& kinds, const DataSet& before,
+                                      const Recipient& to, const NameLookup& lookup) {
   return Finder(data, kinds, before, to, lookup).Find();
 }
 
-std::vector<Proposal> ProposalsOf(const std::vector<Finding>& findings) {
+std::vector<Proposal> ProposalsOf(const std::vector<UploadFinding>& findings) {
   std::vector<Proposal> proposals;
-  for (const Finding& finding : findings)
+  for (const UploadFinding& finding : findings)
     proposals.insert(proposals.end(), finding.proposals.begin(), finding.proposals.end());
   return proposals;
 }
@@ -357,7 +357,7 @@ std::vector<Proposal> ProposalsOf(const std::vector<Finding>& findings) {
 DataSet Fitted(const DataSet& data, const DataKinds& kinds, const DataSet& before, const Recipient& to,
                const NameLookup& lookup) {
   // A record that stops the others hides what becomes of them, and a longer list of routes may be too long.
-  constexpr int Rounds = 4;
+  constexpr int Rounds = 8;
   DataSet fitted = data;
   for (int round = 0; round < Rounds; ++round) {
     const std::vector<Proposal> proposals = ProposalsOf(FindingsOf(fitted, kinds, before, to, lookup));

@@ -29,7 +29,7 @@ enum class Cause : std::uint8_t {
   NoRouteName       ///< some receivers lose a route without a name
 };
 
-struct Finding {
+struct UploadFinding {
   Difference difference;
   Cause cause = Cause::Type;
   std::optional<std::size_t> other;  ///< the index of the record that has the same name or number
@@ -37,15 +37,15 @@ struct Finding {
 };
 
 /// Whether a finding is one that comparing what was sent with what is held afterwards shows too.
-[[nodiscard]] bool ShownByComparison(const Finding& finding);
+[[nodiscard]] bool ShownByComparison(const UploadFinding& finding);
 
 /// What an upload of some kinds would lose, in the order of the records. before is what the receiver holds, empty where
 /// that is not known.
-[[nodiscard]] std::vector<Finding> FindingsOf(const DataSet& data, const DataKinds& kinds, const DataSet& before,
-                                              const Recipient& to, const NameLookup& lookup);
+[[nodiscard]] std::vector<UploadFinding> FindingsOf(const DataSet& data, const DataKinds& kinds, const DataSet& before,
+                                                    const Recipient& to, const NameLookup& lookup);
 
 /// The proposals of all findings.
-[[nodiscard]] std::vector<Proposal> ProposalsOf(const std::vector<Finding>& findings);
+[[nodiscard]] std::vector<Proposal> ProposalsOf(const std::vector<UploadFinding>& findings);
 
 /// A copy with all proposals taken, also those against what only then comes to light.
 [[nodiscard]] DataSet Fitted(const DataSet& data, const DataKinds& kinds, const DataSet& before, const Recipient& to,

@@ -60,7 +60,7 @@ std::string OneProposal(const Proposal& proposal) {
   return "送れない文字と長すぎる文字列を除く";
 }
 
-std::string Other(const Finding& finding) {
+std::string Other(const UploadFinding& finding) {
   if (!finding.other) return {};
   return Joined({DataKindName(finding.difference.kind), " ", std::to_string(*finding.other + 1)});
 }
@@ -111,7 +111,7 @@ std::string LossText(const Difference& difference) {
   return {};
 }
 
-std::string FindingText(const Finding& finding) {
+std::string FindingText(const UploadFinding& finding) {
   const std::string lost = LossText(finding.difference);
   switch (finding.cause) {
     case Cause::Type:
@@ -138,7 +138,7 @@ std::string FindingText(const Finding& finding) {
   return lost;
 }
 
-std::string ProposalText(const Finding& finding) {
+std::string ProposalText(const UploadFinding& finding) {
   std::string text;
   for (const Proposal& proposal : finding.proposals) {
     const std::string one = OneProposal(proposal);
@@ -147,7 +147,7 @@ std::string ProposalText(const Finding& finding) {
   return text;
 }
 
-std::string FindingLine(const DataSet& data, const Finding& finding) {
+std::string FindingLine(const DataSet& data, const UploadFinding& finding) {
   const std::string proposal = ProposalText(finding);
   return Joined({RecordText(data, finding.difference), "：", FindingText(finding), proposal.empty() ? "" : "（提案：",
                  proposal, proposal.empty() ? "" : "）"});

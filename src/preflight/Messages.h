@@ -13,12 +13,12 @@ namespace walrim::preflight_messages {
 /// What is lost, without the record.
 [[nodiscard]] std::string LossText(const Difference& difference);
 /// Why, without the record and without a full stop.
-[[nodiscard]] std::string FindingText(const Finding& finding);
+[[nodiscard]] std::string FindingText(const UploadFinding& finding);
 /// What is proposed against it; empty where nothing is.
-[[nodiscard]] std::string ProposalText(const Finding& finding);
+[[nodiscard]] std::string ProposalText(const UploadFinding& finding);
 
 /// A line of what an upload would lose, and of what one has lost.
-[[nodiscard]] std::string FindingLine(const DataSet& data, const Finding& finding);
+[[nodiscard]] std::string FindingLine(const DataSet& data, const UploadFinding& finding);
 [[nodiscard]] std::string DifferenceLine(const DataSet& data, const Difference& difference);
 
 }  // namespace walrim::preflight_messages

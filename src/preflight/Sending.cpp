@@ -88,6 +88,12 @@ std::string KeptName(std::string_view ident, const Recipient& to) {
   return kept;
 }
 
+std::string HeldName(std::string_view ident) {
+  std::string name(ident);
+  name.resize(name.find_last_not_of(std::string_view(" \0", 2)) + 1);
+  return name;
+}
+
 std::string Bare(std::string_view text) {
   std::string bare(text);
   std::ranges::replace(bare, '\0', ' ');

@@ -39,6 +39,8 @@ struct Sent {
 /// The letters of a name that a receiver keeps, small ones as capitals. All of them, and as they are, where the
 /// model is not known. Without the blanks or zero characters behind it.
 [[nodiscard]] std::string KeptName(std::string_view ident, const Recipient& to);
+/// The name of a record that came from a receiver, as that compares it: without the blanks and zero characters behind.
+[[nodiscard]] std::string HeldName(std::string_view ident);
 /// A text without the blanks and the zero characters around it, which fields of fixed width are padded with.
 [[nodiscard]] std::string Bare(std::string_view text);
 

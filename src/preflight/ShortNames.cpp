@@ -77,7 +77,7 @@ class Choice {
   Choice(const DataSet& data, const DataSet& before, const Recipient& to, const NameLookup& lookup)
       : data_(data), to_(to), chooser_(to, lookup) {
     for (const Waypoint& held : before.Waypoints())
-      chooser_.Keep(KeptName(held.ident, to), held);
+      chooser_.Keep(HeldName(held.ident), held);
     KeepFitting();
   }
 
@@ -110,14 +110,16 @@ class Choice {
       chooser_.Keep(*fitting, waypoint);
       kept = *fitting;
     }
-    for (const Route& route : data_.Routes()) {
-      auto& kept = names_.route_points.emplace_back();
-      for (const RoutePoint& point : route.points) {
-        const auto fitting = FittingName(point.waypoint, to_);
-        const bool stays = fitting && chooser_.Free(*fitting, point.waypoint);
-        kept.push_back(stays ? *fitting : std::string());
-        if (stays) chooser_.Keep(*fitting, point.waypoint);
-      }
+    for (const Route& route : data_.Routes())
+      KeepFitting(route, names_.route_points.emplace_back());
+  }
+
+  void KeepFitting(const Route& route, std::vector<std::string>& kept) {
+    for (const RoutePoint& point : route.points) {
+      const auto fitting = FittingName(point.waypoint, to_);
+      const bool stays = fitting && chooser_.Free(*fitting, point.waypoint);
+      kept.push_back(stays ? *fitting : std::string());
+      if (stays) chooser_.Keep(*fitting, point.waypoint);
     }
   }
 

@@ -26,9 +26,9 @@ std::string Lines(const std::vector<Difference>& differences) {
   return lines;
 }
 
-std::vector<Difference> Foretold(const std::vector<Finding>& findings) {
+std::vector<Difference> Foretold(const std::vector<UploadFinding>& findings) {
   std::vector<Difference> differences;
-  for (const Finding& finding : findings) {
+  for (const UploadFinding& finding : findings) {
     if (ShownByComparison(finding)) differences.push_back(finding.difference);
   }
   return differences;
@@ -47,14 +47,14 @@ TEST_P(EveryModel, LosesWhatWasForetoldAndNothingElse) {
     DataKinds kinds = AllKinds;
     if (random.Below(3) == 0) kinds[random.Below(DataKindCount)] = false;
     const Recipient to = receiver.AsRecipient(checked);
-    const std::vector<Finding> findings = FindingsOf(data, kinds, before, to, nullptr);
+    const std::vector<UploadFinding> findings = FindingsOf(data, kinds, before, to, nullptr);
     receiver.Upload(data, kinds, checked);
     ASSERT_EQ(Lines(Foretold(findings)), Lines(Compare(data, kinds, receiver.Held(), to))) << "seed " << seed;
   }
 }
 
 /// Against what has nothing been proposed: room, and what the receiver's types lack.
-bool CannotBeKept(const Finding& finding) {
+bool CannotBeKept(const UploadFinding& finding) {
   if (ToldOnce(finding.difference.loss)) return true;
   switch (finding.cause) {
     case Cause::Type:
@@ -83,7 +83,7 @@ TEST_P(EveryModel, LosesOnlyWhatCannotBeKeptOnceTheProposalsAreTaken) {
     const DataSet data = random.Make();
     const Recipient to = receiver.AsRecipient(true);
     const DataSet fitted = Fitted(data, AllKinds, before, to, nullptr);
-    for (const Finding& finding : FindingsOf(fitted, AllKinds, before, to, nullptr)) {
+    for (const UploadFinding& finding : FindingsOf(fitted, AllKinds, before, to, nullptr)) {
       EXPECT_TRUE(CannotBeKept(finding)) << "seed " << seed << " " << preflight_messages::FindingLine(fitted, finding);
     }
     receiver.Upload(fitted, AllKinds, true);

@@ -1,0 +1,133 @@
+#include "app/UploadCommands.h"
+
+#include <utility>
+
+#include "app/FileStore.h"
+#include "app/Messages.h"
+#include "formats/Format.h"
+#include "records/Chosen.h"
+#include "text/Cp932.h"
+#include "text/TextOutput.h"
+
+namespace walrim {
+
+namespace {
+
+/// A data set as a standard file, in Shift-JIS: all that came from a receiver has a place in it.
+std::string StandardText(const DataSet& data, int utc_offset_hours, const CivilTime& now) {
+  WriteSettings settings;
+  settings.utc_offset_hours = utc_offset_hours;
+  settings.with_header = true;
+  settings.now = now;
+  std::string text;
+  TextOutput out([&text](const std::string& lines) { text += lines; });
+  static_cast<void>(FormatOf(FormatId::Standard).write(out, data, settings));
+  out.Flush();
+  return EncodeCp932(text).value_or(text);
+}
+
+}  // namespace
+
+Outcome UploadCommands::Upload(const UploadCare& care) {
+  plan_ = {};
+  sent_ = {};
+  differences_.clear();
+  compared_ = false;
+  if (!care.backup.empty() && FileExists(care.backup) &&
+      !desktop_.AskOkCancel(messages::OverwriteQuestion(care.backup))) {
+    return Outcome::Refused;
+  }
+  return device_.UploadBy([this, &care] { return Run(care); });
+}
+
+Outcome UploadCommands::Run(const UploadCare& care) {
+  plan_.data = *ChosenData(state_.Data());
+  plan_.kinds = state_.WantedKinds();
+  plan_.to = {garmin_.Protocols(), LimitsOf(device_.Identified().description), garmin_.CheckedLinkInUse()};
+  if (!care.backup.empty()) {
+    if (const Outcome saved = SaveBackup(care.backup); saved != Outcome::Done) return saved;
+  }
+  FindFindings();
+  if (care.check) return Outcome::Done;
+  if (const Outcome decided = Decide(care); decided != Outcome::Done) return decided;
+  sent_ = std::move(plan_.data);
+  plan_.data = *ChosenData(state_.Data());
+  const Outcome outcome = device_.Send(sent_, plan_.kinds);
+  if (outcome != Outcome::Done || !care.verify) return outcome;
+  return CompareWithReceiver();
+}
+
+void UploadCommands::FindFindings() {
+  plan_.findings = FindingsOf(plan_.data, plan_.kinds, plan_.before, plan_.to, nullptr);
+}
+
+Outcome UploadCommands::AskReceiver() {
+  DataSet held;
+  const Outcome outcome = device_.Read(held);
+  if (outcome != Outcome::Done) return outcome;
+  plan_.before = std::move(held);
+  plan_.receiver_asked = true;
+  return Outcome::Done;
+}
+
+Outcome UploadCommands::Decide(const UploadCare& care) {
+  if (care.fit) {
+    if (!ProposalsOf(plan_.findings).empty()) state_.SetSomethingLost(true);
+    plan_.data = Fitted(plan_.data, plan_.kinds, plan_.before, plan_.to, nullptr);
+    return Outcome::Done;
+  }
+  while (review_ != nullptr && !(plan_.findings.empty() && !plan_.receiver_asked)) {
+    switch (review_->Review(plan_)) {
+      case UploadDecision::Send:
+        return Outcome::Done;
+      case UploadDecision::Back:
+        return Outcome::Cancelled;
+      case UploadDecision::AskReceiver:
+        break;
+    }
+    if (const Outcome asked = AskReceiver(); asked != Outcome::Done) return asked;
+    FindFindings();
+  }
+  return Outcome::Done;
+}
+
+Outcome UploadCommands::SaveBackup(const std::string& path) {
+  if (const Outcome asked = AskReceiver(); asked != Outcome::Done) {
+    desktop_.ShowMessage(messages::NoBackup);
+    return asked;
+  }
+  FileWriter file(path);
+  file.Add(StandardText(plan_.before, state_.Settings().utc_offset_hours, clock_.LocalTime()));
+  if (const auto problem = file.Finish()) {
+    desktop_.ShowMessage(messages::WriteProblem(path, problem->detail));
+    return Outcome::Refused;
+  }
+  backup_ = plan_.before;
+  has_backup_ = true;
+  backup_kinds_ = plan_.kinds;
+  for (const DataKind kind : AllDataKinds)
+    backup_kinds_[IndexOf(kind)] = backup_kinds_[IndexOf(kind)] && backup_.Holds(kind);
+  desktop_.SetStatusCaption(messages::BackupSaved(path));
+  return Outcome::Done;
+}
+
+Outcome UploadCommands::CompareWithReceiver() {
+  DataSet held;
+  const Outcome outcome = device_.Read(held);
+  if (outcome != Outcome::Done) {
+    desktop_.ShowMessage(messages::NotCompared);
+    return outcome;
+  }
+  differences_ = Compare(sent_, plan_.kinds, held, plan_.to);
+  compared_ = true;
+  if (!differences_.empty()) state_.SetSomethingLost(true);
+  return Outcome::Done;
+}
+
+Outcome UploadCommands::SendBackup() {
+  if (!has_backup_) return Outcome::Refused;
+  if (state_.Busy()) return Outcome::Busy;
+  return device_.RunIdentified([this] { return device_.Send(backup_, backup_kinds_); });
+}
+
+}  // namespace walrim
