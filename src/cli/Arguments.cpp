@@ -89,6 +89,7 @@ struct Parser {
 
   Parser();
   void AddCommands();
+  void AddStats();
   void AddDoctor();
   void AddCommon(CLI::App& command);
   CLI::Option* AddPort(CLI::App& command);
@@ -144,6 +145,7 @@ void Parser::AddCommands() {
   AddFixDates(convert);
   convert.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 
+  AddStats();
   AddDoctor();
 
   CLI::App& set_clock =
@@ -153,6 +155,13 @@ void Parser::AddCommands() {
   set_clock.add_flag("--yes", arguments.yes, "Set it without asking");
 
   Add("ports", "List the serial ports", CliCommand::Ports);
+}
+
+void Parser::AddStats() {
+  CLI::App& stats = Add("stats", "Print the figures of the logs and routes in files", CliCommand::Stats);
+  AddUtcOffset(stats);
+  stats.add_flag("--json", arguments.json, "Print them as JSON");
+  stats.add_option("files", arguments.files, "Files to read; - is standard input")->required()->type_name("FILE");
 }
 
 void Parser::AddDoctor() {

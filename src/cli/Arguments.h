@@ -10,7 +10,7 @@
 
 namespace walrim {
 
-enum class CliCommand { Info, Download, Upload, Convert, Ports, Doctor, SetClock };
+enum class CliCommand { Info, Download, Upload, Convert, Ports, Doctor, SetClock, Stats };
 
 /// Exit statuses of walrim-cli.
 enum class ExitStatus : int {

@@ -16,6 +16,7 @@
 #include "app/WalrimMain.h"
 #include "cli/DoctorOutput.h"
 #include "cli/Messages.h"
+#include "cli/StatsOutput.h"
 #include "cli/TerminalDesktop.h"
 #include "cli/TerminalReview.h"
 #include "cli/TraceFile.h"
@@ -87,6 +88,7 @@ class Terminal {
   ExitStatus Convert();
   ExitStatus Doctor();
   ExitStatus SetClock();
+  ExitStatus Stats();
 
  private:
   [[nodiscard]] bool StartTrace();
@@ -328,6 +330,18 @@ ExitStatus Terminal::Doctor() {
   return ExitOf(outcome);
 }
 
+ExitStatus Terminal::Stats() {
+  ExitOnSignals();
+  if (!ImportFiles()) return ExitStatus::Refused;
+  const DataSet& data = main_.State().Data();
+  if (data.Routes().empty() && data.Logs().empty()) {
+    Message(cli_messages::NothingToMeasure);
+    return ExitStatus::Refused;
+  }
+  const std::string text = arguments_.json ? StatsJson(data) : StatsText(data, arguments_.settings.utc_offset_hours);
+  return PrintOut(text) ? ExitStatus::Done : ExitStatus::Refused;
+}
+
 ExitStatus ListPortsCommand() {
   std::string text;
   for (const NumberedPort& port : ListPorts()) {
@@ -352,6 +366,8 @@ ExitStatus Run(const Arguments& arguments, int argc, char** argv) {
       return terminal.Doctor();
     case CliCommand::SetClock:
       return terminal.SetClock();
+    case CliCommand::Stats:
+      return terminal.Stats();
     case CliCommand::Ports:
       break;
   }

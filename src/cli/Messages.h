@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -34,6 +35,18 @@ inline constexpr std::string_view NothingImported = "取り込めるデータが
 }
 [[nodiscard]] inline std::string Named(const std::string& path) {
   return "（" + path + "）";
+}
+
+// Of the figures of logs and routes.
+inline constexpr std::array<std::string_view, 16> LogTitles{
+    "番号", "名前",      "開始",     "終了",   "点数",   "区間",   "距離 km", "時間",
+    "移動", "平均 km/h", "移動平均", "最高速", "上り m", "下り m", "最低 m",  "最高 m"};
+inline constexpr std::array<std::string_view, 5> RouteTitles{"番号", "名前", "点数", "距離 km", "区間 km"};
+inline constexpr std::string_view Total = "合計";
+inline constexpr std::string_view NothingToMeasure = "ルートもトラックログもありません．";
+/// How climbs are counted.
+[[nodiscard]] inline std::string AscentNote(int threshold_m) {
+  return "上り・下りは，" + std::to_string(threshold_m) + "m以上の高度差だけを数えます．";
 }
 
 }  // namespace walrim::cli_messages

@@ -20,6 +20,11 @@ TEST(CliMessages, AreWordedSo) {
   EXPECT_EQ(NothingImported, "取り込めるデータがありません．");
   EXPECT_EQ(OfFile("a.txt", "why"), "a.txt：why");
   EXPECT_EQ(Named("-"), "（-）");
+  EXPECT_EQ(LogTitles[6], "距離 km");
+  EXPECT_EQ(RouteTitles[4], "区間 km");
+  EXPECT_EQ(Total, "合計");
+  EXPECT_EQ(NothingToMeasure, "ルートもトラックログもありません．");
+  EXPECT_EQ(AscentNote(10), "上り・下りは，10m以上の高度差だけを数えます．");
 }
 
 }  // namespace

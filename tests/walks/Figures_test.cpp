@@ -78,5 +78,99 @@ TEST(Figures, ClimbsNeedAHeightOfNineTenthsOfThePoints) {
   EXPECT_EQ(FiguresOf({}).ascent_m, std::nullopt);
 }
 
+TEST(Figures, SegmentsArePartsOfAtLeastOnePoint) {
+  EXPECT_EQ(FiguresOf({}).segments, 0U);
+  EXPECT_EQ(FiguresOf(std::vector{At(0), At(1)}).segments, 1U);
+  const Figures figures = FiguresOf(std::vector{Beginning(At(0)), Beginning(At(1)), At(2), Beginning(At(3))});
+  EXPECT_EQ(figures.segments, 3U);
+  EXPECT_EQ(figures.points, 4U);
+}
+
+TEST(Figures, SpeedsAreOverAllOverMovingAndTheFastestStep) {
+  // 100 s for a step, a stop of 100 s, 50 s for a step; then a gap that is crossed in a second.
+  const std::vector points{Beginning(At(0, 100)),  At(1, 200), At(1, 300), At(2, 350),
+                           Beginning(At(90, 351)), At(90, 352)};
+  const Figures figures = FiguresOf(points);
+  EXPECT_NEAR(figures.AverageSpeed_m_s().value(), 2 * Step_m / 252, 1e-6);
+  EXPECT_NEAR(figures.MovingSpeed_m_s().value(), 2 * Step_m / 151, 1e-6);
+  EXPECT_NEAR(figures.fastest_m_s.value(), Step_m / 50, 1e-6);
+}
+
+TEST(Figures, WhereNoTimePassesThereIsNoSpeed) {
+  for (const auto& points : {std::vector{At(0), At(1)}, std::vector{At(0, 100), At(1, 100)},
+                             std::vector{At(0, 100), At(1, 99)}, std::vector{At(0, 100)}}) {
+    const Figures figures = FiguresOf(points);
+    EXPECT_EQ(figures.AverageSpeed_m_s(), std::nullopt);
+    EXPECT_EQ(figures.MovingSpeed_m_s(), std::nullopt);
+    EXPECT_EQ(figures.fastest_m_s, std::nullopt);
+  }
+}
+
+TEST(Figures, LowestAndHighestLeaveUnknownHeightsOut) {
+  const Figures figures = FiguresOf(Heights({{}, 120.0F, -3.0F, {}, 80.0F}));
+  EXPECT_EQ(figures.lowest_m, -3);
+  EXPECT_EQ(figures.highest_m, 120);
+  EXPECT_EQ(FiguresOf(Heights({{}, {}})).lowest_m, std::nullopt);
+  EXPECT_EQ(FiguresOf(Heights({{}, {}})).highest_m, std::nullopt);
+}
+
+// A square of one step a side, walked in 400 s over a hill of 50 m.
+TEST(Figures, OfASquareOverAHill) {
+  const auto corner = [](double north, double east, GarminSeconds time, float alt_m) {
+    TrackPoint point = At(north, time, alt_m);
+    point.lon_deg = east / 1000;
+    return point;
+  };
+  const Figures figures =
+      FiguresOf(std::vector{Beginning(corner(0, 0, 1000, 10)), corner(1, 0, 1100, 30), corner(1, 1, 1200, 60),
+                            corner(0, 1, 1300, 40), corner(0, 0, 1400, 10)});
+  EXPECT_NEAR(figures.distance_m, 4 * Step_m, 0.001);
+  EXPECT_EQ(figures.duration_s, 400);
+  EXPECT_EQ(figures.moving_s, 400);
+  EXPECT_EQ(figures.ascent_m, 50);
+  EXPECT_EQ(figures.descent_m, 50);
+  EXPECT_EQ(figures.lowest_m, 10);
+  EXPECT_EQ(figures.highest_m, 60);
+  EXPECT_NEAR(figures.AverageSpeed_m_s().value(), Step_m / 100, 1e-6);
+}
+
+TEST(Figures, OfSeveralLogsTogether) {
+  const Figures one = FiguresOf(std::vector{Beginning(At(0, 100, 10.0F)), At(1, 200, 30.0F)});
+  const Figures other =
+      FiguresOf(std::vector{Beginning(At(5, 900, 90.0F)), At(8, 1000, 50.0F), Beginning(At(9, 1100, 5.0F))});
+  const Figures both = TotalOf(std::vector{one, other});
+  EXPECT_EQ(both.points, 5U);
+  EXPECT_EQ(both.segments, 3U);
+  EXPECT_NEAR(both.distance_m, 4 * Step_m, 0.001);
+  EXPECT_EQ(both.duration_s, 300);
+  EXPECT_EQ(both.moving_s, 200);
+  EXPECT_EQ(both.ascent_m, 20);
+  EXPECT_EQ(both.descent_m, 85);
+  EXPECT_EQ(both.lowest_m, 5);
+  EXPECT_EQ(both.highest_m, 90);
+  EXPECT_NEAR(both.fastest_m_s.value(), 3 * Step_m / 100, 1e-6);
+  const Figures without = FiguresOf(std::vector{Beginning(At(0)), At(1)});
+  const Figures some = TotalOf(std::vector{one, without});
+  EXPECT_EQ(some.duration_s, std::nullopt);
+  EXPECT_EQ(some.ascent_m, std::nullopt);
+  EXPECT_EQ(some.highest_m, 30);
+  EXPECT_EQ(TotalOf({}).duration_s, std::nullopt);
+}
+
+TEST(Figures, LegsOfARoute) {
+  Route route;
+  EXPECT_TRUE(LegsOf(route).empty());
+  for (const double steps : {0.0, 1.0, 1.0, 4.0}) {
+    RoutePoint point;
+    point.waypoint.lat_deg = steps / 1000;
+    route.points.push_back(point);
+  }
+  const std::vector<double> legs_m = LegsOf(route);
+  ASSERT_EQ(legs_m.size(), 3U);
+  EXPECT_NEAR(legs_m[0], Step_m, 0.001);
+  EXPECT_EQ(legs_m[1], 0);
+  EXPECT_NEAR(legs_m[2], 3 * Step_m, 0.001);
+}
+
 }  // namespace
 }  // namespace walrim
