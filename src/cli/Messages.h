@@ -1,8 +1,8 @@
 // The texts that only the terminal shows.
 #pragma once
 
-#include <cstddef>
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 

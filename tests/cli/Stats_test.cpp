@@ -53,7 +53,7 @@ TEST_F(Stats, AsJsonInMetresAndSeconds) {
   EXPECT_EQ(log["start"].toString(), "2002-11-12T00:00:00Z");
   EXPECT_EQ(log["end"].toString(), "2002-11-12T00:10:00Z");
   EXPECT_EQ(log["duration"].toInt(), 600);
-  EXPECT_EQ(log["movingTime"].toInt(), 120 + 120);
+  EXPECT_EQ(log["movingTime"].toInt(), 120 + 120 + 240);
   EXPECT_EQ(log["ascent"].toDouble(), 30);
   EXPECT_EQ(log["descent"].toDouble(), 20);
   EXPECT_EQ(log["lowest"].toDouble(), 100);
@@ -68,15 +68,16 @@ TEST_F(Stats, AsATableWhoseColumnsStandBelowEachOther) {
   ASSERT_EQ(status_, 0);
   EXPECT_EQ(process_->Err(), "");
   EXPECT_EQ(out,
-            "番号  名前                 開始                 終了  点数  区間  距離 km     時間    移動  平均 km/h  "
+            "番号  名前                 開始                 終了  点数  区間  距離 km     時間     移動  平均 km/h  "
             "移動平均  最高速  上り m  下り m  最低 m  最高 m\n"
-            "   1  裏山  2002/11/12 09:00:00  2002/11/12 09:10:00     5     2     0.45  0:10:00  0:04:00        2.7  "
-            "     6.7     3.3      30      20     100     130\n"
+            "   1  裏山  2002/11/12 09:00:00  2002/11/12 09:10:00     5     2     0.45  0:10:00  0:08:00        2.7  "
+            "     3.3     3.3      30      20     100     130\n"
             "上り・下りは，10m以上の高度差だけを数えます．\n");
 }
 
 TEST_F(Stats, WhatIsNotKnownIsADash) {
-  const std::string out = Run({}, "TRH\t1\tTRUE\t255\t=\"A\"\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\t\t\t\r\n").Out();
+  const std::string out =
+      Run({}, "TRH\t1\tTRUE\t255\t=\"A\"\r\nTRP\tD\tWGS84\t35\t139\t\tTRUE\t1E+25\t1E+25\t\r\n").Out();
   EXPECT_EQ(status_, 0);
   EXPECT_NE(out.find("   1  A        -     -     1     1     0.00     -     -          -         -       -       -"),
             std::string::npos)
