@@ -20,8 +20,14 @@ bool PortIsGone(const PortResult& result) {
 }  // namespace
 
 DeviceCommands::DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
-                               DateCommands& dates, Desktop& desktop)
-    : state_(state), garmin_(garmin), deletes_(deletes), exports_(exports), dates_(dates), desktop_(desktop) {}
+                               DateCommands& dates, NameCommands& names, Desktop& desktop)
+    : state_(state),
+      garmin_(garmin),
+      deletes_(deletes),
+      exports_(exports),
+      dates_(dates),
+      names_(names),
+      desktop_(desktop) {}
 
 // ---- Identification
 
@@ -189,6 +195,7 @@ Outcome DeviceCommands::Download() {
   state_.Told().Clear();
   download_results_.clear();
   const Outcome outcome = RunIdentified([this] { return DownloadSelected(); });
+  if (outcome == Outcome::Done && names_.FindLongNames()) ShowNotices();
   if (outcome == Outcome::Done) RunAutoSaveAndCopy();
   return outcome;
 }

@@ -11,6 +11,7 @@
 #include "app/DeleteCommands.h"
 #include "app/DownloadResult.h"
 #include "app/ExportCommands.h"
+#include "app/NameCommands.h"
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
 #include "device/Garmin.h"
@@ -22,7 +23,7 @@ class DeviceCommands {
  public:
   /// All must outlive this object.
   DeviceCommands(ProgramState& state, Garmin& garmin, DeleteCommands& deletes, ExportCommands& exports,
-                 DateCommands& dates, Desktop& desktop);
+                 DateCommands& dates, NameCommands& names, Desktop& desktop);
 
   /// Identifies the receiver and asks how much it holds. With AutoDownload everything is then downloaded.
   Outcome GetInfo();
@@ -94,6 +95,7 @@ class DeviceCommands {
   DeleteCommands& deletes_;
   ExportCommands& exports_;
   DateCommands& dates_;
+  NameCommands& names_;
   Desktop& desktop_;
   ProductInfo identified_;
   std::vector<DownloadResult> download_results_;

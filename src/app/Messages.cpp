@@ -278,6 +278,18 @@ std::string BackupSaved(std::string_view path) {
   return Joined({"受信機のデータを保存しました：", path});
 }
 
+std::string NamesLeftOut(std::string_view path) {
+  return Joined({"名前の対応に読めない行があります：", path, "．"});
+}
+
+std::string NamesImported(int count) {
+  return "名前の対応を" + std::to_string(count) + "件取り込みました．";
+}
+
+std::string LongNamesFound(int count) {
+  return std::to_string(count) + "件の短い名前を，覚えている元の名前に戻しました．";
+}
+
 std::string TraceSaved(std::string_view path) {
   return Joined({"通信記録を保存しました：", path});
 }

@@ -106,8 +106,17 @@ inline constexpr ThreeAnswers SaveAnswers{"保存", "保存しない", "戻る"}
 // ---- Uploads that are looked after
 
 inline constexpr std::string_view NoBackup = "受信機のデータを保存できなかったため，送信しませんでした．";
-inline constexpr std::string_view NotCompared = "送信したデータを受信機から読み戻せなかったため，比べられませんでした．";
+inline constexpr std::string_view NotCompared =
+    "送信したデータを受信機から読み戻せなかったため，比べられませんでした．";
 [[nodiscard]] std::string BackupSaved(std::string_view path);
+
+// ---- Short names and long ones
+
+/// The filter of the dialogs for their file.
+inline constexpr std::string_view NamesFilter = "すべてのファイル (*.*)|*.*|名前の対応 (*.tsv)|*.tsv|";
+[[nodiscard]] std::string NamesLeftOut(std::string_view path);
+[[nodiscard]] std::string NamesImported(int count);
+[[nodiscard]] std::string LongNamesFound(int count);
 
 // ---- What went over the line
 

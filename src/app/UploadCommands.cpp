@@ -52,13 +52,14 @@ Outcome UploadCommands::Run(const UploadCare& care) {
   if (const Outcome decided = Decide(care); decided != Outcome::Done) return decided;
   sent_ = std::move(plan_.data);
   plan_.data = *ChosenData(state_.Data());
+  names_.Remember(plan_.data, sent_);
   const Outcome outcome = device_.Send(sent_, plan_.kinds);
   if (outcome != Outcome::Done || !care.verify) return outcome;
   return CompareWithReceiver();
 }
 
 void UploadCommands::FindFindings() {
-  plan_.findings = FindingsOf(plan_.data, plan_.kinds, plan_.before, plan_.to, nullptr);
+  plan_.findings = FindingsOf(plan_.data, plan_.kinds, plan_.before, plan_.to, Lookup());
 }
 
 Outcome UploadCommands::AskReceiver() {
@@ -73,7 +74,7 @@ Outcome UploadCommands::AskReceiver() {
 Outcome UploadCommands::Decide(const UploadCare& care) {
   if (care.fit) {
     if (!ProposalsOf(plan_.findings).empty()) state_.SetSomethingLost(true);
-    plan_.data = Fitted(plan_.data, plan_.kinds, plan_.before, plan_.to, nullptr);
+    plan_.data = Fitted(plan_.data, plan_.kinds, plan_.before, plan_.to, Lookup());
     return Outcome::Done;
   }
   while (review_ != nullptr && !(plan_.findings.empty() && !plan_.receiver_asked)) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/DeviceCommands.h"
+#include "app/NameCommands.h"
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
 #include "app/UploadReview.h"
@@ -27,8 +28,9 @@ struct UploadCare {
 class UploadCommands {
  public:
   /// All must outlive this object.
-  UploadCommands(ProgramState& state, Garmin& garmin, DeviceCommands& device, const Clock& clock, Desktop& desktop)
-      : state_(state), garmin_(garmin), device_(device), clock_(clock), desktop_(desktop) {}
+  UploadCommands(ProgramState& state, Garmin& garmin, DeviceCommands& device, NameCommands& names, const Clock& clock,
+                 Desktop& desktop)
+      : state_(state), garmin_(garmin), device_(device), names_(names), clock_(clock), desktop_(desktop) {}
 
   /// Who is asked; nullptr: nobody. Must outlive this object or be taken away.
   void SetReview(UploadReview* review) { review_ = review; }
@@ -57,10 +59,14 @@ class UploadCommands {
   [[nodiscard]] Outcome SaveBackup(const std::string& path);
   [[nodiscard]] Outcome CompareWithReceiver();
   void FindFindings();
+  [[nodiscard]] NameLookup Lookup() {
+    return [this](std::string_view long_name) { return names_.ShortOf(long_name); };
+  }
 
   ProgramState& state_;
   Garmin& garmin_;
   DeviceCommands& device_;
+  NameCommands& names_;
   const Clock& clock_;
   Desktop& desktop_;
   UploadReview* review_ = nullptr;

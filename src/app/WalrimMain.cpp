@@ -25,8 +25,9 @@ WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_lo
       dates_(state_, garmin_, clock, desktop, dialogs),
       imports_(state_, garmin_, dates_, desktop, dialogs, inet),
       exports_(state_, deletes_, clock, event_loop, desktop, dialogs),
-      device_(state_, garmin_, deletes_, exports_, dates_, desktop),
-      uploads_(state_, garmin_, device_, clock, desktop),
+      names_(state_, clock, desktop),
+      device_(state_, garmin_, deletes_, exports_, dates_, names_, desktop),
+      uploads_(state_, garmin_, device_, names_, clock, desktop),
       external_(state_, deletes_, imports_, device_, desktop),
       doctor_(state_, LineExam(port, clock, event_loop, facts != nullptr ? *facts : NoFacts), desktop),
       traces_(state_, trace_, desktop) {

@@ -10,10 +10,11 @@
 #include "app/ExportCommands.h"
 #include "app/ExternalCommands.h"
 #include "app/ImportCommands.h"
+#include "app/NameCommands.h"
 #include "app/ProgramState.h"
 #include "app/TraceCommands.h"
-#include "app/UploadCommands.h"
 #include "app/TraceMemory.h"
+#include "app/UploadCommands.h"
 #include "device/Garmin.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -35,6 +36,7 @@ class WalrimMain {
   /// The receiver's side of the line.
   [[nodiscard]] Garmin& Receiver() { return garmin_; }
   [[nodiscard]] DeviceCommands& Device() { return device_; }
+  [[nodiscard]] NameCommands& Names() { return names_; }
   [[nodiscard]] UploadCommands& Uploads() { return uploads_; }
   [[nodiscard]] DoctorCommands& Doctor() { return doctor_; }
   [[nodiscard]] DateCommands& Dates() { return dates_; }
@@ -57,6 +59,7 @@ class WalrimMain {
   DateCommands dates_;
   ImportCommands imports_;
   ExportCommands exports_;
+  NameCommands names_;
   DeviceCommands device_;
   UploadCommands uploads_;
   ExternalCommands external_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <filesystem>
@@ -78,6 +79,7 @@ class Terminal {
         facts_(clock_),
         main_(port_, clock_, watchdog_, desktop_, nullptr, nullptr, &facts_) {
     main_.State().Settings() = arguments.settings;
+    main_.Names().Use(NamesPath(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")));
     main_.Receiver().SetPacing(arguments.pacing_factor);
     main_.Receiver().SetTrace(nullptr);  // nobody asks for it afterwards
   }

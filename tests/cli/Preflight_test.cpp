@@ -1,6 +1,7 @@
 // What an upload would lose, and what it lost, over a pseudo-terminal with receivers as strict as their models are.
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
@@ -53,6 +54,7 @@ class PreflightCli : public ::testing::TestWithParam<const char*> {
  protected:
   PreflightCli() {
     PutFile(folder.Path("walk.grc"), Walk());
+    ::setenv("XDG_DATA_HOME", folder.Path("data").c_str(), 1);
     receiver_ = std::make_unique<Process>(
         std::vector<std::string>{WALRIM_RECEIVER, "--baud", "0", "--strict", "--model", GetParam()});
     EXPECT_TRUE(receiver_->ReadUntil("\n")) << receiver_->Err();
@@ -74,9 +76,10 @@ class PreflightCli : public ::testing::TestWithParam<const char*> {
   std::vector<std::string> out;
   std::string err;
 
+  std::string port_;
+
  private:
   std::unique_ptr<Process> receiver_;
-  std::string port_;
 };
 
 /// Whether a line of --check, without its proposal, tells of what a line of --verify tells.
@@ -132,6 +135,19 @@ TEST_P(PreflightCli, WithoutACheckItWarnsAndGoesOn) {
 INSTANTIATE_TEST_SUITE_P(Models, PreflightCli,
                          ::testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
                                            "eMap", "eTrex"));
+
+// Sent with --fit, a Japanese name gets a short one, which finds it again when it comes back.
+TEST_P(PreflightCli, AJapaneseNameComesBack) {
+  static_cast<void>(Upload({"--fit", "--kinds", "waypoint"}));
+  const std::string names = FileContents(folder.Path("data/walrim/names.tsv"));
+  EXPECT_NE(names.find("きたほだか岳\tKITAHO"), std::string::npos) << names;
+  EXPECT_EQ(names.find("LONGNAMEONE"), std::string::npos) << names;
+  Process download({WALRIM_CLI, "download", "--quiet", "--port", port_, "--kinds", "waypoint", "--encoding", "utf8",
+                    "-o", "-", "--pacing", "0.1"});
+  EXPECT_EQ(download.Wait(), 0) << download.Err();
+  EXPECT_NE(download.Out().find("=\"きたほだか岳\"\t35.0"), std::string::npos) << download.Out();
+  EXPECT_NE(download.Err().find("元の名前に戻しました"), std::string::npos) << download.Err();
+}
 
 class BackupCli : public PreflightCli {};
 

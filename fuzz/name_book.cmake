@@ -1,0 +1,1 @@
+walrim_fuzz(name_book LINK walrim_preflight)
