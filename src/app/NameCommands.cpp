@@ -1,5 +1,6 @@
 #include "app/NameCommands.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -21,6 +22,16 @@ bool IsAscii(std::string_view text) {
 
 NamePlace PlaceOf(const Waypoint& waypoint) {
   return {waypoint.lat_deg, waypoint.lon_deg};
+}
+
+/// The points of all routes in their order.
+std::vector<const Waypoint*> PointsOf(const DataSet& data) {
+  std::vector<const Waypoint*> points;
+  for (const Route& route : data.Routes()) {
+    for (const RoutePoint& point : route.points)
+      points.push_back(&point.waypoint);
+  }
+  return points;
 }
 
 /// The records whose short names have long ones, with those.
@@ -100,22 +111,15 @@ void NameCommands::Remember(const DataSet& held, const DataSet& sent) {
   Load();
   for (std::size_t i = 0; i < held.Waypoints().size() && i < sent.Waypoints().size(); ++i)
     RememberOne(held.Waypoints()[i], sent.Waypoints()[i]);
-  // A route may have been sent in parts.
-  std::vector<const Waypoint*> points;
-  for (const Route& route : sent.Routes()) {
-    for (const RoutePoint& point : route.points)
-      points.push_back(&point.waypoint);
-  }
-  std::size_t next = 0;
-  for (const Route& route : held.Routes()) {
-    for (const RoutePoint& point : route.points) {
-      std::size_t at = next;
-      while (at < points.size() && PlaceOf(*points[at]) != PlaceOf(point.waypoint))
-        ++at;
-      if (at == points.size()) continue;
-      RememberOne(point.waypoint, *points[at]);
-      next = at + 1;
-    }
+  // A route may have been sent in parts: what comes next at a point's place is the point.
+  const std::vector<const Waypoint*> points = PointsOf(sent);
+  auto next = points.begin();
+  for (const Waypoint* point : PointsOf(held)) {
+    const auto found =
+        std::find_if(next, points.end(), [&](const Waypoint* other) { return PlaceOf(*other) == PlaceOf(*point); });
+    if (found == points.end()) continue;
+    RememberOne(*point, **found);
+    next = found + 1;
   }
   if (changed_) Save();
 }
