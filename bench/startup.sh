@@ -22,7 +22,8 @@ if [[ -z ${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-} ]]; then
 fi
 export LC_ALL=C.UTF-8 TIMEFORMAT=%3R
 XDG_CONFIG_HOME=$(mktemp -d)
-export XDG_CONFIG_HOME
+XDG_STATE_HOME=$XDG_CONFIG_HOME/state
+export XDG_CONFIG_HOME XDG_STATE_HOME
 trap 'rm -rf "$XDG_CONFIG_HOME"' EXIT
 
 seconds_of() { { time "$@" >/dev/null 2>&1; } 2>&1; }

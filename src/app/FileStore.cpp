@@ -21,16 +21,6 @@ FileProblem LastError() {
   return {std::strerror(errno)};
 }
 
-bool WriteAll(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(fd, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 /// Whether a link is another user's, in a folder where everybody may put files: it may lead to any file of whoever
 /// follows it. The folder's owner could do worse than that.
 bool IsForeignLink(const std::filesystem::path& link) {
@@ -107,6 +97,16 @@ ssize_t ReadPiece(int fd, std::string& piece) {
 }
 
 }  // namespace
+
+bool WriteAll(int fd, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(fd, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
 
 FileReader::FileReader(const std::string& path) {
   standard_input_ = path == StandardStream;

@@ -25,6 +25,9 @@ struct FileProblem {
   std::string detail;
 };
 
+/// Writes to a descriptor until nothing is left; false, with the reason in errno, where that fails.
+[[nodiscard]] bool WriteAll(int fd, std::string_view bytes);
+
 /// A file that is read in pieces. What is neither standard input nor a regular file (a pipe, a device) is refused, as
 /// whoever reads it may wait for ever.
 class FileReader {

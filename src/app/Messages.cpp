@@ -79,17 +79,22 @@ std::string_view NameOfStep(StepKind kind) {
   return {};
 }
 
-/// "削除（Waypoint 19件，Route 2件）"; points count where they alone are concerned.
-std::string StepText(const StepName& step) {
+/// "Waypoint 19件，Route 2件"; points count where they alone are concerned.
+std::string ConcernedText(const ConcernedRecords& concerned) {
   std::string counts;
   for (const DataKind kind : AllDataKinds) {
-    const std::size_t records = step.concerned.records[IndexOf(kind)];
-    const std::size_t points = step.concerned.points[IndexOf(kind)];
+    const std::size_t records = concerned.records[IndexOf(kind)];
+    const std::size_t points = concerned.points[IndexOf(kind)];
     if (records == 0 && points == 0) continue;
-    counts += Joined({counts.empty() ? "（" : "，", DataKindName(kind), " "});
+    counts += Joined({counts.empty() ? "" : "，", DataKindName(kind), " "});
     counts += records > 0 ? std::to_string(records) + "件" : std::to_string(points) + "点";
   }
-  return Joined({NameOfStep(step.kind), counts, counts.empty() ? "" : "）"});
+  return counts;
+}
+
+std::string StepText(const StepName& step) {
+  const std::string counts = ConcernedText(step.concerned);
+  return counts.empty() ? std::string(NameOfStep(step.kind)) : Joined({NameOfStep(step.kind), "（", counts, "）"});
 }
 
 std::string DownloadResultLine(const DownloadResult& result) {
@@ -263,6 +268,19 @@ std::string Undone(const StepName& step) {
 
 std::string Redone(const StepName& step) {
   return "やり直しました：" + StepText(step);
+}
+
+std::string RecoveryQuestion(std::string_view local_time, const ConcernedRecords& held) {
+  return Joined({"正常に終了しなかったWalrimの内部データが残っています（", local_time, "，", ConcernedText(held),
+                 "）．復元しますか？"});
+}
+
+std::string RecoveryDamaged(std::string_view path) {
+  return Joined({"正常に終了しなかったWalrimの内部データは，壊れているため復元できません：", path});
+}
+
+std::string RecoveryNotWritten(std::string_view detail) {
+  return Joined({"復元用のファイルを書けません：", detail});
 }
 
 std::string ExportTo(std::string_view path) {

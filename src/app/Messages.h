@@ -73,6 +73,17 @@ inline constexpr std::string_view CutNotDeleted = "切って送信した文字�
 [[nodiscard]] std::string Undone(const StepName& step);
 [[nodiscard]] std::string Redone(const StepName& step);
 
+// ---- Recovery
+
+/// Records that a program left at a local time.
+[[nodiscard]] std::string RecoveryQuestion(std::string_view local_time, const ConcernedRecords& held);
+inline constexpr ThreeAnswers RecoveryAnswers{"復元する", "捨てる", "あとで"};
+/// path: where the file lies now.
+[[nodiscard]] std::string RecoveryDamaged(std::string_view path);
+inline constexpr std::string_view RecoveryTooMuch =
+    "いまの内部データに入りきらないため，復元しませんでした．保存して削除すると，次に起動したときに復元できます．";
+[[nodiscard]] std::string RecoveryNotWritten(std::string_view detail);
+
 // ---- Dates
 
 /// How many logs are 1024 weeks behind, and what their dates would become; in local time.

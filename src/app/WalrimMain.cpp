@@ -30,7 +30,8 @@ WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_lo
       uploads_(state_, garmin_, device_, names_, clock, desktop),
       external_(state_, deletes_, imports_, device_, desktop),
       doctor_(state_, LineExam(port, clock, event_loop, facts != nullptr ? *facts : NoFacts), desktop),
-      traces_(state_, trace_, desktop) {
+      traces_(state_, trace_, desktop),
+      recovery_(state_, dates_, clock, desktop) {
   garmin_.SetTrace(&trace_);
 }
 

@@ -12,6 +12,7 @@
 #include "app/ImportCommands.h"
 #include "app/NameCommands.h"
 #include "app/ProgramState.h"
+#include "app/RecoveryCommands.h"
 #include "app/TraceCommands.h"
 #include "app/TraceMemory.h"
 #include "app/UploadCommands.h"
@@ -45,6 +46,7 @@ class WalrimMain {
   [[nodiscard]] DeleteCommands& Deletes() { return deletes_; }
   [[nodiscard]] EditCommands& Edits() { return edits_; }
   [[nodiscard]] ExternalCommands& External() { return external_; }
+  [[nodiscard]] RecoveryCommands& Recovery() { return recovery_; }
   [[nodiscard]] TraceCommands& Traces() { return traces_; }
 
   /// Asks what runs to end: a transfer after its exchange, the reading of a link at once.
@@ -65,6 +67,7 @@ class WalrimMain {
   ExternalCommands external_;
   DoctorCommands doctor_;
   TraceCommands traces_;
+  RecoveryCommands recovery_;
 };
 
 }  // namespace walrim

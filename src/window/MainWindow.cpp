@@ -22,6 +22,7 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -81,6 +82,9 @@ MainWindow::MainWindow(const WindowParts& parts, Contents contents)
   setObjectName("WalrimMain");
   setWindowTitle(QString::fromStdString(WindowTitle() + "[*]"));
   main_.State().KeepSteps();
+  recovery_timer_.setSingleShot(true);
+  connect(&recovery_timer_, &QTimer::timeout, this, [this] { KeepRecovery(); });
+  if (!parts.recovery_folder.empty()) main_.Recovery().UseFolder(parts.recovery_folder);
   resize(StartSize);
   restoreGeometry(state_.geometry);
   resize(size().boundedTo(screen()->availableSize()));
@@ -370,10 +374,21 @@ void MainWindow::EndCommand() {
   if (!results.empty()) transfer_panel_->ShowResults(results);
   ShowNotices(main_.State().Told().Take());
   if (focus_before_ != nullptr) focus_before_->setFocus();
+  KeepRecovery();
   if (std::exchange(close_wanted_, false)) {
     desktop_.Speak();
     close();
   }
+}
+
+void MainWindow::KeepRecovery() {
+  main_.Recovery().Keep();
+  const auto due = main_.Recovery().DueIn();
+  if (due) recovery_timer_.start(std::chrono::ceil<std::chrono::milliseconds>(*due));
+}
+
+void MainWindow::OfferRecovery() {
+  Run([this] { static_cast<void>(main_.Recovery().OfferLeft()); });
 }
 
 bool MainWindow::MayClose() {
@@ -462,6 +477,8 @@ void MainWindow::LookAtPorts() {
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (!command_runs_ && MayClose()) {
     Remember();
+    main_.Recovery().End();
+    recovery_timer_.stop();
     event->accept();
     return;
   }

@@ -44,7 +44,8 @@ struct WindowParts {
   PortBox::Ports ports;              ///< the serial ports there are now
   const PortFacts* facts = nullptr;  ///< without, nothing is known of who keeps them
   QSettings* store = nullptr;        ///< what is remembered between two starts; without, nothing is
-  bool port_given = false;           ///< the user has named a port for this start: the remembered one stays as it is
+  std::string recovery_folder;  ///< for what is held should the program not come to its end; empty: nothing is kept
+  bool port_given = false;      ///< the user has named a port for this start: the remembered one stays as it is
 };
 
 /// When the window's contents are made. An empty window is on the screen in a fraction of the time; who wants that
@@ -64,6 +65,8 @@ class MainWindow : public QMainWindow {
   void ShowStatus(std::string_view text) { desktop_.SetStatusCaption(text); }
   /// Shows controls that the program itself has changed.
   void ShowControls();
+  /// Asks what becomes of the records that were held by programs that did not come to their end.
+  void OfferRecovery();
   /// Reads files one after the other, as the import button does with one.
   void ImportFiles(const std::vector<std::string>& paths);
   /// Runs a command that another program gives; returns ExternalCommands::Run's result.
@@ -106,6 +109,7 @@ class MainWindow : public QMainWindow {
   void BeginCommand();
   void EndCommand();
   [[nodiscard]] bool MayClose();
+  void KeepRecovery();
   /// Shows them below the tables, a line each, when the status line cuts them off.
   void ShowNotices(const std::vector<std::string>& notices);
   void SettingsChanged();
@@ -164,6 +168,7 @@ class MainWindow : public QMainWindow {
   bool asks_to_close_ = false;
   Dropped dropped_;  ///< waits for the event loop to turn
   QTimer drop_timer_;
+  QTimer recovery_timer_;
 };
 
 }  // namespace walrim

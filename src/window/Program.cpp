@@ -71,6 +71,11 @@ void TakeCommands(CommandSocket& socket, MainWindow& window) {
   if (!place.problem.empty()) window.ShowStatus(place.problem);
 }
 
+std::string RecoveryFolder() {
+  const auto state = UserStateFolder();
+  return state ? (*state / "walrim").string() : std::string();
+}
+
 int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   QtClock clock;
   QtEventLoop event_loop;
@@ -86,7 +91,8 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   };
   QSettings store(QSettings::IniFormat, QSettings::UserScope, "walrim", "walrim");
   const bool port_given = arguments.demo || !arguments.mapping.empty();
-  MainWindow window({port, clock, event_loop, inet, list_ports, &facts, &store, port_given}, Contents::Later);
+  MainWindow window({port, clock, event_loop, inet, list_ports, &facts, &store, RecoveryFolder(), port_given},
+                    Contents::Later);
   if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
   QTranslator translator;
   PortWatch port_watch;
@@ -100,6 +106,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     LoadTranslation(translator);
     TakeCommands(socket, window);
     port_watch.Start(window);
+    window.OfferRecovery();
     window.ImportFiles(arguments.files);
   };
   CallAfterFirstFrame(window, [&] {

@@ -75,6 +75,20 @@ TEST(AppMessages, BeforeTheEndAreWordedSo) {
   EXPECT_EQ(SaveAnswers.back, "戻る");
 }
 
+TEST(AppMessages, OfRecoveryAreWordedSo) {
+  EXPECT_EQ(RecoveryQuestion("2026/11/22 12:00:00", {{19, 0, 0}, {0, 0, 7}}),
+            "正常に終了しなかったWalrimの内部データが残っています（2026/11/22 12:00:00，Waypoint 19件，TrackLog 7点）．"
+            "復元しますか？");
+  EXPECT_EQ(RecoveryAnswers.first, "復元する");
+  EXPECT_EQ(RecoveryAnswers.second, "捨てる");
+  EXPECT_EQ(RecoveryAnswers.back, "あとで");
+  EXPECT_EQ(RecoveryDamaged("/a"), "正常に終了しなかったWalrimの内部データは，壊れているため復元できません：/a");
+  EXPECT_EQ(
+      RecoveryTooMuch,
+      "いまの内部データに入りきらないため，復元しませんでした．保存して削除すると，次に起動したときに復元できます．");
+  EXPECT_EQ(RecoveryNotWritten("why"), "復元用のファイルを書けません：why");
+}
+
 TEST(AppMessages, OfDatesAreWordedSo) {
   const std::int64_t moment = SecondsSinceGarminEpoch({2007, 4, 7, 16, 0, 0});
   const auto at = static_cast<GarminSeconds>(moment);

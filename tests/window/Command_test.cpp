@@ -123,7 +123,11 @@ class AttemptsToListen {
 
 class WindowProcessTest : public testing::Test {
  protected:
-  WindowProcessTest() { PutFile(folder.Path("a.grc"), OneWaypoint); }
+  WindowProcessTest() {
+    PutFile(folder.Path("a.grc"), OneWaypoint);
+    qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.Path("state")));
+  }
+  ~WindowProcessTest() override { qputenv("XDG_STATE_HOME", state_before_); }
 
   static std::unique_ptr<Process> Start(std::vector<std::string> words = {}) {
     words.insert(words.begin(), WALRIM_WINDOW);
@@ -140,6 +144,9 @@ class WindowProcessTest : public testing::Test {
 
   TemporaryFolder folder;
   OwnRuntimeFolder runtime{folder};
+
+ private:
+  const QByteArray state_before_ = qgetenv("XDG_STATE_HOME");
 };
 
 TEST_F(WindowProcessTest, CommandsPrintTheirResultAlone) {

@@ -36,7 +36,8 @@ TEST_F(WindowTest, StartsEmptyWithTheSettingsOfTheProgram) {
 }
 
 TEST_F(WindowTest, ThePortAtTheStartIsTheFirst) {
-  const MainWindow fresh({*demo_port, clock, event_loop, inet, [] { return std::vector<NumberedPort>{}; }});
+  const MainWindow fresh(
+      {*demo_port, clock, event_loop, inet, [] { return std::vector<NumberedPort>{}; }, nullptr, nullptr, {}, false});
   EXPECT_EQ(fresh.findChild<QComboBox*>("CommPort")->currentData().toString(), "1");
 }
 

@@ -41,8 +41,8 @@ class WindowTestBase : public testing::Test {
  protected:
   /// The window in front of a line.
   void Open(SerialPort& port, const Clock& clock) {
-    window = std::make_unique<MainWindow>(
-        WindowParts{port, clock, event_loop, inet, [this] { return ports; }, &facts, store.get(), port_given});
+    window = std::make_unique<MainWindow>(WindowParts{port, clock, event_loop, inet, [this] { return ports; }, &facts,
+                                                      store.get(), recovery_folder, port_given});
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
@@ -88,6 +88,7 @@ class WindowTestBase : public testing::Test {
   FakePortFacts facts;
   std::vector<NumberedPort> ports;
   TemporaryFolder folder;
+  std::string recovery_folder;       ///< empty: nothing is kept
   std::unique_ptr<QSettings> store;  ///< what the window remembers; none at first
   bool port_given = false;
   std::unique_ptr<MainWindow> window;

@@ -1,0 +1,1 @@
+walrim_fuzz(plain_form LINK walrim_records)
