@@ -283,6 +283,18 @@ std::string RecoveryNotWritten(std::string_view detail) {
   return Joined({"復元用のファイルを書けません：", detail});
 }
 
+std::string TextTooLong(std::size_t bytes) {
+  return "長すぎます．入力できるのは" + std::to_string(bytes) + "バイト（漢字やかなは2バイト）までです．";
+}
+
+std::string NoHeight(std::string_view text) {
+  return Joined({"高度「", text, "」は数として読めません．わからないときは空にしてください．"});
+}
+
+std::string Shortened(std::size_t before, std::size_t after) {
+  return "ポイントを間引きました：" + std::to_string(before) + "点 → " + std::to_string(after) + "点";
+}
+
 std::string ExportTo(std::string_view path) {
   return Joined({"Export to ", path});
 }

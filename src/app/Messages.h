@@ -1,6 +1,7 @@
 // The texts that the commands show: messages, questions, notices and status texts.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -83,6 +84,20 @@ inline constexpr ThreeAnswers RecoveryAnswers{"復元する", "捨てる", "あ�
 inline constexpr std::string_view RecoveryTooMuch =
     "いまの内部データに入りきらないため，復元しませんでした．保存して削除すると，次に起動したときに復元できます．";
 [[nodiscard]] std::string RecoveryNotWritten(std::string_view detail);
+
+// ---- Edits of records
+
+/// Why a text is not taken, at its cell.
+inline constexpr std::string_view LineBreakInText = "改行やタブは入力できません．";
+inline constexpr std::string_view NoSuchSymbol = "そのシンボルは一覧にありません．";
+inline constexpr std::string_view HeightOutOfRange = "高度は-100000 mから100000 mまでの数で入力してください．";
+inline constexpr std::string_view HeadlessLogHasNoName = "見出しのないトラックログには名前を付けられません．";
+inline constexpr std::string_view BusyWithCommand = "ほかの処理が終わってから入力してください．";
+inline constexpr std::string_view RecordIsGone = "この記録はもうありません．";
+[[nodiscard]] std::string TextTooLong(std::size_t bytes);
+[[nodiscard]] std::string NoHeight(std::string_view text);
+/// What a shortening left of the points.
+[[nodiscard]] std::string Shortened(std::size_t before, std::size_t after);
 
 // ---- Dates
 

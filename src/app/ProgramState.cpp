@@ -54,10 +54,8 @@ void ProgramState::Empty(DataKind kind) {
 void ProgramState::EmptyOfChosen(DataKind kind) {
   if (AllChosen(data_, kind)) return Empty(kind);
   if (NoneChosen(data_, kind)) return;
-  const std::vector<std::size_t> indices = ChosenIndices(data_, kind);
-  for (std::size_t i = indices.size(); kind == DataKind::TrackLog && i > 0; --i)
-    SetDateRepairs(RepairsBeside(DateRepairs(), indices[i - 1], 1, 0));
   RemoveChosen(data_, kind);
+  if (kind == DataKind::TrackLog) SetDateRepairs(RepairsStillDue(data_.Logs(), DateRepairs()));
   marks_.full[IndexOf(kind)] = false;
   SetHeldCount(kind, static_cast<int>(data_.Count(kind)));
 }

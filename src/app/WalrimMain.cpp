@@ -22,6 +22,7 @@ WalrimMain::WalrimMain(SerialPort& port, const Clock& clock, EventLoop& event_lo
       garmin_(port, clock, event_loop, desktop),
       deletes_(state_, desktop),
       edits_(state_, desktop),
+      records_(state_, edits_, desktop),
       dates_(state_, garmin_, clock, desktop, dialogs),
       imports_(state_, garmin_, dates_, desktop, dialogs, inet),
       exports_(state_, deletes_, clock, event_loop, desktop, dialogs),

@@ -12,6 +12,7 @@
 #include "app/ImportCommands.h"
 #include "app/NameCommands.h"
 #include "app/ProgramState.h"
+#include "app/RecordCommands.h"
 #include "app/RecoveryCommands.h"
 #include "app/TraceCommands.h"
 #include "app/TraceMemory.h"
@@ -45,6 +46,7 @@ class WalrimMain {
   [[nodiscard]] ExportCommands& Exports() { return exports_; }
   [[nodiscard]] DeleteCommands& Deletes() { return deletes_; }
   [[nodiscard]] EditCommands& Edits() { return edits_; }
+  [[nodiscard]] RecordCommands& Records() { return records_; }
   [[nodiscard]] ExternalCommands& External() { return external_; }
   [[nodiscard]] RecoveryCommands& Recovery() { return recovery_; }
   [[nodiscard]] TraceCommands& Traces() { return traces_; }
@@ -58,6 +60,7 @@ class WalrimMain {
   Garmin garmin_;
   DeleteCommands deletes_;
   EditCommands edits_;
+  RecordCommands records_;
   DateCommands dates_;
   ImportCommands imports_;
   ExportCommands exports_;

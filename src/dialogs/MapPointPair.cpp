@@ -239,4 +239,13 @@ std::optional<MapPoint> PointOfPair(std::string_view text) {
   return point;
 }
 
+std::optional<MapAngle> AngleOfText(std::string_view text) {
+  if (text.size() > LongestPair) return std::nullopt;
+  const std::string normal = Normalized(text);
+  std::string_view rest = TrimBlanks(normal);
+  const auto angle = TakeAngle(rest);
+  if (!angle || !rest.empty()) return std::nullopt;
+  return MapAngle{angle->degrees, angle->direction, angle->direction == 0 && angle->notation == TakeDecimal};
+}
+
 }  // namespace walrim

@@ -1,4 +1,4 @@
-// What the dialog for a point from a map says of a position that it does not take.
+// What the dialog for a point from a map, and a cell with a position, say of one that they do not take.
 #pragma once
 
 #include <string>
@@ -28,5 +28,16 @@ inline constexpr std::string_view LongitudeInDms = "度分秒（DMS形式，例 
 [[nodiscard]] inline std::string NoNegativeDms(std::string_view axis, std::string_view text) {
   return std::string(axis).append("「").append(text).append("」は南緯・西経のため，度分秒（DMS形式）では扱えません．");
 }
+
+// What a cell says of a text that is no position.
+[[nodiscard]] inline std::string NoPosition(std::string_view axis, std::string_view text) {
+  return std::string(axis).append("「").append(text).append(
+      "」は位置として読めません．度（例 35.6252），度分秒（例 "
+      "35°37'30.7\"），地図のリンクのどれかで入力してください．");
+}
+[[nodiscard]] inline std::string OtherAxis(std::string_view axis, std::string_view text) {
+  return std::string("「").append(text).append("」は").append(axis).append("ではありません．");
+}
+inline constexpr std::string_view LinkOffGlobe = "その位置は地球の上にありません．";
 
 }  // namespace walrim::dialog_messages

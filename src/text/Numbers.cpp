@@ -104,6 +104,16 @@ double LeadingNumber(std::string_view text) {
   return negative ? -value : value;
 }
 
+bool IsNumber(std::string_view text) {
+  static_cast<void>(Take(text, '-') || Take(text, '+'));
+  std::size_t digits = TakeDigits(text).size();
+  if (Take(text, '.')) digits += TakeDigits(text).size();
+  if (digits == 0 || text.empty()) return digits > 0;
+  if (!Take(text, 'E') && !Take(text, 'e')) return false;
+  static_cast<void>(Take(text, '-') || Take(text, '+'));
+  return !TakeDigits(text).empty() && text.empty();
+}
+
 long long LeadingInteger(std::string_view text, long long low, long long high) {
   long long whole = 0;
   const char* const end = text.data() + text.size();

@@ -10,6 +10,9 @@ namespace walrim {
 /// e), 0 where there is none or where it fits no double. Never infinite, never NaN; hexadecimal forms are not numbers.
 [[nodiscard]] double LeadingNumber(std::string_view text);
 
+/// Whether text is a number of that form, without blanks, and nothing else. Its value may fit no double.
+[[nodiscard]] bool IsNumber(std::string_view text);
+
 /// LeadingNumber as an integer: rounded down, kept within low..high.
 [[nodiscard]] long long LeadingInteger(std::string_view text, long long low, long long high);
 

@@ -114,15 +114,6 @@ std::vector<DateRepair> DateRepairsBy(const std::vector<TrackLog>& logs, std::si
   });
 }
 
-std::vector<DateRepair> RepairsBeside(std::vector<DateRepair> repairs, std::size_t first, std::size_t removed,
-                                      std::size_t added) {
-  std::erase_if(repairs, [&](const DateRepair& repair) { return repair.log >= first && repair.log < first + removed; });
-  for (DateRepair& repair : repairs) {
-    if (repair.log >= first) repair.log = repair.log - removed + added;
-  }
-  return repairs;
-}
-
 std::vector<DateRepair> RepairsStillDue(const std::vector<TrackLog>& logs, const std::vector<DateRepair>& repairs) {
   std::vector<DateRepair> due;
   std::vector<DateRepair> left = repairs;

@@ -47,10 +47,6 @@ struct DateRepair {
 [[nodiscard]] std::vector<DateRepair> DateRepairsBy(const std::vector<TrackLog>& logs, std::size_t first_log,
                                                     int roll_overs);
 
-/// The repairs that are left where some logs from first on gave way to others: theirs go, and those behind move along.
-[[nodiscard]] std::vector<DateRepair> RepairsBeside(std::vector<DateRepair> repairs, std::size_t first,
-                                                    std::size_t removed, std::size_t added);
-
 /// Those of some repairs whose logs are still there as they were found, with the places that the logs have now.
 [[nodiscard]] std::vector<DateRepair> RepairsStillDue(const std::vector<TrackLog>& logs,
                                                       const std::vector<DateRepair>& repairs);

@@ -43,6 +43,15 @@ TEST_F(CheckedRecords, AreDeletedAndTheOthersAreNot) {
   EXPECT_EQ(desktop.messages, Strings{});
 }
 
+TEST_F(CheckedRecords, AreOneStepWhereTheyAreDeleted) {
+  main.State().KeepSteps();
+  EXPECT_EQ(main.Deletes().Delete(), Outcome::Done);
+  EXPECT_EQ(messages::UndoCaption(main.State().Steps().NextUndo()), "元に戻す：削除（Waypoint 2件）");
+  EXPECT_EQ(main.Edits().Undo(), Outcome::Done);
+  EXPECT_EQ(Idents(), (Strings{"A", "B", "C"}));
+  EXPECT_EQ(ChosenIndices(Data(), DataKind::Waypoint), (std::vector<std::size_t>{0, 2}));
+}
+
 TEST_F(CheckedRecords, AreWhatAutoDeleteDeletes) {
   main.State().Settings().auto_delete = true;
   EXPECT_EQ(main.Exports().Copy(), Outcome::Done);
@@ -82,13 +91,17 @@ TEST_F(CheckedRecords, DoNotConcernAnotherProgramThatDeletesAll) {
 }
 
 TEST_F(CheckedRecords, LeaveTheDatesOfTheOtherLogsToBeRepaired) {
-  for (int i = 0; i < 3; ++i)
+  for (const GarminSeconds time : {1U, 5U, 9U}) {
+    TrackPoint point;
+    point.time = time;
     ASSERT_EQ(Data().Begin(TrackLog{}), AddResult::Stored);
+    ASSERT_EQ(Data().Add(point), AddResult::Stored);
+  }
   main.State().SetHeldCount(DataKind::TrackLog, 3);
-  main.State().SetDateRepairs({{0, 1, 2, 3, 4, 1}, {1, 1, 2, 3, 4, 1}, {2, 5, 6, 7, 8, 1}});
+  main.State().SetDateRepairs({{0, 1, 1, 2, 2, 1}, {1, 5, 5, 6, 6, 1}, {2, 9, 9, 10, 10, 1}});
   EXPECT_EQ(main.Edits().Choose(DataKind::TrackLog, {2}, false), Outcome::Done);
   EXPECT_EQ(main.Deletes().Delete(), Outcome::Done);
-  EXPECT_EQ(main.State().DateRepairs(), (std::vector<DateRepair>{{0, 5, 6, 7, 8, 1}}));
+  EXPECT_EQ(main.State().DateRepairs(), (std::vector<DateRepair>{{0, 9, 9, 10, 10, 1}}));
 }
 
 TEST_F(CheckedRecords, StayAsTheyAreWhileACommandRuns) {

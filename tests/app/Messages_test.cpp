@@ -41,6 +41,18 @@ TEST(AppMessages, OfDownloadsAreWordedSo) {
   EXPECT_EQ(DownloadResultLines({{DataKind::Route, 36, 0, 0, false, false}}), Strings{"Route：受け取れませんでした．"});
 }
 
+TEST(AppMessages, OfEditsAreWordedSo) {
+  EXPECT_EQ(LineBreakInText, "改行やタブは入力できません．");
+  EXPECT_EQ(NoSuchSymbol, "そのシンボルは一覧にありません．");
+  EXPECT_EQ(HeightOutOfRange, "高度は-100000 mから100000 mまでの数で入力してください．");
+  EXPECT_EQ(HeadlessLogHasNoName, "見出しのないトラックログには名前を付けられません．");
+  EXPECT_EQ(BusyWithCommand, "ほかの処理が終わってから入力してください．");
+  EXPECT_EQ(RecordIsGone, "この記録はもうありません．");
+  EXPECT_EQ(TextTooLong(250), "長すぎます．入力できるのは250バイト（漢字やかなは2バイト）までです．");
+  EXPECT_EQ(NoHeight("abc"), "高度「abc」は数として読めません．わからないときは空にしてください．");
+  EXPECT_EQ(Shortened(1000, 100), "ポイントを間引きました：1000点 → 100点");
+}
+
 TEST(AppMessages, OfStepsAreWordedSo) {
   const StepName erased{StepKind::Delete, {{19, 0, 2}, {0, 0, 7}}};
   EXPECT_EQ(UndoCaption(nullptr), "元に戻す");

@@ -19,5 +19,13 @@ TEST(DialogMessages, AreWordedLikeThis) {
   EXPECT_EQ(NoNegativeDms(Longitude, "-180"), "経度「-180」は南緯・西経のため，度分秒（DMS形式）では扱えません．");
 }
 
+TEST(DialogMessages, OfCellsAreWordedLikeThis) {
+  EXPECT_EQ(NoPosition(Latitude, "abc"),
+            "緯度「abc」は位置として読めません．度（例 35.6252），度分秒（例 35°37'30.7\"），地図のリンクのどれかで"
+            "入力してください．");
+  EXPECT_EQ(OtherAxis(Latitude, "E139.2"), "「E139.2」は緯度ではありません．");
+  EXPECT_EQ(LinkOffGlobe, "その位置は地球の上にありません．");
+}
+
 }  // namespace
 }  // namespace walrim

@@ -46,6 +46,13 @@ TEST(LeadingNumber, IsZeroWhereTheNumberFitsNoDouble) {
   EXPECT_EQ(LeadingNumber(std::string(1000, '9')), 0);
 }
 
+TEST(IsNumber, IsWhatLeadingNumberTakesAsAWhole) {
+  for (const char* number : {"0", "12", "-1.5", "+.5", "5.", "1E-05", "1e9", "1e999"})
+    EXPECT_TRUE(IsNumber(number)) << number;
+  for (const char* other : {"", "-", ".", "1x", " 1", "1 ", "1-2", "1.2.3", "e5", "1e", "1e+", "0x1", "inf", "１"})
+    EXPECT_FALSE(IsNumber(other)) << other;
+}
+
 TEST(LeadingNumber, GivesNoNegativeZero) {
   EXPECT_FALSE(std::signbit(LeadingNumber("-0.0")));
 }

@@ -256,19 +256,5 @@ TEST(RollOver, RandomLogsFromBeforeTheFallStay) {
   }
 }
 
-TEST(RepairsBeside, LogsThatGoTakeTheirsAndThoseBehindMove) {
-  const std::vector<DateRepair> repairs{{1, 10, 11, 12, 13, 1}, {3, 20, 21, 22, 23, 1}, {6, 30, 31, 32, 33, 1}};
-  const auto logs = [](const std::vector<DateRepair>& of) {
-    std::vector<std::size_t> numbers;
-    for (const DateRepair& repair : of)
-      numbers.push_back(repair.log);
-    return numbers;
-  };
-  EXPECT_EQ(logs(RepairsBeside(repairs, 3, 1, 0)), (std::vector<std::size_t>{1, 5}));
-  EXPECT_EQ(logs(RepairsBeside(repairs, 2, 0, 2)), (std::vector<std::size_t>{1, 5, 8}));
-  EXPECT_EQ(logs(RepairsBeside(repairs, 0, 2, 1)), (std::vector<std::size_t>{2, 5}));
-  EXPECT_EQ(logs(RepairsBeside(repairs, 7, 1, 0)), (std::vector<std::size_t>{1, 3, 6}));
-}
-
 }  // namespace
 }  // namespace walrim
