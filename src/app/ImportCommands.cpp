@@ -187,6 +187,23 @@ Outcome ImportCommands::ImportPoint(std::string_view text) {
   if (LeadsOffGlobe(text)) return Refuse(messages::OffGlobe);
   if (!point || dialogs_ == nullptr) return Refuse(messages::UnsupportedText());
   ShowClip(*point, garmin_.Protocols().waypoint, clip_);
+  clip_.is_new = false;
+  return AskForPoint();
+}
+
+Outcome ImportCommands::NewWaypoint(const std::optional<MapPlace>& place) {
+  if (state_.Busy()) return Outcome::Busy;
+  if (dialogs_ == nullptr) return Outcome::Refused;
+  const UndoStep step(state_, StepKind::NewRecord);
+  const MapPlace at = place.value_or(MapPlace{});
+  ShowClip({at.lat_deg, at.lon_deg, Datum::Wgs84, {}, {}}, garmin_.Protocols().waypoint, clip_);
+  clip_.is_new = true;
+  // Without a place there is none to begin with.
+  if (!place) clip_.lat = clip_.lon = "";
+  return AskForPoint();
+}
+
+Outcome ImportCommands::AskForPoint() {
   const BusyGuard guard(state_);
   last_import_ = {};
   const auto waypoint = dialogs_->ShowClipProAtlas(clip_);

@@ -1,6 +1,7 @@
 // The commands that read data into the data set, wherever they come from.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
 #include "dialogs/ClipProAtlas.h"
+#include "dialogs/GeoLink.h"
 #include "formats/Format.h"
 #include "formats/ImportResult.h"
 #include "platform/Desktop.h"
@@ -31,6 +33,9 @@ class ImportCommands {
   Outcome Paste();
   /// The same for a text that was typed or dropped.
   Outcome ImportTyped(const std::string& text);
+
+  /// Asks for a new waypoint, at a place where one is given.
+  Outcome NewWaypoint(const std::optional<MapPlace>& place);
 
   /// Reads a file ("-": standard input).
   Outcome ImportFile(const std::string& path);
@@ -53,6 +58,8 @@ class ImportCommands {
   Outcome ImportFileLink(const std::string& link);
   Outcome FetchLink(const std::string& link);
   Outcome ImportPoint(std::string_view text);
+  /// Lets the user complete what the dialog holds, and takes it in.
+  Outcome AskForPoint();
   /// Takes a point in that was completed in the dialog.
   Outcome TakePoint(const ClipWaypoint& clip);
 

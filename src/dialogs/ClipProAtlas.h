@@ -30,6 +30,7 @@ struct ClipProAtlas {
   std::vector<CodeEntry> dspl_entries;
   AngleNotation notation = AngleNotation::D;  ///< of lat and lon: D or DMS
   Datum datum = Datum::Wgs84;                 ///< of the position
+  bool is_new = false;                        ///< the point comes from the user, not from a map
 };
 
 /// A completed waypoint; the position is on WGS84.

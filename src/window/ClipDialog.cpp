@@ -45,11 +45,12 @@ ClipDialog::ClipDialog(ClipProAtlas& clip, QWidget* parent)
       smbl_(MakeComboBox("SmblType", "シンボル")),
       dspl_(MakeComboBox("DsplType", "受信機での表示")) {
   setObjectName("ClipProAtlas");
-  setWindowTitle(QString::fromUtf8("地図からの地点"));
+  setWindowTitle(QString::fromUtf8(clip.is_new ? "新しいウェイポイント" : "地図からの地点"));
   Build();
   ShowClip();
-  ident_->setFocus();
-  ident_->selectAll();
+  QLineEdit* first = clip.lat.empty() ? lat_ : ident_;
+  first->setFocus();
+  first->selectAll();
 }
 
 void ClipDialog::Build() {

@@ -36,6 +36,7 @@
 #include "window/ElidedLabel.h"
 #include "window/Messages.h"
 #include "window/RecordTables.h"
+#include "window/RowMenu.h"
 #include "window/SettingsPanel.h"
 #include "window/TransferPanel.h"
 #include "window/UndoMenu.h"
@@ -238,6 +239,8 @@ void MainWindow::BuildEditMenu() {
   edit->addSeparator();
   AddAction(*edit, "削除(&D)", {}, *data_panel_->remove);
   edit->addSeparator();
+  row_menu_ = new RowMenu(*edit, main_, *records_, [this](const auto& command) { Run(command); });
+  edit->addSeparator();
   fix_dates_ =
       AddCommand(*edit, "FixDates", "日付を直す(&F)...", [this] { Run([this] { main_.Dates().FixDates(); }); });
 }
@@ -290,6 +293,9 @@ void MainWindow::ConnectButtons() {
           [this](const MapPage& page, const MapPlace& place) { OpenOnMap(desktop_, page, place); });
   connect(records_, &RecordTables::GeoLinkChosen, this,
           [this](const MapPlace& place) { CopyGeoLink(desktop_, place); });
+  records_->SetEditCell([this](DataKind kind, const RecordPlace& place, EditField field, const std::string& text) {
+    return main_.Records().EditCell(kind, place, field, text);
+  });
   connect(records_, &RecordTables::CheckChosen, this, [this](DataKind kind, const auto& indices, bool checked) {
     static_cast<void>(main_.Edits().Choose(kind, indices, checked));
     ShowControls();
@@ -439,6 +445,7 @@ void MainWindow::ShowControls() {
   for (QAction* action : command_actions_)
     action->setEnabled(!command_runs_);
   undo_menu_->ShowState(command_runs_);
+  row_menu_->ShowState(command_runs_);
   setWindowModified(AnyOf(main_.State().UnsavedKinds()));
   fix_dates_->setEnabled(!command_runs_ && !main_.State().DateRepairs().empty());
   cancel_action_->setEnabled(main_.State().CancelEnabled());

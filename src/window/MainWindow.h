@@ -32,6 +32,7 @@ class DataPanel;
 class DoctorPanel;
 class ElidedLabel;
 class RecordTables;
+class RowMenu;
 class TransferPanel;
 class UndoMenu;
 
@@ -158,6 +159,7 @@ class MainWindow : public QMainWindow {
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;
   UndoMenu* undo_menu_ = nullptr;
+  RowMenu* row_menu_ = nullptr;
   QAction* fix_dates_ = nullptr;
   QMenu* recent_files_ = nullptr;
   QAction* keep_settings_ = nullptr;

@@ -79,6 +79,7 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   }
   switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
       return ShownText(ref, index.column());
     case Qt::DecorationRole:
       return Picture(ref, index.column());
@@ -171,14 +172,22 @@ QVariant RecordModel::CheckMark(RowRef ref, int column, int role) const {
 }
 
 Qt::ItemFlags RecordModel::flags(const QModelIndex& index) const {
-  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-  return HasChecks() && index.column() == CheckColumn ? flags | Qt::ItemIsUserCheckable : flags;
+  Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  if (!index.isValid()) return flags;
+  flags.setFlag(Qt::ItemIsUserCheckable, HasChecks() && index.column() == CheckColumn);
+  flags.setFlag(Qt::ItemIsEditable, FieldOf(index.column()).has_value() && Holds(RefOf(index.row())));
+  return flags;
 }
 
 bool RecordModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::CheckStateRole || !flags(index).testFlag(Qt::ItemIsUserCheckable)) return false;
   Q_EMIT CheckChosen({RefOf(index.row()).record}, value.toInt() == static_cast<int>(Qt::Checked));
   return true;
+}
+
+int RecordModel::RowAt(RowRef ref) const {
+  const auto found = std::ranges::find(rows_, ref);
+  return found != rows_.end() ? static_cast<int>(found - rows_.begin()) : -1;
 }
 
 bool RecordModel::CheckedAt(int row) const {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "app/CellEdits.h"
 #include "dialogs/GeoLink.h"
 #include "formats/StandardFile.h"
 #include "records/DataSet.h"
@@ -48,6 +49,13 @@ struct ShownForm {
 struct ColumnHead {
   const char* title;
   CellKind kind;
+  std::optional<EditField> field{};  ///< what its cells edit; nothing where they only show
+};
+
+/// A waypoint's symbol, by its number among those of a type.
+struct ShownSymbol {
+  WaypointType type = WaypointType::D108;
+  int code = 0;
 };
 
 /// Rows that the view knows may lose their record while a transfer runs: they are empty then, until Refresh.
@@ -73,13 +81,19 @@ class RecordModel : public QAbstractTableModel {
   /// The same at once.
   void ShowRecords(std::vector<int> records);
 
-  /// The first column carries the check of a record.
+  /// The first column carries the check of a record; cells of a field can be edited.
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   /// Of checks alone: asks for one by CheckChosen. False where the cell has none.
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   /// Whether the rows have checks. Those of points have none.
   [[nodiscard]] virtual bool HasChecks() const { return false; }
   [[nodiscard]] bool CheckedAt(int row) const;
+
+  [[nodiscard]] std::optional<EditField> FieldOf(int column) const { return Head(column).field; }
+  /// Of a row of a waypoint that is held.
+  [[nodiscard]] virtual ShownSymbol SymbolAt(int /*row*/) const { return {}; }
+  /// The row of a reference; -1 where it is not shown.
+  [[nodiscard]] int RowAt(RowRef ref) const;
 
   [[nodiscard]] RowRef RefOf(int row) const { return rows_.at(static_cast<std::size_t>(row)); }
   /// Appends the row as standard lines, each with CR LF; nothing where its record is gone.

@@ -85,18 +85,18 @@ int SymbolOf(W row) {
 
 constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
     {{"番号", CellKind::Number}, [](W row, F) { return row.number; }, [](W row, F) { return Number(row.place); }},
-    {{"名前", CellKind::Text}, [](W row, F) { return row.waypoint.ident; }},
-    {{"緯度", CellKind::Angle},
+    {{"名前", CellKind::Text, EditField::Name}, [](W row, F) { return row.waypoint.ident; }},
+    {{"緯度", CellKind::Angle, EditField::Latitude},
      [](W row, F form) { return AngleText(Shown(row.waypoint, form).latitude_deg, form); },
      [](W row, F form) { return Number(Shown(row.waypoint, form).latitude_deg); }},
-    {{"経度", CellKind::Angle},
+    {{"経度", CellKind::Angle, EditField::Longitude},
      [](W row, F form) { return AngleText(Shown(row.waypoint, form).longitude_deg, form); },
      [](W row, F form) { return Number(Shown(row.waypoint, form).longitude_deg); }},
-    {{"高度 m", CellKind::Number},
+    {{"高度 m", CellKind::Number, EditField::Height},
      [](W row, F) { return MetresText(row.waypoint.alt_m); },
      [](W row, F) { return Number(row.waypoint.alt_m); }},
-    {{"コメント", CellKind::Text}, [](W row, F) { return row.waypoint.cmnt; }},
-    {{"シンボル", CellKind::NamedCode},
+    {{"コメント", CellKind::Text, EditField::Comment}, [](W row, F) { return row.waypoint.cmnt; }},
+    {{"シンボル", CellKind::NamedCode, EditField::Symbol},
      [](W row, F) { return CodeText(SymbolNames(row.waypoint.type), SymbolOf(row)); },
      [](W row, F) { return Number(SymbolOf(row)); },
      [](W row) { return SymbolIcon(row.waypoint.type, SymbolOf(row)); }},
@@ -118,7 +118,7 @@ constexpr RecordColumn<RouteRow> RouteColumns[] = {
     {{"番号", CellKind::Number},
      [](R row, F) { return std::to_string(row.route.nmbr); },
      [](R row, F) { return Number(row.route.nmbr); }},
-    {{"コメント", CellKind::Text}, [](R row, F) { return row.route.cmnt; }},
+    {{"コメント", CellKind::Text, EditField::Comment}, [](R row, F) { return row.route.cmnt; }},
     {{"点数", CellKind::Number},
      [](R row, F) { return std::to_string(row.route.points.size()); },
      [](R row, F) { return Number(row.route.points.size()); }}};
@@ -131,7 +131,7 @@ constexpr RecordColumn<TrackRow> TrackColumns[] = {
     {{"番号", CellKind::Number},
      [](T row, F) { return std::to_string(row.number); },
      [](T row, F) { return Number(row.number); }},
-    {{"名前", CellKind::Text}, [](T row, F) { return row.log.trk_ident; }},
+    {{"名前", CellKind::Text, EditField::Name}, [](T row, F) { return row.log.trk_ident; }},
     {{"点数", CellKind::Number},
      [](T row, F) { return std::to_string(row.log.points.size()); },
      [](T row, F) { return Number(row.log.points.size()); }},
@@ -156,16 +156,16 @@ constexpr RecordColumn<TrackPointRow> TrackPointColumns[] = {
     {{"番号", CellKind::Number},
      [](P row, F) { return std::to_string(row.log_number) + "-" + std::to_string(row.number); },
      [](P row, F) { return Number(row.log_number * PlacesPerRecord + row.number); }},
-    {{"緯度", CellKind::Angle},
+    {{"緯度", CellKind::Angle, EditField::Latitude},
      [](P row, F form) { return AngleText(Shown(row.point, form).latitude_deg, form); },
      [](P row, F form) { return Number(Shown(row.point, form).latitude_deg); }},
-    {{"経度", CellKind::Angle},
+    {{"経度", CellKind::Angle, EditField::Longitude},
      [](P row, F form) { return AngleText(Shown(row.point, form).longitude_deg, form); },
      [](P row, F form) { return Number(Shown(row.point, form).longitude_deg); }},
     {{"日時", CellKind::Time},
      [](P row, F form) { return TimeText(row.point.time, form); },
      [](P row, F) { return Number(row.point.time); }},
-    {{"高度 m", CellKind::Number},
+    {{"高度 m", CellKind::Number, EditField::Height},
      [](P row, F) { return MetresText(row.point.alt_m); },
      [](P row, F) { return Number(row.point.alt_m); }},
     {{"水深 m", CellKind::Number},
@@ -177,6 +177,10 @@ constexpr RecordColumn<TrackPointRow> TrackPointColumns[] = {
     {{"新区間", CellKind::Truth},
      [](P row, F) { return TruthText(row.point.new_trk); },
      [](P row, F) { return TruthNumber(row.point.new_trk); }}};
+
+ShownSymbol SymbolOfRow(const std::optional<WaypointRow>& row) {
+  return row ? ShownSymbol{row->waypoint.type, SymbolOf(*row)} : ShownSymbol{};
+}
 
 /// A row for each record of a vector whose first one has a number.
 template <typename Record>
@@ -240,6 +244,10 @@ std::optional<WaypointRow> WaypointModel::RowOf(RowRef ref) const {
   return WaypointRow{std::to_string(ref.record), double(ref.record), *waypoint};
 }
 
+ShownSymbol WaypointModel::SymbolAt(int row) const {
+  return SymbolOfRow(RowOf(RefOf(row)));
+}
+
 std::optional<MapPlace> WaypointModel::PlaceOf(RowRef ref) const {
   return PlaceOfPosition(RowOf(ref)->waypoint);
 }
@@ -282,6 +290,10 @@ std::optional<WaypointRow> RoutePointModel::RowOf(RowRef ref) const {
   const int number = ref.point + 1;
   return WaypointRow{std::to_string(route->nmbr) + "-" + std::to_string(number), route->nmbr * PlacesPerRecord + number,
                      route->points[ref.point].waypoint};
+}
+
+ShownSymbol RoutePointModel::SymbolAt(int row) const {
+  return SymbolOfRow(RowOf(RefOf(row)));
 }
 
 std::optional<MapPlace> RoutePointModel::PlaceOf(RowRef ref) const {

@@ -107,6 +107,7 @@ class WaypointModel : public ModelOf<WaypointRow> {
   WaypointModel(const DataSet& data, QObject* parent);
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::Waypoint}; }
   [[nodiscard]] bool HasChecks() const override { return true; }
+  [[nodiscard]] ShownSymbol SymbolAt(int row) const override;
 
  protected:
   [[nodiscard]] bool IsDamaged(RowRef ref) const override { return RowOf(ref)->waypoint.damaged; }
@@ -139,6 +140,7 @@ class RoutePointModel : public ModelOf<WaypointRow> {
  public:
   RoutePointModel(const DataSet& data, QObject* parent);
   [[nodiscard]] std::vector<StandardLine> CopiedLines() const override { return {StandardLine::RoutePoint}; }
+  [[nodiscard]] ShownSymbol SymbolAt(int row) const override;
 
  protected:
   [[nodiscard]] bool IsDamaged(RowRef ref) const override { return RowOf(ref)->waypoint.damaged; }

@@ -45,6 +45,7 @@ RecordTables::RecordTables(const DataSet& data_set, QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(tabs_);
+  connect(tabs_, &QTabWidget::currentChanged, this, &RecordTables::SelectionMayDiffer);
 
   AddPage(DataKind::Waypoint, QStringLiteral("ウェイポイント"));
   AddPage(DataKind::Route, QStringLiteral("ルート"));
@@ -89,15 +90,80 @@ void RecordTables::BuildTables(DataKind kind) {
   if (page.points != nullptr) ConnectPoints(kind);
   for (RecordView* view : {page.record_view, page.point_view}) {
     if (view == nullptr) continue;
-    view->SetWithHeader(with_header_);
-    view->SetUserWidths(widths_.value(view->objectName()).toMap());
-    connect(view, &RecordView::MapChosen, this, &RecordTables::MapChosen);
-    connect(view, &RecordView::GeoLinkChosen, this, &RecordTables::GeoLinkChosen);
+    ConnectView(kind, *view);
   }
   connect(page.records, &RecordModel::CheckChosen, this, [this, kind](const std::vector<int>& records, bool checked) {
     Q_EMIT CheckChosen(kind, IndicesOf(kind, records), checked);
   });
 }
+
+void RecordTables::ConnectView(DataKind kind, RecordView& view) {
+  const bool of_points = &view == PageOf(kind).point_view;
+  view.SetWithHeader(with_header_);
+  view.SetUserWidths(widths_.value(view.objectName()).toMap());
+  view.addActions(row_actions_);
+  view.SetEditCell([this, kind, of_points](RowRef ref, EditField field, const std::string& text) {
+    return edit_cell_ ? edit_cell_(kind, PlaceOf(kind, ref, of_points), field, text) : std::string();
+  });
+  connect(&view, &RecordView::MapChosen, this, &RecordTables::MapChosen);
+  connect(&view, &RecordView::GeoLinkChosen, this, &RecordTables::GeoLinkChosen);
+  connect(&view, &RecordView::SelectionMayDiffer, this, &RecordTables::SelectionMayDiffer);
+}
+
+// ---- What is chosen
+
+std::vector<std::size_t> RecordSelection::Records() const {
+  std::vector<std::size_t> records(places.size());
+  std::ranges::transform(places, records.begin(), &RecordPlace::record);
+  records.erase(std::unique(records.begin(), records.end()), records.end());
+  return records;
+}
+
+DataKind RecordTables::CurrentKind() const {
+  return AllDataKinds.at(static_cast<std::size_t>(tabs_->currentIndex()));
+}
+
+int RecordTables::FirstNumber(DataKind kind) const {
+  return kind == DataKind::TrackLog ? data_set_.FirstLogNumber() : 1;
+}
+
+RecordPlace RecordTables::PlaceOf(DataKind kind, RowRef ref, bool of_points) const {
+  const auto record = static_cast<std::size_t>(ref.record - FirstNumber(kind));
+  return {record, of_points ? std::optional<std::size_t>(ref.point) : std::nullopt};
+}
+
+RecordView* RecordTables::ActiveView() const {
+  const Page& page = pages_.at(IndexOf(CurrentKind()));
+  const QWidget* focus = window()->focusWidget();
+  const bool in_points = page.point_view != nullptr && focus != nullptr &&
+                         (page.point_view == focus || page.point_view->isAncestorOf(focus));
+  return in_points ? page.point_view : page.record_view;
+}
+
+RecordSelection RecordTables::Selection() const {
+  RecordSelection selection{CurrentKind(), false, {}};
+  const RecordView* view = ActiveView();
+  if (view == nullptr) return selection;
+  selection.of_points = view == pages_.at(IndexOf(selection.kind)).point_view;
+  const std::vector<RowRef> refs = view->SelectedRefs();
+  selection.places.resize(refs.size());
+  std::ranges::transform(refs, selection.places.begin(),
+                         [&](RowRef ref) { return PlaceOf(selection.kind, ref, selection.of_points); });
+  return selection;
+}
+
+void RecordTables::Select(const RecordSelection& selection) {
+  RecordView* view = ActiveView();
+  if (view == nullptr) return;
+  std::vector<RowRef> refs(selection.places.size());
+  std::ranges::transform(selection.places, refs.begin(), [&](const RecordPlace& place) {
+    const auto record = place.record + static_cast<std::size_t>(FirstNumber(selection.kind));
+    return RowRef{static_cast<std::uint16_t>(record), static_cast<std::uint16_t>(place.point.value_or(0))};
+  });
+  view->SelectRefs(refs);
+}
+
+// ---- Points and counts
 
 void RecordTables::ConnectPoints(DataKind kind) {
   connect(PageOf(kind).record_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -111,7 +177,7 @@ void RecordTables::ShowPointsOf(DataKind kind) {
 }
 
 std::vector<std::size_t> RecordTables::IndicesOf(DataKind kind, const std::vector<int>& records) const {
-  const int first = kind == DataKind::TrackLog ? data_set_.FirstLogNumber() : 1;
+  const int first = FirstNumber(kind);
   std::vector<std::size_t> indices(records.size());
   std::ranges::transform(records, indices.begin(),
                          [first](int record) { return static_cast<std::size_t>(record - first); });
@@ -134,6 +200,7 @@ void RecordTables::Refresh(const ShownForm& form) {
     ShowCount(kind);
   }
   ShowFirstHeld();
+  Q_EMIT SelectionMayDiffer();
 }
 
 /// What comes first is shown, whatever page was there to wait for it.

@@ -4,7 +4,12 @@
 #include <QVariantMap>
 #include <QWidget>
 #include <array>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "app/RecordCommands.h"
 #include "dialogs/MapPages.h"
 #include "records/DataSet.h"
 #include "window/RecordModel.h"
@@ -16,6 +21,16 @@ namespace walrim {
 
 class RecordView;
 
+/// The rows that are chosen in the table that the user works with.
+struct RecordSelection {
+  DataKind kind = DataKind::Waypoint;
+  bool of_points = false;  ///< the table shows points
+  std::vector<RecordPlace> places;
+
+  /// The records, each once.
+  [[nodiscard]] std::vector<std::size_t> Records() const;
+};
+
 class RecordTables : public QWidget {
   Q_OBJECT
 
@@ -26,6 +41,19 @@ class RecordTables : public QWidget {
   /// Shows what changed; to be called after every change of the data or of settings. In between the tables may be used
   /// and painted whatever happens to the data.
   void Refresh(const ShownForm& form);
+  /// Takes what is typed into a cell. Why it is not taken; empty where it is.
+  using EditCell =
+      std::function<std::string(DataKind kind, const RecordPlace& place, EditField field, const std::string& text)>;
+  void SetEditCell(EditCell edit_cell) { edit_cell_ = std::move(edit_cell); }
+  /// Actions for the menus of the rows of all tables.
+  void SetRowActions(QList<QAction*> row_actions) { row_actions_ = std::move(row_actions); }
+  [[nodiscard]] RecordSelection Selection() const;
+  /// Chooses other rows in the same table.
+  void Select(const RecordSelection& selection);
+  /// The table that the user works with: the one with the focus, else the records of the page; null while the page has
+  /// none.
+  [[nodiscard]] RecordView* ActiveView() const;
+
   /// Title lines in front of copied lines.
   void SetWithHeader(bool on);
   /// The widths that the user has given columns, by the names of the tables. Those of tables that have not been shown
@@ -37,6 +65,8 @@ class RecordTables : public QWidget {
   /// As of RecordView.
   void MapChosen(const MapPage& page, const MapPlace& place);
   void GeoLinkChosen(const MapPlace& place);
+  /// Selection gives another answer, perhaps.
+  void SelectionMayDiffer();
   /// Records, by their indices, are to be checked or not.
   void CheckChosen(DataKind kind, const std::vector<std::size_t>& indices, bool checked);
 
@@ -55,6 +85,11 @@ class RecordTables : public QWidget {
   [[nodiscard]] QWidget* NewTables(DataKind kind);
   void BuildTables(DataKind kind);
   Page& PageOf(DataKind kind) { return pages_[IndexOf(kind)]; }
+  void ConnectView(DataKind kind, RecordView& view);
+  [[nodiscard]] DataKind CurrentKind() const;
+  /// The number of the first record of a kind.
+  [[nodiscard]] int FirstNumber(DataKind kind) const;
+  [[nodiscard]] RecordPlace PlaceOf(DataKind kind, RowRef ref, bool of_points) const;
   [[nodiscard]] std::vector<std::size_t> IndicesOf(DataKind kind, const std::vector<int>& records) const;
   void ConnectPoints(DataKind kind);
   void ShowPointsOf(DataKind kind);
@@ -64,6 +99,8 @@ class RecordTables : public QWidget {
   const DataSet& data_set_;
   QTabWidget* tabs_;
   std::array<Page, DataKindCount> pages_;
+  EditCell edit_cell_;
+  QList<QAction*> row_actions_;
   bool with_header_ = false;
   bool any_held_ = false;
   QVariantMap widths_;

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStyle>
+#include <QToolTip>
 #include <algorithm>
 #include <numeric>
 #include <string>
@@ -19,6 +20,7 @@ namespace {
 constexpr int SampledRows = 64;
 constexpr int WidestColumn = 28;  ///< in widths of a full character
 constexpr int RowMargin = 6;
+constexpr int RefusalShown_ms = 15000;
 
 bool IsCopyKey(const QEvent* event) {
   return static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Copy);
@@ -33,13 +35,18 @@ bool IsMenuKey(const QKeyEvent& event) {
 }  // namespace
 
 RecordView::RecordView(RecordModel* model, const QString& name, QWidget* parent)
-    : QTableView(parent), model_(*model), fitted_widths_(static_cast<std::size_t>(model->columnCount())) {
+    : QTableView(parent),
+      model_(*model),
+      delegate_(new CellDelegate(*model, this)),
+      fitted_widths_(static_cast<std::size_t>(model->columnCount())) {
   model->setParent(this);
   setObjectName(name);
   setAccessibleName(name);
   SetUpRows();
   SetUpTitles();
   setModel(model);
+  setItemDelegate(delegate_);
+  setEditTriggers(DoubleClicked | EditKeyPressed);
   FollowModel();
   AddCopyAction();
   if (model_.HasChecks()) AddCheckActions();
@@ -81,6 +88,69 @@ void RecordView::AddCopyAction() {
   copy->setShortcutContext(Qt::WidgetShortcut);
   connect(copy, &QAction::triggered, this, &RecordView::CopyRows);
   addAction(copy);
+}
+
+// ---- Editing
+
+void RecordView::EditCurrentCell() {
+  QModelIndex index = currentIndex();
+  for (int column = 0; index.isValid() && column < model_.columnCount(); ++column) {
+    if (index.flags().testFlag(Qt::ItemIsEditable)) break;
+    index = index.siblingAtColumn(column);
+  }
+  if (!index.flags().testFlag(Qt::ItemIsEditable)) return;
+  setCurrentIndex(index);
+  edit(index);
+}
+
+void RecordView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  const bool given_up = hint == QAbstractItemDelegate::RevertModelCache;
+  if (given_up || !delegate_->IsRefused(editor)) return QTableView::closeEditor(editor, hint);
+  const QPoint below = editor->mapToGlobal(editor->rect().bottomLeft());
+  QToolTip::showText(below, delegate_->Refusal(), editor, {}, RefusalShown_ms);
+}
+
+void RecordView::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  Q_EMIT SelectionMayDiffer();
+}
+
+void RecordView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  Q_EMIT SelectionMayDiffer();
+}
+
+std::vector<RowRef> RecordView::SelectedRefs() const {
+  const std::vector<int> rows = SelectedRows();
+  std::vector<RowRef> refs(rows.size());
+  std::ranges::transform(rows, refs.begin(), [this](int row) { return model_.RefOf(row); });
+  std::sort(refs.begin(), refs.end());
+  return refs;
+}
+
+void RecordView::SelectRefs(const std::vector<RowRef>& refs) {
+  QItemSelection selection;
+  for (const RowRef ref : refs) {
+    const int row = model_.RowAt(ref);
+    if (row >= 0) selection.select(model_.index(row, 0), model_.index(row, model_.columnCount() - 1));
+  }
+  if (selection.isEmpty()) return;
+  const QModelIndex current = selection.indexes().front();
+  selectionModel()->setCurrentIndex(current.siblingAtColumn(currentIndex().column()), QItemSelectionModel::NoUpdate);
+  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+std::optional<MapPlace> RecordView::CurrentPlace() const {
+  return currentIndex().isValid() ? model_.PlaceAt(currentIndex().row()) : std::nullopt;
+}
+
+int RecordView::FirstSelectedRow() const {
+  const std::vector<int> rows = SelectedRows();
+  return rows.empty() ? 0 : rows.front();
+}
+
+void RecordView::SelectRowNear(int row) {
+  if (model_.rowCount() > 0) selectRow(std::clamp(row, 0, model_.rowCount() - 1));
 }
 
 // ---- Checks
@@ -134,7 +204,9 @@ void RecordView::ShowMenu(const QModelIndex& index, const QPoint& global_at) {
   if (QApplication::activePopupWidget() != nullptr) return;
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addActions(actions());
+  for (QAction* action : actions()) {
+    if (action->isEnabled()) menu->addAction(action);
+  }
   menu->addSeparator();
   AddPlaceActions(*menu, index.isValid() ? model_.PlaceAt(index.row()) : std::nullopt);
   menu->popup(global_at);

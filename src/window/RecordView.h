@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "dialogs/MapPages.h"
+#include "window/CellDelegate.h"
 #include "window/RecordModel.h"
 
 class QMenu;
@@ -29,6 +30,19 @@ class RecordView : public QTableView {
   void SetUserWidths(const QVariantMap& widths);
   /// Copies the chosen rows, in the order they are shown, as standard lines. Without any the clipboard stays.
   void CopyRows() const;
+  /// Takes what is typed into cells.
+  void SetEditCell(CellDelegate::EditCell edit_cell) { delegate_->SetEditCell(std::move(edit_cell)); }
+  /// Opens the editor of the current cell; where that only shows, of the first in its row that can be edited.
+  void EditCurrentCell();
+  /// What the chosen rows show, in rising order.
+  [[nodiscard]] std::vector<RowRef> SelectedRefs() const;
+  void SelectRefs(const std::vector<RowRef>& refs);
+  /// Where the current row's record lies, where that is known.
+  [[nodiscard]] std::optional<MapPlace> CurrentPlace() const;
+  /// The uppermost chosen row; 0 without any.
+  [[nodiscard]] int FirstSelectedRow() const;
+  /// Chooses a row, or the last one where there are fewer.
+  void SelectRowNear(int row);
   /// The records of the chosen rows, each once, in rising order.
   [[nodiscard]] std::vector<int> SelectedRecords() const;
 
@@ -36,6 +50,8 @@ class RecordView : public QTableView {
   /// A record's place is to be opened on a map. page outlives the program.
   void MapChosen(const MapPage& page, const MapPlace& place);
   void GeoLinkChosen(const MapPlace& place);
+  /// Rows were chosen, or the table got the focus.
+  void SelectionMayDiffer();
 
  protected:
   bool event(QEvent* event) override;
@@ -43,6 +59,10 @@ class RecordView : public QTableView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  /// An editor whose text was refused stays open and says why, unless it is given up.
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
   void SetUpRows();
@@ -64,6 +84,7 @@ class RecordView : public QTableView {
   void FitColumns();
 
   RecordModel& model_;
+  CellDelegate* delegate_;
   bool with_header_ = false;
   bool fitting_ = false;
   std::vector<int> fitted_widths_;

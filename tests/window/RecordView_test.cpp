@@ -99,7 +99,11 @@ class RecordMenuTest : public WindowTest {
   }
 
   using Strings = std::vector<std::string>;
-  const QStringList without_place{"行をコピー", "すべて選ぶ", "すべて外す", "選択した行だけ"};
+  /// Whatever the rows are; with a row chosen; with one whose points have an order.
+  const QStringList without_row{"行をコピー", "すべて選ぶ", "すべて外す", "選択した行だけ",
+                                "新しいウェイポイント(&N)..."};
+  const QStringList without_place = without_row + QStringList{"セルを編集(&I)", "選んだ行を削除(&L)"};
+  const QStringList of_ways = without_place + QStringList{"逆順にする(&B)"};
   Browser browser;
 };
 
@@ -180,10 +184,11 @@ TEST_F(RecordMenuTest, WhereNoPlaceIsKnownOnlyTheCopyOfRowsIsOffered) {
 }
 
 TEST_F(RecordMenuTest, RoutesAndLogsAreNoPlaceNorIsWhatLiesBesideTheRows) {
-  EXPECT_EQ(Offered(RightClick(Table("RouteTable", DataKind::Route), 0)), without_place);
-  EXPECT_EQ(Offered(RightClick(Table("TrackTable", DataKind::TrackLog), 0)), without_place);
+  EXPECT_EQ(Offered(RightClick(Table("RouteTable", DataKind::Route), 0)), of_ways);
+  EXPECT_EQ(Offered(RightClick(Table("TrackTable", DataKind::TrackLog), 0)),
+            of_ways + QStringList{"ポイントを間引く(&M)..."});
   const QPoint below = Waypoints().viewport()->rect().bottomLeft() + QPoint(5, -5);
-  EXPECT_EQ(Offered(RightClick(Waypoints(), below)), without_place);
+  EXPECT_EQ(Offered(RightClick(Waypoints(), below)), without_row);
 }
 
 TEST_F(RecordMenuTest, TheMenuCopiesTheChosenRowsAsTheKeyDoes) {
