@@ -31,6 +31,7 @@ SymbolBox::SymbolBox(WaypointType type, QWidget* parent) : QComboBox(parent) {
   setEditable(true);
   setInsertPolicy(NoInsert);
   setMaxVisibleItems(ShownEntries);
+  setSizeAdjustPolicy(AdjustToContents);
   for (const NamedCode& symbol : SymbolNames(type))
     addItem(SymbolIcon(type, symbol.code), EntryText(type, symbol), symbol.code);
   completer()->setFilterMode(Qt::MatchContains);

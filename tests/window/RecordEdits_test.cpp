@@ -253,8 +253,10 @@ TEST_F(RecordEditsTest, ASymbolThatIsNotOneAloneIsRefused) {
 }
 
 TEST_F(RecordEditsTest, TheListOfSymbolsShowsPicturesAndFilters) {
-  auto& box = Open<SymbolBox>(Waypoints(), 0, Symbol);
+  RecordView& table = Waypoints();
+  auto& box = Open<SymbolBox>(table, 0, Symbol);
   EXPECT_EQ(box.count(), 141);
+  EXPECT_GT(box.width(), table.columnWidth(Symbol));
   EXPECT_EQ(box.currentText(), "点 / waypoint dot / Waypoint");
   EXPECT_FALSE(box.itemIcon(box.currentIndex()).isNull());
   QCoreApplication::processEvents();
@@ -267,7 +269,7 @@ TEST_F(RecordEditsTest, TheListOfSymbolsShowsPicturesAndFilters) {
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(0, 0)).center());
   QCoreApplication::processEvents();
   EXPECT_EQ(Data().Waypoints()[0].smbl, 151);
-  EXPECT_FALSE(IsEditing(Waypoints()));
+  EXPECT_FALSE(IsEditing(table));
 }
 
 // ---- Rows
