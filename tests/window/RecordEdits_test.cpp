@@ -194,8 +194,15 @@ TEST_F(RecordEditsTest, ATextThatIsLeftIsTakenAndARefusedOneStays) {
 }
 
 TEST_F(RecordEditsTest, WhatIsHandedOverUnchangedIsNoEdit) {
+  // On another datum, what is shown read back is another place by some centimetres.
+  auto& datum = Get<QComboBox>("Datum");
+  datum.setFocus();
+  QTest::keyClick(&datum, Qt::Key_Down);
   QLineEdit& line = Open(Waypoints(), 0, Latitude);
+  ASSERT_NE(line.text(), "35.5");
   Press(line, Qt::Key_Return);
+  EXPECT_FALSE(IsEditing(Waypoints()));
+  EXPECT_EQ(Data().Waypoints()[0].lat_deg, 35.5);
   EXPECT_FALSE(Get<QAction>("Undo").text().contains("編集"));
 }
 
