@@ -389,8 +389,15 @@ void MainWindow::EndCommand() {
 
 void MainWindow::KeepRecovery() {
   main_.Recovery().Keep();
+  AwaitRecovery();
+}
+
+/// Edits of cells are no commands of the window's; what they change is kept by the timer.
+void MainWindow::AwaitRecovery() {
   const auto due = main_.Recovery().DueIn();
-  if (due) recovery_timer_.start(std::chrono::ceil<std::chrono::milliseconds>(*due));
+  if (due && !recovery_timer_.isActive()) {
+    recovery_timer_.start(std::chrono::ceil<std::chrono::milliseconds>(*due));
+  }
 }
 
 void MainWindow::OfferRecovery() {
@@ -429,6 +436,7 @@ std::int32_t MainWindow::RunExternalCommand(const std::string& command, const st
 // ---- Showing
 
 void MainWindow::ShowControls() {
+  AwaitRecovery();
   binder_.Show();
   data_panel_->ShowState(command_runs_);
   doctor_panel_->ShowState(main_.Doctor(), command_runs_);

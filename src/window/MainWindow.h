@@ -111,6 +111,7 @@ class MainWindow : public QMainWindow {
   void EndCommand();
   [[nodiscard]] bool MayClose();
   void KeepRecovery();
+  void AwaitRecovery();
   /// Shows them below the tables, a line each, when the status line cuts them off.
   void ShowNotices(const std::vector<std::string>& notices);
   void SettingsChanged();

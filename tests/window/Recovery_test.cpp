@@ -66,6 +66,19 @@ TEST_F(RecoveryWindow, AnEditIsKeptOnceThirtySecondsAreOver) {
   EXPECT_NE(FileContents(folder.Path("state/recovery-1.txt")), first);
 }
 
+TEST_F(RecoveryWindow, AnEditInATableIsKeptToo) {
+  window->ImportFiles({folder.Path("a.grc")});
+  const std::string first = FileContents(folder.Path("state/recovery-1.txt"));
+  clock.Advance(std::chrono::seconds(30));
+  const auto rename = [](DataSet& data) {
+    Waypoint waypoint = data.Waypoints()[0];
+    waypoint.ident = "B";
+    return data.Edit(Replacement(0, waypoint));
+  };
+  EXPECT_EQ(window->Main().Edits().Edit(StepKind::Edit, rename), Outcome::Done);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return FileContents(folder.Path("state/recovery-1.txt")) != first; }));
+}
+
 TEST_F(RecoveryWindow, NothingIsLeftByAWindowThatIsClosed) {
   window->ImportFiles({folder.Path("a.grc")});
   answerer.Answer(QMessageBox::No);
