@@ -26,6 +26,10 @@ std::string StandardText(const DataSet& data, int utc_offset_hours, const CivilT
   return EncodeCp932(text).value_or(text);
 }
 
+bool SameRecords(const DataSet& a, const DataSet& b) {
+  return a.Waypoints() == b.Waypoints() && a.Routes() == b.Routes() && a.Logs() == b.Logs();
+}
+
 }  // namespace
 
 Outcome UploadCommands::Upload(const UploadCare& care) {
@@ -77,9 +81,12 @@ Outcome UploadCommands::Decide(const UploadCare& care) {
     plan_.data = Fitted(plan_.data, plan_.kinds, plan_.before, plan_.to, Lookup());
     return Outcome::Done;
   }
-  while (review_ != nullptr && !(plan_.findings.empty() && !plan_.receiver_asked)) {
+  // Who asked for what the receiver holds is told that nothing would be lost, too.
+  bool again = false;
+  while (review_ != nullptr && (again || !plan_.findings.empty())) {
     switch (review_->Review(plan_)) {
       case UploadDecision::Send:
+        if (!SameRecords(plan_.data, *ChosenData(state_.Data()))) state_.SetSomethingLost(true);
         return Outcome::Done;
       case UploadDecision::Back:
         return Outcome::Cancelled;
@@ -88,6 +95,7 @@ Outcome UploadCommands::Decide(const UploadCare& care) {
     }
     if (const Outcome asked = AskReceiver(); asked != Outcome::Done) return asked;
     FindFindings();
+    again = true;
   }
   return Outcome::Done;
 }

@@ -30,7 +30,7 @@ class UploadReview {
  public:
   virtual ~UploadReview() = default;
 
-  /// Called where there are findings, or the receiver has been asked.
+  /// Called where there are findings, and again when AskReceiver was decided.
   [[nodiscard]] virtual UploadDecision Review(UploadPlan& plan) = 0;
 };
 

@@ -75,6 +75,7 @@ MainWindow::MainWindow(const WindowParts& parts, Contents contents)
                 [this](const std::string& path) { FileUsed(path); }}),
       dialogs_(*this),
       main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet, parts.facts),
+      uploads_(main_, parts.clock, *this),
       binder_([this] { SettingsChanged(); }),
       ports_(parts.ports),
       store_(parts.store),
@@ -241,6 +242,8 @@ void MainWindow::BuildEditMenu() {
   edit->addSeparator();
   row_menu_ = new RowMenu(*edit, main_, *records_, [this](const auto& command) { Run(command); });
   edit->addSeparator();
+  AddCommand(*edit, "ImportNames", "名前の対応を取り込む(&N)...", [this] { Run([this] { main_.Names().Import(); }); });
+  AddCommand(*edit, "ExportNames", "名前の対応を書き出す(&X)...", [this] { Run([this] { main_.Names().Export(); }); });
   fix_dates_ =
       AddCommand(*edit, "FixDates", "日付を直す(&F)...", [this] { Run([this] { main_.Dates().FixDates(); }); });
 }
@@ -250,6 +253,10 @@ void MainWindow::BuildDeviceMenu() {
   AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *get_gps_info_);
   AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *data_panel_->down_load);
   AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *data_panel_->up_load);
+  AddCommand(*device, "SendSafely", "受信機へ安全に送る(&S)...",
+             [this] { RunWithReceiver([this] { return uploads_.SendSafely(); }); });
+  AddCommand(*device, "SendBackup", "受信機を送る前に戻す(&B)",
+             [this] { RunWithReceiver([this] { return uploads_.SendBackup(); }); });
   device->addSeparator();
   AddAction(*device, "接続を調べる(&X)", QKeySequence("Ctrl+F5"), *doctor_panel_->again);
   AddAction(*device, "すべてのポートを探す(&W)", {}, *doctor_panel_->find_receiver);
@@ -266,10 +273,6 @@ void MainWindow::ConnectButtons() {
     connect(button, &QPushButton::clicked, this,
             [this, &room, command] { Run([&room, command] { (room.*command)(); }); });
   };
-  const auto connect_transfer = [this](QPushButton* button, Outcome (DeviceCommands::*command)()) {
-    connect(button, &QPushButton::clicked, this,
-            [this, command] { RunWithReceiver([this, command] { return (main_.Device().*command)(); }); });
-  };
   connect(get_gps_info_, &QPushButton::clicked, this, [this] { RunWithReceiver([this] { return GetInfo(); }); });
   const auto connect_download = [this](QPushButton* button, Outcome (DeviceCommands::*command)()) {
     connect(button, &QPushButton::clicked, this, [this, command] { RunDownload(command); });
@@ -277,7 +280,8 @@ void MainWindow::ConnectButtons() {
   connect_download(data_panel_->down_load, &DeviceCommands::Download);
   connect_download(transfer_panel_->again, &DeviceCommands::DownloadChecked);
   connect_command(transfer_panel_->remove_missing, main_.Edits(), &EditCommands::RemoveMissing);
-  connect_transfer(data_panel_->up_load, &DeviceCommands::Upload);
+  connect(data_panel_->up_load, &QPushButton::clicked, this,
+          [this] { RunWithReceiver([this] { return uploads_.Upload(); }); });
   connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
   connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
           [this] { RunDoctor(&DoctorCommands::FindReceiver); });

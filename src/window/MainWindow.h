@@ -14,6 +14,7 @@
 #include "window/DesktopState.h"
 #include "window/DropTarget.h"
 #include "window/PortBox.h"
+#include "window/UploadActions.h"
 #include "window/WindowDesktop.h"
 #include "window/WindowDialogs.h"
 
@@ -138,6 +139,7 @@ class MainWindow : public QMainWindow {
   WindowDesktop desktop_;
   WindowDialogs dialogs_;
   WalrimMain main_;
+  UploadActions uploads_;
   ControlBinder binder_;
   PortBox::Ports ports_;
   QSettings* store_;

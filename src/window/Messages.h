@@ -1,6 +1,7 @@
 // What the window says beyond the captions and tool tips of its controls, which stand where the controls are made.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,16 @@ inline constexpr std::string_view CheckTip = "チェックのある記録だけ�
 [[nodiscard]] inline std::string CheckedRow(std::string_view number, bool checked) {
   return std::string(number).append(checked ? " チェックあり" : " チェックなし");
 }
+inline constexpr std::string_view WouldBeLost =
+    "このまま送信すると，次のものが失われるか変わります．チェックを付けた提案どおりに直して送信します（名前は書き換えら"
+    "れます）．";
+inline constexpr std::string_view NothingWouldBeLost = "失われるものはありません．";
+inline constexpr std::string_view AllThere = "送信したデータは，すべて受信機にあります．";
+[[nodiscard]] inline std::string Differ(std::size_t count) {
+  return "受信機のデータは，送信したものと" + std::to_string(count) + "件違います．";
+}
+inline constexpr std::string_view NoBackupYet =
+    "受信機のデータは，まだ保存されていません．「受信機へ安全に送る」で送信すると，送信する前に保存されます．";
 /// In front of the code of a named symbol.
 inline constexpr std::string_view Code = "コード ";
 /// In front of what was typed.

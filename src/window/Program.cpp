@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QTranslator>
 #include <cstdio>
+#include <cstdlib>
 #include <thread>
 
 #include "app/PortSwitch.h"
@@ -93,6 +94,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   const bool port_given = arguments.demo || !arguments.mapping.empty();
   MainWindow window({port, clock, event_loop, inet, list_ports, &facts, &store, RecoveryFolder(), port_given},
                     Contents::Later);
+  window.Main().Names().Use(NamesPath(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")));
   if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
   QTranslator translator;
   PortWatch port_watch;

@@ -48,11 +48,18 @@ class Answerer : public QObject {
   QString folder;  ///< where the last file dialog began
   int file_dialogs = 0;
   bool save_dialog = false;
+  bool leaves_proposals = true;  ///< uploads as it is, whatever would be lost
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() != QEvent::Show) return false;
     if (auto* box = qobject_cast<QMessageBox*>(watched)) QTimer::singleShot(0, box, [this, box] { AnswerBox(*box); });
+    if (leaves_proposals && watched->objectName() == "UploadCheck") {
+      QTimer::singleShot(0, watched, [watched] {
+        for (const char* button : {"LeaveAll", "Send"})
+          watched->findChild<QPushButton*>(button)->click();
+      });
+    }
     if (auto* dialog = qobject_cast<QFileDialog*>(watched))
       QTimer::singleShot(0, dialog, [this, dialog] { AnswerFileDialog(*dialog); });
     return false;

@@ -1,0 +1,92 @@
+#include "window/UploadActions.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "preflight/Messages.h"
+#include "text/Scan.h"
+#include "window/Messages.h"
+#include "window/Widgets.h"
+
+namespace walrim {
+
+namespace {
+
+constexpr QSize StartSize{640, 360};
+
+QString Text(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+}  // namespace
+
+UploadActions::UploadActions(WalrimMain& main, const Clock& clock, QWidget& window)
+    : main_(main), clock_(clock), window_(window), review_(window) {
+  main_.Uploads().SetReview(&review_);
+}
+
+Outcome UploadActions::Upload() {
+  return main_.Uploads().Upload();
+}
+
+Outcome UploadActions::SendSafely() {
+  UploadCare care;
+  care.verify = true;
+  care.backup = BackupPath(std::getenv("XDG_STATE_HOME"), std::getenv("HOME"), clock_.LocalTime());
+  const Outcome outcome = main_.Uploads().Upload(care);
+  if (outcome == Outcome::Done) ShowDifferences();
+  return outcome;
+}
+
+Outcome UploadActions::SendBackup() {
+  if (!main_.Uploads().HasBackup()) {
+    ShowWarning(window_, Text(window_messages::NoBackupYet));
+    return Outcome::Refused;
+  }
+  return main_.Uploads().SendBackup();
+}
+
+void UploadActions::ShowDifferences() {
+  const UploadCommands& uploads = main_.Uploads();
+  QDialog dialog(&window_);
+  dialog.setObjectName("UploadDifferences");
+  dialog.setWindowTitle(QString::fromUtf8("受信機と比べた結果"));
+  dialog.resize(StartSize);
+  auto* column = new QVBoxLayout(&dialog);
+  const auto count = uploads.Differences().size();
+  auto* caption = new QLabel(count == 0 ? Text(window_messages::AllThere) : Text(window_messages::Differ(count)));
+  caption->setWordWrap(true);
+  column->addWidget(caption);
+  auto* list = new QListWidget;
+  NameControl(*list, "Differences");
+  for (const Difference& difference : uploads.Differences())
+    list->addItem(Text(preflight_messages::DifferenceLine(uploads.Sent(), difference)));
+  column->addWidget(list);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  column->addWidget(buttons);
+  dialog.exec();
+}
+
+std::string BackupPath(const char* state_home, const char* home, const CivilTime& now) {
+  const auto is_path = [](const char* folder) { return folder != nullptr && folder[0] == '/'; };
+  std::filesystem::path folder = is_path(state_home) ? std::filesystem::path(state_home)
+                                 : is_path(home)     ? std::filesystem::path(home) / ".local/state"
+                                                     : std::filesystem::current_path();
+  folder /= "walrim";
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  std::string moment = DateTimeText(now);
+  std::erase_if(moment, [](char c) { return !IsDigit(c) && c != ' '; });
+  std::ranges::replace(moment, ' ', '-');
+  return (folder / ("backup-" + moment + ".grc")).string();
+}
+
+}  // namespace walrim

@@ -1,0 +1,130 @@
+// What an upload would lose, before it and after it, in the window.
+#include <QAction>
+#include <QDialog>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTimer>
+#include <filesystem>
+
+#include "window/Messages.h"
+#include "window/WindowTest.h"
+
+namespace walrim {
+namespace {
+
+class UploadWindowTest : public WindowTest {
+ protected:
+  UploadWindowTest() { answerer.leaves_proposals = false; }
+
+  void Hold(std::string_view ident, double lat_deg) {
+    Waypoint waypoint;
+    waypoint.ident = ident;
+    waypoint.lat_deg = lat_deg;
+    ASSERT_EQ(Data().Add(waypoint), AddResult::Stored);
+    window->Main().State().SetHeldCount(DataKind::Waypoint, static_cast<int>(Data().Count(DataKind::Waypoint)));
+    window->ShowControls();
+  }
+  /// Does something while the dialog of a name stands, then and again until it is gone.
+  void When(const QString& name, const std::function<void(QDialog&)>& act) {
+    QTimer::singleShot(0, window.get(), [this, name, act] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog != nullptr && dialog->objectName() != name) {
+        ADD_FAILURE() << dialog->objectName().toStdString();
+        dialog->reject();
+      }
+      if (dialog == nullptr) return When(name, act);
+      ++shown;
+      act(*dialog);
+    });
+  }
+  static void Press(QDialog& dialog, const char* button) { dialog.findChild<QPushButton*>(button)->click(); }
+  static QTableWidget& TableOf(QDialog& dialog) { return *dialog.findChild<QTableWidget*>("UploadFindings"); }
+  void Upload() {
+    CheckAll("DoCheck");
+    Click("GpsUpLoad");
+  }
+  [[nodiscard]] std::vector<std::string> InReceiver() {
+    DataSet held;
+    window->Main().Receiver().ClearCancel();
+    static_cast<void>(window->Main().Receiver().Download(
+        held, DataKind::Waypoint, window->Main().State().Settings().port, TransferMode::Transfer));
+    std::vector<std::string> idents;
+    for (const Waypoint& waypoint : held.Waypoints())
+      idents.push_back(waypoint.ident);
+    return idents;
+  }
+
+  int shown = 0;
+};
+
+using Strings = std::vector<std::string>;
+
+TEST_F(UploadWindowTest, WithoutAFindingNobodyIsAsked) {
+  Hold("TAKAO", 35);
+  Upload();
+  EXPECT_EQ(InReceiver(), Strings{"TAKAO"});
+}
+
+TEST_F(UploadWindowTest, ProposalsAreTakenChangedAndLeft) {
+  Hold("たかお山", 35);
+  Hold("きたほ岳", 36);
+  Hold("ﾐﾅﾐ", 37);
+  When("UploadCheck", [](QDialog& dialog) {
+    QTableWidget& table = TableOf(dialog);
+    ASSERT_EQ(table.rowCount(), 3);
+    EXPECT_EQ(table.item(0, 2)->text(), "TAKAOS");
+    table.item(1, 2)->setText("kita-ho");
+    EXPECT_EQ(table.item(1, 2)->text(), "KITAHO");
+    table.item(2, 2)->setCheckState(Qt::Unchecked);
+    Press(dialog, "Send");
+  });
+  Upload();
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(InReceiver(), (Strings{"TAKAOS", "KITAHO", "ﾐﾅﾐ"}));
+  EXPECT_EQ(Data().Waypoints()[0].ident, "たかお山") << "what is held stays";
+}
+
+TEST_F(UploadWindowTest, BackSendsNothing) {
+  const Strings before = InReceiver();
+  Hold("たかお山", 35);
+  When("UploadCheck", [](QDialog& dialog) { Press(dialog, "Back"); });
+  Upload();
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(InReceiver(), before);
+}
+
+TEST_F(UploadWindowTest, TheReceiversNamesAreLookedAtOnRequest) {
+  const Strings before = InReceiver();
+  Hold("たかお山", 35);
+  When("UploadCheck", [&](QDialog& dialog) {
+    EXPECT_TRUE(dialog.findChild<QPushButton*>("AskReceiver")->isEnabled());
+    When("UploadCheck", [](QDialog& again) {
+      EXPECT_FALSE(again.findChild<QPushButton*>("AskReceiver")->isEnabled());
+      Press(again, "Back");
+    });
+    Press(dialog, "AskReceiver");
+  });
+  Upload();
+  EXPECT_EQ(shown, 2);
+  EXPECT_EQ(InReceiver(), before);
+}
+
+TEST_F(UploadWindowTest, SentSafelyItIsBackedUpComparedAndTakenBack) {
+  const Strings before = InReceiver();
+  ASSERT_FALSE(before.empty());
+  Hold("NEWONE", 35);
+  CheckAll("DoCheck");
+  When("UploadDifferences", [](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QListWidget*>("Differences")->count(), 0);
+    dialog.accept();
+  });
+  window->findChild<QAction*>("SendSafely")->trigger();
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(InReceiver(), Strings{"NEWONE"});
+  window->findChild<QAction*>("SendBackup")->trigger();
+  EXPECT_EQ(InReceiver(), before);
+}
+
+}  // namespace
+}  // namespace walrim
