@@ -101,6 +101,7 @@ void MainWindow::Build() {
   BuildStatusBar();
   BuildMenus();
   ConnectButtons();
+  ConnectRecords();
   SetTabOrder();
   ShowControls();
   Restore();
@@ -292,6 +293,12 @@ void MainWindow::ConnectButtons() {
   connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);
   connect_command(data_panel_->file_import, main_.Imports(), &ImportCommands::ImportChosen);
   connect_command(data_panel_->paste, main_.Imports(), &ImportCommands::Paste);
+  connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
+  drop_timer_.setSingleShot(true);
+  connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });
+}
+
+void MainWindow::ConnectRecords() {
   // Neither changes anything: both may come amid a transfer.
   connect(records_, &RecordTables::MapChosen, this,
           [this](const MapPage& page, const MapPlace& place) { OpenOnMap(desktop_, page, place); });
@@ -305,9 +312,6 @@ void MainWindow::ConnectButtons() {
     ShowControls();
     RefreshRecords();
   });
-  connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
-  drop_timer_.setSingleShot(true);
-  connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });
 }
 
 void MainWindow::SetTabOrder() {

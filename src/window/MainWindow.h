@@ -97,6 +97,7 @@ class MainWindow : public QMainWindow {
   void BuildEditMenu();
   void BuildDeviceMenu();
   void ConnectButtons();
+  void ConnectRecords();
   void SetTabOrder();
   QAction* AddAction(QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button);
 

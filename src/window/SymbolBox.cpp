@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QLineEdit>
+#include <QTimer>
 
 #include "window/SymbolPictures.h"
 
@@ -46,11 +47,13 @@ void SymbolBox::Show(int code) {
   setCurrentIndex(findData(code));
   lineEdit()->selectAll();
   // Once the box stands in its place; typing goes on in it while the list is unfolded.
-  const auto unfold = [this] {
+  auto* soon = new QTimer(this);
+  soon->setSingleShot(true);
+  connect(soon, &QTimer::timeout, this, [this] {
     completer()->setCompletionPrefix({});
     completer()->complete();
-  };
-  QMetaObject::invokeMethod(this, unfold, Qt::QueuedConnection);
+  });
+  soon->start();
 }
 
 QString SymbolBox::Choice() const {

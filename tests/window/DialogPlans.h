@@ -38,7 +38,8 @@ class DialogPlans : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() != QEvent::Show) return false;
     auto* dialog = qobject_cast<QDialog*>(watched);
-    if (dialog != nullptr && QStringList{"ClipProAtlas", "MpsOption", "LinkDialog", "ShortenDialog"}.contains(dialog->objectName())) {
+    if (dialog != nullptr &&
+        QStringList{"ClipProAtlas", "MpsOption", "LinkDialog", "ShortenDialog"}.contains(dialog->objectName())) {
       QTimer::singleShot(0, dialog, [this, dialog] { Run(*dialog); });
     }
     return false;
