@@ -83,11 +83,17 @@ Outcome ImportCommands::Read(ImportText text, const Format* format, std::string_
   if (format == nullptr) return Refuse(messages::UnsupportedFile(shown_name));
   LineSource lines = text.Lines();
   const std::size_t first_log = state_.Data().Logs().size();
+  DataKinds held{};
+  for (const DataKind kind : AllDataKinds)
+    held[IndexOf(kind)] = state_.Data().Holds(kind);
   last_import_ = format->read(lines, state_.Data(), {state_.Settings().utc_offset_hours});
   if (!last_import_.refusal.empty()) return Refuse(messages::RefusedFile(shown_name, last_import_.refusal));
   dates_.ExamineFile(first_log, text.Modified());
+  const bool in_file = text.Modified() && !text.Problem();
   for (const DataKind kind : AllDataKinds) {
-    if (last_import_.Received(kind)) state_.SetHeldCount(kind, static_cast<int>(state_.Data().Count(kind)));
+    if (!last_import_.Received(kind)) continue;
+    state_.SetHeldCount(kind, static_cast<int>(state_.Data().Count(kind)));
+    state_.SetInFile(kind, in_file && !held[IndexOf(kind)]);
   }
   return text.Problem() ? Refuse(messages::ReadProblem(shown_name, text.Problem()->detail)) : Outcome::Done;
 }

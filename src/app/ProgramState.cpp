@@ -107,6 +107,7 @@ void ProgramState::BeginStep(StepKind kind) {
   if (!keeps_steps_ || open_steps_++ > 0) return;
   ForgetSteps();
   open_step_.name.kind = kind;
+  in_file_ = {};
   open_step_.marks = marks_;
 }
 
@@ -116,6 +117,9 @@ void ProgramState::EndStep() {
   open_step_.changes = data_.TakeChanges();
   if (open_step_.changes.Empty()) return;
   Revise(open_step_.name.concerned);
+  for (const DataKind kind : AllDataKinds) {
+    if (in_file_[IndexOf(kind)]) saved_[IndexOf(kind)] = marks_.revisions[IndexOf(kind)];
+  }
   history_.Add(std::move(open_step_));
   open_step_ = {};
   desktop_.ControlsChanged();

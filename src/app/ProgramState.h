@@ -78,6 +78,8 @@ class ProgramState {
   [[nodiscard]] DataKinds UnsavedKinds() const;
   /// What is held of a kind lies in a file now.
   void SetSaved(DataKind kind);
+  /// Says whether what will be held of a kind at the end of the open step lies in a file: of one that it read.
+  void SetInFile(DataKind kind, bool in_file) { in_file_[IndexOf(kind)] = in_file; }
   /// A number for what is held of all kinds: another one where anything differs.
   [[nodiscard]] const std::array<std::uint64_t, DataKindCount>& Revisions() const { return marks_.revisions; }
 
@@ -115,6 +117,7 @@ class ProgramState {
   bool keeps_steps_ = false;
   int open_steps_ = 0;
   Step open_step_;
+  DataKinds in_file_{};  ///< of the open step
   History history_;
   std::uint64_t last_revision_ = 0;
   std::array<std::uint64_t, DataKindCount> saved_{};  ///< the revisions that lie in a file

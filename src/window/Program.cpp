@@ -37,6 +37,8 @@ bool IsDemoPort(std::string_view name) {
 void LoadTranslation(QTranslator& translator) {
   if (translator.load(QLocale(QLocale::Japanese), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(&translator);
+    // Dialogs that open next have words of their own, which must not be translated behind them.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
   }
 }
 

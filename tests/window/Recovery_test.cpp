@@ -28,7 +28,7 @@ class RecoveryWindow : public WindowTest {
 
 TEST_F(RecoveryWindow, OffersWhatWasHeld) {
   EXPECT_EQ(Messages(), "") << "nothing is left at first";
-  window->ImportFiles({folder.Path("a.grc")});
+  PasteText(OneWaypoint);
   EXPECT_TRUE(IsKept());
   answerer.Answer(QMessageBox::Yes);
   OpenAgain();
@@ -44,7 +44,7 @@ TEST_F(RecoveryWindow, OffersWhatWasHeld) {
 }
 
 TEST_F(RecoveryWindow, OffersItAgainUntilItIsThrownAway) {
-  window->ImportFiles({folder.Path("a.grc")});
+  PasteText(OneWaypoint);
   answerer.Answer(QMessageBox::Cancel);
   OpenAgain();
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
@@ -56,9 +56,9 @@ TEST_F(RecoveryWindow, OffersItAgainUntilItIsThrownAway) {
 }
 
 TEST_F(RecoveryWindow, AnEditIsKeptOnceThirtySecondsAreOver) {
-  window->ImportFiles({folder.Path("a.grc")});
+  PasteText(OneWaypoint);
   const std::string first = FileContents(folder.Path("state/recovery-1.txt"));
-  window->ImportFiles({folder.Path("a.grc")});
+  PasteText(OneWaypoint);
   EXPECT_EQ(FileContents(folder.Path("state/recovery-1.txt")), first);
   clock.Advance(std::chrono::seconds(30));
   Check("DoCheck_1");
@@ -80,7 +80,7 @@ TEST_F(RecoveryWindow, AnEditInATableIsKeptToo) {
 }
 
 TEST_F(RecoveryWindow, NothingIsLeftByAWindowThatIsClosed) {
-  window->ImportFiles({folder.Path("a.grc")});
+  PasteText(OneWaypoint);
   answerer.Answer(QMessageBox::No);
   EXPECT_TRUE(window->close());
   EXPECT_FALSE(IsKept());

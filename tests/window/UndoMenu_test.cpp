@@ -111,8 +111,8 @@ TEST_F(UndoMenuTest, PastedTextIsAStep) {
 class ClosingTest : public UndoMenuTest {
  protected:
   ClosingTest() {
-    Import("a.grc");
-    Import("b.grc");
+    PasteText(OneWaypoint);
+    PasteText(OneRoute);
   }
   [[nodiscard]] std::string Question() const { return messages::UnsavedQuestion({true, true, false}); }
 };
@@ -126,12 +126,29 @@ TEST_F(ClosingTest, WhatIsUnsavedIsMarked) {
   Click("FileExport");
   EXPECT_TRUE(window->isWindowModified()) << "the route is in no file";
   EXPECT_EQ(Get<QLineEdit>("GpsNum_0").toolTip().toStdString(), window_messages::HeldCount);
-  Press("Ctrl+Z");  // the route's import
+  Press("Ctrl+Z");  // the route
   EXPECT_FALSE(window->isWindowModified());
   Press("Ctrl+Z");
   EXPECT_FALSE(window->isWindowModified()) << "nothing is held";
   Press("Ctrl+Y");
   EXPECT_FALSE(window->isWindowModified()) << "it is as it was saved";
+}
+
+TEST_F(UndoMenuTest, WhatAFileAloneBroughtIsSaved) {
+  Import("a.grc");
+  Import("b.grc");
+  EXPECT_FALSE(window->isWindowModified());
+  Import("a.grc");
+  EXPECT_TRUE(window->isWindowModified()) << "both waypoints are in no file";
+  Press("Ctrl+Z");
+  EXPECT_FALSE(window->isWindowModified());
+  window->ImportFiles({folder.Path("a.grc"), folder.Path("a.grc")});
+  EXPECT_TRUE(window->isWindowModified());
+  Press("Ctrl+Z");
+  Press("Ctrl+Z");
+  Press("Ctrl+Z");
+  window->ImportFiles({folder.Path("a.grc"), folder.Path("a.grc")});
+  EXPECT_TRUE(window->isWindowModified()) << "they came in one step";
 }
 
 TEST_F(ClosingTest, BackStays) {

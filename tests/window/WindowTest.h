@@ -80,6 +80,10 @@ class WindowTestBase : public testing::Test {
   [[nodiscard]] std::string Status() const { return Get<QLabel>("Status").text().toStdString(); }
   [[nodiscard]] std::string Messages() const { return answerer.Texts().join('|').toStdString(); }
   [[nodiscard]] DataSet& Data() const { return window->Main().State().Data(); }
+  void PasteText(std::string_view text) const {
+    QGuiApplication::clipboard()->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    Click("Paste");
+  }
   static std::string Clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
 
   Answerer answerer;
