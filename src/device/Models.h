@@ -47,8 +47,8 @@ struct DeviceProtocols {
 /// never forbids.
 struct ReceiverLimits {
   std::size_t waypoints;
-  std::size_t name;      ///< letters of a waypoint's name, capitals and digits
-  bool blanks;           ///< names may have blanks and hyphens as well
+  std::size_t name;  ///< letters of a waypoint's name, capitals and digits
+  bool blanks;       ///< names may have blanks and hyphens as well
   std::size_t routes;
   std::size_t route_points;  ///< of one route
   std::size_t active_log;    ///< points; what is uploaded goes there
