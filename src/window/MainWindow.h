@@ -46,7 +46,7 @@ struct WindowParts {
   PortBox::Ports ports;              ///< the serial ports there are now
   const PortFacts* facts = nullptr;  ///< without, nothing is known of who keeps them
   QSettings* store = nullptr;        ///< what is remembered between two starts; without, nothing is
-  std::string recovery_folder;  ///< for what is held should the program not come to its end; empty: nothing is kept
+  std::string recovery_folder{};  ///< for what is held should the program not come to its end; empty: nothing is kept
   bool port_given = false;      ///< the user has named a port for this start: the remembered one stays as it is
 };
 
