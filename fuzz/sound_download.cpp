@@ -48,9 +48,16 @@ bool PlainLinkCuts(const PlainPacket& record) {
   return std::search(stored.begin(), stored.end(), end.begin(), end.end()) != stored.end();
 }
 
+/// A record whose latitude is none counts as damaged, however whole its frame is.
+template <typename Record>
+Record WithDamage(Record record) {
+  record.damaged = !(record.lat_deg >= -90 && record.lat_deg <= 90);
+  return record;
+}
+
 void HoldWaypoints(DataSet& data, const std::vector<PlainPacket>& records, const DeviceProtocols& types) {
   for (const PlainPacket& record : records)
-    static_cast<void>(data.Add(DecodeWaypoint(record.data, types.waypoint)));
+    static_cast<void>(data.Add(WithDamage(DecodeWaypoint(record.data, types.waypoint))));
 }
 
 /// Points and links in front of the first header belong to no route.
@@ -61,7 +68,7 @@ void HoldRoutes(DataSet& data, const std::vector<PlainPacket>& records, const De
       const auto number = static_cast<int>(routes.size()) + 1;
       routes.push_back(DecodeRouteHeader(record.data, types.route_header, number));
     } else if (record.id == 30 && !routes.empty()) {
-      routes.back().points.push_back({DecodeWaypoint(record.data, types.waypoint), {}});
+      routes.back().points.push_back({WithDamage(DecodeWaypoint(record.data, types.waypoint)), {}});
     } else if (record.id == 98 && !routes.empty() && !routes.back().points.empty()) {
       routes.back().points.back().link = DecodeRouteLink(record.data);
     }
@@ -80,7 +87,7 @@ void HoldLogs(DataSet& data, const std::vector<PlainPacket>& records, const Devi
       static_cast<void>(data.Begin(DecodeTrackHeader(record.data)));
       continue;
     }
-    const TrackPoint point = DecodeTrackPoint(record.data, types.track_point);
+    const TrackPoint point = WithDamage(DecodeTrackPoint(record.data, types.track_point));
     TrackLog log;
     log.headless = data.Logs().empty();
     if (point.new_trk && !header) log.headless = false;

@@ -47,7 +47,7 @@ struct WindowParts {
   const PortFacts* facts = nullptr;  ///< without, nothing is known of who keeps them
   QSettings* store = nullptr;        ///< what is remembered between two starts; without, nothing is
   std::string recovery_folder{};  ///< for what is held should the program not come to its end; empty: nothing is kept
-  bool port_given = false;      ///< the user has named a port for this start: the remembered one stays as it is
+  bool port_given = false;        ///< the user has named a port for this start: the remembered one stays as it is
 };
 
 /// When the window's contents are made. An empty window is on the screen in a fraction of the time; who wants that
