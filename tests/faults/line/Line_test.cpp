@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Messages.h"
 #include "faults/Bench.h"
 #include "faults/Endings.h"
 #include "support/Processes.h"
@@ -83,12 +84,18 @@ bool TellsStatus(const std::string& line) {
                      [&](std::string_view beginning) { return line.starts_with(beginning); });
 }
 
-/// What a program said beyond what it was doing.
+/// What a program said beyond what it was doing. What an upload warns of stands in front of all that the line does, and
+/// ends with how much it is.
 std::string WithoutStatus(const std::string& said) {
+  const std::string warned = cli_messages::WouldBeLost(0);
   std::istringstream lines(said);
   std::string rest;
   for (std::string line; std::getline(lines, line);) {
-    if (!TellsStatus(line)) rest += line + "\n";
+    if (line.starts_with(warned.substr(0, warned.find('0')))) {
+      rest.clear();
+    } else if (!TellsStatus(line)) {
+      rest += line + "\n";
+    }
   }
   return rest;
 }
