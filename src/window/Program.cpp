@@ -79,23 +79,42 @@ std::string RecoveryFolder() {
   return state ? (*state / "walrim").string() : std::string();
 }
 
+/// What a window stands on in a program of its own.
+class Surroundings {
+ public:
+  explicit Surroundings(const WindowArguments& arguments)
+      : arguments_(arguments),
+        serial_port_(arguments.mapping),
+        demo_port_({}, clock_, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); }),
+        port_(serial_port_, demo_port_, IsDemoPort),
+        facts_(clock_, arguments.mapping),
+        store_(QSettings::IniFormat, QSettings::UserScope, "walrim", "walrim") {}
+
+  [[nodiscard]] WindowParts Parts() {
+    const auto list_ports = [this] {
+      std::vector<NumberedPort> ports = ListPorts(arguments_.mapping);
+      facts_.Look(ports);
+      return ports;
+    };
+    const bool port_given = arguments_.demo || !arguments_.mapping.empty();
+    return {port_, clock_, event_loop_, inet_, list_ports, &facts_, &store_, RecoveryFolder(), port_given};
+  }
+
+ private:
+  const WindowArguments& arguments_;
+  QtClock clock_;
+  QtEventLoop event_loop_;
+  QtSerialPort serial_port_;
+  DemoSerialPort demo_port_;
+  PortSwitch port_;
+  QtInet inet_;
+  SystemPortFacts facts_;
+  QSettings store_;
+};
+
 int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
-  QtClock clock;
-  QtEventLoop event_loop;
-  QtSerialPort serial_port(arguments.mapping);
-  DemoSerialPort demo_port({}, clock, [](std::chrono::nanoseconds time) { std::this_thread::sleep_for(time); });
-  PortSwitch port(serial_port, demo_port, IsDemoPort);
-  QtInet inet;
-  SystemPortFacts facts(clock, arguments.mapping);
-  const auto list_ports = [&] {
-    std::vector<NumberedPort> ports = ListPorts(arguments.mapping);
-    facts.Look(ports);
-    return ports;
-  };
-  QSettings store(QSettings::IniFormat, QSettings::UserScope, "walrim", "walrim");
-  const bool port_given = arguments.demo || !arguments.mapping.empty();
-  MainWindow window({port, clock, event_loop, inet, list_ports, &facts, &store, RecoveryFolder(), port_given},
-                    Contents::Later);
+  Surroundings surroundings(arguments);
+  MainWindow window(surroundings.Parts(), Contents::Later);
   window.Main().Names().Use(NamesPath(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")));
   if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
   QTranslator translator;
