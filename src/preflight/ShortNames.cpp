@@ -32,21 +32,20 @@ class NameChooser {
  public:
   NameChooser(const Recipient& to, const NameLookup& lookup) : to_(to), lookup_(lookup) {}
 
-  void Keep(const std::string& name, const Waypoint& waypoint) {
-    taken_.try_emplace(name, Place{waypoint.lat_deg, waypoint.lon_deg});
-  }
+  /// A name that the receiver has given already. Its place keeps it: what is sent there again overwrites it.
+  void Hold(const std::string& name, const Waypoint& waypoint) { Put(held_, name, waypoint); }
+  void Keep(const std::string& name, const Waypoint& waypoint) { Put(taken_, name, waypoint); }
   [[nodiscard]] bool Free(const std::string& name, const Waypoint& waypoint) const {
-    const auto holder = taken_.find(name);
-    return holder == taken_.end() || SamePlace(holder->second, waypoint);
+    return !OfAnotherPlace(held_, name, waypoint) && !OfAnotherPlace(taken_, name, waypoint);
   }
-  /// A name that nobody has.
+  /// A name that no other record has.
   [[nodiscard]] std::string Choose(const Waypoint& waypoint) {
     const std::string long_name = Bare(waypoint.ident);
     std::string base = lookup_ ? ProposedName(lookup_(long_name), to_) : std::string();
     if (base.empty()) base = ProposedName(long_name, to_);
     if (base.empty()) base = NoName;
     std::string name = base;
-    for (int number = 2; taken_.contains(name); ++number) {
+    for (int number = 2; taken_.contains(name) || OfAnotherPlace(held_, name, waypoint); ++number) {
       const std::string digits = std::to_string(number);
       name = base.substr(0, LongestName(to_) - digits.size());
       name.resize(name.find_last_not_of(" -") + 1);
@@ -57,9 +56,20 @@ class NameChooser {
   }
 
  private:
+  using Places = std::map<std::string, Place>;
+
+  static void Put(Places& places, const std::string& name, const Waypoint& waypoint) {
+    places.try_emplace(name, Place{waypoint.lat_deg, waypoint.lon_deg});
+  }
+  [[nodiscard]] static bool OfAnotherPlace(const Places& places, const std::string& name, const Waypoint& waypoint) {
+    const auto holder = places.find(name);
+    return holder != places.end() && !SamePlace(holder->second, waypoint);
+  }
+
   const Recipient& to_;
   const NameLookup& lookup_;
-  std::map<std::string, Place> taken_;
+  Places held_;
+  Places taken_;
 };
 
 /// The name that a receiver keeps without loss but for capitals; nothing for another.
@@ -77,7 +87,7 @@ class Choice {
   Choice(const DataSet& data, const DataSet& before, const Recipient& to, const NameLookup& lookup)
       : data_(data), to_(to), chooser_(to, lookup) {
     for (const Waypoint& held : before.Waypoints())
-      chooser_.Keep(HeldName(held.ident), held);
+      chooser_.Hold(HeldName(held.ident), held);
     KeepFitting();
   }
 

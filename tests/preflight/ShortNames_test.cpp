@@ -51,6 +51,12 @@ TEST(ShortNames, WhatTheReceiverHoldsElsewhereIsNotTaken) {
             (Names{"TAKAO", "JINBA2"}));
 }
 
+TEST(ShortNames, WhatIsSentAgainKeepsTheNamesThatItHasThere) {
+  EXPECT_EQ(ChosenFor({At("きたほだか", 35), At("北岳", 36), At("南岳", 37)},
+                      {At("KITAHO", 35), At("DAKE", 36), At("DAKE2", 37)}),
+            (Names{"KITAHO", "DAKE", "DAKE2"}));
+}
+
 TEST(ShortNames, TheUsersOwnComesFirst) {
   const NameLookup lookup = [](std::string_view name) {
     return name == "北穂高岳" ? std::string("KITAHO") : std::string();
