@@ -121,16 +121,22 @@ bool LineExam::FindSentences(LineReport& report, nanoseconds longest) {
   for (const std::uint8_t byte : unasked_)
     reader.Take(byte);
   const auto found = [&] { return reader.Facts().nmea_sentences + reader.Facts().text_sentences > 0; };
+  // What proves the cable right; the text comes with all of it at once.
+  const auto complete = [&] {
+    const SentenceFacts& facts = reader.Facts();
+    return found() && facts.lat_deg && (facts.text_sentences > 0 || (facts.satellites && facts.utc));
+  };
   const auto listen = [&] {
     Listen(longest, [&](std::uint8_t byte) {
       reader.Take(byte);
       if (unasked_.size() < MostUnasked) unasked_.push_back(byte);
-      return found() && reader.Facts().lat_deg && (reader.Facts().satellites || reader.Facts().text_sentences > 0);
+      return complete();
     });
   };
   listen();
   longest = SentenceTime;
-  if (!found() && KindOfUnasked(unasked_) == UnaskedKind::Text) listen();
+  const bool more = found() || KindOfUnasked(unasked_) == UnaskedKind::Text;
+  if (!complete() && more) listen();
   report.sentences = reader.Facts();
   if (found()) {
     report.finding = reader.Facts().nmea_sentences > 0 ? Finding::Nmea : Finding::TextOut;

@@ -34,6 +34,7 @@ class TextPort : public ScriptedPort {
 };
 
 const std::string Rmc = "$GPRMC,124211,A,3537.9382,N,13916.2003,E,000.0,000.0,081202,006.6,W*67\r\n";
+const std::string Gga = "$GPGGA,124211,3537.9382,N,13916.2003,E,1,05,2.1,190.0,M,39.0,M,,*4C\r\n";
 const std::string SimpleText = "@021208124211N3537938E13916200G015+00190E0000N0000U0000\r\n";
 
 class LineExamTest : public testing::Test {
@@ -96,6 +97,29 @@ TEST_F(LineExamTest, SentencesAreFoundAtEverySpeed) {
     EXPECT_NEAR(report.sentences.lat_deg.value_or(0), 35.632303, 1e-6) << baud;
     EXPECT_LT(took, baud == 9600 ? seconds(5) : seconds(12)) << baud;
   }
+}
+
+/// A cycle of sentences that is met in its middle: the date comes with the next one.
+class CyclePort : public ScriptedPort {
+ public:
+  using ScriptedPort::ScriptedPort;
+  PortResult Open(std::string_view port, int baud) override {
+    const PortResult result = ScriptedPort::Open(port, baud);
+    ClearInBuffer();
+    Queue(seconds(1), ReadAtAnotherSpeed(Gga, 9600, baud));
+    Queue(seconds(3), ReadAtAnotherSpeed(Rmc, 9600, baud));
+    return result;
+  }
+};
+
+TEST_F(LineExamTest, TheProofOfSentencesHasPlaceTimeAndSatellites) {
+  CyclePort port(clock);
+  const LineReport report = Examine(port);
+  EXPECT_EQ(report.finding, Finding::Nmea);
+  EXPECT_TRUE(report.sentences.lat_deg.has_value());
+  EXPECT_EQ(report.sentences.satellites, 5);
+  EXPECT_EQ(report.sentences.utc, (CivilTime{2002, 12, 8, 12, 42, 11}));
+  EXPECT_LT(took, seconds(5));
 }
 
 TEST_F(LineExamTest, TheSimpleTextIsFound) {
