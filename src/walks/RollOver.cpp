@@ -35,13 +35,12 @@ bool IsDated(const TrackPoint& point) {
   return point.time && *point.time != SavedLogTime;
 }
 
-/// The times of a log, with the roll-overs inside it undone.
+/// The earliest and the latest times of a log, and what they are with the roll-overs inside it undone.
 struct LogTimes {
   std::optional<GarminSeconds> old_first;  ///< nothing where no point has a time
   GarminSeconds old_last = 0;
   std::int64_t new_first = 0;
   std::int64_t new_last = 0;
-  std::int64_t newest = 0;
   int most_jumps = 0;
 };
 
@@ -52,13 +51,11 @@ LogTimes TimesOf(std::span<const TrackPoint> points) {
     if (!IsDated(point)) continue;
     const int count = jumps.RollOversAt(*point.time);
     const std::int64_t time = *point.time + count * RollOver_s;
-    if (!times.old_first) {
-      times.old_first = *point.time;
-      times.new_first = time;
-    }
-    times.old_last = *point.time;
-    times.new_last = time;
-    times.newest = std::max(times.newest, time);
+    const bool is_first = !times.old_first;
+    times.old_first = std::min(*point.time, times.old_first.value_or(*point.time));
+    times.new_first = is_first ? time : std::min(times.new_first, time);
+    times.old_last = std::max(*point.time, times.old_last);
+    times.new_last = std::max(times.new_last, time);
     times.most_jumps = std::max(times.most_jumps, count);
   }
   return times;
@@ -67,7 +64,7 @@ LogTimes TimesOf(std::span<const TrackPoint> points) {
 std::optional<DateRepair> RepairBy(std::size_t log, const LogTimes& times, int roll_overs) {
   const std::int64_t offset_s = roll_overs * RollOver_s;
   if (roll_overs == 0 && times.most_jumps == 0) return std::nullopt;
-  if (times.newest + offset_s >= UnknownGarminTime) return std::nullopt;
+  if (times.new_last + offset_s >= UnknownGarminTime) return std::nullopt;
   return DateRepair{log,
                     *times.old_first,
                     times.old_last,
@@ -80,8 +77,8 @@ std::optional<DateRepair> RepairBy(std::size_t log, const LogTimes& times, int r
 std::optional<DateRepair> RepairOf(std::size_t index, const TrackLog& log, const DateReference& reference) {
   const std::int64_t latest_s = reference.seen_s + Tolerance_s;
   const LogTimes times = TimesOf(log.points);
-  if (!times.old_first || times.newest > latest_s) return std::nullopt;
-  std::int64_t roll_overs = (latest_s - times.newest) / RollOver_s;
+  if (!times.old_first || times.new_last > latest_s) return std::nullopt;
+  std::int64_t roll_overs = (latest_s - times.new_last) / RollOver_s;
   // The clock tells how far behind the receiver is now: behind the log's last jump.
   if (reference.of_clock) roll_overs = std::min<std::int64_t>(roll_overs, *reference.of_clock - times.most_jumps);
   return RepairBy(index, times, static_cast<int>(std::max<std::int64_t>(roll_overs, 0)));

@@ -22,7 +22,7 @@ struct DateReference {
   std::optional<int> of_clock;
 };
 
-/// A log whose dates are behind. Its first and last times are those of its points in their order.
+/// A log whose dates are behind: its earliest and latest times as they are, and as they would be.
 struct DateRepair {
   std::size_t log = 0;  ///< index among the logs
   GarminSeconds old_first = 0;

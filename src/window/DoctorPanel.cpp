@@ -36,6 +36,13 @@ QString Lines(const std::vector<std::string>& texts, const char* bullet) {
   return lines.join(QLatin1Char('\n'));
 }
 
+/// Who answered, and what to do next.
+QString Told(const LineReport& report) {
+  const QString advice = Lines(doctor_messages::Advice(report), "・");
+  if (report.description.empty()) return advice;
+  return QString::fromStdString(report.description) + (advice.isEmpty() ? QString() : QLatin1Char('\n') + advice);
+}
+
 }  // namespace
 
 DoctorPanel::DoctorPanel(QWidget* parent)
@@ -90,7 +97,7 @@ void DoctorPanel::ShowState(const DoctorCommands& doctor, bool command_runs) {
   steps_->setText(Lines(doctor.Lines(), ""));
   headline_->setText(QString::fromStdString(doctor.Headline()));
   const std::optional<LineReport>& report = doctor.Report();
-  advice_->setText(report ? Lines(doctor_messages::Advice(*report), "・") : QString());
+  advice_->setText(report ? Told(*report) : QString());
   ShowCommand(report ? doctor_messages::ShellCommand(*report) : std::string());
 }
 

@@ -48,6 +48,14 @@ TEST(RollOver, ADateThatIsPublishedFor2026) {
   EXPECT_EQ(Repaired(log, repairs), LogOf({At(2026, 11, 21)}).points);
 }
 
+TEST(RollOver, ALogWithAJumpIsToldByItsEarliestAndLatestTimes) {
+  const TrackLog log = LogOf({At(2019, 4, 6, 23), At(1999, 8, 22), At(2019, 4, 7, 1)});
+  const auto repairs = Find(log, {At(2019, 4, 8), {}});
+  ASSERT_EQ(repairs.size(), 1U);
+  EXPECT_EQ(repairs[0], (DateRepair{0, At(1999, 8, 22), At(2019, 4, 7, 1), At(2019, 4, 6, 23), At(2019, 4, 7, 1), 0}));
+  EXPECT_EQ(Repaired(log, repairs), LogOf({At(2019, 4, 6, 23), At(2019, 4, 7), At(2019, 4, 7, 1)}).points);
+}
+
 TEST(RollOver, ATrueLogStaysInAFileOfItsTime) {
   const TrackLog log = LogOf({At(2003, 5, 3), At(2003, 5, 4)});
   EXPECT_TRUE(Find(log, {At(2003, 5, 4), {}}).empty());

@@ -104,6 +104,12 @@ class DoctorWindowTest : public WindowTest {
   [[nodiscard]] bool PanelShown() const { return Get<QPushButton>("DoctorAgain").isVisible(); }
 };
 
+TEST_F(DoctorWindowTest, AHealthyLineNamesItsReceiver) {
+  QTest::keyClick(window.get(), Qt::Key_F5, Qt::ControlModifier);
+  EXPECT_TRUE(PanelShown());
+  EXPECT_EQ(Get<QLabel>("DoctorAdvice").text().toStdString().find("eTrex Software Version"), 0U);
+}
+
 TEST_F(DoctorWindowTest, TheMenuSavesATraceWithHiddenPositions) {
   ClickSaveInTheMenu();
   EXPECT_EQ(Messages(), messages::NothingTraced);
