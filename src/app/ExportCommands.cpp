@@ -249,7 +249,8 @@ bool ExportCommands::MayEnd() {
     if (outcome != Outcome::Done) return false;
     // What was written may be less than what is held: then that is asked again.
   }
-  return true;
+  const DataKinds& dropped = state_.DroppedKinds();
+  return !AnyOf(dropped) || desktop_.AskOkCancel(messages::DroppedQuestion(dropped));
 }
 
 // ---- To the clipboard

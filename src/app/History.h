@@ -43,6 +43,7 @@ struct HeldMarks {
   std::shared_ptr<const std::vector<DateRepair>> date_repairs = std::make_shared<const std::vector<DateRepair>>();
   /// A number for what is held of each kind. The same number is the same records.
   std::array<std::uint64_t, DataKindCount> revisions{};
+  DataKinds dropped{};  ///< kinds of which nothing is held any more of what was in no file
 };
 
 /// A command's changes. Either what undoes them or what redoes them.

@@ -304,6 +304,15 @@ std::string Exporting(DataKind kind, int number, int count) {
   return Joined({beginnings[IndexOf(kind)], std::to_string(number), "/", std::to_string(count), "]"});
 }
 
+std::string BackupSent(const std::vector<std::string>& added) {
+  const std::string sent = "送る前のデータを受信機へ送り戻し，読み戻して確かめました．";
+  if (added.empty()) return sent;
+  constexpr std::size_t Shown = 5;
+  const std::vector<std::string> first(added.begin(), added.begin() + std::min(added.size(), Shown));
+  return sent + "送る前になかったWaypoint " + std::to_string(added.size()) + "件（" + JoinNames(first) +
+         (added.size() > Shown ? "…" : "") + "）は受信機に残っています．要らなければ，受信機で消してください．";
+}
+
 std::string BackupSaved(std::string_view path) {
   return Joined({"受信機のデータを保存しました：", path});
 }
@@ -348,12 +357,25 @@ std::string RecordInLine(long line_number, std::string_view line) {
   return Joined({where, line.substr(0, tag_end), "「", text, "」"});
 }
 
-std::string UnsavedQuestion(const DataKinds& kinds) {
+namespace {
+
+std::string KindNames(const DataKinds& kinds) {
   std::vector<std::string> names;
   for (const DataKind kind : AllDataKinds) {
     if (kinds[IndexOf(kind)]) names.emplace_back(DataKindName(kind));
   }
-  return "保存されていない変更があります（" + JoinNames(names) + "）．終了する前に保存しますか？";
+  return JoinNames(names);
+}
+
+}  // namespace
+
+std::string UnsavedQuestion(const DataKinds& kinds) {
+  return "保存されていない変更があります（" + KindNames(kinds) + "）．終了する前に保存しますか？";
+}
+
+std::string DroppedQuestion(const DataKinds& kinds) {
+  return "どのファイルにも保存せずに消した記録があります（" + KindNames(kinds) +
+         "）．「元に戻す」で戻せますが，終了すると戻せません．終了しますか？";
 }
 
 std::string SouthAndWest(int positions) {

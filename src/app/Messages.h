@@ -123,6 +123,8 @@ inline constexpr std::string_view Converting = "Converting (WPT+)to(MPS)";
 [[nodiscard]] std::string RecordInLine(long line_number, std::string_view line);
 /// Before the program ends.
 [[nodiscard]] std::string UnsavedQuestion(const DataKinds& kinds);
+/// Before the end, where records were deleted that were in no file.
+[[nodiscard]] std::string DroppedQuestion(const DataKinds& kinds);
 inline constexpr ThreeAnswers SaveAnswers{"保存", "保存しない", "戻る"};
 [[nodiscard]] std::string SouthAndWest(int positions);
 [[nodiscard]] std::string BrokenTexts(int count);
@@ -135,6 +137,8 @@ inline constexpr std::string_view NoBackup = "受信機のデータを保存で�
 inline constexpr std::string_view NotCompared =
     "送信したデータを受信機から読み戻せなかったため，比べられませんでした．";
 [[nodiscard]] std::string BackupSaved(std::string_view path);
+/// added: names of waypoints that the receiver holds beside them. Nothing is deleted over the line.
+[[nodiscard]] std::string BackupSent(const std::vector<std::string>& added);
 
 // ---- Short names and long ones
 

@@ -116,6 +116,7 @@ void ProgramState::EndStep() {
   open_step_.name.concerned = data_.Concerned();
   open_step_.changes = data_.TakeChanges();
   if (open_step_.changes.Empty()) return;
+  NoteDropped(open_step_.marks);
   Revise(open_step_.name.concerned);
   for (const DataKind kind : AllDataKinds) {
     if (in_file_[IndexOf(kind)]) saved_[IndexOf(kind)] = marks_.revisions[IndexOf(kind)];
@@ -125,9 +126,23 @@ void ProgramState::EndStep() {
   desktop_.ControlsChanged();
 }
 
+/// Of kinds that are held no more.
+void ProgramState::NoteDropped(const HeldMarks& before) {
+  for (const DataKind kind : AllDataKinds) {
+    const std::size_t k = IndexOf(kind);
+    const bool was_unsaved = before.counts[k] && before.revisions[k] != saved_[k];
+    if (was_unsaved && !data_.Holds(kind)) marks_.dropped[k] = true;
+  }
+}
+
+/// What was restored lay in no file but the one that is kept for a crash.
 void ProgramState::Undo() {
   ForgetSteps();
-  if (history_.NextUndo() != nullptr) Exchange(history_.Undo());
+  if (history_.NextUndo() == nullptr) return;
+  const bool restored = history_.NextUndo()->kind == StepKind::Restore;
+  const HeldMarks before = marks_;
+  Exchange(history_.Undo());
+  if (restored) NoteDropped(before);
 }
 
 void ProgramState::Redo() {

@@ -76,6 +76,8 @@ class ProgramState {
   /// Whether records of a kind are held that are in no file as they are.
   [[nodiscard]] bool Unsaved(DataKind kind) const;
   [[nodiscard]] DataKinds UnsavedKinds() const;
+  /// Kinds that were deleted, or lost in a download, with records that were in no file. Undo brings them back.
+  [[nodiscard]] const DataKinds& DroppedKinds() const { return marks_.dropped; }
   /// What is held of a kind lies in a file now.
   void SetSaved(DataKind kind);
   /// Says whether what will be held of a kind at the end of the open step lies in a file: of one that it read.
@@ -106,6 +108,7 @@ class ProgramState {
   void ForgetSteps();
   void Exchange(Step& step);
   void Revise(const ConcernedRecords& concerned);
+  void NoteDropped(const HeldMarks& before);
   void ShowHeld();
 
   Desktop& desktop_;

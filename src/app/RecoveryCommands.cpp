@@ -49,7 +49,11 @@ std::optional<std::chrono::nanoseconds> RecoveryCommands::DueIn() const {
 
 void RecoveryCommands::Keep() {
   if (!files_) return;
-  if (!AnyOf(state_.UnsavedKinds())) return End();
+  if (!AnyOf(state_.UnsavedKinds())) {
+    // What was deleted without having been saved stays where it was written last, for as long as the program runs.
+    if (!AnyOf(state_.DroppedKinds())) End();
+    return;
+  }
   const auto due = DueIn();
   if (due && due->count() == 0) Write();
 }

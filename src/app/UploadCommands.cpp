@@ -1,10 +1,12 @@
 #include "app/UploadCommands.h"
 
+#include <set>
 #include <utility>
 
 #include "app/FileStore.h"
 #include "app/Messages.h"
 #include "formats/Format.h"
+#include "preflight/Sending.h"
 #include "records/Chosen.h"
 #include "text/Cp932.h"
 #include "text/TextOutput.h"
@@ -28,6 +30,18 @@ std::string StandardText(const DataSet& data, int utc_offset_hours, const CivilT
 
 bool SameRecords(const DataSet& a, const DataSet& b) {
   return a.Waypoints() == b.Waypoints() && a.Routes() == b.Routes() && a.Logs() == b.Logs();
+}
+
+/// Of waypoints that one data set has more than the other.
+std::vector<std::string> NamesBeyond(const DataSet& held, const DataSet& known) {
+  std::set<std::string> names;
+  for (const Waypoint& waypoint : known.Waypoints())
+    names.insert(HeldName(waypoint.ident));
+  std::vector<std::string> beyond;
+  for (const Waypoint& waypoint : held.Waypoints()) {
+    if (names.insert(HeldName(waypoint.ident)).second) beyond.push_back(HeldName(waypoint.ident));
+  }
+  return beyond;
 }
 
 }  // namespace
@@ -59,7 +73,8 @@ Outcome UploadCommands::Run(const UploadCare& care) {
   names_.Remember(plan_.data, sent_);
   const Outcome outcome = device_.Send(sent_, plan_.kinds);
   if (outcome != Outcome::Done || !care.verify) return outcome;
-  return CompareWithReceiver();
+  DataSet held;
+  return CompareWithReceiver(held);
 }
 
 void UploadCommands::FindFindings() {
@@ -120,8 +135,7 @@ Outcome UploadCommands::SaveBackup(const std::string& path) {
   return Outcome::Done;
 }
 
-Outcome UploadCommands::CompareWithReceiver() {
-  DataSet held;
+Outcome UploadCommands::CompareWithReceiver(DataSet& held) {
   const Outcome outcome = device_.Read(held);
   if (outcome != Outcome::Done) {
     desktop_.ShowMessage(messages::NotCompared);
@@ -136,7 +150,21 @@ Outcome UploadCommands::CompareWithReceiver() {
 Outcome UploadCommands::SendBackup() {
   if (!has_backup_) return Outcome::Refused;
   if (state_.Busy()) return Outcome::Busy;
-  return device_.RunIdentified([this] { return device_.Send(backup_, backup_kinds_); });
+  return device_.RunIdentified([this] { return RunBackup(); });
+}
+
+Outcome UploadCommands::RunBackup() {
+  plan_ = {};
+  plan_.kinds = backup_kinds_;
+  plan_.to = {garmin_.Protocols(), LimitsOf(device_.Identified().description), garmin_.CheckedLinkInUse()};
+  sent_ = backup_;
+  differences_.clear();
+  compared_ = false;
+  if (const Outcome outcome = device_.Send(sent_, plan_.kinds); outcome != Outcome::Done) return outcome;
+  DataSet held;
+  if (const Outcome outcome = CompareWithReceiver(held); outcome != Outcome::Done) return outcome;
+  desktop_.SetStatusCaption(messages::BackupSent(NamesBeyond(held, backup_)));
+  return Outcome::Done;
 }
 
 }  // namespace walrim

@@ -38,8 +38,8 @@ class UploadCommands {
   /// Uploads the checked records of the chosen kinds. A backup that fails ends it before the first record is sent.
   /// AutoDelete follows where all is in the receiver as it is held here.
   Outcome Upload(const UploadCare& care = {});
-  /// Sends what the receiver held when the last backup was made, of the kinds that were uploaded then. Records that
-  /// have come since stay.
+  /// Sends what the receiver held when the last backup was made, of the kinds that were uploaded then, reads it back
+  /// and compares. Records that have come since stay, and are told.
   Outcome SendBackup();
   [[nodiscard]] bool HasBackup() const { return has_backup_; }
 
@@ -57,7 +57,8 @@ class UploadCommands {
   [[nodiscard]] Outcome AskReceiver();
   [[nodiscard]] Outcome Decide(const UploadCare& care);
   [[nodiscard]] Outcome SaveBackup(const std::string& path);
-  [[nodiscard]] Outcome CompareWithReceiver();
+  [[nodiscard]] Outcome CompareWithReceiver(DataSet& held);
+  [[nodiscard]] Outcome RunBackup();
   void FindFindings();
   [[nodiscard]] NameLookup Lookup() {
     return [this](std::string_view long_name) { return names_.ShortOf(long_name); };

@@ -150,6 +150,7 @@ template <typename Fields, typename W>
 void VisitWaypoint(Fields& fields, W& waypoint) {
   fields.Enum(waypoint.type, WaypointType::D108);
   fields(waypoint.missing);
+  fields(waypoint.damaged);
   fields(waypoint.chosen);
   fields(waypoint.dspl);
   fields(waypoint.color);
@@ -198,6 +199,7 @@ void VisitRoute(Fields& fields, R& route) {
   fields(route.nmbr);
   fields(route.cmnt);
   fields(route.chosen);
+  fields(route.damaged);
 }
 
 template <typename Fields, typename L>
@@ -207,6 +209,7 @@ void VisitLog(Fields& fields, L& log) {
   fields(log.color);
   fields(log.trk_ident);
   fields(log.chosen);
+  fields(log.damaged);
 }
 
 template <typename Fields, typename P>
@@ -217,6 +220,7 @@ void VisitTrackPoint(Fields& fields, P& point) {
   fields(point.alt_m);
   fields(point.dpth_m);
   fields(point.new_trk);
+  fields(point.damaged);
 }
 
 template <typename Fields, typename R>

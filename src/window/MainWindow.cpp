@@ -256,8 +256,8 @@ void MainWindow::BuildDeviceMenu() {
   AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *data_panel_->up_load);
   AddCommand(*device, "SendSafely", "受信機へ安全に送る(&S)...",
              [this] { RunWithReceiver([this] { return uploads_.SendSafely(); }); });
-  AddCommand(*device, "SendBackup", "受信機を送る前に戻す(&B)",
-             [this] { RunWithReceiver([this] { return uploads_.SendBackup(); }); });
+  send_backup_ = AddCommand(*device, "SendBackup", "受信機を送る前に戻す(&B)",
+                            [this] { RunWithReceiver([this] { return uploads_.SendBackup(); }); });
   device->addSeparator();
   AddAction(*device, "接続を調べる(&X)", QKeySequence("Ctrl+F5"), *doctor_panel_->again);
   AddAction(*device, "すべてのポートを探す(&W)", {}, *doctor_panel_->find_receiver);
@@ -415,7 +415,8 @@ void MainWindow::OfferRecovery() {
 bool MainWindow::MayClose() {
   bool may = true;
   asks_to_close_ = true;
-  if (AnyOf(main_.State().UnsavedKinds())) Run([&] { may = main_.Exports().MayEnd(); });
+  const ProgramState& state = main_.State();
+  if (AnyOf(state.UnsavedKinds()) || AnyOf(state.DroppedKinds())) Run([&] { may = main_.Exports().MayEnd(); });
   asks_to_close_ = false;
   return may;
 }
@@ -463,6 +464,7 @@ void MainWindow::ShowControls() {
   undo_menu_->ShowState(command_runs_);
   row_menu_->ShowState(command_runs_);
   setWindowModified(AnyOf(main_.State().UnsavedKinds()));
+  send_backup_->setEnabled(!command_runs_ && main_.Uploads().HasBackup());
   fix_dates_->setEnabled(!command_runs_ && !main_.State().DateRepairs().empty());
   cancel_action_->setEnabled(main_.State().CancelEnabled());
 }

@@ -165,6 +165,7 @@ class MainWindow : public QMainWindow {
   UndoMenu* undo_menu_ = nullptr;
   RowMenu* row_menu_ = nullptr;
   QAction* fix_dates_ = nullptr;
+  QAction* send_backup_ = nullptr;
   QMenu* recent_files_ = nullptr;
   QAction* keep_settings_ = nullptr;
   QAction* cancel_action_ = nullptr;

@@ -30,8 +30,6 @@ inline constexpr std::string_view AllThere = "送信したデータは，すべ�
 [[nodiscard]] inline std::string Differ(std::size_t count) {
   return "受信機のデータは，送信したものと" + std::to_string(count) + "件違います．";
 }
-inline constexpr std::string_view NoBackupYet =
-    "受信機のデータは，まだ保存されていません．「受信機へ安全に送る」で送信すると，送信する前に保存されます．";
 /// In front of the code of a named symbol.
 inline constexpr std::string_view Code = "コード ";
 /// In front of what was typed.

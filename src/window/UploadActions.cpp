@@ -6,10 +6,10 @@
 #include <QListWidget>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
+#include "app/RecoveryFiles.h"
 #include "preflight/Messages.h"
 #include "text/Scan.h"
 #include "window/Messages.h"
@@ -39,18 +39,16 @@ Outcome UploadActions::Upload() {
 Outcome UploadActions::SendSafely() {
   UploadCare care;
   care.verify = true;
-  care.backup = BackupPath(std::getenv("XDG_STATE_HOME"), std::getenv("HOME"), clock_.LocalTime());
+  care.backup = BackupPath(clock_.LocalTime());
   const Outcome outcome = main_.Uploads().Upload(care);
   if (outcome == Outcome::Done) ShowDifferences();
   return outcome;
 }
 
 Outcome UploadActions::SendBackup() {
-  if (!main_.Uploads().HasBackup()) {
-    ShowWarning(window_, Text(window_messages::NoBackupYet));
-    return Outcome::Refused;
-  }
-  return main_.Uploads().SendBackup();
+  const Outcome outcome = main_.Uploads().SendBackup();
+  if (outcome == Outcome::Done) ShowDifferences();
+  return outcome;
 }
 
 void UploadActions::ShowDifferences() {
@@ -75,12 +73,8 @@ void UploadActions::ShowDifferences() {
   dialog.exec();
 }
 
-std::string BackupPath(const char* state_home, const char* home, const CivilTime& now) {
-  const auto is_path = [](const char* folder) { return folder != nullptr && folder[0] == '/'; };
-  std::filesystem::path folder = is_path(state_home) ? std::filesystem::path(state_home)
-                                 : is_path(home)     ? std::filesystem::path(home) / ".local/state"
-                                                     : std::filesystem::current_path();
-  folder /= "walrim";
+std::string BackupPath(const CivilTime& now) {
+  const std::filesystem::path folder = UserStateFolder().value_or(std::filesystem::current_path()) / "walrim";
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   std::string moment = DateTimeText(now);

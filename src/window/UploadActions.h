@@ -33,8 +33,7 @@ class UploadActions {
   WindowReview review_;
 };
 
-/// A new file for a backup in the user's state folder, which is made; by the values of XDG_STATE_HOME and HOME and the
-/// local time.
-[[nodiscard]] std::string BackupPath(const char* state_home, const char* home, const CivilTime& now);
+/// A new file for a backup in the user's state folder, which is made, named by the local time.
+[[nodiscard]] std::string BackupPath(const CivilTime& now);
 
 }  // namespace walrim

@@ -82,9 +82,21 @@ TEST(AppMessages, OfStepsAreWordedSo) {
 TEST(AppMessages, BeforeTheEndAreWordedSo) {
   EXPECT_EQ(UnsavedQuestion({true, false, true}),
             "保存されていない変更があります（Waypoint，TrackLog）．終了する前に保存しますか？");
+  EXPECT_EQ(DroppedQuestion({false, true, true}),
+            "どのファイルにも保存せずに消した記録があります（Route，TrackLog）．「元に戻す」で戻せますが，終了すると戻"
+            "せません．"
+            "終了しますか？");
   EXPECT_EQ(SaveAnswers.first, "保存");
   EXPECT_EQ(SaveAnswers.second, "保存しない");
   EXPECT_EQ(SaveAnswers.back, "戻る");
+}
+
+TEST(AppMessages, OfABackupAreWordedSo) {
+  EXPECT_EQ(BackupSent({}), "送る前のデータを受信機へ送り戻し，読み戻して確かめました．");
+  EXPECT_EQ(BackupSent({"A", "B"}), std::string(BackupSent({})) +
+                                        "送る前になかったWaypoint 2件（A，B）は受信機に残っています．"
+                                        "要らなければ，受信機で消してください．");
+  EXPECT_NE(BackupSent({"1", "2", "3", "4", "5", "6"}).find("6件（1，2，3，4，5…）"), std::string::npos);
 }
 
 TEST(AppMessages, OfRecoveryAreWordedSo) {

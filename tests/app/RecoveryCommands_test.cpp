@@ -114,6 +114,34 @@ TEST_F(RecoveryTest, GoesWhenAllIsSavedAndWhenTheProgramEnds) {
   EXPECT_TRUE(std::filesystem::is_empty(Folder()));
 }
 
+TEST_F(RecoveryTest, KeepsWhatWasDeletedWithoutASave) {
+  program->Add("A");
+  Recovery().Keep();
+  program->main.State().Settings().chosen_kinds = {true, false, false};
+  EXPECT_EQ(program->main.Deletes().Delete(), Outcome::Done);
+  EXPECT_EQ(program->main.State().DroppedKinds(), (DataKinds{true, false, false}));
+  clock->Advance(std::chrono::hours(1));
+  Recovery().Keep();
+  EXPECT_EQ(Kept(), Strings{"A"});
+  EXPECT_EQ(program->main.Edits().Undo(), Outcome::Done);
+  EXPECT_EQ(program->main.State().DroppedKinds(), DataKinds{});
+}
+
+TEST_F(RecoveryTest, ARestoreThatIsUndoneIsNotLostSilently) {
+  program->Add("A");
+  Recovery().Keep();
+  Crash();
+  Start();
+  program->desktop.answer = Answer::First;
+  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
+  EXPECT_EQ(program->main.Edits().Undo(), Outcome::Done);
+  EXPECT_EQ(program->main.State().DroppedKinds(), (DataKinds{true, false, false}));
+  Recovery().Keep();
+  EXPECT_TRUE(std::filesystem::exists(Folder() + "/recovery-2.txt"));
+  EXPECT_EQ(program->main.Edits().Redo(), Outcome::Done);
+  EXPECT_EQ(program->main.State().DroppedKinds(), DataKinds{});
+}
+
 TEST_F(RecoveryTest, IsRestoredAsAnUnsavedStep) {
   program->Add("A");
   program->Add("B");

@@ -17,6 +17,7 @@ Waypoint OddWaypoint() {
   waypoint.color = 3;
   waypoint.smbl = 65535;
   waypoint.symbol_set = SymbolSet::Large;
+  waypoint.damaged = true;
   waypoint.unused = 0xFEDCBA98;
   waypoint.dist_m = 0.1F;
   waypoint.dst_m = 1e25F;
@@ -55,6 +56,7 @@ TrackPoint OddPoint() {
   point.alt_m = 3776.24F;
   point.dpth_m = 0.5F;
   point.new_trk = true;
+  point.damaged = true;
   return point;
 }
 
@@ -67,7 +69,7 @@ DataSet OddData() {
   DataSet data;
   Store(data, OddWaypoint());
   Store(data, UnknownWaypoint());
-  EXPECT_EQ(data.Begin(Route{RouteHeaderType::D201, 200, "道\n", {}, false}), AddResult::Stored);
+  EXPECT_EQ(data.Begin(Route{RouteHeaderType::D201, 200, "道\n", {}, false, true}), AddResult::Stored);
   RouteLink link;
   link.link_class = 65535;
   link.subclass[0] = 9;
@@ -77,7 +79,7 @@ DataSet OddData() {
   Store(data, point);
   Store(data, RoutePoint{UnknownWaypoint(), {}});
   EXPECT_EQ(data.Begin(Route{}), AddResult::Stored);
-  EXPECT_EQ(data.Begin(TrackLog{true, false, 7, "headless", {}, false}), AddResult::Stored);
+  EXPECT_EQ(data.Begin(TrackLog{true, false, 7, "headless", {}, false, true}), AddResult::Stored);
   Store(data, OddPoint());
   Store(data, TrackPoint{});
   EXPECT_EQ(data.Begin(TrackLog{}), AddResult::Stored);
@@ -115,7 +117,8 @@ TEST(PlainForm, StandsSo) {
   point.time = 1000;
   Store(data, point);
   const std::string text = PlainFormOf(data);
-  EXPECT_EQ(text.substr(0, text.find("\nE\t")), "Walrim records 1\nL\t0\t1\t255\tA%25B\t1\nT\t35.5\t0\t1000\t\t\t0");
+  EXPECT_EQ(text.substr(0, text.find("\nE\t")),
+            "Walrim records 1\nL\t0\t1\t255\tA%25B\t1\t0\nT\t35.5\t0\t1000\t\t\t0\t0");
 }
 
 TEST(PlainForm, AnEmptyDataSetIsWholeToo) {
@@ -139,14 +142,14 @@ TEST(PlainForm, AnyOtherByteIsSeen) {
 }
 
 TEST(PlainForm, RefusesLinesThatAreNone) {
-  const std::string point = "T\t35.5\t0\t1000\t\t\t0\n";
-  const std::string log = "L\t0\t1\t255\tA\t1\n";
+  const std::string point = "T\t35.5\t0\t1000\t\t\t0\t0\n";
+  const std::string log = "L\t0\t1\t255\tA\t1\t0\n";
   EXPECT_TRUE(ReadPlainForm(SealedPlainForm(log + point)));
   for (const std::string& lines :
-       {point, log + "\n", log + "X\t1\n", log + "T\t35.5\t0\t1000\t\t\t0\t\n", log + "T\t35.5\t0\t1000\t\t\n",
-        log + "T\t35.5\t0\t-1\t\t\t0\n", log + "T\t35.5x\t0\t\t\t\t0\n", log + "T\t\t0\t\t\t\t0\n",
-        log + "T\t35.5\t0\t\t\t\t2\n", std::string("L\t0\t1\t256\tA\t1\n"), std::string("R\t2\t1\tA\t1\n"),
-        log + "L\t1\t1\t255\tA\t1\n"}) {
+       {point, log + "\n", log + "X\t1\n", log + "T\t35.5\t0\t1000\t\t\t0\t0\t\n", log + "T\t35.5\t0\t1000\t\t\t0\n",
+        log + "T\t35.5\t0\t-1\t\t\t0\t0\n", log + "T\t35.5x\t0\t\t\t\t0\t0\n", log + "T\t\t0\t\t\t\t0\t0\n",
+        log + "T\t35.5\t0\t\t\t\t2\t0\n", std::string("L\t0\t1\t256\tA\t1\t0\n"), std::string("R\t2\t1\tA\t1\t0\n"),
+        log + "L\t1\t1\t255\tA\t1\t0\n"}) {
     EXPECT_FALSE(ReadPlainForm(SealedPlainForm(lines))) << lines;
   }
 }

@@ -162,6 +162,28 @@ TEST_F(ClosingTest, BackStays) {
   EXPECT_EQ(Texts("GpsNum"), "2|1|-") << "all works as before";
 }
 
+TEST_F(ClosingTest, WhatWasDeletedWithoutASaveIsAskedFor) {
+  CheckAll("DoCheck");
+  Click("Delete");
+  answerer.Answer(QMessageBox::Cancel);
+  EXPECT_FALSE(window->close());
+  EXPECT_EQ(Messages(), messages::DroppedQuestion({true, true, false}));
+  Press("Ctrl+Z");
+  Check("DoCheck_2");
+  answerer.Answer(QMessageBox::Yes);
+  answerer.ChooseFile(folder.Path("out.grc").c_str());
+  EXPECT_TRUE(window->close()) << "what was deleted is back, and saved";
+  EXPECT_EQ(answerer.boxes.size(), 2U);
+}
+
+TEST_F(UndoMenuTest, WhatWasSavedAndDeletedIsNotAskedFor) {
+  Import("a.grc");
+  CheckAll("DoCheck");
+  Click("Delete");
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(answerer.boxes.empty());
+}
+
 TEST_F(ClosingTest, NotSavingCloses) {
   answerer.Answer(QMessageBox::No);
   EXPECT_TRUE(window->close());

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <filesystem>
 
+#include "app/Messages.h"
 #include "window/Messages.h"
 #include "window/WindowTest.h"
 
@@ -115,14 +116,20 @@ TEST_F(UploadWindowTest, SentSafelyItIsBackedUpComparedAndTakenBack) {
   ASSERT_FALSE(before.empty());
   Hold("NEWONE", 35);
   CheckAll("DoCheck");
-  When("UploadDifferences", [](QDialog& dialog) {
+  const auto accept_without_a_difference = [](QDialog& dialog) {
     EXPECT_EQ(dialog.findChild<QListWidget*>("Differences")->count(), 0);
     dialog.accept();
-  });
+  };
+  EXPECT_FALSE(window->findChild<QAction*>("SendBackup")->isEnabled()) << "there is no backup";
+  When("UploadDifferences", accept_without_a_difference);
   window->findChild<QAction*>("SendSafely")->trigger();
   EXPECT_EQ(shown, 1);
   EXPECT_EQ(InReceiver(), Strings{"NEWONE"});
+  EXPECT_TRUE(window->findChild<QAction*>("SendBackup")->isEnabled());
+  When("UploadDifferences", accept_without_a_difference);
   window->findChild<QAction*>("SendBackup")->trigger();
+  EXPECT_EQ(shown, 2);
+  EXPECT_EQ(Status(), messages::BackupSent({})) << "this receiver replaces what it holds";
   EXPECT_EQ(InReceiver(), before);
 }
 
