@@ -51,8 +51,7 @@ Outcome UploadCommands::Upload(const UploadCare& care) {
   sent_ = {};
   differences_.clear();
   compared_ = false;
-  if (!care.backup.empty() && FileExists(care.backup) &&
-      !desktop_.AskOkCancel(messages::OverwriteQuestion(care.backup))) {
+  if (!care.check && FileExists(care.backup) && !desktop_.AskOkCancel(messages::OverwriteQuestion(care.backup))) {
     return Outcome::Refused;
   }
   return device_.UploadBy([this, &care] { return Run(care); });
@@ -63,7 +62,8 @@ Outcome UploadCommands::Run(const UploadCare& care) {
   plan_.kinds = state_.WantedKinds();
   plan_.to = {garmin_.Protocols(), LimitsOf(device_.Identified().description), garmin_.CheckedLinkInUse()};
   if (!care.backup.empty()) {
-    if (const Outcome saved = SaveBackup(care.backup); saved != Outcome::Done) return saved;
+    const Outcome asked = care.check ? AskReceiver() : SaveBackup(care.backup);
+    if (asked != Outcome::Done) return asked;
   }
   FindFindings();
   if (care.check) return Outcome::Done;
@@ -141,7 +141,7 @@ Outcome UploadCommands::CompareWithReceiver(DataSet& held) {
     desktop_.ShowMessage(messages::NotCompared);
     return outcome;
   }
-  differences_ = Compare(sent_, plan_.kinds, held, plan_.to);
+  differences_ = Compare(sent_, plan_.kinds, held, plan_.before, plan_.to);
   compared_ = true;
   if (!differences_.empty()) state_.SetSomethingLost(true);
   return Outcome::Done;

@@ -19,7 +19,7 @@ namespace walrim {
 
 /// How an upload is looked after. Backup and reading back are told by their captions.
 struct UploadCare {
-  bool check = false;   ///< nothing is sent
+  bool check = false;   ///< nothing is sent, and no backup written
   bool fit = false;     ///< all proposals are taken, and nobody is asked
   bool verify = false;  ///< what was sent is downloaded and compared
   std::string backup;   ///< the file that what the receiver holds is saved to first; empty: it is not

@@ -282,7 +282,7 @@ ExitStatus Terminal::Upload() {
 /// Tells before a long transfer what would make its backup impossible, or overwrite what is sent.
 bool Terminal::BackupUsable() {
   const std::string& path = arguments_.care.backup;
-  if (path.empty()) return true;
+  if (path.empty() || arguments_.care.check) return true;
   if (path == StandardStream || SameFile(path, arguments_.trace_path) ||
       std::ranges::any_of(arguments_.files, [&](const std::string& file) { return SameFile(path, file); })) {
     Message(std::string(cli_messages::BackupIsData) + path);

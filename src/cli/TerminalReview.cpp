@@ -29,6 +29,10 @@ bool ToldByTheUpload(const UploadFinding& finding, const Recipient& to) {
     case Loss::Missing:
     case Loss::Points:
     case Loss::Number:
+    case Loss::Overwrites:
+    case Loss::SharedName:
+    case Loss::SharedRouteName:
+    case Loss::NoRouteName:
     case Loss::Height:
     case Loss::Depth:
     case Loss::Distance:

@@ -59,6 +59,21 @@ PositionEdit WholePosition(const MapPoint& point) {
   return OnGlobe(converted) ? PositionEdit{converted, {}} : Refused(std::string(LinkOffGlobe));
 }
 
+/// Below what any receiver and any file tells.
+constexpr double SameAngle_deg = 1e-9;
+
+/// The point that is shown so. One conversion there and one back come out some centimetres away.
+GeoPoint OnWgs84(const GeoPoint& shown, Datum datum) {
+  constexpr int Rounds = 4;
+  GeoPoint point = ConvertDatum(shown, datum, Datum::Wgs84);
+  for (int round = 0; round < Rounds && datum != Datum::Wgs84; ++round) {
+    const GeoPoint again = ConvertDatum(point, Datum::Wgs84, datum);
+    point.latitude_deg += shown.latitude_deg - again.latitude_deg;
+    point.longitude_deg += shown.longitude_deg - again.longitude_deg;
+  }
+  return point;
+}
+
 }  // namespace
 
 PositionEdit EditPosition(const GeoPoint& before, PositionAxis axis, std::string_view text, const PositionForm& form) {
@@ -76,9 +91,13 @@ PositionEdit EditPosition(const GeoPoint& before, PositionAxis axis, std::string
   if (!degrees) return Refused(NoPosition(row.name, shown));
   if (!is_marked && text.starts_with('-') && IsPacked(form.notation)) return Refused(NoNegativeDms(row.name, shown));
   if (!(std::abs(*degrees) <= row.limit_deg)) return Refused(OutOfRange(row.name, shown, row.limit_deg));
-  GeoPoint point = ConvertDatum(before, Datum::Wgs84, form.datum);
-  (axis == PositionAxis::Latitude ? point.latitude_deg : point.longitude_deg) = *degrees;
-  point = ConvertDatum(point, form.datum, Datum::Wgs84);
+  GeoPoint shown_point = ConvertDatum(before, Datum::Wgs84, form.datum);
+  const bool is_latitude = axis == PositionAxis::Latitude;
+  (is_latitude ? shown_point.latitude_deg : shown_point.longitude_deg) = *degrees;
+  GeoPoint point = OnWgs84(shown_point, form.datum);
+  double& other = is_latitude ? point.longitude_deg : point.latitude_deg;
+  const double other_before = is_latitude ? before.longitude_deg : before.latitude_deg;
+  if (std::abs(other - other_before) < SameAngle_deg) other = other_before;
   return OnGlobe(point) ? PositionEdit{point, {}} : Refused(std::string(LinkOffGlobe));
 }
 

@@ -76,23 +76,30 @@ bool Lost(const std::optional<float>& was, const std::optional<float>& is) {
   return was && (!is || *was != *is);
 }
 
-/// The symbol's name, or its number where it has none.
+/// "旗（flag symbol）", or the number of a symbol without a name.
 std::string SymbolText(const Waypoint& waypoint, WaypointType type) {
   const int code = waypoint.smbl.value_or(0);
   const std::string_view name = NameOf(SymbolNames(type), code);
-  return name.empty() ? std::to_string(code) : std::string(name);
+  if (name.empty()) return std::to_string(code);
+  return std::string(JapaneseSymbolName(type, code)).append("（").append(name).append("）");
 }
 
-/// The points of all logs in their order, found by their place.
+/// A type that has the symbol of a record among its own.
+WaypointType TypeOfSymbol(const Waypoint& waypoint) {
+  return HasSmallSymbol(waypoint) ? WaypointType::D103 : WaypointType::D108;
+}
+
+/// The points of all logs in their order, or in the opposite one, found by their place.
 class HeldPoints {
  public:
-  explicit HeldPoints(const DataSet& held) {
+  HeldPoints(const DataSet& held, bool backwards) {
     for (const TrackLog& log : held.Logs()) {
-      for (const TrackPoint& point : log.points) {
-        indices_[KeyOf(point)].push_back(points_.size());
+      for (const TrackPoint& point : log.points)
         points_.push_back({&point, &log});
-      }
     }
+    if (backwards) std::ranges::reverse(points_);
+    for (std::size_t i = 0; i < points_.size(); ++i)
+      indices_[KeyOf(*points_[i].point)].push_back(i);
   }
 
   struct Found {
@@ -131,7 +138,8 @@ struct Where {
 
 class Comparer {
  public:
-  Comparer(const DataSet& sent, const DataSet& held, const Recipient& to) : sent_(sent), held_(held), to_(to) {}
+  Comparer(const DataSet& sent, const DataSet& held, const DataSet& before, const Recipient& to)
+      : sent_(sent), held_(held), before_(before), to_(to) {}
 
   [[nodiscard]] std::vector<Difference> Of(DataKind kind) {
     once_.clear();
@@ -174,7 +182,7 @@ class Comparer {
     plain.color = DefaultLargeColour;
     const Sent<Waypoint> as_sent = Send(plain, to_);
     if (as_sent.replaced || as_sent.record.smbl != is.smbl) {
-      found.push_back({where.kind, Loss::Picture, where.record, where.point, 1, SymbolText(was, WaypointType::D108),
+      found.push_back({where.kind, Loss::Picture, where.record, where.point, 1, SymbolText(was, TypeOfSymbol(was)),
                        SymbolText(is, to_.types.waypoint)});
     }
     return found;
@@ -209,16 +217,22 @@ class Comparer {
   using Users = std::vector<std::optional<std::size_t>>;
 
   /// The held record that a waypoint became, under its own name or under another one: one that no later waypoint
-  /// became, or one that it differs from in nothing.
+  /// became, or one that it differs from in nothing. Of several the one that differs least.
   [[nodiscard]] std::optional<std::size_t> FindWaypoint(std::size_t record, const Users& users, bool own_name) const {
     const Waypoint& was = sent_.Waypoints()[record];
     const Sent<Waypoint> sent = Send(was, to_);
+    std::optional<std::size_t> found;
+    std::size_t least = 0;
     for (std::size_t i = 0; i < held_.Waypoints().size(); ++i) {
       const Waypoint& held = held_.Waypoints()[i];
       if (!MayBe(sent, was, held) || SameWord(Bare(held.ident), Sendable(was.ident)) != own_name) continue;
-      if (!users[i] || sent_.Waypoints()[*users[i]] == was || OfRecord({}, was, held).empty()) return i;
+      const std::size_t differs = OfRecord({}, was, held).size();
+      if (users[i] && !(sent_.Waypoints()[*users[i]] == was) && differs > 0) continue;
+      if (found && differs >= least) continue;
+      found = i;
+      least = differs;
     }
-    return std::nullopt;
+    return found;
   }
 
   void CompareWaypoints() {
@@ -243,6 +257,25 @@ class Comparer {
       const Waypoint& is = held_.Waypoints()[*became[i]];
       Take(OfRecord(where, was, is));
       TellWhatGoesWithTheType(where, was, is);
+    }
+    TellOverwrittenWaypoints();
+  }
+
+  /// A name that the receiver held at one place, and that is at another one now.
+  void TellOverwrittenWaypoints() {
+    std::map<std::string, const Waypoint*> now;
+    for (const Waypoint& held : held_.Waypoints())
+      now.try_emplace(HeldName(held.ident), &held);
+    std::map<std::string, std::size_t> last_of_name;
+    for (std::size_t i = 0; i < sent_.Waypoints().size(); ++i)
+      last_of_name[KeptName(Send(sent_.Waypoints()[i], to_).record.ident, to_)] = i;
+    for (const Waypoint& before : before_.Waypoints()) {
+      const std::string name = HeldName(before.ident);
+      const auto is = now.find(name);
+      const auto by = last_of_name.find(name);
+      if (is == now.end() || by == last_of_name.end() || SamePlace(*is->second, before)) continue;
+      differences_.push_back(
+          {DataKind::Waypoint, Loss::Overwrites, by->second, {}, 1, Bare(sent_.Waypoints()[by->second].ident), name});
     }
   }
 
@@ -313,6 +346,72 @@ class Comparer {
         differences_.push_back({DataKind::Route, Loss::Missing, i, {}, 1, Sendable(sent_.Routes()[i].cmnt), {}});
       }
     }
+    TellOverwrittenRoutes();
+    TellDoubtfulNames(became);
+  }
+
+  [[nodiscard]] bool IsD201() const { return to_.types.route_header == RouteHeaderType::D201; }
+
+  /// Of two routes that a receiver holds, or would.
+  [[nodiscard]] bool SameRoute(const Route& a, const Route& b) const {
+    return IsD201() ? a.nmbr == b.nmbr : a.cmnt == b.cmnt;
+  }
+
+  [[nodiscard]] static bool SamePoints(const Route& a, const Route& b) {
+    return std::ranges::equal(a.points, b.points, [](const RoutePoint& point, const RoutePoint& other) {
+      return SamePlace(point.waypoint, other.waypoint);
+    });
+  }
+
+  /// A number or a name under which the receiver held another way.
+  void TellOverwrittenRoutes() {
+    for (const Route& before : before_.Routes()) {
+      const auto is = std::ranges::find_if(held_.Routes(), [&](const Route& held) { return SameRoute(held, before); });
+      if (is == held_.Routes().end() || SamePoints(*is, before)) continue;
+      for (std::size_t r = sent_.Routes().size(); r-- > 0;) {
+        if (!SameRoute(SendHeader(sent_.Routes()[r], to_, 0).record, before)) continue;
+        differences_.push_back({DataKind::Route,
+                                Loss::Overwrites,
+                                r,
+                                {},
+                                1,
+                                Bare(sent_.Routes()[r].cmnt),
+                                IsD201() ? std::to_string(before.nmbr) : Bare(before.cmnt)});
+        break;
+      }
+    }
+  }
+
+  /// Names that arrived as they were, and that not every receiver copes with.
+  void TellDoubtfulNames(const std::vector<std::optional<std::size_t>>& became) {
+    std::map<std::string, const Waypoint*> places;
+    for (const Waypoint& held : held_.Waypoints())
+      places.try_emplace(HeldName(held.ident), &held);
+    std::map<std::string, std::size_t> names;
+    for (std::size_t r = 0; r < became.size(); ++r) {
+      if (!became[r]) continue;
+      if (IsD201()) TellDoubtfulRouteName(r, *became[r], names);
+      TellNamesOfOtherPlaces(r, held_.Routes()[*became[r]], places);
+    }
+  }
+
+  void TellDoubtfulRouteName(std::size_t r, std::size_t held, std::map<std::string, std::size_t>& names) {
+    const std::string name = Bare(held_.Routes()[held].cmnt);
+    const auto tell = [&](Loss loss) { differences_.push_back({DataKind::Route, loss, r, {}, 1, name, {}}); };
+    if (name.empty() && Bare(sent_.Routes()[r].cmnt).empty()) tell(Loss::NoRouteName);
+    if (!name.empty() && names.try_emplace(name, held).first->second != held) tell(Loss::SharedRouteName);
+  }
+
+  void TellNamesOfOtherPlaces(std::size_t r, const Route& is, std::map<std::string, const Waypoint*>& places) {
+    const Route& was = sent_.Routes()[r];
+    const std::vector<const Waypoint*> points = PointsOf(was, SentPoints(was), is);
+    for (std::size_t p = 0; p < points.size(); ++p) {
+      if (points[p] == nullptr) continue;
+      const std::string name = HeldName(points[p]->ident);
+      const bool elsewhere = !SamePlace(*places.try_emplace(name, points[p]).first->second, *points[p]);
+      if (!elsewhere || !SameWord(name, Sendable(was.points[p].waypoint.ident))) continue;
+      differences_.push_back({DataKind::Route, Loss::SharedName, r, p, 1, name, {}});
+    }
   }
 
   void CompareRoute(std::size_t record, const Route& is) {
@@ -345,25 +444,62 @@ class Comparer {
     }
   }
 
+  /// A log that is sent again stands behind the one that was there: what is found from the end on is taken where it is
+  /// no less.
   void CompareLogs() {
-    HeldPoints held(held_);
-    for (std::size_t i = 0; i < sent_.Logs().size(); ++i)
-      CompareLog(i, held);
+    const LogsFound forwards = FindLogs(false);
+    const LogsFound backwards = FindLogs(true);
+    const LogsFound& best = forwards.BetterThan(backwards) ? forwards : backwards;
+    for (std::size_t i = 0; i < best.logs.size(); ++i)
+      CompareLog(i, best.logs[i]);
   }
 
-  void CompareLog(std::size_t record, HeldPoints& held) {
+  /// The held point that each point of a log became; none where it is not there.
+  using LogFound = std::vector<HeldPoints::Found>;
+  struct LogsFound {
+    std::vector<LogFound> logs;
+    std::size_t there = 0;
+    std::size_t changed = 0;  ///< of those
+
+    [[nodiscard]] bool BetterThan(const LogsFound& other) const {
+      return there != other.there ? there > other.there : changed < other.changed;
+    }
+  };
+
+  [[nodiscard]] LogsFound FindLogs(bool backwards) const {
+    HeldPoints held(held_, backwards);
+    LogsFound found;
+    for (const TrackLog& log : sent_.Logs())
+      found.logs.emplace_back(log.points.size());
+    for (std::size_t l = 0; l < found.logs.size(); ++l)
+      FindLog(backwards ? found.logs.size() - 1 - l : l, backwards, held, found);
+    return found;
+  }
+
+  void FindLog(std::size_t log, bool backwards, HeldPoints& held, LogsFound& found) const {
+    const std::vector<TrackPoint>& points = sent_.Logs()[log].points;
+    for (std::size_t p = 0; p < points.size(); ++p) {
+      const std::size_t at = backwards ? points.size() - 1 - p : p;
+      const Sent<TrackPoint> sent = Send(points[at], to_);
+      if (sent.sending == Sending::Unsendable) continue;
+      const HeldPoints::Found became = held.Next(sent.record);
+      found.logs[log][at] = became;
+      if (became.point == nullptr) continue;
+      ++found.there;
+      if (became.point->time != points[at].time || became.point->alt_m != points[at].alt_m) ++found.changed;
+    }
+  }
+
+  void CompareLog(std::size_t record, const LogFound& became) {
     const TrackLog& was = sent_.Logs()[record];
     const Where where{DataKind::TrackLog, record, {}};
     const TrackLog* is = nullptr;
     std::size_t there = 0;
-    for (const TrackPoint& point : was.points) {
-      const Sent<TrackPoint> sent = Send(point, to_);
-      const HeldPoints::Found found =
-          sent.sending == Sending::Unsendable ? HeldPoints::Found{} : held.Next(sent.record);
-      if (found.point == nullptr) continue;
+    for (std::size_t p = 0; p < became.size(); ++p) {
+      if (became[p].point == nullptr) continue;
       ++there;
-      if (is == nullptr) is = found.log;
-      ComparePoint(where, point, *found.point);
+      if (is == nullptr) is = became[p].log;
+      ComparePoint(where, was.points[p], *became[p].point);
     }
     const std::size_t count = was.points.size();
     if (there < count) {
@@ -387,6 +523,7 @@ class Comparer {
 
   const DataSet& sent_;
   const DataSet& held_;
+  const DataSet& before_;
   const Recipient& to_;
   std::vector<Difference> differences_;
   std::map<Loss, Difference> once_;
@@ -402,6 +539,10 @@ bool ToldOnce(Loss loss) {
     case Loss::Comment:
     case Loss::Picture:
     case Loss::Number:
+    case Loss::Overwrites:
+    case Loss::SharedName:
+    case Loss::SharedRouteName:
+    case Loss::NoRouteName:
       return false;
     case Loss::Capitals:
     case Loss::Colour:
@@ -423,11 +564,12 @@ bool SamePlace(double lat_deg, double lon_deg, double other_lat_deg, double othe
          (gap_deg <= Tolerance_deg || std::abs(gap_deg - 360) <= Tolerance_deg);
 }
 
-std::vector<Difference> Compare(const DataSet& sent, const DataKinds& kinds, const DataSet& held, const Recipient& to) {
+std::vector<Difference> Compare(const DataSet& sent, const DataKinds& kinds, const DataSet& held, const DataSet& before,
+                                const Recipient& to) {
   std::vector<Difference> differences;
   for (const DataKind kind : AllDataKinds) {
     if (!kinds[IndexOf(kind)]) continue;
-    for (Difference& difference : Comparer(sent, held, to).Of(kind))
+    for (Difference& difference : Comparer(sent, held, before, to).Of(kind))
       differences.push_back(std::move(difference));
   }
   return differences;

@@ -20,6 +20,11 @@ enum class Loss : std::uint8_t {
   Comment,  ///< the end of its comment, of a route its name
   Picture,  ///< its symbol
   Number,   ///< a route's
+  // What the record itself keeps.
+  Overwrites,       ///< what the receiver held under its name or number, which is tells
+  SharedName,       ///< a route's point has the name of another place
+  SharedRouteName,  ///< another route has its name: some receivers want different ones
+  NoRouteName,      ///< some receivers lose a route without one
   // What goes with the type is told once for all records of a kind.
   Capitals,  ///< small letters of names and comments
   Colour,
@@ -46,9 +51,10 @@ struct Difference {
 };
 
 /// What became of the records of some kinds. A record is found in held by its place, and by a name that is its
-/// own or the beginning of that; a route and a log by their points.
+/// own or the beginning of that; a route and a log by their points; of several that may be it, the one that differs
+/// least. before is what the receiver held first, empty where that is not known.
 [[nodiscard]] std::vector<Difference> Compare(const DataSet& sent, const DataKinds& kinds, const DataSet& held,
-                                              const Recipient& to);
+                                              const DataSet& before, const Recipient& to);
 
 /// Whether two positions, of which one came over the line, are the same.
 [[nodiscard]] bool SamePlace(double lat_deg, double lon_deg, double other_lat_deg, double other_lon_deg);

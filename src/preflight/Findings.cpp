@@ -38,10 +38,9 @@ class Finder {
   }
 
   [[nodiscard]] std::vector<UploadFinding> Find() {
-    for (const Difference& difference : Compare(data_, kinds_, HeldAfterUpload(data_, kinds_, before_, to_), to_))
+    const DataSet after = HeldAfterUpload(data_, kinds_, before_, to_);
+    for (const Difference& difference : Compare(data_, kinds_, after, before_, to_))
       findings_.push_back(Explained(difference));
-    if (kinds_[IndexOf(DataKind::Waypoint)]) FindOverwrittenInReceiver();
-    if (kinds_[IndexOf(DataKind::Route)]) FindDoubtfulRoutes();
     std::ranges::stable_sort(findings_, {}, [](const UploadFinding& finding) { return finding.difference.kind; });
     return std::move(findings_);
   }
@@ -126,8 +125,38 @@ class Finder {
     } else if (gone) {
       ExplainGone(finding);
     }
-    if (difference.loss == Loss::Name) ProposeName(finding, difference.record, difference.point);
+    ProposeForNames(finding);
     return finding;
+  }
+
+  void ProposeForNames(UploadFinding& finding) {
+    const Difference& difference = finding.difference;
+    const bool of_waypoint = difference.kind == DataKind::Waypoint;
+    switch (difference.loss) {
+      case Loss::Name:
+      case Loss::SharedName:
+        return ProposeName(finding, difference.record, difference.point);
+      case Loss::Overwrites:
+        if (of_waypoint) return ProposeName(finding, difference.record, {});
+        return ProposeOtherRoute(finding, difference.record);
+      case Loss::SharedRouteName:
+      case Loss::NoRouteName:
+        return ProposeRouteName(finding, difference.record);
+      case Loss::Missing:
+      case Loss::Points:
+      case Loss::Comment:
+      case Loss::Picture:
+      case Loss::Number:
+      case Loss::Capitals:
+      case Loss::Colour:
+      case Loss::Height:
+      case Loss::Depth:
+      case Loss::Distance:
+      case Loss::Details:
+      case Loss::LogName:
+      case Loss::Time:
+        return;
+    }
   }
 
   void ExplainGone(UploadFinding& finding) {
@@ -248,66 +277,6 @@ class Finder {
     }
   }
 
-  // ---- What comparing does not show
-
-  void Add(Difference difference, Cause cause, auto propose) {
-    UploadFinding finding{std::move(difference), cause, {}, {}};
-    propose(finding);
-    findings_.push_back(std::move(finding));
-  }
-
-  void FindOverwrittenInReceiver() {
-    std::map<std::string, const Waypoint*> held;
-    for (const Waypoint& waypoint : before_.Waypoints())
-      held.try_emplace(HeldName(waypoint.ident), &waypoint);
-    for (std::size_t i = 0; i < waypoints_.size(); ++i) {
-      if (waypoints_[i].sending != Sending::Taken) continue;
-      const auto same = held.find(KeptName(waypoints_[i].record.ident, to_));
-      if (same == held.end() || SamePlace(*same->second, waypoints_[i].record)) continue;
-      Add({DataKind::Waypoint, Loss::Name, i, {}, 1, Bare(data_.Waypoints()[i].ident), same->first},
-          Cause::OverwritesHeld, [&](UploadFinding& finding) { ProposeName(finding, i, {}); });
-    }
-  }
-
-  void FindDoubtfulRoutes() {
-    for (std::size_t r = 0; r < routes_.size(); ++r) {
-      FindRouteInReceiver(r);
-      if (to_.types.route_header == RouteHeaderType::D201) FindDoubtfulName(r);
-      for (std::size_t p = 0; p < routes_[r].points.size(); ++p)
-        FindNameOfOtherPlace(r, p);
-    }
-  }
-
-  void FindRouteInReceiver(std::size_t r) {
-    const Route& route = routes_[r].header.record;
-    const auto same = std::ranges::find_if(before_.Routes(), [&](const Route& held) { return SameRoute(route, held); });
-    if (same == before_.Routes().end()) return;
-    const bool same_points =
-        std::ranges::equal(data_.Routes()[r].points, same->points,
-                           [](const RoutePoint& a, const RoutePoint& b) { return SamePlace(a.waypoint, b.waypoint); });
-    if (same_points) return;
-    Add({DataKind::Route, Loss::Number, r, {}, 1, Bare(data_.Routes()[r].cmnt), Bare(same->cmnt)},
-        Cause::OverwritesHeld, [&](UploadFinding& finding) { ProposeOtherRoute(finding, r); });
-  }
-
-  void FindDoubtfulName(std::size_t r) {
-    const std::string name = Bare(routes_[r].header.record.cmnt);
-    const auto same = [&](const SentRoute& other) { return Bare(other.header.record.cmnt) == name; };
-    const auto end = routes_.begin() + static_cast<std::ptrdiff_t>(r);
-    const bool again = std::find_if(routes_.begin(), end, same) != end;
-    if (!name.empty() && !again) return;
-    Add({DataKind::Route, Loss::Comment, r, {}, 1, name, {}}, name.empty() ? Cause::NoRouteName : Cause::SameRouteName,
-        [&](UploadFinding& finding) { ProposeRouteName(finding, r); });
-  }
-
-  void FindNameOfOtherPlace(std::size_t r, std::size_t p) {
-    const std::string name = KeptName(routes_[r].points[p].record.ident, to_);
-    const std::string ident = Bare(data_.Routes()[r].points[p].waypoint.ident);
-    if (!SameWord(name, ident) || SameWord(name, names_.route_points[r][p])) return;
-    Add({DataKind::Route, Loss::Name, r, p, 1, ident, {}}, Cause::SameNameInRoute,
-        [&](UploadFinding& finding) { ProposeName(finding, r, p); });
-  }
-
   const DataSet& data_;
   DataKinds kinds_;
   const DataSet& before_;
@@ -323,24 +292,6 @@ class Finder {
 };
 
 }  // namespace
-
-bool ShownByComparison(const UploadFinding& finding) {
-  switch (finding.cause) {
-    case Cause::Type:
-    case Cause::Letters:
-    case Cause::Overwritten:
-    case Cause::NoRoom:
-    case Cause::TooLong:
-    case Cause::NotSendable:
-      return true;
-    case Cause::OverwritesHeld:
-    case Cause::SameNameInRoute:
-    case Cause::SameRouteName:
-    case Cause::NoRouteName:
-      return false;
-  }
-  return false;
-}
 
 std::vector<UploadFinding> FindingsOf(const DataSet& data, const DataKinds& kinds, const DataSet& before,
                                       const Recipient& to, const NameLookup& lookup) {

@@ -21,12 +21,7 @@ enum class Cause : std::uint8_t {
   Overwritten,  ///< by a later record of the same name, or number
   NoRoom,       ///< the receiver has room for fewer
   TooLong,      ///< a text is longer than the receiver takes
-  NotSendable,  ///< it cannot be sent, nor the other records of its kind
-  // What comparing records does not show.
-  OverwritesHeld,   ///< of the receiver's own: another place has the name
-  SameNameInRoute,  ///< a route's point has the name of another place
-  SameRouteName,    ///< some receivers want different ones
-  NoRouteName       ///< some receivers lose a route without a name
+  NotSendable   ///< it cannot be sent, nor the other records of its kind
 };
 
 struct UploadFinding {
@@ -36,11 +31,8 @@ struct UploadFinding {
   std::vector<Proposal> proposals;   ///< together; none where there is nothing to do
 };
 
-/// Whether a finding is one that comparing what was sent with what is held afterwards shows too.
-[[nodiscard]] bool ShownByComparison(const UploadFinding& finding);
-
-/// What an upload of some kinds would lose, in the order of the records. before is what the receiver holds, empty where
-/// that is not known.
+/// What an upload of some kinds would lose, in the order of the records: what comparing shows once it is done. before
+/// is what the receiver holds, empty where that is not known.
 [[nodiscard]] std::vector<UploadFinding> FindingsOf(const DataSet& data, const DataKinds& kinds, const DataSet& before,
                                                     const Recipient& to, const NameLookup& lookup);
 

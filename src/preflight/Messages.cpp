@@ -91,6 +91,14 @@ std::string LossText(const Difference& difference) {
       return Became("絵", difference);
     case Loss::Number:
       return Became("番号", difference);
+    case Loss::Overwrites:
+      return Joined({"受信機にある", Quoted(difference.is), "を上書きします"});
+    case Loss::SharedName:
+      return "ほかの場所と同じ名前です";
+    case Loss::SharedRouteName:
+      return "ほかのルートと同じ名前です";
+    case Loss::NoRouteName:
+      return "名前がありません";
     case Loss::Capitals:
       return Once("小文字が大文字になります", difference);
     case Loss::Colour:
@@ -126,14 +134,6 @@ std::string FindingText(const UploadFinding& finding) {
       return Joined({Other(finding), finding.other ? "の" : "", "文字列が長すぎて受信機が受け取らないため，", lost});
     case Cause::NotSendable:
       return Joined({Other(finding), finding.other ? "に" : "", "送れない文字か位置があるため，", lost});
-    case Cause::OverwritesHeld:
-      return Joined({"受信機にある", Quoted(finding.difference.is), "を上書きします"});
-    case Cause::SameNameInRoute:
-      return "ほかの場所と同じ名前です";
-    case Cause::SameRouteName:
-      return "ほかのルートと同じ名前です";
-    case Cause::NoRouteName:
-      return "名前がありません";
   }
   return lost;
 }

@@ -138,8 +138,8 @@ std::string_view Doubled(std::string_view syllable) {
 std::string RomanName(std::string_view utf8) {
   const std::string normal = Normalised(utf8);
   std::string_view text = TrimBlanks(normal);
-  const auto* const ending = std::ranges::find_if(
-      Endings, [text](const Reading& row) { return text.size() > row.kana.size() && text.ends_with(row.kana); });
+  const auto* const ending =
+      std::ranges::find_if(Endings, [text](const Reading& row) { return text.ends_with(row.kana); });
   if (ending != std::end(Endings)) text.remove_suffix(ending->kana.size());
   std::string roman;
   while (!text.empty()) {

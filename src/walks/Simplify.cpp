@@ -56,15 +56,35 @@ struct Stretch {
   }
 };
 
-Stretch StretchOf(std::span<const TrackPoint> points, std::size_t begin, std::size_t end) {
-  const Line line(points[begin], points[end]);
-  Stretch stretch{begin, end, begin + 1, -1};
-  for (std::size_t i = begin + 1; i < end; ++i) {
-    const double distance = line.DistanceOf(points[i]);
-    if (distance > stretch.distance) stretch = {begin, end, i, distance};
+/// Finds the farthest points. A way whose bends split off one point each time would take as many steps as it has points
+/// squared; once many have been taken, no more than a sample of each stretch is looked at.
+class FarthestPoints {
+ public:
+  explicit FarthestPoints(std::span<const TrackPoint> points)
+      : points_(points), steps_left_(StepsPerPoint * points.size()) {}
+
+  [[nodiscard]] Stretch Of(std::size_t begin, std::size_t end) {
+    const std::size_t inner = end - begin - 1;
+    const std::size_t looked_at = std::min(inner, std::max(steps_left_, Sample));
+    steps_left_ -= std::min(steps_left_, looked_at);
+    const Line line(points_[begin], points_[end]);
+    Stretch stretch{begin, end, begin + 1, -1};
+    for (std::size_t k = 0; k < looked_at; ++k) {
+      const std::size_t i = begin + 1 + k * inner / looked_at;
+      const double distance = line.DistanceOf(points_[i]);
+      if (distance > stretch.distance) stretch = {begin, end, i, distance};
+    }
+    return stretch;
   }
-  return stretch;
-}
+
+ private:
+  /// Walks need some twenty: twice the logarithm of their points.
+  static constexpr std::size_t StepsPerPoint = 200;
+  static constexpr std::size_t Sample = 64;
+
+  std::span<const TrackPoint> points_;
+  std::size_t steps_left_;
+};
 
 /// The first and the last points of segments; those of the log alone where there is no room for all.
 std::vector<std::size_t> Ends(std::span<const TrackPoint> points, std::size_t most) {
@@ -82,8 +102,9 @@ std::vector<std::size_t> Ends(std::span<const TrackPoint> points, std::size_t mo
 std::vector<bool> Kept(std::span<const TrackPoint> points, std::size_t most) {
   std::vector<bool> kept(points.size());
   std::priority_queue<Stretch> stretches;
+  FarthestPoints farthest(points);
   const auto add = [&](std::size_t begin, std::size_t end) {
-    if (end - begin > 1) stretches.push(StretchOf(points, begin, end));
+    if (end - begin > 1) stretches.push(farthest.Of(begin, end));
   };
   const std::vector<std::size_t> ends = Ends(points, most);
   for (std::size_t i = 0; i < ends.size(); ++i) {

@@ -74,6 +74,20 @@ TEST(PositionEdit, AnAngleIsOnTheDatumThatIsShownAndAWholePositionOnItsOwn) {
   EXPECT_EQ(Came(Latitude, "geo:36.125,140.5", tokyo), "36.125 140.5");
 }
 
+TEST(PositionEdit, TheOtherAxisStaysWhateverDatumIsShown) {
+  const PositionForm tokyo{AngleNotation::D, Datum::Tokyo};
+  const GeoPoint shown = ConvertDatum(Before, Datum::Wgs84, Datum::Tokyo);
+  const auto typed = [&](PositionAxis axis, double degrees) {
+    return *Edit(axis, std::to_string(degrees), tokyo).point;
+  };
+  // Within a second or so nothing of it changes; farther away it is shown as before.
+  EXPECT_EQ(typed(Latitude, shown.latitude_deg).longitude_deg, Before.longitude_deg);
+  EXPECT_EQ(typed(Longitude, shown.longitude_deg).latitude_deg, Before.latitude_deg);
+  const GeoPoint north = ConvertDatum(typed(Latitude, 36), Datum::Wgs84, Datum::Tokyo);
+  EXPECT_NEAR(north.latitude_deg, 36, 1e-11);
+  EXPECT_NEAR(north.longitude_deg, shown.longitude_deg, 1e-11);
+}
+
 TEST(PositionEdit, WhatIsNoPositionIsToldWhy) {
   for (const char* text : {"", "abc", "35.5x", "35 30", "1-2", "36/07/30/1", "35°70'", "36°07", "1.2.3.4.5"})
     EXPECT_EQ(Came(Latitude, text), NoPosition("緯度", text)) << text;

@@ -16,6 +16,10 @@ TEST(PreflightMessages, OfLosses) {
   EXPECT_EQ(text(Loss::Comment), "コメント「45」→「30」");
   EXPECT_EQ(text(Loss::Picture), "絵「45」→「30」");
   EXPECT_EQ(text(Loss::Number), "番号「45」→「30」");
+  EXPECT_EQ(text(Loss::Overwrites), "受信機にある「30」を上書きします");
+  EXPECT_EQ(text(Loss::SharedName), "ほかの場所と同じ名前です");
+  EXPECT_EQ(text(Loss::SharedRouteName), "ほかのルートと同じ名前です");
+  EXPECT_EQ(text(Loss::NoRouteName), "名前がありません");
   EXPECT_EQ(text(Loss::Capitals), "小文字が大文字になります（12件）");
   EXPECT_EQ(text(Loss::Colour), "色が残りません（12件）");
   EXPECT_EQ(text(Loss::Height), "標高が残りません（12件）");
@@ -45,10 +49,6 @@ TEST(PreflightMessages, OfFindings) {
   EXPECT_EQ(text(Cause::NoRoom), "受信機に入りきらないため，受信機に残りません");
   EXPECT_EQ(text(Cause::TooLong), "Waypoint 5の文字列が長すぎて受信機が受け取らないため，受信機に残りません");
   EXPECT_EQ(text(Cause::NotSendable), "Waypoint 5に送れない文字か位置があるため，受信機に残りません");
-  EXPECT_EQ(text(Cause::OverwritesHeld), "受信機にある「X」を上書きします");
-  EXPECT_EQ(text(Cause::SameNameInRoute), "ほかの場所と同じ名前です");
-  EXPECT_EQ(text(Cause::SameRouteName), "ほかのルートと同じ名前です");
-  EXPECT_EQ(text(Cause::NoRouteName), "名前がありません");
 }
 
 }  // namespace

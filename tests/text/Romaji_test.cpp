@@ -41,13 +41,15 @@ INSTANTIATE_TEST_SUITE_P(Widths, Romaji,
                                            Row{"ｳﾞｧﾚｰ", "VARE"}, Row{"ｷｬﾝﾌﾟ", "KYANPU"}, Row{"Ａｂｃ１２３", "ABC123"},
                                            Row{"ﾎｯｶｲ", "HOKKAI"}, Row{"ﾞ", ""}, Row{"ｱﾞ", "A"}));
 
-INSTANTIATE_TEST_SUITE_P(
-    Endings, Romaji,
-    ::testing::Values(Row{"ほたか岳", "HOTAKADAKE"}, Row{"やつヶ岳", "YATSUGATAKE"}, Row{"やりケ岳", "YARIGATAKE"},
-                      Row{"たかお山", "TAKAOSAN"}, Row{"みつ峠", "MITSUTOGE"}, Row{"やり小屋", "YARIGOYA"},
-                      Row{"たかお駅", "TAKAOEKI"}, Row{"たま川", "TAMAGAWA"}, Row{"たしろ池", "TASHIROIKE"},
-                      Row{"から沢", "KARASAWA"}, Row{"三ツ峠", "3TSUTOGE"}, Row{"八合目", "8"}, Row{"霧ヶ峰", "GA"},
-                      Row{"高尾山", "SAN"}, Row{"山", ""}, Row{"北穂高岳", "DAKE"}, Row{"たかお", "TAKAO"}));
+INSTANTIATE_TEST_SUITE_P(Endings, Romaji,
+                         ::testing::Values(Row{"ほたか岳", "HOTAKADAKE"}, Row{"やつヶ岳", "YATSUGATAKE"},
+                                           Row{"やりケ岳", "YARIGATAKE"}, Row{"たかお山", "TAKAOSAN"},
+                                           Row{"みつ峠", "MITSUTOGE"}, Row{"やり小屋", "YARIGOYA"},
+                                           Row{"たかお駅", "TAKAOEKI"}, Row{"たま川", "TAMAGAWA"},
+                                           Row{"たしろ池", "TASHIROIKE"}, Row{"から沢", "KARASAWA"},
+                                           Row{"三ツ峠", "3TSUTOGE"}, Row{"八合目", "8"}, Row{"霧ヶ峰", "GA"},
+                                           Row{"高尾山", "SAN"}, Row{"山", "SAN"}, Row{"岳", "DAKE"},
+                                           Row{"小屋", "GOYA"}, Row{"北穂高岳", "DAKE"}, Row{"たかお", "TAKAO"}));
 
 INSTANTIATE_TEST_SUITE_P(Ascii, Romaji,
                          ::testing::Values(Row{"Takao 599m", "TAKAO 599M"}, Row{"", ""}, Row{" A ", "A"},

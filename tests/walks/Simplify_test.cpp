@@ -1,6 +1,7 @@
 #include "walks/Simplify.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -138,6 +139,18 @@ TEST(Simplify, ASegmentBeginsWithTheFirstPointOfItThatStaysWhereThereAreTooMany)
   expected[0].new_trk = true;
   expected[1].new_trk = true;
   EXPECT_EQ(Simplified(points, 3), expected);
+}
+
+/// A zigzag that grows: the farthest point is always the last but one, so that each splits off a single point.
+TEST(Simplify, AZigzagOfAFullLogIsNoMoreWorkThanAWalkOfManyBends) {
+  std::vector<TrackPoint> points(30000);
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    points[i].lat_deg = (i % 2 == 0 ? 1e-6 : -1e-6) * static_cast<double>(i);
+    points[i].lon_deg = 139 + 1e-9 * static_cast<double>(i);
+  }
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(Simplified(points, 29900).size(), 29900U);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(1500));
 }
 
 TEST(Simplify, NoMoreStayThanAreWanted) {
