@@ -295,6 +295,15 @@ std::string Shortened(std::size_t before, std::size_t after) {
   return "ポイントを間引きました：" + std::to_string(before) + "点 → " + std::to_string(after) + "点";
 }
 
+std::string SplitInto(std::size_t before, std::size_t after) {
+  return "トラックログを分けました：" + std::to_string(before) + "本 → " + std::to_string(after) + "本";
+}
+
+std::string OutliersFound(std::size_t count) {
+  if (count == 0) return "外れ値はありません";
+  return "外れ値を" + std::to_string(count) + "点選びました．「選んだ行を削除」で取り除けます";
+}
+
 std::string ExportTo(std::string_view path) {
   return Joined({"Export to ", path});
 }
@@ -308,7 +317,8 @@ std::string BackupSent(const std::vector<std::string>& added) {
   const std::string sent = "送る前のデータを受信機へ送り戻し，読み戻して確かめました．";
   if (added.empty()) return sent;
   constexpr std::size_t Shown = 5;
-  const std::vector<std::string> first(added.begin(), added.begin() + std::min(added.size(), Shown));
+  const std::vector<std::string> first(added.begin(),
+                                       added.begin() + static_cast<std::ptrdiff_t>(std::min(added.size(), Shown)));
   return sent + "送る前になかったWaypoint " + std::to_string(added.size()) + "件（" + JoinNames(first) +
          (added.size() > Shown ? "…" : "") + "）は受信機に残っています．要らなければ，受信機で消してください．";
 }

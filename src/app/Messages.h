@@ -98,6 +98,10 @@ inline constexpr std::string_view RecordIsGone = "この記録はもうありま
 [[nodiscard]] std::string NoHeight(std::string_view text);
 /// What a shortening left of the points.
 [[nodiscard]] std::string Shortened(std::size_t before, std::size_t after);
+inline constexpr std::string_view NothingToSplit = "分けるところがありません";
+/// Logs before and after.
+[[nodiscard]] std::string SplitInto(std::size_t before, std::size_t after);
+[[nodiscard]] std::string OutliersFound(std::size_t count);
 
 // ---- Dates
 

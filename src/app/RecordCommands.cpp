@@ -1,12 +1,14 @@
 #include "app/RecordCommands.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <map>
 #include <utility>
 
 #include "app/Messages.h"
 #include "walks/LogEdits.h"
+#include "walks/Outliers.h"
 #include "walks/Simplify.h"
 
 namespace walrim {
@@ -217,12 +219,48 @@ Outcome RecordCommands::CutLog(std::size_t log, std::size_t point) {
   const std::vector<TrackLog>& logs = state_.Data().Logs();
   if (log >= logs.size() || point == 0 || point >= logs[log].points.size()) return Outcome::Refused;
   return Run(StepKind::Cut, DataKind::TrackLog, [&](DataSet& data) {
-    auto [first, second] = CutBefore(data.Logs()[log], point, data.Logs());
-    std::vector<TrackLog> parts;
-    parts.push_back(std::move(first));
-    parts.push_back(std::move(second));
-    return data.Edit(Replacement(log, 1, std::move(parts)));
+    return data.Edit(Replacement(log, 1, CutBefore(data.Logs()[log], std::array{point}, data.Logs())));
   });
+}
+
+Outcome RecordCommands::SplitByDay(const Indices& logs) {
+  const int utc_offset_hours = state_.Settings().utc_offset_hours;
+  return Split(logs, [utc_offset_hours](const TrackLog& log) { return DayBreaks(log.points, utc_offset_hours); });
+}
+
+Outcome RecordCommands::SplitByGap(const Indices& logs, std::chrono::seconds gap) {
+  return Split(logs, [gap](const TrackLog& log) { return GapBreaks(log.points, gap.count()); });
+}
+
+/// From the last log to the first, so that the indices of those that are still to be split stay.
+Outcome RecordCommands::Split(const Indices& logs, const std::function<Indices(const TrackLog&)>& breaks_of) {
+  const std::vector<TrackLog>& held = state_.Data().Logs();
+  std::size_t parts = 0;
+  for (const std::size_t log : logs)
+    parts += log < held.size() ? breaks_of(held[log]).size() : 0;
+  if (parts == 0) {
+    desktop_.SetStatusCaption(messages::NothingToSplit);
+    return Outcome::Refused;
+  }
+  const Outcome outcome = Run(StepKind::Cut, DataKind::TrackLog, [&](DataSet& data) {
+    return std::ranges::all_of(logs.rbegin(), logs.rend(), [&](std::size_t log) {
+      const Indices breaks = breaks_of(data.Logs()[log]);
+      return breaks.empty() || data.Edit(Replacement(log, 1, CutBefore(data.Logs()[log], breaks, data.Logs())));
+    });
+  });
+  if (outcome == Outcome::Done) desktop_.SetStatusCaption(messages::SplitInto(logs.size(), logs.size() + parts));
+  return outcome;
+}
+
+std::vector<RecordPlace> RecordCommands::FindOutliers(const Indices& logs) {
+  std::vector<RecordPlace> places;
+  for (const std::size_t log : logs) {
+    if (log >= state_.Data().Logs().size()) continue;
+    for (const std::size_t point : OutliersOf(state_.Data().Logs()[log].points))
+      places.push_back({log, point});
+  }
+  desktop_.SetStatusCaption(messages::OutliersFound(places.size()));
+  return places;
 }
 
 Outcome RecordCommands::Reverse(DataKind kind, const Indices& indices) {

@@ -1,6 +1,7 @@
 // The commands of the tables: records are edited, taken out, and made of others. Each is one step that can be undone.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -45,6 +46,12 @@ class RecordCommands {
   Outcome JoinLogs(const std::vector<std::size_t>& logs);
   /// Makes two logs of one; the second begins with a point that is not the first.
   Outcome CutLog(std::size_t log, std::size_t point);
+  /// Makes of logs one for each day of the zone that is set.
+  Outcome SplitByDay(const std::vector<std::size_t>& logs);
+  /// Cuts logs where at least so much time passed between two points.
+  Outcome SplitByGap(const std::vector<std::size_t>& logs, std::chrono::seconds gap);
+  /// Points of logs that no walk can have come by (Outliers.h). Nothing changes; how many there are is told.
+  [[nodiscard]] std::vector<RecordPlace> FindOutliers(const std::vector<std::size_t>& logs);
   /// Turns routes or logs round.
   Outcome Reverse(DataKind kind, const std::vector<std::size_t>& indices);
   /// Leaves at most so many points of each log (Simplify.h).
@@ -55,6 +62,8 @@ class RecordCommands {
   [[nodiscard]] std::string EditRouteAt(const RecordPlace& place, EditField field, std::string_view text);
   [[nodiscard]] std::string EditLogAt(const RecordPlace& place, EditField field, std::string_view text);
   [[nodiscard]] PositionForm Form() const;
+  Outcome Split(const std::vector<std::size_t>& logs,
+                const std::function<std::vector<std::size_t>(const TrackLog&)>& breaks_of);
   /// Runs an edit that may bring more than a data set holds.
   Outcome Run(StepKind step, DataKind kind, const std::function<bool(DataSet&)>& edit);
 

@@ -140,6 +140,11 @@ RecordView* RecordTables::ActiveView() const {
   return in_points ? page.point_view : page.record_view;
 }
 
+RowRef RecordTables::RefOf(DataKind kind, const RecordPlace& place) const {
+  const auto record = place.record + static_cast<std::size_t>(FirstNumber(kind));
+  return {static_cast<std::uint16_t>(record), static_cast<std::uint16_t>(place.point.value_or(0))};
+}
+
 RecordSelection RecordTables::Selection() const {
   RecordSelection selection{CurrentKind(), false, {}};
   const RecordView* view = ActiveView();
@@ -152,15 +157,24 @@ RecordSelection RecordTables::Selection() const {
   return selection;
 }
 
+/// Points are in their table where their records are chosen, or none is.
 void RecordTables::Select(const RecordSelection& selection) {
-  RecordView* view = ActiveView();
+  const Page& page = PageOf(selection.kind);
+  RecordView* view = selection.of_points ? page.point_view : page.record_view;
   if (view == nullptr) return;
-  std::vector<RowRef> refs(selection.places.size());
-  std::ranges::transform(selection.places, refs.begin(), [&](const RecordPlace& place) {
-    const auto record = place.record + static_cast<std::size_t>(FirstNumber(selection.kind));
-    return RowRef{static_cast<std::uint16_t>(record), static_cast<std::uint16_t>(place.point.value_or(0))};
-  });
+  tabs_->setCurrentIndex(static_cast<int>(IndexOf(selection.kind)));
+  std::vector<RowRef> refs;
+  for (const RecordPlace& place : selection.places)
+    refs.push_back(RefOf(selection.kind, place));
+  const auto is_hidden = [&page](RowRef ref) { return page.points->RowAt(ref) < 0; };
+  if (selection.of_points && std::ranges::any_of(refs, is_hidden)) {
+    std::vector<RowRef> records;
+    for (const std::size_t record : selection.Records())
+      records.push_back(RefOf(selection.kind, {record, std::nullopt}));
+    page.record_view->SelectRefs(records);
+  }
   view->SelectRefs(refs);
+  view->setFocus();
 }
 
 // ---- Points and counts

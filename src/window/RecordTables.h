@@ -48,7 +48,7 @@ class RecordTables : public QWidget {
   /// Actions for the menus of the rows of all tables.
   void SetRowActions(QList<QAction*> row_actions) { row_actions_ = std::move(row_actions); }
   [[nodiscard]] RecordSelection Selection() const;
-  /// Chooses other rows in the same table.
+  /// Chooses rows of a table, which comes to the front; nothing of a kind of which nothing is held.
   void Select(const RecordSelection& selection);
   /// The table that the user works with: the one with the focus, else the records of the page; null while the page has
   /// none.
@@ -90,6 +90,7 @@ class RecordTables : public QWidget {
   /// The number of the first record of a kind.
   [[nodiscard]] int FirstNumber(DataKind kind) const;
   [[nodiscard]] RecordPlace PlaceOf(DataKind kind, RowRef ref, bool of_points) const;
+  [[nodiscard]] RowRef RefOf(DataKind kind, const RecordPlace& place) const;
   [[nodiscard]] std::vector<std::size_t> IndicesOf(DataKind kind, const std::vector<int>& records) const;
   void ConnectPoints(DataKind kind);
   void ShowPointsOf(DataKind kind);

@@ -136,7 +136,8 @@ void RecordView::SelectRefs(const std::vector<RowRef>& refs) {
   }
   if (selection.isEmpty()) return;
   const QModelIndex current = selection.indexes().front();
-  selectionModel()->setCurrentIndex(current.siblingAtColumn(currentIndex().column()), QItemSelectionModel::NoUpdate);
+  selectionModel()->setCurrentIndex(current.siblingAtColumn(std::max(currentIndex().column(), 0)),
+                                    QItemSelectionModel::NoUpdate);
   selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 

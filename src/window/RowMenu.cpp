@@ -5,6 +5,7 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "window/RecordView.h"
@@ -15,6 +16,10 @@ namespace {
 
 /// What many receivers take of a saved log.
 constexpr int UsualPoints = 250;
+/// Hours without a point that part two walks: a night.
+constexpr double UsualGap_h = 6;
+constexpr double ShortestGap_h = 0.1;
+constexpr double LongestGap_h = 9999;
 
 bool AreAny(const RecordSelection& selection) {
   return !selection.places.empty();
@@ -26,6 +31,10 @@ bool AreRecords(const RecordSelection& selection, DataKind kind) {
 
 bool AreLogs(const RecordSelection& selection) {
   return AreRecords(selection, DataKind::TrackLog);
+}
+
+bool AreOfLogs(const RecordSelection& selection) {
+  return selection.kind == DataKind::TrackLog && AreAny(selection);
 }
 
 /// Points of one route or log alone.
@@ -101,6 +110,9 @@ void RowMenu::AddLogEdits(QMenu& menu) {
   };
   Add(menu, "JoinLogs", "トラックログをつなぐ(&J)", {}, several, [this] { JoinLogs(); });
   Add(menu, "CutLog", "この点の前でトラックログを分ける(&K)", {}, one_point, [this] { CutLog(); });
+  Add(menu, "SplitByDay", "トラックログを日ごとに分ける(&Y)", {}, AreLogs, [this] { SplitByDay(); });
+  Add(menu, "SplitByGap", "トラックログを時間の空きで分ける(&G)...", {}, AreLogs, [this] { SplitByGap(); });
+  Add(menu, "FindOutliers", "外れ値を選ぶ(&O)", {}, AreOfLogs, [this] { FindOutliers(); });
   Add(menu, "ShortenLogs", "ポイントを間引く(&M)...", {}, AreLogs, [this] { Shorten(); });
 }
 
@@ -154,6 +166,38 @@ void RowMenu::JoinLogs() {
 void RowMenu::CutLog() {
   const RecordPlace place = tables_.Selection().places.front();
   run_([&] { main_.Records().CutLog(place.record, *place.point); });
+}
+
+void RowMenu::SplitByDay() {
+  const std::vector<std::size_t> logs = tables_.Selection().Records();
+  run_([&] { main_.Records().SplitByDay(logs); });
+}
+
+void RowMenu::SplitByGap() {
+  const std::vector<std::size_t> logs = tables_.Selection().Records();
+  run_([&] {
+    QInputDialog dialog(tables_.window());
+    dialog.setObjectName("SplitDialog");
+    dialog.setWindowTitle(QString::fromUtf8("トラックログを時間の空きで分ける"));
+    dialog.setLabelText(QString::fromUtf8("次のポイントまでに空いた時間（時間）"));
+    dialog.setOkButtonText("OK");
+    dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+    dialog.setInputMode(QInputDialog::DoubleInput);
+    dialog.setDoubleDecimals(1);
+    dialog.setDoubleRange(ShortestGap_h, LongestGap_h);
+    dialog.setDoubleValue(UsualGap_h);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const std::chrono::duration<double, std::ratio<3600>> gap(dialog.doubleValue());
+    main_.Records().SplitByGap(logs, std::chrono::round<std::chrono::seconds>(gap));
+  });
+}
+
+/// They are chosen in the table of the points, so that they can be looked at, and deleted, there.
+void RowMenu::FindOutliers() {
+  const std::vector<std::size_t> logs = tables_.Selection().Records();
+  std::vector<RecordPlace> places;
+  run_([&] { places = main_.Records().FindOutliers(logs); });
+  if (!places.empty()) tables_.Select({DataKind::TrackLog, true, places});
 }
 
 /// A command from its question on, so that nothing else changes the logs meanwhile.

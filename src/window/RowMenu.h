@@ -45,6 +45,9 @@ class RowMenu : public QObject {
   void Reverse();
   void JoinLogs();
   void CutLog();
+  void SplitByDay();
+  void SplitByGap();
+  void FindOutliers();
   void Shorten();
 
   WalrimMain& main_;

@@ -51,6 +51,10 @@ TEST(AppMessages, OfEditsAreWordedSo) {
   EXPECT_EQ(TextTooLong(250), "長すぎます．入力できるのは250バイト（漢字やかなは2バイト）までです．");
   EXPECT_EQ(NoHeight("abc"), "高度「abc」は数として読めません．わからないときは空にしてください．");
   EXPECT_EQ(Shortened(1000, 100), "ポイントを間引きました：1000点 → 100点");
+  EXPECT_EQ(NothingToSplit, "分けるところがありません");
+  EXPECT_EQ(SplitInto(1, 3), "トラックログを分けました：1本 → 3本");
+  EXPECT_EQ(OutliersFound(0), "外れ値はありません");
+  EXPECT_EQ(OutliersFound(2), "外れ値を2点選びました．「選んだ行を削除」で取り除けます");
 }
 
 TEST(AppMessages, OfStepsAreWordedSo) {

@@ -175,6 +175,21 @@ TEST_F(RecordCommandsTest, ALogIsCut) {
   EXPECT_EQ(Records().CutLog(9, 1), Outcome::Refused);
 }
 
+TEST_F(RecordCommandsTest, LogsAreSplitByTime) {
+  // Their points have the times 1, 2, 3 ..: the first log's third is moved on by an hour.
+  TrackPoint later = Data().Logs()[0].points[2];
+  later.time = *later.time + 3600;
+  ASSERT_TRUE(Data().Edit(Replacement(2, later, 0)));
+  before_ = Written();
+  EXPECT_EQ(Made(Records().SplitByGap({0, 1}, std::chrono::hours(1))), "A B C R1234 S|12 S-2|3603|45 T|12 U|1 ");
+  EXPECT_EQ(name_, "元に戻す：分割（TrackLog 2件）");
+  EXPECT_EQ(Records().SplitByGap({0, 1}, std::chrono::hours(1)), Outcome::Done);
+  EXPECT_EQ(desktop.StatusCaption(), messages::SplitInto(2, 3));
+  EXPECT_EQ(Records().SplitByGap({1}, std::chrono::hours(1)), Outcome::Refused);
+  EXPECT_EQ(desktop.StatusCaption(), messages::NothingToSplit);
+  EXPECT_EQ(Records().SplitByDay({0, 1, 9}), Outcome::Refused);
+}
+
 TEST_F(RecordCommandsTest, MoreLogsThanAreHeldAreTold) {
   while (Data().Count(Logs) < MaxTrackLogs)
     ASSERT_EQ(Data().Begin(TrackLog{}), AddResult::Stored);

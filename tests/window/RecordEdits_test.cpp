@@ -355,6 +355,49 @@ TEST_F(RecordEditsTest, LogsAreJoinedCutTurnedAndShortenedFromTheMenu) {
   EXPECT_EQ(Messages(), "");
 }
 
+TEST_F(RecordEditsTest, LogsAreSplitByDayAndByGap) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    TrackPoint point = Data().Logs()[0].points[i];
+    point.time = static_cast<GarminSeconds>(100'000 + i * 50'000);
+    ASSERT_TRUE(Data().Edit(Replacement(i, point, 0)));
+  }
+  Select(Logs(), {0});
+  Trigger("SplitByDay");
+  EXPECT_EQ(LogSizes(), "T1T-22U1");
+  Undo();
+  plans.Next("SplitDialog", [](QDialog& dialog) {
+    qobject_cast<QInputDialog*>(&dialog)->setDoubleValue(13.9);
+    dialog.accept();
+  });
+  Select(Logs(), {0});
+  Trigger("SplitByGap");
+  EXPECT_EQ(Status(), messages::NothingToSplit) << "50000 s are 13.889 h";
+  plans.Next("SplitDialog", [](QDialog& dialog) { dialog.reject(); });
+  Trigger("SplitByGap");
+  EXPECT_EQ(LogSizes(), "T3U1");
+}
+
+TEST_F(RecordEditsTest, OutliersAreChosenInTheTableOfThePointsAndDeleted) {
+  std::vector<TrackPoint> points;
+  for (int i = 0; i < 12; ++i) {
+    TrackPoint point;
+    point.lat_deg = i == 7 ? 36 : 35;
+    point.lon_deg = 139 + i * 0.0001 + (i % 3) * 0.00001;
+    point.time = static_cast<GarminSeconds>(1000 + i * 10);
+    points.push_back(point);
+  }
+  ASSERT_TRUE(Data().Edit(Replacement(0, 3, points, 0)));
+  window->ShowControls();
+  Select(Logs(), {0});
+  Trigger("FindOutliers");
+  EXPECT_EQ(Status(), messages::OutliersFound(1));
+  EXPECT_EQ(LogPoints().SelectedRefs(), std::vector<RowRef>({RowRef{1, 7}}));
+  Press(LogPoints(), Qt::Key_Delete);
+  EXPECT_EQ(LogSizes(), "T11U1");
+  Trigger("FindOutliers");
+  EXPECT_EQ(Status(), messages::OutliersFound(0));
+}
+
 TEST_F(RecordEditsTest, WhatCannotBeDoneWithTheRowsIsOutOfReach) {
   const auto enabled = [this](std::initializer_list<const char*> actions) {
     std::string all;

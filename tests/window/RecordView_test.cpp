@@ -185,8 +185,9 @@ TEST_F(RecordMenuTest, WhereNoPlaceIsKnownOnlyTheCopyOfRowsIsOffered) {
 
 TEST_F(RecordMenuTest, RoutesAndLogsAreNoPlaceNorIsWhatLiesBesideTheRows) {
   EXPECT_EQ(Offered(RightClick(Table("RouteTable", DataKind::Route), 0)), of_ways);
-  EXPECT_EQ(Offered(RightClick(Table("TrackTable", DataKind::TrackLog), 0)),
-            of_ways + QStringList{"ポイントを間引く(&M)..."});
+  const QStringList of_logs{"トラックログを日ごとに分ける(&Y)", "トラックログを時間の空きで分ける(&G)...",
+                            "外れ値を選ぶ(&O)", "ポイントを間引く(&M)..."};
+  EXPECT_EQ(Offered(RightClick(Table("TrackTable", DataKind::TrackLog), 0)), of_ways + of_logs);
   const QPoint below = Waypoints().viewport()->rect().bottomLeft() + QPoint(5, -5);
   EXPECT_EQ(Offered(RightClick(Waypoints(), below)), without_row);
 }
