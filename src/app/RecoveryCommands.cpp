@@ -75,33 +75,52 @@ void RecoveryCommands::End() {
 
 // ---- At the start
 
-Outcome RecoveryCommands::OfferLeft() {
+void RecoveryCommands::FindLeft() {
+  if (!files_) return;
+  for (LeftRecovery& left : files_->Left()) {
+    LeftQuestion question = QuestionOf(left);
+    offers_.push_back({std::move(left), std::move(question)});
+  }
+}
+
+RecoveryCommands::LeftQuestion RecoveryCommands::QuestionOf(LeftRecovery& left) {
+  const std::optional<DataSet> data = ReadPlainForm(left.Text());
+  if (!data) return {messages::RecoveryDamaged(left.SetAside().string()), true};
+  const std::string time = LocalTimeText(left.Written().value_or(0), state_.Settings().utc_offset_hours);
+  return {messages::RecoveryQuestion(time, RecordsOf(*data)), false};
+}
+
+std::optional<RecoveryCommands::LeftQuestion> RecoveryCommands::Question() const {
+  return offers_.empty() ? std::nullopt : std::optional(offers_.front().question);
+}
+
+Outcome RecoveryCommands::AnswerLeft(Answer answer) {
   if (state_.Busy()) return Outcome::Busy;
-  if (!files_) return Outcome::Done;
+  if (offers_.empty()) return Outcome::Refused;
   const BusyGuard guard(state_);
-  for (LeftRecovery& left : files_->Left())
-    Offer(left);
+  Offer& offer = offers_.front();
+  if (!offer.question.damaged) {
+    switch (answer) {
+      case Answer::First:
+        RestoreFrom(offer.file);
+        break;
+      case Answer::Second:
+        offer.file.Discard();
+        break;
+      case Answer::Back:
+        break;
+    }
+  }
+  offers_.pop_front();
   return Outcome::Done;
 }
 
-void RecoveryCommands::Offer(LeftRecovery& left) {
+void RecoveryCommands::RestoreFrom(LeftRecovery& left) {
   const std::optional<DataSet> data = ReadPlainForm(left.Text());
-  if (!data) return desktop_.ShowMessage(messages::RecoveryDamaged(left.SetAside().string()));
-  const auto written = left.Written();
-  const std::string time = LocalTimeText(written.value_or(0), state_.Settings().utc_offset_hours);
-  const std::string question = messages::RecoveryQuestion(time, RecordsOf(*data));
-  switch (desktop_.AskThree(question, messages::RecoveryAnswers)) {
-    case Answer::First:
-      if (!Restore(*data, written)) return desktop_.ShowMessage(messages::RecoveryTooMuch);
-      // What was left goes once this program has its own file of it.
-      Write();
-      if (written_ == state_.Revisions()) left.Discard();
-      return;
-    case Answer::Second:
-      return left.Discard();
-    case Answer::Back:
-      return;
-  }
+  if (!data || !Restore(*data, left.Written())) return desktop_.ShowMessage(messages::RecoveryTooMuch);
+  // What was left goes once this program has its own file of it.
+  Write();
+  if (written_ == state_.Revisions()) left.Discard();
 }
 
 bool RecoveryCommands::Restore(const DataSet& data, std::optional<std::int64_t> written) {

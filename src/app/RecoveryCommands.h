@@ -5,7 +5,9 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <list>
 #include <optional>
+#include <string>
 
 #include "app/DateCommands.h"
 #include "app/Outcome.h"
@@ -28,8 +30,18 @@ class RecoveryCommands {
   /// Where the files lie; before, and without a folder, nothing is kept. The state keeps steps.
   void UseFolder(const std::filesystem::path& folder) { files_.emplace(folder); }
 
-  /// Asks what becomes of each file that is left. What is restored is unsaved, and a step.
-  Outcome OfferLeft();
+  /// Looks for files that are left. Until this program ends or an answer is given no other one takes them for left. One
+  /// that is damaged is renamed.
+  void FindLeft();
+  /// What is to be asked of the first one, or told of one that is damaged; nothing where there is none.
+  struct LeftQuestion {
+    std::string text;
+    bool damaged = false;
+  };
+  [[nodiscard]] std::optional<LeftQuestion> Question() const;
+  /// Restores what was asked for (First), which is unsaved then, and a step; removes the file (Second); or leaves it
+  /// for the next start (Back).
+  Outcome AnswerLeft(Answer answer);
 
   /// Writes what is held where that is unsaved, differs from what was written last, and the interval is over; takes the
   /// file away where all is saved. To be called behind each command, and when DueIn is over. That it cannot be written
@@ -43,9 +55,15 @@ class RecoveryCommands {
  private:
   using Revisions = std::array<std::uint64_t, DataKindCount>;
 
+  struct Offer {
+    LeftRecovery file;
+    LeftQuestion question;
+  };
+
   [[nodiscard]] bool Differs() const;
   void Write();
-  void Offer(LeftRecovery& left);
+  [[nodiscard]] LeftQuestion QuestionOf(LeftRecovery& left);
+  void RestoreFrom(LeftRecovery& left);
   [[nodiscard]] bool Restore(const DataSet& data, std::optional<std::int64_t> written);
 
   ProgramState& state_;
@@ -53,6 +71,7 @@ class RecoveryCommands {
   const Clock& clock_;
   Desktop& desktop_;
   std::optional<RecoveryFiles> files_;
+  std::list<Offer> offers_;
   std::optional<Revisions> written_;  ///< what the file holds; nothing where there is none
   std::optional<std::chrono::nanoseconds> last_write_;
   bool problem_told_ = false;

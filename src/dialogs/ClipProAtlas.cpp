@@ -72,6 +72,7 @@ std::string ReadPosition(const ClipProAtlas& clip, Sign sign, GeoPoint& point) {
 void ShowClip(const MapPoint& point, WaypointType type, ClipProAtlas& clip) {
   clip.datum = point.datum;
   clip.notation = AngleNotation::D;
+  clip.type = type;
   clip.lat = ShortestNumber(point.lat_deg);
   clip.lon = ShortestNumber(point.lon_deg);
   clip.ident = WithoutControlCharacters(point.ident);

@@ -24,7 +24,8 @@ struct ClipProAtlas {
   std::string lon;
   std::string ident;
   std::string cmnt;
-  std::optional<int> smbl;  ///< the code of the chosen entry
+  WaypointType type = WaypointType::D108;  ///< whose symbols and display modes are offered
+  std::optional<int> smbl;                 ///< the code of the chosen entry
   std::optional<int> dspl;
   std::vector<CodeEntry> smbl_entries;
   std::vector<CodeEntry> dspl_entries;

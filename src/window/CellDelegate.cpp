@@ -32,7 +32,8 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 }
 
 QWidget* CellDelegate::NewSymbolBox(QWidget* parent, const QModelIndex& index) const {
-  auto* box = new SymbolBox(model_.SymbolAt(index.row()).type, parent);
+  auto* box = new SymbolBox(parent);
+  box->OfferAll(model_.SymbolAt(index.row()).type);
   auto* self = const_cast<CellDelegate*>(this);
   connect(box, &SymbolBox::Chosen, self, [self, box] {
     Q_EMIT self->commitData(box);

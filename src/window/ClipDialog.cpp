@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/Messages.h"
+#include "window/SymbolBox.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -42,10 +44,12 @@ ClipDialog::ClipDialog(ClipProAtlas& clip, QWidget* parent)
       notation_(MakeButton("ClipPnt", "D ⇔ DMS(&P)", "度と度分秒を切り替えます")),
       ident_(MakeLine("ClipIdent", "ウェイポイントの名前")),
       cmnt_(MakeLine("ClipCmnt", "コメント")),
-      smbl_(MakeComboBox("SmblType", "シンボル")),
+      smbl_(new SymbolBox),
       dspl_(MakeComboBox("DsplType", "受信機での表示")) {
   setObjectName("ClipProAtlas");
   setWindowTitle(QString::fromUtf8(clip.is_new ? "新しいウェイポイント" : "地図からの地点"));
+  NameControl(*smbl_, "SmblType");
+  smbl_->setToolTip(QString::fromUtf8("シンボル．日本語・英語の名前の一部を入力すると，探せます"));
   Build();
   ShowClip();
   QLineEdit* first = clip.lat.empty() ? lat_ : ident_;
@@ -90,7 +94,9 @@ void ClipDialog::ShowClip() {
   lon_->setText(QString::fromStdString(clip_.lon));
   ident_->setText(QString::fromStdString(clip_.ident));
   cmnt_->setText(QString::fromStdString(clip_.cmnt));
-  Fill(*smbl_, clip_.smbl_entries, clip_.smbl);
+  for (const CodeEntry& entry : clip_.smbl_entries)
+    smbl_->Offer(clip_.type, entry.code, QString::fromStdString(entry.text));
+  smbl_->setCurrentIndex(clip_.smbl ? smbl_->findData(*clip_.smbl) : -1);
   Fill(*dspl_, clip_.dspl_entries, clip_.dspl);
 }
 
@@ -99,7 +105,7 @@ void ClipDialog::ReadControls() {
   clip_.lon = lon_->text().toStdString();
   clip_.ident = ident_->text().toStdString();
   clip_.cmnt = cmnt_->text().toStdString();
-  clip_.smbl = CodeIn(*smbl_);
+  clip_.smbl = smbl_->Code();
   clip_.dspl = CodeIn(*dspl_);
 }
 
@@ -113,6 +119,10 @@ void ClipDialog::SwitchNotation() {
 
 void ClipDialog::Finish() {
   ReadControls();
+  if (!clip_.smbl && smbl_->count() > 0) {
+    ShowWarning(*this, QString::fromUtf8(messages::NoSuchSymbol));
+    return smbl_->setFocus(Qt::TabFocusReason);
+  }
   const ClipResult result = FinishClip(clip_);
   if (result.waypoint) {
     waypoint_ = result.waypoint;
@@ -126,7 +136,7 @@ bool ClipDialog::Enter(const QObject* widget) {
   if (widget == ident_) {
     cmnt_->setFocus();
   } else if (widget == cmnt_) {
-    smbl_->setFocus();
+    smbl_->setFocus(Qt::TabFocusReason);
   } else if (widget == smbl_) {
     dspl_->setFocus();
   } else if (widget == dspl_) {

@@ -12,6 +12,8 @@ class QPushButton;
 
 namespace walrim {
 
+class SymbolBox;
+
 /// The widgets of a ClipProAtlas. Enter goes from field to field, and at the last one is Ok.
 class ClipDialog : public QDialog {
  public:
@@ -40,7 +42,7 @@ class ClipDialog : public QDialog {
   QPushButton* notation_;
   QLineEdit* ident_;
   QLineEdit* cmnt_;
-  QComboBox* smbl_;
+  SymbolBox* smbl_;
   QComboBox* dspl_;
 };
 

@@ -36,6 +36,7 @@
 #include "window/ElidedLabel.h"
 #include "window/Messages.h"
 #include "window/RecordTables.h"
+#include "window/RecoveryBar.h"
 #include "window/RowMenu.h"
 #include "window/SettingsPanel.h"
 #include "window/TransferPanel.h"
@@ -255,9 +256,9 @@ void MainWindow::BuildDeviceMenu() {
   AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *data_panel_->down_load);
   AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *data_panel_->up_load);
   AddCommand(*device, "SendSafely", "受信機へ安全に送る(&S)...",
-             [this] { RunWithReceiver([this] { return uploads_.SendSafely(); }); });
+             [this] { RunTransfer([this] { return uploads_.SendSafely(); }); });
   send_backup_ = AddCommand(*device, "SendBackup", "受信機を送る前に戻す(&B)",
-                            [this] { RunWithReceiver([this] { return uploads_.SendBackup(); }); });
+                            [this] { RunTransfer([this] { return uploads_.SendBackup(); }); });
   device->addSeparator();
   AddAction(*device, "接続を調べる(&X)", QKeySequence("Ctrl+F5"), *doctor_panel_->again);
   AddAction(*device, "すべてのポートを探す(&W)", {}, *doctor_panel_->find_receiver);
@@ -276,13 +277,14 @@ void MainWindow::ConnectButtons() {
   };
   connect(get_gps_info_, &QPushButton::clicked, this, [this] { RunWithReceiver([this] { return GetInfo(); }); });
   const auto connect_download = [this](QPushButton* button, Outcome (DeviceCommands::*command)()) {
-    connect(button, &QPushButton::clicked, this, [this, command] { RunDownload(command); });
+    connect(button, &QPushButton::clicked, this,
+            [this, command] { RunTransfer([this, command] { return (main_.Device().*command)(); }); });
   };
   connect_download(data_panel_->down_load, &DeviceCommands::Download);
   connect_download(transfer_panel_->again, &DeviceCommands::DownloadChecked);
   connect_command(transfer_panel_->remove_missing, main_.Edits(), &EditCommands::RemoveMissing);
   connect(data_panel_->up_load, &QPushButton::clicked, this,
-          [this] { RunWithReceiver([this] { return uploads_.Upload(); }); });
+          [this] { RunTransfer([this] { return uploads_.Upload(); }); });
   connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
   connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
           [this] { RunDoctor(&DoctorCommands::FindReceiver); });
@@ -346,10 +348,11 @@ void MainWindow::RunWithReceiver(const std::function<Outcome()>& command) {
   });
 }
 
-void MainWindow::RunDownload(Outcome (DeviceCommands::*command)()) {
+/// What is told of the last download is over.
+void MainWindow::RunTransfer(const std::function<Outcome()>& command) {
   if (command_runs_) return;
   transfer_panel_->hide();
-  RunWithReceiver([this, command] { return (main_.Device().*command)(); });
+  RunWithReceiver(command);
 }
 
 /// With the receiver's clock, which not every receiver tells.
@@ -385,7 +388,7 @@ void MainWindow::EndCommand() {
   ShowControls();
   RefreshRecords();
   const std::vector<DownloadResult> results = main_.Device().TakeDownloadResults();
-  if (!results.empty()) transfer_panel_->ShowResults(results);
+  if (!results.empty()) transfer_panel_->ShowResults(results, main_.State());
   ShowNotices(main_.State().Told().Take());
   if (focus_before_ != nullptr) focus_before_->setFocus();
   KeepRecovery();
@@ -409,7 +412,11 @@ void MainWindow::AwaitRecovery() {
 }
 
 void MainWindow::OfferRecovery() {
-  Run([this] { static_cast<void>(main_.Recovery().OfferLeft()); });
+  main_.Recovery().FindLeft();
+  if (!main_.Recovery().Question()) return;
+  recovery_bar_ = new RecoveryBar(main_.Recovery(), [this](const auto& answer) { Run(answer); });
+  centralWidget()->layout()->addWidget(recovery_bar_);
+  ShowControls();
 }
 
 bool MainWindow::MayClose() {
@@ -449,7 +456,8 @@ void MainWindow::ShowControls() {
   binder_.Show();
   data_panel_->ShowState(command_runs_);
   doctor_panel_->ShowState(main_.Doctor(), command_runs_);
-  transfer_panel_->ShowState(main_.State().Data(), command_runs_);
+  transfer_panel_->ShowState(main_.State(), command_runs_);
+  if (recovery_bar_ != nullptr) recovery_bar_->ShowState(command_runs_);
   gps_info_->ShowText(QString::fromStdString(main_.State().ReceiverText()));
   if (!main_.State().ReceiverClock().empty()) {
     const QString clock = QString::fromStdString(main_.State().ReceiverClock());

@@ -33,6 +33,7 @@ class DataPanel;
 class DoctorPanel;
 class ElidedLabel;
 class RecordTables;
+class RecoveryBar;
 class RowMenu;
 class TransferPanel;
 class UndoMenu;
@@ -67,7 +68,7 @@ class MainWindow : public QMainWindow {
   void ShowStatus(std::string_view text) { desktop_.SetStatusCaption(text); }
   /// Shows controls that the program itself has changed.
   void ShowControls();
-  /// Asks what becomes of the records that were held by programs that did not come to their end.
+  /// Asks what becomes of the records that were held by programs that did not come to their end, and goes on.
   void OfferRecovery();
   /// Reads files one after the other, as the import button does with one.
   void ImportFiles(const std::vector<std::string>& paths);
@@ -107,7 +108,7 @@ class MainWindow : public QMainWindow {
   void Run(const std::function<void()>& command);
   /// The same for one that talks to the receiver: where none answers, the line is examined.
   void RunWithReceiver(const std::function<Outcome()>& command);
-  void RunDownload(Outcome (DeviceCommands::*command)());
+  void RunTransfer(const std::function<Outcome()>& command);
   [[nodiscard]] Outcome GetInfo();
   void BeginCommand();
   void EndCommand();
@@ -159,6 +160,7 @@ class MainWindow : public QMainWindow {
   RecordTables* records_ = nullptr;
   DoctorPanel* doctor_panel_ = nullptr;
   TransferPanel* transfer_panel_ = nullptr;
+  RecoveryBar* recovery_bar_ = nullptr;  ///< where something is left
   QLabel* notices_ = nullptr;
   std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;

@@ -22,9 +22,21 @@ inline constexpr std::string_view CheckTip = "チェックのある記録だけ�
 [[nodiscard]] inline std::string CheckedRow(std::string_view number, bool checked) {
   return std::string(number).append(checked ? " チェックあり" : " チェックなし");
 }
+/// On the button below a file that could not be restored.
+inline constexpr std::string_view Dismiss = "閉じる";
 inline constexpr std::string_view WouldBeLost =
     "このまま送信すると，次のものが失われるか変わります．チェックを付けた提案どおりに直して送信します（名前は書き換えら"
     "れます）．";
+/// Beside a name before an upload. record: "Waypoint 3「CAMP」".
+[[nodiscard]] inline std::string SameNameAs(std::string_view record) {
+  return std::string(record).append("と同じ名前になります");
+}
+[[nodiscard]] inline std::string FittedFrom(std::string_view typed, std::string_view name) {
+  return std::string("「").append(typed).append("」は，受信機では「").append(name).append("」になります．");
+}
+[[nodiscard]] inline std::string NoLettersOf(std::string_view typed) {
+  return std::string("「").append(typed).append("」には受信機の文字がないため，もとの提案に戻しました．");
+}
 inline constexpr std::string_view NothingWouldBeLost = "失われるものはありません．";
 inline constexpr std::string_view AllThere = "送信したデータは，すべて受信機にあります．";
 [[nodiscard]] inline std::string Differ(std::size_t count) {

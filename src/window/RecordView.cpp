@@ -21,6 +21,7 @@ constexpr int SampledRows = 64;
 constexpr int WidestColumn = 28;  ///< in widths of a full character
 constexpr int RowMargin = 6;
 constexpr int RefusalShown_ms = 15000;
+constexpr int RefusalSettles_ms = 50;
 
 bool IsCopyKey(const QEvent* event) {
   return static_cast<const QKeyEvent*>(event)->matches(QKeySequence::Copy);
@@ -47,6 +48,8 @@ RecordView::RecordView(RecordModel* model, const QString& name, QWidget* parent)
   setModel(model);
   setItemDelegate(delegate_);
   setEditTriggers(DoubleClicked | EditKeyPressed);
+  refusal_timer_.setSingleShot(true);
+  connect(&refusal_timer_, &QTimer::timeout, this, &RecordView::TellRefusal);
   FollowModel();
   AddCopyAction();
   if (model_.HasChecks()) AddCheckActions();
@@ -94,6 +97,7 @@ void RecordView::AddCopyAction() {
 
 void RecordView::EditCurrentCell() {
   QModelIndex index = currentIndex();
+  if (QWidget* open = state() == EditingState ? indexWidget(index) : nullptr) return open->setFocus();
   for (int column = 0; index.isValid() && column < model_.columnCount(); ++column) {
     if (index.flags().testFlag(Qt::ItemIsEditable)) break;
     index = index.siblingAtColumn(column);
@@ -103,11 +107,33 @@ void RecordView::EditCurrentCell() {
   edit(index);
 }
 
+void RecordView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  leaving_cell_ = true;
+  QTableView::currentChanged(current, previous);
+  leaving_cell_ = false;
+}
+
 void RecordView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   const bool given_up = hint == QAbstractItemDelegate::RevertModelCache;
   if (given_up || !delegate_->IsRefused(editor)) return QTableView::closeEditor(editor, hint);
-  const QPoint below = editor->mapToGlobal(editor->rect().bottomLeft());
-  QToolTip::showText(below, delegate_->Refusal(), editor, {}, RefusalShown_ms);
+  refused_at_ = editor->mapToGlobal(editor->rect().bottomLeft());
+  if (leaving_cell_) QTableView::closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+  TellRefusal();
+}
+
+void RecordView::TellRefusal() {
+  QToolTip::showText(*refused_at_, delegate_->Refusal(), this, {}, RefusalShown_ms);
+}
+
+void RecordView::mousePressEvent(QMouseEvent* event) {
+  refused_at_.reset();
+  QTableView::mousePressEvent(event);
+}
+
+/// The button that led to another cell, and the focus that followed, took away what was told of the one before.
+void RecordView::mouseReleaseEvent(QMouseEvent* event) {
+  QTableView::mouseReleaseEvent(event);
+  if (refused_at_) refusal_timer_.start(RefusalSettles_ms);
 }
 
 void RecordView::focusInEvent(QFocusEvent* event) {
@@ -248,7 +274,8 @@ bool RecordView::event(QEvent* event) {
 }
 
 void RecordView::keyPressEvent(QKeyEvent* event) {
-  const bool checks = model_.HasChecks() && event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
+  const bool checks = model_.HasChecks() && state() != EditingState && event->key() == Qt::Key_Space &&
+                      event->modifiers() == Qt::NoModifier;
   if (!checks && !IsCopyKey(event) && !IsMenuKey(*event)) return QTableView::keyPressEvent(event);
   if (checks) {
     ToggleChecks();

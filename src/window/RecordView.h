@@ -4,6 +4,7 @@
 
 #include <QSet>
 #include <QTableView>
+#include <QTimer>
 #include <QVariantMap>
 #include <optional>
 #include <vector>
@@ -56,11 +57,15 @@ class RecordView : public QTableView {
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  /// Whoever goes on to another cell gives a refused text up.
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   /// An editor whose text was refused stays open and says why, unless it is given up.
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
@@ -70,6 +75,8 @@ class RecordView : public QTableView {
   void FollowModel();
   void AddCopyAction();
   void AddCheckActions();
+  /// refused_at_ is known.
+  void TellRefusal();
   void CheckRows(const std::vector<int>& rows, bool checked);
   void CheckAll(bool checked);
   void CheckSelectedOnly();
@@ -87,6 +94,9 @@ class RecordView : public QTableView {
   CellDelegate* delegate_;
   bool with_header_ = false;
   bool fitting_ = false;
+  bool leaving_cell_ = false;
+  std::optional<QPoint> refused_at_;  ///< below the cell that was refused since a button went down
+  QTimer refusal_timer_;
   std::vector<int> fitted_widths_;
   QSet<int> user_columns_;
 };

@@ -10,6 +10,15 @@
 
 namespace walrim {
 
+namespace {
+
+std::size_t PresentRecords(const DataSet& data, DataKind kind) {
+  if (kind != DataKind::Waypoint) return data.Count(kind);
+  return static_cast<std::size_t>(std::ranges::count(data.Waypoints(), false, &Waypoint::missing));
+}
+
+}  // namespace
+
 TransferPanel::TransferPanel(QWidget* parent)
     : QFrame(parent),
       again(MakeButton("DownloadAgain", "もう一度（誤り検査）",
@@ -31,7 +40,11 @@ TransferPanel::TransferPanel(QWidget* parent)
   hide();
 }
 
-void TransferPanel::ShowResults(const std::vector<DownloadResult>& results) {
+void TransferPanel::ShowResults(const std::vector<DownloadResult>& results, ProgramState& state) {
+  came_.clear();
+  for (const DownloadResult& result : results) {
+    came_.push_back({result.kind, state.Revisions()[IndexOf(result.kind)], PresentRecords(state.Data(), result.kind)});
+  }
   const bool whole = std::ranges::all_of(results, &DownloadResult::Whole);
   QStringList lines;
   for (const std::string& line : messages::DownloadResultLines(results))
@@ -42,8 +55,16 @@ void TransferPanel::ShowResults(const std::vector<DownloadResult>& results) {
   show();
 }
 
-void TransferPanel::ShowState(const DataSet& held, bool command_runs) {
-  remove_missing->setVisible(std::ranges::any_of(held.Waypoints(), &Waypoint::missing));
+/// Undoing gives an older revision back.
+bool TransferPanel::IsHeld(const Came& came, ProgramState& state) {
+  return state.Revisions()[IndexOf(came.kind)] >= came.revision &&
+         PresentRecords(state.Data(), came.kind) >= came.records;
+}
+
+void TransferPanel::ShowState(ProgramState& state, bool command_runs) {
+  const bool held = std::ranges::all_of(came_, [&](const Came& came) { return IsHeld(came, state); });
+  if (!command_runs && !held) hide();
+  remove_missing->setVisible(std::ranges::any_of(state.Data().Waypoints(), &Waypoint::missing));
   for (QPushButton* button : {again, remove_missing, dismiss})
     button->setEnabled(!command_runs);
 }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QFrame>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "app/DownloadResult.h"
-#include "records/DataSet.h"
+#include "app/ProgramState.h"
 
 class QLabel;
 class QPushButton;
@@ -22,12 +24,23 @@ class TransferPanel : public QFrame {
   QPushButton* const remove_missing;
   QPushButton* const dismiss;
 
-  void ShowResults(const std::vector<DownloadResult>& results);
-  /// Says which buttons can be used. While a command runs none can.
-  void ShowState(const DataSet& held, bool command_runs);
+  /// state: what is held now, which is what came.
+  void ShowResults(const std::vector<DownloadResult>& results, ProgramState& state);
+  /// Says which buttons can be used; while a command runs none can. Goes away where what came has been undone, or
+  /// some of it has been taken out by more than remove_missing.
+  void ShowState(ProgramState& state, bool command_runs);
 
  private:
+  /// What is held of a kind that came.
+  struct Came {
+    DataKind kind;
+    std::uint64_t revision;
+    std::size_t records;  ///< without those that are missing
+  };
+  [[nodiscard]] static bool IsHeld(const Came& came, ProgramState& state);
+
   QLabel* text_;
+  std::vector<Came> came_;
 };
 
 }  // namespace walrim

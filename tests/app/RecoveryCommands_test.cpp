@@ -66,11 +66,22 @@ class RecoveryTest : public testing::Test {
     return idents;
   }
   RecoveryCommands& Recovery() { return program->main.Recovery(); }
+  /// Gives the answer to each question that comes at the start.
+  void Offer() {
+    Recovery().FindLeft();
+    while (const auto question = Recovery().Question()) {
+      (question->damaged ? damaged : questions).push_back(question->text);
+      ASSERT_EQ(Recovery().AnswerLeft(answer), Outcome::Done);
+    }
+  }
   using Strings = std::vector<std::string>;
 
   TemporaryFolder folder;
   std::unique_ptr<Program> program;
   FakeClock* clock = nullptr;
+  Answer answer = Answer::Back;
+  Strings questions;
+  Strings damaged;
 };
 
 TEST_F(RecoveryTest, IsWrittenAtOnceAndThenEveryThirtySecondsAtMost) {
@@ -132,8 +143,8 @@ TEST_F(RecoveryTest, ARestoreThatIsUndoneIsNotLostSilently) {
   Recovery().Keep();
   Crash();
   Start();
-  program->desktop.answer = Answer::First;
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
+  answer = Answer::First;
+  Offer();
   EXPECT_EQ(program->main.Edits().Undo(), Outcome::Done);
   EXPECT_EQ(program->main.State().DroppedKinds(), (DataKinds{true, false, false}));
   Recovery().Keep();
@@ -148,10 +159,10 @@ TEST_F(RecoveryTest, IsRestoredAsAnUnsavedStep) {
   Recovery().Keep();
   Crash();
   Start();
-  program->desktop.answer = Answer::First;
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
-  ASSERT_EQ(program->desktop.questions.size(), 1U);
-  EXPECT_NE(program->desktop.questions[0].find("Waypoint 2件"), std::string::npos);
+  answer = Answer::First;
+  Offer();
+  ASSERT_EQ(questions.size(), 1U);
+  EXPECT_NE(questions[0].find("Waypoint 2件"), std::string::npos);
   EXPECT_EQ(program->Idents(), (Strings{"A", "B"}));
   EXPECT_EQ(program->main.State().HeldCount(DataKind::Waypoint), 2);
   EXPECT_TRUE(program->main.State().Unsaved(DataKind::Waypoint));
@@ -166,15 +177,43 @@ TEST_F(RecoveryTest, IsThrownAwayOrKeptForLater) {
   Recovery().Keep();
   Crash();
   Start();
-  program->desktop.answer = Answer::Back;
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
+  answer = Answer::Back;
+  Offer();
   EXPECT_EQ(Kept(), Strings{"A"});
-  program->desktop.answer = Answer::Second;
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
+  answer = Answer::Second;
+  Offer();
   EXPECT_TRUE(std::filesystem::is_empty(Folder()));
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
-  EXPECT_EQ(program->desktop.questions.size(), 2U);
+  Offer();
+  EXPECT_EQ(questions.size(), 2U);
   EXPECT_EQ(program->Idents(), Strings{});
+}
+
+TEST_F(RecoveryTest, WaitsForItsAnswerWhileThingsGoOn) {
+  program->Add("A");
+  Recovery().Keep();
+  Crash();
+  Start();
+  EXPECT_EQ(Recovery().AnswerLeft(Answer::First), Outcome::Refused) << "nothing has been looked for";
+  Recovery().FindLeft();
+  EXPECT_TRUE(RecoveryFiles(Folder()).Left().empty()) << "another program asks as well";
+  program->Add("B");
+  Recovery().Keep();
+  EXPECT_EQ(Kept(), Strings{"A"}) << "what is asked for stays";
+  EXPECT_EQ(Recovery().AnswerLeft(Answer::First), Outcome::Done);
+  EXPECT_EQ(program->Idents(), (Strings{"B", "A"}));
+  EXPECT_FALSE(Recovery().Question());
+}
+
+TEST_F(RecoveryTest, AQuestionThatIsNotAnsweredComesAgain) {
+  program->Add("A");
+  Recovery().Keep();
+  Crash();
+  Start();
+  Recovery().FindLeft();
+  Recovery().End();
+  Start();
+  Offer();
+  EXPECT_EQ(questions.size(), 1U);
 }
 
 TEST_F(RecoveryTest, ADamagedFileIsToldOnce) {
@@ -183,11 +222,11 @@ TEST_F(RecoveryTest, ADamagedFileIsToldOnce) {
   Crash();
   std::filesystem::resize_file(Path(), 30);
   Start();
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
-  EXPECT_EQ(program->desktop.messages, Strings{messages::RecoveryDamaged(Path() + ".damaged-1")});
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
-  EXPECT_EQ(program->desktop.messages.size(), 1U);
-  EXPECT_EQ(program->desktop.questions, Strings{});
+  Offer();
+  EXPECT_EQ(damaged, Strings{messages::RecoveryDamaged(Path() + ".damaged-1")});
+  Offer();
+  EXPECT_EQ(damaged.size(), 1U);
+  EXPECT_EQ(questions, Strings{});
 }
 
 TEST_F(RecoveryTest, WhatFindsNoRoomStaysWhereItIs) {
@@ -200,8 +239,8 @@ TEST_F(RecoveryTest, WhatFindsNoRoomStaysWhereItIs) {
   Start();
   ASSERT_EQ(program->main.Edits().Edit(StepKind::Import, fill), Outcome::Done);
   program->desktop.messages.clear();
-  program->desktop.answer = Answer::First;
-  EXPECT_EQ(Recovery().OfferLeft(), Outcome::Done);
+  answer = Answer::First;
+  Offer();
   EXPECT_EQ(program->desktop.messages, Strings{std::string(messages::RecoveryTooMuch)});
   EXPECT_EQ(Kept(), Strings{"A"});
   EXPECT_EQ(program->main.State().Data().Count(DataKind::Waypoint), MaxWaypoints);

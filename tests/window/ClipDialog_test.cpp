@@ -1,6 +1,9 @@
 // A point from a map on its way into the data set, with keys alone.
+#include <QAbstractItemDelegate>
 #include <QAbstractItemView>
+#include <QStyleOptionViewItem>
 
+#include "app/Messages.h"
 #include "window/DialogPlans.h"
 #include "window/WindowTest.h"
 
@@ -259,6 +262,49 @@ TEST_F(ClipDialogTest, AChosenSymbolIsStoredAndStaysChosenForTheNextPoint) {
     EXPECT_EQ(Box(dialog, "SmblType").currentText().left(5).toInt(), code);
     Press(dialog, Qt::Key_Escape);
   });
+}
+
+TEST_F(ClipDialogTest, ASymbolIsFoundByItsJapaneseName) {
+  Paste([](QDialog& dialog) {
+    TabTo(dialog, "SmblType");
+    QComboBox& box = Box(dialog, "SmblType");
+    EXPECT_FALSE(box.itemIcon(box.currentIndex()).isNull());
+    Type(dialog, "キャンプ場");
+    Press(dialog, Qt::Key_Return);
+    EXPECT_EQ(FocusOf(dialog), "DsplType");
+    Press(dialog, Qt::Key_Return);
+  });
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_EQ(Held().smbl, 151);
+}
+
+TEST_F(ClipDialogTest, TheListSaysTheJapaneseNamesToo) {
+  Paste([](QDialog& dialog) {
+    const QComboBox& box = Box(dialog, "SmblType");
+    const QModelIndex entry = box.model()->index(box.currentIndex(), 0);
+    EXPECT_EQ(box.currentText(), "00018 : waypoint dot");
+    QStyleOptionViewItem option;
+    EXPECT_GT(box.view()->itemDelegate()->sizeHint(option, entry).width(),
+              QFontMetrics(option.font).horizontalAdvance(box.currentText() + "　点"));
+    Press(dialog, Qt::Key_Escape);
+  });
+}
+
+TEST_F(ClipDialogTest, ASymbolThatIsNotOneAloneIsToldAndEverythingStays) {
+  Paste([this](QDialog& dialog) {
+    TabTo(dialog, "SmblType");
+    Type(dialog, "航路標識");
+    Press(dialog, Qt::Key_Return);
+    Press(dialog, Qt::Key_Return);
+    EXPECT_EQ(Messages(), messages::NoSuchSymbol);
+    EXPECT_EQ(FocusOf(dialog), "SmblType");
+    ASSERT_TRUE(dialog.isVisible());
+    Type(dialog, "summit");
+    TabTo(dialog, "Ok");
+    Press(dialog, Qt::Key_Return);
+  });
+  ASSERT_EQ(Data().Count(DataKind::Waypoint), 1U);
+  EXPECT_EQ(Held().smbl, 8246);
 }
 
 TEST_F(ClipDialogTest, EnterInAnOpenListChoosesAndGoesNoFurther) {

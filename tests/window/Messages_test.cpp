@@ -13,6 +13,11 @@ TEST(WindowMessages, AreWordedSo) {
   EXPECT_EQ(HeldCount, "内部データの件数");
   EXPECT_EQ(UnsavedCount, "内部データの件数（保存されていない変更があります）");
   EXPECT_EQ(RecordNeverCame, "受信機から届かなかった記録です");
+  EXPECT_EQ(RecordDamaged, "破損して届いた記録，または破損した点を含む記録です");
+  EXPECT_EQ(CheckTip, "チェックのある記録だけを，保存・コピー・アップロード・削除します");
+  EXPECT_EQ(CheckedRow("3", true), "3 チェックあり");
+  EXPECT_EQ(CheckedRow("3", false), "3 チェックなし");
+  EXPECT_EQ(Dismiss, "閉じる");
   EXPECT_EQ(Code, "コード ");
   EXPECT_EQ(NumberTooLarge, "数値が範囲（-32768～32767）を超えています：");
   EXPECT_EQ(About("6.4"),
@@ -20,6 +25,19 @@ TEST(WindowMessages, AreWordedSo) {
             "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
             "受け取り，保存し，送り返します．\n\n"
             "MITライセンスで配布されています．\nQt 6.4 を使っています．");
+}
+
+TEST(WindowMessages, OfUploadsAreWordedSo) {
+  EXPECT_EQ(
+      WouldBeLost,
+      "このまま送信すると，次のものが失われるか変わります．チェックを付けた提案どおりに直して送信します（名前は書き"
+      "換えられます）．");
+  EXPECT_EQ(NothingWouldBeLost, "失われるものはありません．");
+  EXPECT_EQ(SameNameAs("Waypoint 1「A」"), "Waypoint 1「A」と同じ名前になります");
+  EXPECT_EQ(FittedFrom("a-b", "AB"), "「a-b」は，受信機では「AB」になります．");
+  EXPECT_EQ(NoLettersOf("高"), "「高」には受信機の文字がないため，もとの提案に戻しました．");
+  EXPECT_EQ(AllThere, "送信したデータは，すべて受信機にあります．");
+  EXPECT_EQ(Differ(3), "受信機のデータは，送信したものと3件違います．");
 }
 
 }  // namespace

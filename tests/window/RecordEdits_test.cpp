@@ -259,6 +259,51 @@ TEST_F(RecordEditsTest, ASymbolThatIsNotOneAloneIsRefused) {
   Press(box, Qt::Key_Escape);
 }
 
+TEST_F(RecordEditsTest, ARefusedTextIsGivenUpForAnotherCell) {
+  RecordView& table = Waypoints();
+  const auto click = [&table](int row, int column) {
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                      table.visualRect(table.model()->index(row, column)).center());
+    QCoreApplication::processEvents();
+  };
+  auto& box = Open<SymbolBox>(table, 0, Symbol);
+  Type(*box.lineEdit(), "航路標識");
+  Press(box, Qt::Key_Return);
+  ASSERT_TRUE(IsEditing(table));
+  QToolTip::hideText();
+  click(1, Name);
+  EXPECT_FALSE(IsEditing(table));
+  EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text().toStdString() == messages::NoSuchSymbol; }));
+  EXPECT_EQ(Data().Waypoints()[0].smbl, 18);
+  EXPECT_EQ(Open(table, 1, Name).text(), "B");
+  Press(EditorOf(table), Qt::Key_Escape);
+  // The same by keys: whatever was open, the next cell opens.
+  Type(Open(table, 0, Height), "x");
+  Press(EditorOf(table), Qt::Key_Return);
+  table.setCurrentIndex(table.model()->index(2, Name));
+  EXPECT_FALSE(IsEditing(table));
+  EXPECT_EQ(Open(table, 2, Name).text(), "C");
+}
+
+TEST_F(RecordEditsTest, ABlankForAnOpenEditorUnchecksNothing) {
+  RecordView& table = Waypoints();
+  auto& box = Open<SymbolBox>(table, 0, Symbol);
+  table.selectAll();
+  for (const char* typed : {"航路 標識", " "}) {
+    Type(*box.lineEdit(), typed);
+    Press(box, Qt::Key_Return);
+    QTest::keyClick(&table, Qt::Key_Space);
+    QTest::keyClick(table.viewport(), Qt::Key_Space);
+    QTest::keyClick(&box, Qt::Key_Space);
+  }
+  EXPECT_TRUE(std::ranges::all_of(Data().Waypoints(), &Waypoint::chosen));
+  ASSERT_TRUE(IsEditing(table));
+  QTest::keyClick(&table, Qt::Key_F2);
+  EXPECT_EQ(QApplication::focusWidget(), &box) << "the key goes to the cell that is open";
+  Press(box, Qt::Key_Escape);
+  EXPECT_FALSE(IsEditing(table));
+}
+
 TEST_F(RecordEditsTest, TheListOfSymbolsShowsPicturesAndFilters) {
   RecordView& table = Waypoints();
   auto& box = Open<SymbolBox>(table, 0, Symbol);

@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "app/Messages.h"
+#include "window/Messages.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -23,18 +24,22 @@ class RecoveryWindow : public WindowTest {
     Open(*demo_port, clock);
     window->OfferRecovery();
   }
+  [[nodiscard]] std::string Question() const {
+    const auto* bar = window->findChild<QWidget*>("RecoveryBar");
+    return bar != nullptr && bar->isVisible() ? Get<QLabel>("RecoveryQuestion").text().toStdString() : std::string();
+  }
   [[nodiscard]] bool IsKept() const { return std::filesystem::exists(folder.Path("state/recovery-1.txt")); }
 };
 
 TEST_F(RecoveryWindow, OffersWhatWasHeld) {
-  EXPECT_EQ(Messages(), "") << "nothing is left at first";
+  EXPECT_EQ(Question(), "") << "nothing is left at first";
   PasteText(OneWaypoint);
   EXPECT_TRUE(IsKept());
-  answerer.Answer(QMessageBox::Yes);
   OpenAgain();
-  ASSERT_EQ(answerer.boxes.size(), 1U);
-  EXPECT_EQ(answerer.boxes[0].buttons.size(), 3);
-  EXPECT_EQ(answerer.boxes[0].default_button.toStdString(), messages::RecoveryAnswers.back);
+  EXPECT_NE(Question().find("Waypoint 1件"), std::string::npos) << Question();
+  EXPECT_EQ(Messages(), "") << "nobody has to answer";
+  Click("RecoveryRestore");
+  EXPECT_EQ(Question(), "");
   EXPECT_EQ(Texts("GpsNum"), "1|-|-");
   EXPECT_TRUE(window->isWindowModified());
   window->activateWindow();
@@ -45,14 +50,51 @@ TEST_F(RecoveryWindow, OffersWhatWasHeld) {
 
 TEST_F(RecoveryWindow, OffersItAgainUntilItIsThrownAway) {
   PasteText(OneWaypoint);
-  answerer.Answer(QMessageBox::Cancel);
   OpenAgain();
+  Click("RecoveryLater");
+  EXPECT_EQ(Question(), "");
   EXPECT_EQ(Texts("GpsNum"), "-|-|-");
-  answerer.Answer(QMessageBox::No);
   OpenAgain();
+  Click("RecoveryDiscard");
   EXPECT_FALSE(IsKept());
   OpenAgain();
-  EXPECT_EQ(answerer.boxes.size(), 2U);
+  EXPECT_EQ(Question(), "");
+}
+
+TEST_F(RecoveryWindow, EverythingGoesOnWhileItWaits) {
+  PasteText(OneWaypoint);
+  OpenAgain();
+  ASSERT_NE(Question(), "");
+  EXPECT_NE(window->RunExternalCommand("GetFile", folder.Path("a.grc"), ""), CommandBusy);
+  window->Main().State().Settings().port = "demo";
+  window->ShowControls();
+  Check("DownCheck_0");
+  answerer.Answer(QMessageBox::Yes);
+  Click("GpsDownLoad");
+  EXPECT_EQ(Texts("GpsNum"), "19|-|-");
+  EXPECT_NE(Question(), "");
+  EXPECT_TRUE(IsKept());
+  answerer.Answer(QMessageBox::No);
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(IsKept()) << "it was not answered";
+  OpenAgain();
+  EXPECT_NE(Question(), "");
+}
+
+TEST_F(RecoveryWindow, OneAfterTheOtherIsAskedAndADamagedOneIsTold) {
+  PasteText(OneWaypoint);
+  window.reset();
+  std::filesystem::copy(folder.Path("state/recovery-1.txt"), folder.Path("state/recovery-2.txt"));
+  PutFile(folder.Path("state/recovery-2.txt"), "half");
+  OpenAgain();
+  ASSERT_NE(Question(), "");
+  Click("RecoveryRestore");
+  EXPECT_EQ(Question(), messages::RecoveryDamaged(folder.Path("state/recovery-2.txt.damaged-1")));
+  EXPECT_FALSE(Get<QPushButton>("RecoveryRestore").isVisible());
+  EXPECT_EQ(Get<QPushButton>("RecoveryLater").text().toStdString(), window_messages::Dismiss);
+  Click("RecoveryLater");
+  EXPECT_EQ(Question(), "");
+  EXPECT_EQ(Texts("GpsNum"), "1|-|-");
 }
 
 TEST_F(RecoveryWindow, AnEditIsKeptOnceThirtySecondsAreOver) {

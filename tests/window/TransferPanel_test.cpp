@@ -1,4 +1,5 @@
 // What the window tells of a download that has ended.
+#include <QAction>
 #include <QTableView>
 #include <fstream>
 
@@ -90,6 +91,44 @@ TEST_F(TransferPanelTest, SaysWhereWhatWasHeldHasGone) {
   answerer.Answer(QMessageBox::Yes);
   Click("GpsDownLoad");
   EXPECT_EQ(Results(), "Waypoint：受け取れませんでした．\n前の内部データには，「編集」の「元に戻す」で戻せます．");
+}
+
+TEST_F(TransferPanelTest, GoesWithWhatItTellsOf) {
+  const auto download = [this] {
+    Download({});
+    ASSERT_NE(Results(), "");
+  };
+  download();
+  Get<QAction>("Undo").trigger();
+  EXPECT_EQ(Results(), "") << "it is undone";
+  download();
+  answerer.Answer(QMessageBox::Yes);
+  Click("GpsDownLoad");
+  ASSERT_NE(Results(), "");
+  Get<QAction>("Undo").trigger();
+  EXPECT_EQ(Results(), "") << "there are as many, and they are others";
+  download();
+  Check("DoCheck_0");
+  Click("Delete");
+  EXPECT_EQ(Results(), "") << "they are deleted";
+  download();
+  Check("DoCheck_0");
+  Click("GpsUpLoad");
+  EXPECT_EQ(Results(), "") << "something else was done with the receiver";
+}
+
+TEST_F(TransferPanelTest, StaysWhileWhatItTellsOfIsHeld) {
+  Download({});
+  const auto rename = [](DataSet& data) {
+    Waypoint waypoint = data.Waypoints()[0];
+    waypoint.ident = "B";
+    return data.Edit(Replacement(0, waypoint));
+  };
+  EXPECT_EQ(window->Main().Edits().Edit(StepKind::Edit, rename), Outcome::Done);
+  PasteText("WPT\tD\tWGS84\t=\"A\"\t35\t139\t=\"\"\r\n");
+  Get<QAction>("Undo").trigger();
+  Get<QAction>("Undo").trigger();
+  EXPECT_NE(Results(), "");
 }
 
 TEST_F(TransferPanelTest, APageThatHoldsSomethingComesForwardWhenTheFirstRecordsCome) {

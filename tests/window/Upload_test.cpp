@@ -86,6 +86,69 @@ TEST_F(UploadWindowTest, ProposalsAreTakenChangedAndLeft) {
   EXPECT_EQ(Data().Waypoints()[0].ident, "たかお山") << "what is held stays";
 }
 
+TEST_F(UploadWindowTest, EachRecordsRowShowsTheNameThatIsSent) {
+  Hold("CAMPSITE1", 35);
+  Hold("CAMPSITE2", 36);
+  When("UploadCheck", [](QDialog& dialog) {
+    const QTableWidget& table = TableOf(dialog);
+    ASSERT_EQ(table.rowCount(), 2);
+    EXPECT_EQ(table.item(0, 2)->text(), "CAMPSI");
+    EXPECT_EQ(table.item(1, 2)->text(), "CAMPS2");
+    Press(dialog, "Send");
+  });
+  Upload();
+  EXPECT_EQ(InReceiver(), (Strings{"CAMPSI", "CAMPS2"}));
+}
+
+TEST_F(UploadWindowTest, ARecordThatGetsAnotherNameForTheSakeOfOneHasARow) {
+  Hold("CAMP", 35);
+  Hold("CAMP", 36);
+  When("UploadCheck", [](QDialog& dialog) {
+    QTableWidget& table = TableOf(dialog);
+    ASSERT_EQ(table.rowCount(), 2);
+    EXPECT_EQ(table.item(0, 2)->text(), "CAMP");
+    EXPECT_EQ(table.item(1, 0)->text(), "Waypoint 2「CAMP」");
+    EXPECT_EQ(table.item(1, 1)->text().toStdString(), window_messages::SameNameAs("Waypoint 1「CAMP」"));
+    EXPECT_EQ(table.item(1, 2)->text(), "CAMP2");
+    table.item(0, 2)->setText("HUT");
+    table.item(1, 2)->setText("CAMP");
+    EXPECT_EQ(table.item(0, 3)->text() + table.item(1, 3)->text(), "");
+    Press(dialog, "Send");
+  });
+  Upload();
+  EXPECT_EQ(InReceiver(), (Strings{"HUT", "CAMP"}));
+}
+
+TEST_F(UploadWindowTest, ANameThatIsTypedIsExaminedAtOnce) {
+  Hold("たかお山", 35);
+  Hold("きたほ岳", 36);
+  Hold("OK", 37);
+  When("UploadCheck", [](QDialog& dialog) {
+    QTableWidget& table = TableOf(dialog);
+    ASSERT_EQ(table.rowCount(), 2);
+    const auto checked = [&table](int row) { return table.item(row, 3)->text().toStdString(); };
+    table.item(1, 2)->setText("TAKAOS");
+    EXPECT_EQ(checked(0), "Waypoint 2と同じ名前か番号になるため，受信機に残りません");
+    EXPECT_EQ(checked(1), window_messages::SameNameAs("Waypoint 1「たかお山」"));
+    table.item(1, 2)->setText("OK");
+    EXPECT_EQ(checked(0), "");
+    EXPECT_EQ(checked(1), "Waypoint 3と同じ名前か番号になるため，受信機に残りません");
+    table.item(1, 2)->setText("KITAHODAKE");
+    EXPECT_EQ(checked(1), window_messages::FittedFrom("KITAHODAKE", "KITAHO"));
+    table.item(1, 2)->setText("高");
+    EXPECT_EQ(checked(1), window_messages::NoLettersOf("高"));
+    EXPECT_EQ(table.item(1, 2)->text(), "KITAHO");
+    table.item(1, 2)->setText("TAKAOS");
+    table.item(1, 2)->setCheckState(Qt::Unchecked);
+    EXPECT_EQ(checked(0) + checked(1), "") << "it is sent as it is";
+    table.item(1, 2)->setCheckState(Qt::Checked);
+    EXPECT_NE(checked(0), "") << "a warning forbids nothing";
+    Press(dialog, "Send");
+  });
+  Upload();
+  EXPECT_EQ(InReceiver(), (Strings{"TAKAOS", "TAKAOS", "OK"})) << "this one holds any number of a name";
+}
+
 TEST_F(UploadWindowTest, BackSendsNothing) {
   const Strings before = InReceiver();
   Hold("たかお山", 35);
