@@ -6,6 +6,7 @@ namespace {
 
 constexpr const char* Geometry = "window/geometry";
 constexpr const char* Columns = "window/columns";
+constexpr const char* Map = "window/map";
 constexpr const char* OpenFolder = "folders/open";
 constexpr const char* SaveFolder = "folders/save";
 constexpr const char* Files = "files/recent";
@@ -27,6 +28,7 @@ DesktopState LoadDesktopState(const QSettings& store) {
   DesktopState state;
   state.geometry = store.value(Geometry).toByteArray();
   state.columns = store.value(Columns).toMap();
+  state.map = store.value(Map).toMap();
   state.open_folder = store.value(OpenFolder).toString();
   state.save_folder = store.value(SaveFolder).toString();
   state.files = store.value(Files).toStringList().mid(0, MostRecentFiles);
@@ -41,6 +43,7 @@ DesktopState LoadDesktopState(const QSettings& store) {
 void SaveDesktopState(QSettings& store, const DesktopState& state) {
   store.setValue(Geometry, state.geometry);
   store.setValue(Columns, state.columns);
+  store.setValue(Map, state.map);
   store.setValue(OpenFolder, state.open_folder);
   store.setValue(SaveFolder, state.save_folder);
   store.setValue(Files, state.files);

@@ -16,6 +16,7 @@ namespace walrim {
 struct DesktopState {
   QByteArray geometry;    ///< of the window, as QWidget::saveGeometry has it
   QVariantMap columns;    ///< of each table, by its name: widths in pixels by the titles of the columns
+  QVariantMap map;        ///< as MapSplitter has it
   QString open_folder;    ///< where the last file was chosen to be read
   QString save_folder;    ///< and to be written
   QStringList files;      ///< used lately, the last one first

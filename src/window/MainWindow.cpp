@@ -34,6 +34,8 @@
 #include "window/DataPanel.h"
 #include "window/DoctorPanel.h"
 #include "window/ElidedLabel.h"
+#include "window/MapMenu.h"
+#include "window/MapSplitter.h"
 #include "window/Messages.h"
 #include "window/RecordTables.h"
 #include "window/RecoveryBar.h"
@@ -164,7 +166,8 @@ void MainWindow::BuildCentre() {
   centre_ = new QStackedWidget;
   records_ = new RecordTables(main_.State().Data());
   doctor_panel_ = new DoctorPanel;
-  centre_->addWidget(records_);
+  tables_and_map_ = new MapSplitter(main_.State(), records_);
+  centre_->addWidget(tables_and_map_);
   centre_->addWidget(doctor_panel_);
   grid->addWidget(MakeDeviceGroup(), 0, 0);
   grid->addWidget(data_panel_, 1, 0);
@@ -209,6 +212,7 @@ QAction* MainWindow::AddCommand(QMenu& menu, const char* name, const char* text,
 void MainWindow::BuildMenus() {
   BuildFileMenu();
   BuildEditMenu();
+  BuildViewMenu();
   BuildDeviceMenu();
   QMenu* help = menuBar()->addMenu(QString::fromUtf8("ヘルプ(&H)"));
   QAction* about = help->addAction(QString::fromUtf8("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
@@ -250,6 +254,12 @@ void MainWindow::BuildEditMenu() {
       AddCommand(*edit, "FixDates", "日付を直す(&F)...", [this] { Run([this] { main_.Dates().FixDates(); }); });
 }
 
+void MainWindow::BuildViewMenu() {
+  QMenu* view = menuBar()->addMenu(QString::fromUtf8("表示(&V)"));
+  view->setObjectName("View");
+  new MapMenu(*view, *tables_and_map_);
+}
+
 void MainWindow::BuildDeviceMenu() {
   QMenu* device = menuBar()->addMenu(QString::fromUtf8("受信機(&R)"));
   AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *get_gps_info_);
@@ -288,7 +298,7 @@ void MainWindow::ConnectButtons() {
   connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
   connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
           [this] { RunDoctor(&DoctorCommands::FindReceiver); });
-  connect(doctor_panel_->back, &QPushButton::clicked, this, [this] { centre_->setCurrentWidget(records_); });
+  connect(doctor_panel_->back, &QPushButton::clicked, this, [this] { centre_->setCurrentWidget(tables_and_map_); });
   connect_command(doctor_panel_->save_trace, main_.Traces(), &TraceCommands::Save);
   connect_command(data_panel_->file_export, main_.Exports(), &ExportCommands::Export);
   connect_command(data_panel_->copy, main_.Exports(), &ExportCommands::Copy);
@@ -306,6 +316,8 @@ void MainWindow::ConnectRecords() {
           [this](const MapPage& page, const MapPlace& place) { OpenOnMap(desktop_, page, place); });
   connect(records_, &RecordTables::GeoLinkChosen, this,
           [this](const MapPlace& place) { CopyGeoLink(desktop_, place); });
+  connect(tables_and_map_, &MapSplitter::WaypointWanted, this,
+          [this](const MapPlace& place) { Run([&] { main_.Imports().NewWaypoint(place); }); });
   records_->SetEditCell([this](DataKind kind, const RecordPlace& place, EditField field, const std::string& text) {
     return main_.Records().EditCell(kind, place, field, text);
   });
@@ -343,7 +355,7 @@ void MainWindow::RunWithReceiver(const std::function<Outcome()>& command) {
   Run([&] {
     static_cast<void>(command());
     const DeviceCommands& device = main_.Device();
-    if (device.Identified().product_id > 0) centre_->setCurrentWidget(records_);
+    if (device.Identified().product_id > 0) centre_->setCurrentWidget(tables_and_map_);
     if (device.IdentificationFailed()) ExamineLine();
   });
 }
@@ -485,6 +497,7 @@ void MainWindow::SettingsChanged() {
 void MainWindow::RefreshRecords() {
   const UserSettings& settings = main_.State().Settings();
   records_->Refresh({settings.notation, settings.datum, settings.utc_offset_hours});
+  tables_and_map_->Refresh();
 }
 
 void MainWindow::LookAtPorts() {
@@ -586,6 +599,7 @@ void MainWindow::ForgetFiles() {
 void MainWindow::Restore() {
   desktop_.SetLastFolders({state_.open_folder, state_.save_folder});
   records_->SetColumnWidths(state_.columns);
+  tables_and_map_->Restore(state_.map, width());
   keep_settings_->setChecked(state_.keep_settings);
   keep_settings_->setEnabled(store_ != nullptr);
   binder_.Choose(state_.settings);
@@ -598,6 +612,7 @@ void MainWindow::Remember() {
   if (store_ == nullptr || records_ == nullptr) return;
   state_.geometry = saveGeometry();
   state_.columns = records_->ColumnWidths();
+  state_.map = tables_and_map_->State();
   state_.open_folder = desktop_.LastFolders().open;
   state_.save_folder = desktop_.LastFolders().save;
   state_.keep_settings = keep_settings_->isChecked();

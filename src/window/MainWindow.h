@@ -32,6 +32,7 @@ namespace walrim {
 class DataPanel;
 class DoctorPanel;
 class ElidedLabel;
+class MapSplitter;
 class RecordTables;
 class RecoveryBar;
 class RowMenu;
@@ -96,6 +97,7 @@ class MainWindow : public QMainWindow {
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
+  void BuildViewMenu();
   void BuildDeviceMenu();
   void ConnectButtons();
   void ConnectRecords();
@@ -158,6 +160,7 @@ class MainWindow : public QMainWindow {
   QGroupBox* auto_action_group_ = nullptr;
   QStackedWidget* centre_ = nullptr;  ///< the tables, or the connection assistant
   RecordTables* records_ = nullptr;
+  MapSplitter* tables_and_map_ = nullptr;
   DoctorPanel* doctor_panel_ = nullptr;
   TransferPanel* transfer_panel_ = nullptr;
   RecoveryBar* recovery_bar_ = nullptr;  ///< where something is left

@@ -42,6 +42,39 @@ inline constexpr std::string_view AllThere = "送信したデータは，すべ�
 [[nodiscard]] inline std::string Differ(std::size_t count) {
   return "受信機のデータは，送信したものと" + std::to_string(count) + "件違います．";
 }
+inline constexpr std::string_view NoHeights = "高度のデータはありません";
+inline constexpr std::string_view FiguresOfChosen = "選択";
+inline constexpr std::string_view FiguresOfAll = "すべて";
+inline constexpr std::string_view FigurePoints = "点数";
+inline constexpr std::string_view FigureSegments = "区間数";
+inline constexpr std::string_view FigureDistance = "距離";
+inline constexpr std::string_view FigureDuration = "時間";
+inline constexpr std::string_view FigureMoving = "移動時間";
+inline constexpr std::string_view FigureAverage = "平均速度";
+inline constexpr std::string_view FigureMovingSpeed = "移動平均速度";
+inline constexpr std::string_view FigureFastest = "最高速度";
+inline constexpr std::string_view FigureAscent = "登り";
+inline constexpr std::string_view FigureDescent = "下り";
+inline constexpr std::string_view FigureLowest = "最低高度";
+inline constexpr std::string_view FigureHighest = "最高高度";
+inline constexpr std::string_view FigureLength = "長さ";
+[[nodiscard]] inline std::string AscentNote(int threshold_m) {
+  return "登りと下りは，" + std::to_string(threshold_m) + " m以上の高度の変化だけを数えています．";
+}
+/// Of a part of a log. A speed is the average.
+[[nodiscard]] inline std::string RangeFigures(std::string_view distance, std::string_view duration,
+                                              std::string_view ascent, std::string_view descent,
+                                              std::string_view speed) {
+  return std::string(distance)
+      .append("   ")
+      .append(duration)
+      .append("   登り ")
+      .append(ascent)
+      .append("   下り ")
+      .append(descent)
+      .append("   平均 ")
+      .append(speed);
+}
 /// In front of the code of a named symbol.
 inline constexpr std::string_view Code = "コード ";
 /// In front of what was typed.

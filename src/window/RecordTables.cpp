@@ -145,9 +145,8 @@ RowRef RecordTables::RefOf(DataKind kind, const RecordPlace& place) const {
   return {static_cast<std::uint16_t>(record), static_cast<std::uint16_t>(place.point.value_or(0))};
 }
 
-RecordSelection RecordTables::Selection() const {
+RecordSelection RecordTables::ChosenIn(const RecordView* view) const {
   RecordSelection selection{CurrentKind(), false, {}};
-  const RecordView* view = ActiveView();
   if (view == nullptr) return selection;
   selection.of_points = view == pages_.at(IndexOf(selection.kind)).point_view;
   const std::vector<RowRef> refs = view->SelectedRefs();
@@ -155,6 +154,18 @@ RecordSelection RecordTables::Selection() const {
   std::ranges::transform(refs, selection.places.begin(),
                          [&](RowRef ref) { return PlaceOf(selection.kind, ref, selection.of_points); });
   return selection;
+}
+
+RecordSelection RecordTables::Selection() const {
+  return ChosenIn(ActiveView());
+}
+
+RecordSelection RecordTables::ChosenRecords() const {
+  return ChosenIn(pages_.at(IndexOf(CurrentKind())).record_view);
+}
+
+RecordSelection RecordTables::ChosenPoints() const {
+  return ChosenIn(pages_.at(IndexOf(CurrentKind())).point_view);
 }
 
 /// Points are in their table where their records are chosen, or none is.
@@ -175,6 +186,14 @@ void RecordTables::Select(const RecordSelection& selection) {
   }
   view->SelectRefs(refs);
   view->setFocus();
+}
+
+void RecordTables::Show(DataKind kind, const RecordPlace& place) {
+  const Page& page = PageOf(kind);
+  if (page.record_view == nullptr) return;
+  tabs_->setCurrentIndex(static_cast<int>(IndexOf(kind)));
+  page.record_view->ShowRow(RefOf(kind, {place.record, std::nullopt}));
+  if (place.point && page.point_view != nullptr) page.point_view->ShowRow(RefOf(kind, place));
 }
 
 // ---- Points and counts

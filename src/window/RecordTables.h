@@ -29,6 +29,8 @@ struct RecordSelection {
 
   /// The records, each once.
   [[nodiscard]] std::vector<std::size_t> Records() const;
+
+  friend bool operator==(const RecordSelection&, const RecordSelection&) = default;
 };
 
 class RecordTables : public QWidget {
@@ -50,6 +52,11 @@ class RecordTables : public QWidget {
   [[nodiscard]] RecordSelection Selection() const;
   /// Chooses rows of a table, which comes to the front; nothing of a kind of which nothing is held.
   void Select(const RecordSelection& selection);
+  /// The rows that are chosen in the tables of the page, wherever the focus is.
+  [[nodiscard]] RecordSelection ChosenRecords() const;
+  [[nodiscard]] RecordSelection ChosenPoints() const;
+  /// Opens the page of a record, or of a point of it, chooses its row and scrolls to it.
+  void Show(DataKind kind, const RecordPlace& place);
   /// The table that the user works with: the one with the focus, else the records of the page; null while the page has
   /// none.
   [[nodiscard]] RecordView* ActiveView() const;
@@ -91,6 +98,7 @@ class RecordTables : public QWidget {
   [[nodiscard]] int FirstNumber(DataKind kind) const;
   [[nodiscard]] RecordPlace PlaceOf(DataKind kind, RowRef ref, bool of_points) const;
   [[nodiscard]] RowRef RefOf(DataKind kind, const RecordPlace& place) const;
+  [[nodiscard]] RecordSelection ChosenIn(const RecordView* view) const;
   [[nodiscard]] std::vector<std::size_t> IndicesOf(DataKind kind, const std::vector<int>& records) const;
   void ConnectPoints(DataKind kind);
   void ShowPointsOf(DataKind kind);

@@ -167,6 +167,14 @@ void RecordView::SelectRefs(const std::vector<RowRef>& refs) {
   selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
+void RecordView::ShowRow(RowRef ref) {
+  const int row = model_.RowAt(ref);
+  if (row < 0) return;
+  const QModelIndex index = model_.index(row, std::max(currentIndex().column(), 0));
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  scrollTo(index);
+}
+
 std::optional<MapPlace> RecordView::CurrentPlace() const {
   return currentIndex().isValid() ? model_.PlaceAt(currentIndex().row()) : std::nullopt;
 }

@@ -38,6 +38,8 @@ class RecordView : public QTableView {
   /// What the chosen rows show, in rising order.
   [[nodiscard]] std::vector<RowRef> SelectedRefs() const;
   void SelectRefs(const std::vector<RowRef>& refs);
+  /// Chooses a row and scrolls to it, where it is shown.
+  void ShowRow(RowRef ref);
   /// Where the current row's record lies, where that is known.
   [[nodiscard]] std::optional<MapPlace> CurrentPlace() const;
   /// The uppermost chosen row; 0 without any.

@@ -18,6 +18,10 @@ TEST(WindowMessages, AreWordedSo) {
   EXPECT_EQ(CheckedRow("3", true), "3 チェックあり");
   EXPECT_EQ(CheckedRow("3", false), "3 チェックなし");
   EXPECT_EQ(Dismiss, "閉じる");
+  EXPECT_EQ(NoHeights, "高度のデータはありません");
+  EXPECT_EQ(AscentNote(10), "登りと下りは，10 m以上の高度の変化だけを数えています．");
+  EXPECT_EQ(RangeFigures("1 km", "0:20:00", "5 m", "6 m", "3 km/h"),
+            "1 km   0:20:00   登り 5 m   下り 6 m   平均 3 km/h");
   EXPECT_EQ(Code, "コード ");
   EXPECT_EQ(NumberTooLarge, "数値が範囲（-32768～32767）を超えています：");
   EXPECT_EQ(About("6.4"),
