@@ -17,7 +17,7 @@ install(DIRECTORY ${share}/man/ DESTINATION ${CMAKE_INSTALL_MANDIR})
 install(DIRECTORY ${share}/examples DESTINATION ${documents})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/formats DESTINATION ${documents})
 install(FILES ${PROJECT_SOURCE_DIR}/docs/automation.md ${PROJECT_SOURCE_DIR}/docs/faults.md
-              ${PROJECT_SOURCE_DIR}/docs/links.md
+              ${PROJECT_SOURCE_DIR}/docs/links.md ${PROJECT_SOURCE_DIR}/docs/map.md
               ${PROJECT_SOURCE_DIR}/packaging/copyright ${PROJECT_SOURCE_DIR}/packaging/changelog
         DESTINATION ${documents})
 

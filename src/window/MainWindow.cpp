@@ -255,9 +255,9 @@ void MainWindow::BuildEditMenu() {
 }
 
 void MainWindow::BuildViewMenu() {
-  QMenu* view = menuBar()->addMenu(QString::fromUtf8("表示(&V)"));
+  QMenu* view = menuBar()->addMenu(QString::fromUtf8("表示(&L)"));
   view->setObjectName("View");
-  new MapMenu(*view, *tables_and_map_);
+  new MapMenu(*view, *tables_and_map_, [this](const std::string& question) { return desktop_.AskOkCancel(question); });
 }
 
 void MainWindow::BuildDeviceMenu() {

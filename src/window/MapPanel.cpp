@@ -1,9 +1,11 @@
 #include "window/MapPanel.h"
 
 #include <QSplitter>
+#include <QStandardPaths>
 #include <QVBoxLayout>
-#include <algorithm>
+#include <utility>
 
+#include "window/MapTiles.h"
 #include "window/ProfileView.h"
 #include "window/RecordTables.h"
 #include "window/WayPanel.h"
@@ -13,6 +15,9 @@ namespace {
 
 constexpr const char* Parts = "parts";
 constexpr const char* OverTime = "overTime";
+constexpr const char* BackgroundWord = "background";
+constexpr const char* TileAddress = "tileAddress";
+constexpr const char* AgreedHosts = "agreed";
 
 bool HasPoints(const DataSet& data, const MapItem& way) {
   const std::size_t record = way.place.record;
@@ -78,12 +83,12 @@ bool MapPanel::SameRecords(const Revisions& revisions) {
 }
 
 void MapPanel::Refresh(const Revisions& revisions) {
-  const bool same = SameRecords(revisions);
-  if (same && !map_->TakeChecks(data_)) return;
-  if (!same) {
+  if (SameRecords(revisions)) {
+    static_cast<void>(map_->TakeChecks(data_));
+  } else {
     map_->SetScene(SceneOf(data_));
     if (way_panel_ != nullptr) way_panel_->ForgetFigures();
-    way_.reset();
+    way_is_old_ = true;
     BuildWayPanel();
   }
   FollowSelection();
@@ -110,7 +115,7 @@ void MapPanel::BuildWayPanel() {
 }
 
 void MapPanel::FollowSelection() {
-  if (!built_) return;
+  if (!built_ || isHidden()) return;
   MapSelection selection{tables_.ChosenRecords(), tables_.ChosenPoints()};
   const bool same = selection == map_->Selection();
   const RecordSelection& narrowest = selection.points.places.empty() ? selection.records : selection.points;
@@ -130,7 +135,7 @@ void MapPanel::ShowWay() {
     const MapItem item{chosen.kind, {chosen.places.front().record, std::nullopt}};
     if (HasPoints(data_, item)) way = item;
   }
-  if (!SameWay(way, way_)) {
+  if (std::exchange(way_is_old_, false) || !SameWay(way, way_)) {
     way_ = way;
     way_panel_->ShowWay(way_);
     map_->SetPointed(way_);
@@ -159,6 +164,9 @@ void MapPanel::PointAt(std::optional<std::size_t> point) {
 
 QVariantMap MapPanel::State() const {
   QVariantMap state = state_;
+  state.insert(BackgroundWord, MapBackgroundWord(background_));
+  state.insert(TileAddress, own_address_);
+  state.insert(AgreedHosts, agreed_);
   if (way_panel_ == nullptr) return state;
   state.insert(Parts, parts_->saveState());
   state.insert(OverTime, way_panel_->Profile().Axis() == ProfileAxis::Time);
@@ -167,6 +175,20 @@ QVariantMap MapPanel::State() const {
 
 void MapPanel::Restore(const QVariantMap& state) {
   state_ = state;
+  agreed_ = state.value(AgreedHosts).toStringList();
+  SetBackground(MapBackgroundOfWord(state.value(BackgroundWord).toString()), state.value(TileAddress).toString());
+}
+
+void MapPanel::SetBackground(MapBackground background, const QString& own_address) {
+  const auto source = TileSourceOf(background, own_address);
+  background_ = source ? background : MapBackground::None;
+  own_address_ = own_address;
+  map_->SetTiles(nullptr);
+  delete std::exchange(tiles_, nullptr);
+  if (!source) return;
+  const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/tiles");
+  tiles_ = new MapTiles(*source, cache, this);
+  map_->SetTiles(tiles_);
 }
 
 }  // namespace walrim

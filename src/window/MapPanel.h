@@ -1,6 +1,7 @@
 // The map beside the tables, what is under it, and what they tell each other.
 #pragma once
 
+#include <QStringList>
 #include <QVariantMap>
 #include <QWidget>
 #include <array>
@@ -9,12 +10,14 @@
 
 #include "dialogs/GeoLink.h"
 #include "records/DataSet.h"
+#include "window/MapBackgrounds.h"
 #include "window/MapView.h"
 
 class QSplitter;
 
 namespace walrim {
 
+class MapTiles;
 class RecordTables;
 class WayPanel;
 
@@ -32,7 +35,16 @@ class MapPanel : public QWidget {
   void Refresh(const Revisions& revisions);
   [[nodiscard]] MapView& Map() { return *map_; }
 
-  /// How the parts share the room, and what the profile shows.
+  /// Nothing is asked of a server before one is set, and none other than that.
+  void SetBackground(MapBackground background, const QString& own_address);
+  [[nodiscard]] MapBackground Background() const { return background_; }
+  /// What was set last.
+  [[nodiscard]] const QString& OwnAddress() const { return own_address_; }
+  /// Whether the user knows what a server learns, by its name.
+  [[nodiscard]] bool Agreed(const QString& host) const { return agreed_.contains(host); }
+  void SetAgreed(const QString& host) { agreed_.append(host); }
+
+  /// How the parts share the room, what the profile shows, and the background.
   [[nodiscard]] QVariantMap State() const;
   void Restore(const QVariantMap& state);
 
@@ -50,11 +62,16 @@ class MapPanel : public QWidget {
   [[nodiscard]] bool SameRecords(const Revisions& revisions);
 
   const DataSet& data_;
+  MapBackground background_ = MapBackground::None;
+  QString own_address_;
+  QStringList agreed_;
+  MapTiles* tiles_ = nullptr;
   RecordTables& tables_;
   QSplitter* parts_;
   MapView* map_;
   WayPanel* way_panel_ = nullptr;  ///< made when there is first a way to show
   std::optional<MapItem> way_;     ///< the log or route that is looked at
+  bool way_is_old_ = false;        ///< its points may be others than those that are shown
   QVariantMap state_;
   Revisions revisions_{};
   std::array<std::size_t, DataKindCount + 1> counts_{};

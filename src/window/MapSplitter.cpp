@@ -48,10 +48,8 @@ void MapSplitter::SetMapShown(bool shown) {
 }
 
 QVariantMap MapSplitter::State() const {
-  QVariantMap state = remembered_;
+  QVariantMap state = panel_ != nullptr ? panel_->State() : remembered_;
   state.insert(Shown, MapShown());
-  if (panel_ == nullptr) return state;
-  state.insert(panel_->State());
   if (MapShown()) state.insert(Split, saveState());
   return state;
 }

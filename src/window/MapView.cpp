@@ -13,6 +13,7 @@
 
 #include "window/Coast.h"
 #include "window/MapGround.h"
+#include "window/MapTiles.h"
 #include "window/Widgets.h"
 
 namespace walrim {
@@ -73,14 +74,30 @@ void MapView::SetPointer(std::optional<MercatorPoint> pointer) {
   update();
 }
 
+void MapView::SetTiles(MapTiles* tiles) {
+  tiles_ = tiles;
+  pictures_ = {};
+  wheel_steps_ = 0;
+  if (tiles_ != nullptr) {
+    camera_.ZoomTo(std::round(camera_.Zoom()), QRectF({0, 0}, camera_.Size()).center());
+    connect(tiles_, &MapTiles::Changed, this, qOverload<>(&QWidget::update));
+  }
+  update();
+}
+
 void MapView::ShowAll() {
   follows_records_ = true;
   camera_.Fit(scene_.box, FitZoom);
   update();
 }
 
+double MapView::ZoomStep() const {
+  // Tiles are sharp at their own zoom alone.
+  return tiles_ != nullptr ? 1 : WheelStep;
+}
+
 void MapView::ZoomBy(double steps) {
-  camera_.ZoomTo(camera_.Zoom() + steps * WheelStep, QRectF({0, 0}, camera_.Size()).center());
+  camera_.ZoomTo(camera_.Zoom() + steps * ZoomStep(), QRectF({0, 0}, camera_.Size()).center());
   MovedByUser();
 }
 
@@ -90,7 +107,7 @@ void MapView::MovedByUser() {
 }
 
 MapStyle MapView::Style() const {
-  return MapStyleOf(palette());
+  return tiles_ != nullptr ? MapStyleOf(QPalette(Qt::white)) : MapStyleOf(palette());
 }
 
 // ---- Painting
@@ -108,10 +125,13 @@ void MapView::LoadLater() {
 void MapView::PaintGround(QPainter& painter) {
   const MapStyle style = Style();
   painter.fillRect(rect(), style.sea);
-  painter.setRenderHint(QPainter::Antialiasing);
-  PaintLand(painter, coast_, camera_, style);
-  painter.setRenderHint(QPainter::Antialiasing, false);
-  PaintGrid(painter, camera_, style);
+  if (tiles_ == nullptr || !tiles_->CoverAll(camera_)) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    PaintLand(painter, coast_, camera_, style);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+  }
+  if (tiles_ != nullptr) tiles_->Paint(painter, camera_);
+  if (tiles_ == nullptr) PaintGrid(painter, camera_, style);
 }
 
 void MapView::paintEvent(QPaintEvent* /*event*/) {
@@ -125,6 +145,11 @@ void MapView::paintEvent(QPaintEvent* /*event*/) {
   PaintRecords(painter, {scene_, selection_, pointer_}, camera_, style, pictures_);
   painter.setRenderHint(QPainter::Antialiasing, false);
   PaintScaleBar(painter, camera_, style);
+  if (tiles_ != nullptr) {
+    const QSizeF room = CaptionSize(painter, tiles_->Attribution());
+    const QPointF corner(width() - room.width(), height() - room.height());
+    PaintCaption(painter, QRectF(corner, room), tiles_->Attribution(), style);
+  }
   if (framing_) PaintZoomFrame(painter);
   if (hasFocus()) {
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
@@ -198,8 +223,13 @@ bool MapView::event(QEvent* event) {
 }
 
 void MapView::wheelEvent(QWheelEvent* event) {
-  camera_.ZoomTo(camera_.Zoom() + event->angleDelta().y() / WheelNotch * WheelStep, event->position());
-  MovedByUser();
+  wheel_steps_ += event->angleDelta().y() / WheelNotch;
+  const double steps = tiles_ != nullptr ? std::trunc(wheel_steps_) : wheel_steps_;
+  wheel_steps_ -= steps;
+  if (steps != 0) {
+    camera_.ZoomTo(camera_.Zoom() + steps * ZoomStep(), event->position());
+    MovedByUser();
+  }
   event->accept();
 }
 

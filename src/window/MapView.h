@@ -17,6 +17,8 @@ class QToolButton;
 
 namespace walrim {
 
+class MapTiles;
+
 class MapView : public QWidget {
   Q_OBJECT
 
@@ -38,6 +40,9 @@ class MapView : public QWidget {
   void SetPointer(std::optional<MercatorPoint> pointer);
   /// The log or route whose points the mouse finds; nothing for none.
   void SetPointed(std::optional<MapItem> way) { pointed_ = way; }
+
+  /// Tiles under the records; null for the program's own coastline. They must outlive this widget, or be taken back.
+  void SetTiles(MapTiles* tiles);
 
   [[nodiscard]] const MapCamera& Camera() const { return camera_; }
   void ShowAll();
@@ -76,12 +81,14 @@ class MapView : public QWidget {
   void PaintGround(QPainter& painter);
   void PaintZoomFrame(QPainter& painter) const;
   [[nodiscard]] MapStyle Style() const;
+  [[nodiscard]] double ZoomStep() const;
 
   MapCamera camera_;
   MapScene scene_;
   MapSelection selection_;
   MapPictures pictures_;
   std::vector<MapLine> coast_;
+  MapTiles* tiles_ = nullptr;
   std::optional<MercatorPoint> pointer_;
   std::optional<MapItem> pointed_;
   bool hovered_ = false;
@@ -91,6 +98,7 @@ class MapView : public QWidget {
   QPointF dragged_to_;
   bool dragging_ = false;
   bool framing_ = false;  ///< a part to be zoomed into is drawn
+  double wheel_steps_ = 0;
   QWidget* buttons_ = nullptr;
 };
 

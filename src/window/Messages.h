@@ -42,6 +42,14 @@ inline constexpr std::string_view AllThere = "送信したデータは，すべ�
 [[nodiscard]] inline std::string Differ(std::size_t count) {
   return "受信機のデータは，送信したものと" + std::to_string(count) + "件違います．";
 }
+/// In front of the choice of a background, with the name of its server.
+[[nodiscard]] inline std::string TilesTellWhere(std::string_view host) {
+  return std::string("この背景では，地図に見えている場所の画像を ")
+      .append(host)
+      .append(" から取り寄せます．どこを見ているかがそのサーバーに伝わります．よろしいですか？");
+}
+inline constexpr std::string_view NoTileAddress =
+    "タイルのアドレスは，http://かhttps://で始まり，{z}，{x}，{y}を含むものにしてください．";
 inline constexpr std::string_view NoHeights = "高度のデータはありません";
 inline constexpr std::string_view FiguresOfChosen = "選択";
 inline constexpr std::string_view FiguresOfAll = "すべて";

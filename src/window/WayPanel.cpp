@@ -118,6 +118,7 @@ void WayPanel::TellRange(std::size_t first, std::size_t last) {
 
 void WayPanel::ForgetFigures() {
   figures_.assign(data_.Logs().size(), std::nullopt);
+  figures_shown_ = false;
 }
 
 const Figures& WayPanel::FiguresOfLog(std::size_t log) {
@@ -133,6 +134,7 @@ Figures WayPanel::TotalOfLogs(const std::vector<std::size_t>& logs) {
 }
 
 void WayPanel::ShowFigures(const RecordSelection& chosen) {
+  if (chosen == chosen_ && figures_shown_) return;
   chosen_ = chosen;
   figures_shown_ = false;
   FillFigures();

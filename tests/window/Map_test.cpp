@@ -1,13 +1,18 @@
 // The map in the window: beside the tables, in step with them, remembered.
 #include <QAction>
+#include <QInputDialog>
+#include <QNetworkAccessManager>
 #include <QRegularExpression>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTableView>
 #include <fstream>
 
+#include "support/TileServer.h"
 #include "window/MapPanel.h"
+#include "window/MapTiles.h"
 #include "window/MapView.h"
+#include "window/Messages.h"
 #include "window/ProfileView.h"
 #include "window/WayPanel.h"
 #include "window/WindowTest.h"
@@ -239,6 +244,86 @@ TEST_F(MapTest, TheFiguresAreThoseOfTheChosenLogAndOfAll) {
 TEST_F(MapTest, WithoutLogsAndRoutesThereIsNoProfile) {
   PasteText("WPT\tD\tWGS84\tTAKAO\t35.5\t139.25\t高尾山\r\n");
   EXPECT_EQ(window->findChild<ProfileView*>("Profile"), nullptr);
+}
+
+// ---- Backgrounds
+
+class MapBackgroundTest : public MapTest {
+ protected:
+  /// Chooses tiles of the server, as the dialog asks for their address.
+  void ChooseOwn(const QString& address) {
+    QTimer::singleShot(0, window.get(), [this, address] {
+      auto& dialog = Get<QInputDialog>("TileAddressDialog");
+      dialog.setTextValue(address);
+      dialog.accept();
+    });
+    Get<QAction>("Background_own").trigger();
+  }
+  void StartAgain() {
+    ASSERT_TRUE(window->close());
+    window.reset();
+    store = std::make_unique<QSettings>(QString::fromStdString(folder.Path("walrim.ini")), QSettings::IniFormat);
+    Open(*demo_port, clock);
+  }
+
+  TileServer server{[](QTcpSocket& connection, const QString&) { TileServer::Send404(connection); }};
+};
+
+TEST_F(MapBackgroundTest, WithoutAChoiceNobodyIsAsked) {
+  OpenWalk();
+  for (int i = 0; i < 10; ++i) {
+    QTest::keyClick(&Map(), Qt::Key_Plus);
+    Map().repaint();
+  }
+  EXPECT_TRUE(Get<QAction>("Background_none").isChecked());
+  EXPECT_EQ(window->findChild<QNetworkAccessManager*>(), nullptr);
+  EXPECT_EQ(window->findChild<MapTiles*>(), nullptr);
+}
+
+TEST_F(MapBackgroundTest, TheFirstChoiceIsAskedForWithWhatTheServerLearns) {
+  answerer.Answer(QMessageBox::Cancel);
+  Get<QAction>("Background_gsi").trigger();
+  EXPECT_EQ(Messages(), window_messages::TilesTellWhere("cyberjapandata.gsi.go.jp"));
+  EXPECT_TRUE(Get<QAction>("Background_none").isChecked());
+  EXPECT_EQ(window->findChild<MapTiles*>(), nullptr);
+}
+
+TEST_F(MapBackgroundTest, TilesOfOnesOwnAreFetchedOnceAgreed) {
+  OpenWalk();
+  answerer.Answer(QMessageBox::Cancel);
+  ChooseOwn(server.Address("{z}/{x}/{y}"));
+  EXPECT_EQ(window->findChild<MapTiles*>(), nullptr);
+  answerer.Answer(QMessageBox::Ok);
+  ChooseOwn(server.Address("{z}/{x}/{y}"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !server.asked.isEmpty(); }));
+  EXPECT_TRUE(Get<QAction>("Background_own").isChecked());
+  Get<QAction>("Background_none").trigger();
+  EXPECT_EQ(window->findChild<MapTiles*>(), nullptr);
+  const std::size_t questions = answerer.boxes.size();
+  ChooseOwn(server.Address("{z}/{x}/{y}"));
+  EXPECT_EQ(answerer.boxes.size(), questions) << "it has been agreed";
+}
+
+TEST_F(MapBackgroundTest, AnAddressThatIsNoneIsToldAndChangesNothing) {
+  ChooseOwn("example.org");
+  EXPECT_EQ(Messages(), window_messages::NoTileAddress);
+  EXPECT_TRUE(Get<QAction>("Background_none").isChecked());
+}
+
+TEST_F(MapBackgroundTest, TheMapAndItsBackgroundAreRemembered) {
+  StartAgain();
+  ShowMap(true);
+  answerer.Answer(QMessageBox::Ok);
+  ChooseOwn(server.Address("{z}/{x}/{y}"));
+  StartAgain();
+  EXPECT_TRUE(Get<QAction>("ShowMap").isChecked());
+  EXPECT_TRUE(Get<QAction>("Background_own").isChecked());
+  const qsizetype asked = server.asked.size();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return server.asked.size() > asked; }));
+  ShowMap(false);
+  StartAgain();
+  EXPECT_FALSE(Get<QAction>("ShowMap").isChecked());
+  EXPECT_EQ(window->findChild<MapTiles*>(), nullptr) << "what is not shown asks nobody";
 }
 
 }  // namespace

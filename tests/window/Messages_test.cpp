@@ -18,6 +18,11 @@ TEST(WindowMessages, AreWordedSo) {
   EXPECT_EQ(CheckedRow("3", true), "3 チェックあり");
   EXPECT_EQ(CheckedRow("3", false), "3 チェックなし");
   EXPECT_EQ(Dismiss, "閉じる");
+  EXPECT_EQ(
+      TilesTellWhere("example.org"),
+      "この背景では，地図に見えている場所の画像を example.org から取り寄せます．どこを見ているかがそのサーバーに伝わ"
+      "ります．よろしいですか？");
+  EXPECT_EQ(NoTileAddress, "タイルのアドレスは，http://かhttps://で始まり，{z}，{x}，{y}を含むものにしてください．");
   EXPECT_EQ(NoHeights, "高度のデータはありません");
   EXPECT_EQ(AscentNote(10), "登りと下りは，10 m以上の高度の変化だけを数えています．");
   EXPECT_EQ(RangeFigures("1 km", "0:20:00", "5 m", "6 m", "3 km/h"),
@@ -29,6 +34,24 @@ TEST(WindowMessages, AreWordedSo) {
             "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
             "受け取り，保存し，送り返します．\n\n"
             "MITライセンスで配布されています．\nQt 6.4 を使っています．");
+}
+
+TEST(WindowMessages, OfFiguresAreWordedSo) {
+  EXPECT_EQ(FiguresOfChosen, "選択");
+  EXPECT_EQ(FiguresOfAll, "すべて");
+  EXPECT_EQ(FigurePoints, "点数");
+  EXPECT_EQ(FigureSegments, "区間数");
+  EXPECT_EQ(FigureDistance, "距離");
+  EXPECT_EQ(FigureDuration, "時間");
+  EXPECT_EQ(FigureMoving, "移動時間");
+  EXPECT_EQ(FigureAverage, "平均速度");
+  EXPECT_EQ(FigureMovingSpeed, "移動平均速度");
+  EXPECT_EQ(FigureFastest, "最高速度");
+  EXPECT_EQ(FigureAscent, "登り");
+  EXPECT_EQ(FigureDescent, "下り");
+  EXPECT_EQ(FigureLowest, "最低高度");
+  EXPECT_EQ(FigureHighest, "最高高度");
+  EXPECT_EQ(FigureLength, "長さ");
 }
 
 TEST(WindowMessages, OfUploadsAreWordedSo) {

@@ -1,8 +1,7 @@
 // What a frame of the map costs while a log of 30000 points is moved and zoomed: a walk of 240 km on a coastline, seen
-// from all Japan down to single steps. Each frame counts with the best of several rounds; the slowest of them is held
-// against the bound, as is told what the first round took more, in which every zoom is prepared. Exits 1 when the bound
-// is broken.
-//   map_bench [ROUNDS]
+// from all Japan down to single steps. Each frame counts with the best of several rounds; the slowest of them is told,
+// and the slowest of the first round, in which every zoom is prepared.
+//   walrim_map [ROUNDS]
 #include <QApplication>
 #include <QKeyEvent>
 #include <algorithm>
@@ -19,7 +18,6 @@
 namespace walrim {
 namespace {
 
-constexpr double Bound_ms = 8;
 constexpr QSize ViewSize(1000, 700);
 constexpr int Zooms = 14;
 constexpr int FramesOfZoom = 5;
@@ -73,7 +71,7 @@ std::vector<double> RunFrames(MapView& view) {
   return times_ms;
 }
 
-int Run(int rounds) {
+void Run(int rounds) {
   const DataSet data = Walk();
   MapView view;
   view.resize(ViewSize);
@@ -91,10 +89,9 @@ int Run(int rounds) {
   std::ranges::sort(sorted_ms);
   std::printf("%zu points, %zu frames of %d x %d, best of %d rounds\n", MaxTrackPoints, best_ms.size(),
               ViewSize.width(), ViewSize.height(), rounds);
-  std::printf("median %.2f ms, slowest %.2f ms (bound %.0f ms)\n", sorted_ms[sorted_ms.size() / 2], slowest_ms,
-              Bound_ms);
-  std::printf("slowest frame that a zoom is first seen in %.2f ms\n", *std::ranges::max_element(first_ms));
-  return slowest_ms > Bound_ms ? 1 : 0;
+  std::printf("median %.2f ms, slowest when first seen %.2f ms\n", sorted_ms[sorted_ms.size() / 2],
+              *std::ranges::max_element(first_ms));
+  std::printf("slowest %.2f ms\n", slowest_ms);
 }
 
 }  // namespace
@@ -104,5 +101,6 @@ int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const int rounds = argc > 1 ? std::atoi(argv[1]) : 5;
-  return walrim::Run(std::max(rounds, 1));
+  walrim::Run(std::max(rounds, 1));
+  return 0;
 }
