@@ -3,6 +3,7 @@
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "window/MapTiles.h"
@@ -102,7 +103,8 @@ void MapPanel::BuildWayPanel() {
   parts_->addWidget(way_panel_);
   parts_->setStretchFactor(0, 1);
   parts_->setStretchFactor(1, 0);
-  parts_->setSizes({3 * height(), 2 * height()});
+  const int way_height = std::min(2 * height() / 5, way_panel_->sizeHint().height());
+  parts_->setSizes({height() - way_height, way_height});
   way_panel_->ForgetFigures();
   way_panel_->Profile().SetAxis(state_.value(OverTime).toBool() ? ProfileAxis::Time : ProfileAxis::Distance);
   parts_->restoreState(state_.value(Parts).toByteArray());

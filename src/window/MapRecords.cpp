@@ -256,7 +256,7 @@ std::vector<SeenMark> SeenMarks(const std::vector<MapMark>& marks, DataKind kind
       if (sparse.Add(at) || highlighted) seen.push_back({&mark, at, highlighted});
     });
   }
-  std::ranges::stable_partition(seen, &SeenMark::highlighted);
+  std::stable_partition(seen.begin(), seen.end(), [](const SeenMark& mark) { return mark.highlighted; });
   return seen;
 }
 
