@@ -163,7 +163,8 @@ Outcome UploadCommands::RunBackup() {
   if (const Outcome outcome = device_.Send(sent_, plan_.kinds); outcome != Outcome::Done) return outcome;
   DataSet held;
   if (const Outcome outcome = CompareWithReceiver(held); outcome != Outcome::Done) return outcome;
-  desktop_.SetStatusCaption(messages::BackupSent(NamesBeyond(held, backup_)));
+  beyond_backup_ = NamesBeyond(held, backup_);
+  desktop_.SetStatusCaption(messages::BackupSent(beyond_backup_));
   return Outcome::Done;
 }
 

@@ -42,6 +42,8 @@ class UploadCommands {
   /// and compares. Records that have come since stay, and are told.
   Outcome SendBackup();
   [[nodiscard]] bool HasBackup() const { return has_backup_; }
+  /// Waypoints that the receiver held beside those of the backup when that was sent last.
+  [[nodiscard]] const std::vector<std::string>& NamesBeyondBackup() const { return beyond_backup_; }
 
   // Of the last upload.
 
@@ -78,6 +80,7 @@ class UploadCommands {
   DataSet backup_;
   DataKinds backup_kinds_{};
   bool has_backup_ = false;
+  std::vector<std::string> beyond_backup_;
 };
 
 }  // namespace walrim

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "app/Messages.h"
 #include "app/RecoveryFiles.h"
 #include "preflight/Messages.h"
 #include "text/Scan.h"
@@ -41,24 +42,24 @@ Outcome UploadActions::SendSafely() {
   care.verify = true;
   care.backup = BackupPath(clock_.LocalTime());
   const Outcome outcome = main_.Uploads().Upload(care);
-  if (outcome == Outcome::Done) ShowDifferences();
+  if (outcome == Outcome::Done) ShowDifferences(messages::BackupSaved(care.backup));
   return outcome;
 }
 
 Outcome UploadActions::SendBackup() {
   const Outcome outcome = main_.Uploads().SendBackup();
-  if (outcome == Outcome::Done) ShowDifferences();
+  if (outcome == Outcome::Done) ShowDifferences(messages::BackupSent(main_.Uploads().NamesBeyondBackup()));
   return outcome;
 }
 
-void UploadActions::ShowDifferences() {
+void UploadActions::ShowDifferences(const std::string& about_backup) {
   const UploadCommands& uploads = main_.Uploads();
   QDialog dialog(&window_);
   dialog.setObjectName("UploadDifferences");
   dialog.setWindowTitle(QString::fromUtf8("受信機と比べた結果"));
-  dialog.resize(StartSize);
   auto* column = new QVBoxLayout(&dialog);
   const auto count = uploads.Differences().size();
+  if (count > 0) dialog.resize(StartSize);
   auto* caption = new QLabel(count == 0 ? Text(window_messages::AllThere) : Text(window_messages::Differ(count)));
   caption->setWordWrap(true);
   column->addWidget(caption);
@@ -66,7 +67,13 @@ void UploadActions::ShowDifferences() {
   NameControl(*list, "Differences");
   for (const Difference& difference : uploads.Differences())
     list->addItem(Text(preflight_messages::DifferenceLine(uploads.Sent(), difference)));
+  list->setVisible(count > 0);
   column->addWidget(list);
+  auto* backup = new QLabel(Text(about_backup));
+  NameControl(*backup, "AboutBackup");
+  backup->setWordWrap(true);
+  backup->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  column->addWidget(backup);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   column->addWidget(buttons);

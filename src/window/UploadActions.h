@@ -25,7 +25,7 @@ class UploadActions {
   Outcome SendBackup();
 
  private:
-  void ShowDifferences();
+  void ShowDifferences(const std::string& about_backup);
 
   WalrimMain& main_;
   const Clock& clock_;

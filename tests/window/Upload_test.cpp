@@ -1,6 +1,7 @@
 // What an upload would lose, before it and after it, in the window.
 #include <QAction>
 #include <QDialog>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
@@ -189,7 +190,10 @@ TEST_F(UploadWindowTest, SentSafelyItIsBackedUpComparedAndTakenBack) {
   EXPECT_EQ(shown, 1);
   EXPECT_EQ(InReceiver(), Strings{"NEWONE"});
   EXPECT_TRUE(window->findChild<QAction*>("SendBackup")->isEnabled());
-  When("UploadDifferences", accept_without_a_difference);
+  When("UploadDifferences", [&](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QLabel*>("AboutBackup")->text().toStdString(), messages::BackupSent({}));
+    accept_without_a_difference(dialog);
+  });
   window->findChild<QAction*>("SendBackup")->trigger();
   EXPECT_EQ(shown, 2);
   EXPECT_EQ(Status(), messages::BackupSent({})) << "this receiver replaces what it holds";
