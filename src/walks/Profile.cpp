@@ -1,5 +1,6 @@
 #include "walks/Profile.h"
 
+#include <cmath>
 #include <cstddef>
 
 #include "geo/Distance.h"
@@ -12,6 +13,11 @@ constexpr double MetresPerKilometre = 1000;
 template <typename Point>
 double Distance_m(const Point& from, const Point& to) {
   return SphericalDistance(from.lat_deg, from.lon_deg, to.lat_deg, to.lon_deg) * MetresPerKilometre;
+}
+
+/// Files can hold numbers that are none.
+std::optional<double> KnownHeight(const std::optional<float>& alt_m) {
+  return alt_m && std::isfinite(*alt_m) ? std::optional<double>(*alt_m) : std::nullopt;
 }
 
 std::optional<double> SpeedBetween(const TrackPoint& from, const TrackPoint& to, double leg_m) {
@@ -36,7 +42,7 @@ std::vector<ProfilePoint> ProfileOf(std::span<const TrackPoint> points) {
       at.speed_m_s = SpeedBetween(points[i - 1], point, leg_m);
     }
     at.distance_m = distance_m;
-    at.alt_m = point.alt_m;
+    at.alt_m = KnownHeight(point.alt_m);
     if (!point.time || (latest && *point.time < *latest)) continue;
     latest = point.time;
     if (!first) first = latest;
@@ -51,7 +57,7 @@ std::vector<ProfilePoint> ProfileOf(const Route& route) {
     const Waypoint& waypoint = route.points[i].waypoint;
     profile[i].begins = i == 0;
     if (i > 0) profile[i].distance_m = profile[i - 1].distance_m + Distance_m(route.points[i - 1].waypoint, waypoint);
-    profile[i].alt_m = waypoint.alt_m;
+    profile[i].alt_m = KnownHeight(waypoint.alt_m);
   }
   return profile;
 }

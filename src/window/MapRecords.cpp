@@ -105,7 +105,7 @@ void PaintWay(const Painted& on, const MapWay& way, const QColor& colour, bool h
   const QColor casing = highlighted ? on.style.highlight : on.style.paper;
   const QColor inside = way.chosen ? colour : on.style.Pale(colour);
   if (AreMany(pieces)) {
-    DrawAround(on.painter, pieces, casing, highlighted ? 2.2 : 1.5, 6);
+    DrawAround(on.painter, pieces, casing, highlighted ? 2.0 : 1.4, 4);
     return DrawAround(on.painter, pieces, inside, 0.6, 3);
   }
   DrawOutlined(on.painter, pieces, casing, highlighted ? HighlightWidth : CasingWidth);

@@ -114,12 +114,14 @@ MapStyle MapView::Style() const {
 
 /// What is not seen in the first frame comes behind it.
 void MapView::LoadLater() {
-  if (std::exchange(coast_loaded_, true)) return;
-  QTimer::singleShot(0, this, [this] {
-    coast_ = LoadCoast();
-    AddButtons();
-    update();
-  });
+  if (!std::exchange(loading_begun_, true)) startTimer(0);
+}
+
+void MapView::timerEvent(QTimerEvent* event) {
+  killTimer(event->timerId());
+  coast_ = LoadCoast();
+  AddButtons();
+  update();
 }
 
 void MapView::PaintGround(QPainter& painter) {

@@ -1,7 +1,6 @@
 // A map of the records: drawn, moved and zoomed by hand.
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -71,6 +70,7 @@ class MapView : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
   void LoadLater();
@@ -93,7 +93,7 @@ class MapView : public QWidget {
   std::optional<MapItem> pointed_;
   bool hovered_ = false;
   bool follows_records_ = true;  ///< until the user moves the map
-  bool coast_loaded_ = false;
+  bool loading_begun_ = false;
   std::optional<QPointF> pressed_at_;
   QPointF dragged_to_;
   bool dragging_ = false;

@@ -42,6 +42,17 @@ double RoundSeconds(double least) {
   return step != steps.end() ? *step : 86400 * RoundStep(least / 86400);
 }
 
+/// The multiples of a step from one number to another; no more than can be read.
+std::vector<double> StepsBetween(double least, double most, double step) {
+  constexpr int MostSteps = 200;
+  const double first = std::ceil(least / step) * step;
+  const int last = static_cast<int>(std::clamp((most - first) / step, -1.0, double{MostSteps}));
+  std::vector<double> steps;
+  for (int i = 0; i <= last; ++i)
+    steps.push_back(first + i * step);
+  return steps;
+}
+
 void Widen(std::optional<double>& least, std::optional<double>& most, double value) {
   least = std::min(least.value_or(value), value);
   most = std::max(most.value_or(value), value);
@@ -109,7 +120,7 @@ void ProfileView::ShowAxis() {
 // ---- Scales
 
 QSize ProfileView::minimumSizeHint() const {
-  return {64, 4 * fontMetrics().height()};
+  return {64, 3 * fontMetrics().height()};
 }
 
 std::optional<double> ProfileView::AlongOf(const ProfilePoint& point) const {
@@ -137,12 +148,18 @@ void ProfileView::MeasureScales() {
   if (fastest && *fastest > 0) speeds_m_s_ = Scale{0, *fastest};
 }
 
+/// With less there is the curve alone.
+bool ProfileView::HasRoom() const {
+  constexpr int Lines = 5;
+  return height() >= Lines * fontMetrics().height();
+}
+
 QRectF ProfileView::PlotRect() const {
   const QFontMetricsF metrics(font());
   const double left = metrics.horizontalAdvance(QStringLiteral("0000 m")) + 2 * Margin_px;
   const double right = metrics.horizontalAdvance(QStringLiteral("00 km/h")) + 2 * Margin_px;
-  const double top = over_distance_->height() + Margin_px;
-  const double bottom = metrics.height() + Margin_px;
+  const double top = HasRoom() ? over_distance_->height() + Margin_px : Margin_px;
+  const double bottom = HasRoom() ? metrics.height() + Margin_px : Margin_px;
   return QRectF(rect()).adjusted(left, top, -right, -bottom);
 }
 
@@ -208,7 +225,7 @@ void ProfileView::PaintHeightScale(QPainter& painter) const {
   const double line = QFontMetricsF(painter.font()).height();
   const double range = heights_m_->most - heights_m_->least;
   const double step = RoundStep(std::max(range * line * LineSpacing / std::max(plot.height(), 1.0), 1.0));
-  for (double height = std::ceil(heights_m_->least / step) * step; height <= heights_m_->most; height += step) {
+  for (const double height : StepsBetween(heights_m_->least, heights_m_->most, step)) {
     const double y = std::round(plot.bottom() - (height - heights_m_->least) / range * plot.height()) + 0.5;
     painter.setPen(MapStyleOf(palette()).grid);
     painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
@@ -225,7 +242,7 @@ void ProfileView::PaintSpeedScale(QPainter& painter) const {
   const double most = speeds_m_s_->most * KilometresPerHour;
   const double step = RoundStep(std::max(most * line * LineSpacing / std::max(plot.height(), 1.0), 1.0));
   painter.setPen(MapStyleOf(palette()).route);
-  for (double speed = 0; speed <= most; speed += step) {
+  for (const double speed : StepsBetween(0, most, step)) {
     const double y = plot.bottom() - speed / most * plot.height();
     const QString unit = speed + step > most ? QStringLiteral(" km/h") : QString();
     painter.drawText(QRectF(plot.right() + Margin_px, y - line / 2, width() - plot.right(), line),
@@ -234,13 +251,13 @@ void ProfileView::PaintSpeedScale(QPainter& painter) const {
 }
 
 void ProfileView::PaintAlongScale(QPainter& painter) const {
-  if (length_ <= 0) return;
+  if (length_ <= 0 || !HasRoom()) return;
   const QRectF plot = PlotRect();
   const QFontMetricsF metrics(painter.font());
   const double room = metrics.horizontalAdvance(QStringLiteral("00:00:00  "));
   const double least = length_ * room / std::max(plot.width(), 1.0);
   const double step = OverTime() ? RoundSeconds(least) : RoundStep(least);
-  for (double along = 0; along <= length_; along += step) {
+  for (const double along : StepsBetween(0, length_, step)) {
     const double x = std::round(XOf(along)) + 0.5;
     painter.setPen(MapStyleOf(palette()).grid);
     painter.drawLine(QPointF(x, plot.top()), QPointF(x, plot.bottom()));
@@ -312,13 +329,17 @@ QString ProfileView::Headline() const {
   return parts.join(QStringLiteral("   "));
 }
 
-void ProfileView::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.fillRect(rect(), palette().color(QPalette::Base));
+void ProfileView::PaintHeadline(QPainter& painter) const {
   const QRectF head(Margin_px, 0, over_distance_->x() - 2 * Margin_px, over_distance_->height());
   painter.setPen(palette().color(QPalette::Text));
   const QString text = QFontMetricsF(painter.font()).elidedText(Headline(), Qt::ElideRight, head.width());
   painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, text);
+}
+
+void ProfileView::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().color(QPalette::Base));
+  if (HasRoom()) PaintHeadline(painter);
   PaintHeightScale(painter);
   PaintSpeedScale(painter);
   PaintAlongScale(painter);
@@ -337,6 +358,8 @@ void ProfileView::resizeEvent(QResizeEvent* /*event*/) {
   over_distance_->adjustSize();
   over_time_->move(width() - over_time_->width() - Margin_px, 2);
   over_distance_->move(over_time_->x() - over_distance_->width(), 2);
+  over_distance_->setVisible(HasRoom());
+  over_time_->setVisible(HasRoom());
 }
 
 void ProfileView::changeEvent(QEvent* event) {

@@ -33,7 +33,7 @@ class ProfileView : public QWidget {
   /// What stands over the curves.
   [[nodiscard]] QString Headline() const;
 
-  [[nodiscard]] QSize sizeHint() const override { return {400, 150}; }
+  [[nodiscard]] QSize sizeHint() const override { return {400, 170}; }
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
@@ -63,10 +63,12 @@ class ProfileView : public QWidget {
   void ShowAxis();
   [[nodiscard]] bool OverTime() const { return axis_ == ProfileAxis::Time && timed_; }
   [[nodiscard]] std::optional<double> AlongOf(const ProfilePoint& point) const;
+  [[nodiscard]] bool HasRoom() const;
   [[nodiscard]] QRectF PlotRect() const;
   [[nodiscard]] double XOf(double along) const;
   [[nodiscard]] std::optional<std::size_t> PointAt(double x) const;
   void MeasureScales();
+  void PaintHeadline(QPainter& painter) const;
   void PaintHeightScale(QPainter& painter) const;
   void PaintSpeedScale(QPainter& painter) const;
   void PaintAlongScale(QPainter& painter) const;

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <algorithm>
+#include <array>
 #include <numeric>
 #include <span>
 
@@ -29,28 +30,34 @@ QString Cell(const QString& text, const char* tag = "td") {
 }
 
 /// A figure's caption and its texts, one in each column.
-QString FigureRow(std::string_view caption, const std::vector<Figures>& columns, QString (*text)(const Figures&)) {
-  QString row = QStringLiteral("<tr><td>%1</td>").arg(Caption(caption));
+QString FigureCells(std::string_view caption, const std::vector<Figures>& columns, QString (*text)(const Figures&)) {
+  QString cells = QStringLiteral("<td>&nbsp;&nbsp;%1</td>").arg(Caption(caption));
   for (const Figures& figures : columns)
-    row += Cell(text(figures));
-  return row + QStringLiteral("</tr>");
+    cells += Cell(text(figures));
+  return cells;
 }
 
+/// Two to a line, as the panel is wide rather than high.
 QString FigureRows(const std::vector<Figures>& columns) {
   namespace m = window_messages;
   using F = const Figures&;
-  return FigureRow(m::FigurePoints, columns, [](F of) { return QString::number(of.points); }) +
-         FigureRow(m::FigureSegments, columns, [](F of) { return QString::number(of.segments); }) +
-         FigureRow(m::FigureDistance, columns, [](F of) { return DistanceText(of.distance_m); }) +
-         FigureRow(m::FigureDuration, columns, [](F of) { return DurationText(of.duration_s); }) +
-         FigureRow(m::FigureMoving, columns, [](F of) { return DurationText(of.moving_s); }) +
-         FigureRow(m::FigureAverage, columns, [](F of) { return SpeedText(of.AverageSpeed_m_s()); }) +
-         FigureRow(m::FigureMovingSpeed, columns, [](F of) { return SpeedText(of.MovingSpeed_m_s()); }) +
-         FigureRow(m::FigureFastest, columns, [](F of) { return SpeedText(of.fastest_m_s); }) +
-         FigureRow(m::FigureAscent, columns, [](F of) { return HeightText(of.ascent_m); }) +
-         FigureRow(m::FigureDescent, columns, [](F of) { return HeightText(of.descent_m); }) +
-         FigureRow(m::FigureLowest, columns, [](F of) { return HeightText(of.lowest_m); }) +
-         FigureRow(m::FigureHighest, columns, [](F of) { return HeightText(of.highest_m); });
+  const std::array<QString, 12> cells{
+      FigureCells(m::FigureDistance, columns, [](F of) { return DistanceText(of.distance_m); }),
+      FigureCells(m::FigureAscent, columns, [](F of) { return HeightText(of.ascent_m); }),
+      FigureCells(m::FigureDuration, columns, [](F of) { return DurationText(of.duration_s); }),
+      FigureCells(m::FigureDescent, columns, [](F of) { return HeightText(of.descent_m); }),
+      FigureCells(m::FigureMoving, columns, [](F of) { return DurationText(of.moving_s); }),
+      FigureCells(m::FigureLowest, columns, [](F of) { return HeightText(of.lowest_m); }),
+      FigureCells(m::FigureAverage, columns, [](F of) { return SpeedText(of.AverageSpeed_m_s()); }),
+      FigureCells(m::FigureHighest, columns, [](F of) { return HeightText(of.highest_m); }),
+      FigureCells(m::FigureMovingSpeed, columns, [](F of) { return SpeedText(of.MovingSpeed_m_s()); }),
+      FigureCells(m::FigurePoints, columns, [](F of) { return QString::number(of.points); }),
+      FigureCells(m::FigureFastest, columns, [](F of) { return SpeedText(of.fastest_m_s); }),
+      FigureCells(m::FigureSegments, columns, [](F of) { return QString::number(of.segments); })};
+  QString rows;
+  for (std::size_t i = 0; i < cells.size(); i += 2)
+    rows += QStringLiteral("<tr>%1%2</tr>").arg(cells.at(i), cells.at(i + 1));
+  return rows;
 }
 
 QString RouteText(const Route& route) {
@@ -143,16 +150,16 @@ void WayPanel::ShowFigures(const RecordSelection& chosen) {
 QString WayPanel::LogTable() {
   const std::vector<std::size_t> chosen = ChosenOf(DataKind::TrackLog);
   std::vector<Figures> columns;
-  QString titles = QStringLiteral("<tr><td></td>");
+  QString titles = QStringLiteral("<td></td>");
   if (!chosen.empty()) {
     const QString title = chosen.size() == 1 ? NameShown(data_.Logs()[chosen.front()].trk_ident)
                                              : Caption(window_messages::FiguresOfChosen);
     titles += Cell(title, "th");
     columns.push_back(TotalOfLogs(chosen));
   }
-  titles += Cell(Caption(window_messages::FiguresOfAll), "th") + QStringLiteral("</tr>");
+  titles += Cell(Caption(window_messages::FiguresOfAll), "th");
   columns.push_back(TotalOfLogs(AllOf(data_.Logs().size())));
-  return QStringLiteral("<table>%1%2</table><p>%3</p>")
+  return QStringLiteral("<table><tr>%1%1</tr>%2</table><p>%3</p>")
       .arg(titles, FigureRows(columns),
            QString::fromStdString(window_messages::AscentNote(static_cast<int>(AscentThreshold_m))));
 }

@@ -2,6 +2,7 @@
 #include "walks/Profile.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "walks/Figures.h"
 
@@ -75,6 +76,13 @@ TEST(Profile, ARouteHasDistancesAndHeights) {
   EXPECT_FALSE(profile[1].alt_m);
   EXPECT_EQ(profile[2].alt_m, 20);
   EXPECT_FALSE(profile[2].time_s);
+}
+
+TEST(Profile, AHeightThatIsNoNumberIsNotKnown) {
+  const std::vector<TrackPoint> points{North(0, 0, std::numeric_limits<float>::quiet_NaN()),
+                                       North(1, 1, std::numeric_limits<float>::infinity())};
+  EXPECT_FALSE(ProfileOf(points)[0].alt_m);
+  EXPECT_FALSE(ProfileOf(points)[1].alt_m);
 }
 
 TEST(Profile, NothingHasNone) {
