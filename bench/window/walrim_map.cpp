@@ -100,7 +100,7 @@ void Run(int rounds) {
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  const int rounds = argc > 1 ? std::atoi(argv[1]) : 5;
+  const int rounds = argc > 1 ? std::atoi(argv[1]) : 15;
   walrim::Run(std::max(rounds, 1));
   return 0;
 }
