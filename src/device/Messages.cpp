@@ -29,7 +29,7 @@ std::string PortExplanation(const PortResult& result) {
 }  // namespace
 
 std::string PortNotOpened(std::string_view port_name, const PortResult& result) {
-  return "Serial Port [ " + std::string(port_name) + " ] は既に使われています\n" + PortExplanation(result);
+  return PortExplanation(result) + "\nSerial Port [ " + std::string(port_name) + " ] は既に使われています";
 }
 
 std::string ValueOutOfRange(std::string_view record) {

@@ -13,7 +13,7 @@ inline constexpr std::string_view SilentReceiver = "電源が入っていない�
 inline constexpr std::string_view DataLoss =
     "GPS内のデータ不具合もしくは通信エラーのためデータの取りこぼしが発生した可能性があります．";
 
-/// Why a port cannot be opened, and what the user can do about it.
+/// Why a port cannot be opened, and what the user can do about it; then what is said of every such port.
 [[nodiscard]] std::string PortNotOpened(std::string_view port_name, const PortResult& result);
 
 // Why a record cannot be sent. Its name is as "Waypoint 2".

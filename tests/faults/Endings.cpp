@@ -18,7 +18,7 @@ using messages::LinkLost;
 using messages::NotAcknowledged;
 
 /// What is told where the port has gone; the demonstration receiver's is the only one of these tests.
-constexpr std::string_view PortGone = "Serial Port [ demo ] は既に使われています\ndemoがありません．";
+constexpr std::string_view PortGone = "demoがありません．\nSerial Port [ demo ] は既に使われています";
 std::string OneDamaged(DataKind kind) {
   return messages::DamagedRecords(kind, 1);
 }
