@@ -94,8 +94,11 @@ std::string OpenDialogFilter(const Format& chosen) {
   for (const Format& format : Rows) {
     if (format.read != nullptr) patterns.append(patterns.empty() ? "*." : ";*.").append(format.ending);
   }
-  const std::string known = "対応ファイル (" + patterns + ")|" + patterns + "|";
-  return known + (chosen.read != nullptr ? DialogFilter(chosen) : std::string(AllFiles));
+  std::string filter = "対応ファイル (" + patterns + ")|" + patterns + "|";
+  for (const Format& format : Rows) {
+    if (format.read != nullptr && format.id != chosen.id) filter.append(format.filter);
+  }
+  return filter + (chosen.read != nullptr ? DialogFilter(chosen) : std::string(AllFiles));
 }
 
 }  // namespace walrim

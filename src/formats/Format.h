@@ -78,7 +78,7 @@ struct Format {
 [[nodiscard]] const Format* RecognizeFormat(std::string_view beginning, std::string_view path = {});
 /// The save dialog's filter while a format is chosen.
 [[nodiscard]] std::string DialogFilter(const Format& format);
-/// The open dialog's filter: what can be read first, then what DialogFilter has.
+/// The open dialog's filter: what can be read first, then a row for each format of it, and what DialogFilter has last.
 [[nodiscard]] std::string OpenDialogFilter(const Format& chosen);
 
 }  // namespace walrim

@@ -39,13 +39,16 @@ TEST(Format, OnlyKmlIsNotRead) {
   }
 }
 
-TEST(Format, TheOpenDialogFilterBeginsWithEverythingThatCanBeRead) {
+TEST(Format, TheOpenDialogFilterBeginsWithEverythingThatCanBeReadAndEndsWithTheChosenFormat) {
+  const std::string known = "対応ファイル (*.grc;*.txt;*.mps;*.gpx)|*.grc;*.txt;*.mps;*.gpx|";
   EXPECT_EQ(OpenDialogFilter(FormatOf(FormatId::WptPlus)),
-            "対応ファイル (*.grc;*.txt;*.mps;*.gpx)|*.grc;*.txt;*.mps;*.gpx|すべてのファイル (*.*)|*.*|"
-            "WPT+ファイル (*.txt)|*.txt|");
+            known +
+                "標準ファイル (*.grc)|*.grc|MPSファイル (*.mps)|*.mps|GPXファイル (*.gpx)|*.gpx|"
+                "すべてのファイル (*.*)|*.*|WPT+ファイル (*.txt)|*.txt|");
   EXPECT_EQ(OpenDialogFilter(FormatOf(FormatId::Kml)),
-            "対応ファイル (*.grc;*.txt;*.mps;*.gpx)|*.grc;*.txt;*.mps;*.gpx|すべてのファイル (*.*)|*.*|")
-      << "what is only written is nothing to open";
+            known +
+                "標準ファイル (*.grc)|*.grc|WPT+ファイル (*.txt)|*.txt|MPSファイル (*.mps)|*.mps|GPXファイル "
+                "(*.gpx)|*.gpx|すべてのファイル (*.*)|*.*|");
 }
 
 TEST(RecognizeFormat, ByTheFirstColumnOfTheFirstLine) {
