@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/Messages.h"
@@ -200,13 +201,30 @@ Outcome DeviceCommands::Download() {
   return outcome;
 }
 
+/// By the receiver's counts, where all are known.
+TransferShares DeviceCommands::SharesToDownload() const {
+  TransferShares shares{};
+  bool all_known = true;
+  for (const DataKind kind : AllDataKinds) {
+    if (!state_.Settings().download_kinds[IndexOf(kind)]) continue;
+    shares[IndexOf(kind)] = state_.ReceiverCount(kind).value_or(1);
+    all_known = all_known && state_.ReceiverCount(kind);
+  }
+  if (all_known) return shares;
+  for (double& share : shares)
+    share = share > 0 ? 1 : 0;
+  return shares;
+}
+
 Outcome DeviceCommands::DownloadSelected() {
   const UndoStep step(state_, StepKind::Download);
+  TransferParts parts(desktop_, TransferWay::FromReceiver, SharesToDownload());
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;
     if (!state_.Settings().download_kinds[IndexOf(kind)] || state_.ReceiverCount(kind) == 0) continue;
     if (state_.Loaded(kind) && !desktop_.AskYesNo(messages::OverwriteHeldQuestion(kind))) continue;
+    parts.Begin(kind);
     const KindEnd end = DownloadKind(kind);
     if (end.outcome != Outcome::Done) outcome = end.outcome;
     if (!end.go_on) break;
@@ -252,10 +270,12 @@ DeviceCommands::KindEnd DeviceCommands::DownloadKind(DataKind kind) {
 }
 
 Outcome DeviceCommands::Read(DataSet& data) {
+  TransferParts parts(desktop_, TransferWay::FromReceiver, {1, 1, 1});
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;
     desktop_.SetStatusCaption(messages::Downloading(kind));
+    parts.Begin(kind);
     const KindEnd end = ReadKind(data, kind);
     desktop_.SetStatusCaption("");
     if (end.outcome != Outcome::Done) outcome = end.outcome;
@@ -347,16 +367,21 @@ Outcome DeviceCommands::UploadBy(const std::function<Outcome()>& send) {
 }
 
 Outcome DeviceCommands::Send(const DataSet& data, const DataKinds& kinds) {
+  TransferParts parts(desktop_, TransferWay::ToReceiver, SharesOf(data, kinds));
+  Deed deed{Deed::Kind::Sent, 0, {}, {}, {}};
   Outcome outcome = Outcome::Done;
   for (const DataKind kind : AllDataKinds) {
     if (state_.CancelRequested()) break;
     if (!kinds[IndexOf(kind)]) continue;
     desktop_.SetStatusCaption(messages::Uploading(kind));
+    parts.Begin(kind);
     const KindEnd end = UploadKind(data, kind);
     desktop_.SetStatusCaption("");
     if (end.outcome != Outcome::Done) outcome = end.outcome;
+    if (end.outcome == Outcome::Done) deed.records += RecordCount(data, kind);
     if (!end.go_on) break;
   }
+  if (deed.records > 0) state_.Done().Add(std::move(deed));
   ShowNotices();
   return state_.CancelRequested() ? Outcome::Cancelled : outcome;
 }

@@ -14,6 +14,7 @@
 #include "app/NameCommands.h"
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
+#include "app/TransferParts.h"
 #include "device/Garmin.h"
 #include "platform/Desktop.h"
 
@@ -76,6 +77,7 @@ class DeviceCommands {
   Outcome AskCounts();
   Outcome AskCount(DataKind kind);
   Outcome DownloadSelected();
+  [[nodiscard]] TransferShares SharesToDownload() const;
   KindEnd DownloadKind(DataKind kind);
   void NoteDownload(DataKind kind, std::int32_t result, bool replaced);
   KindEnd UploadKind(const DataSet& data, DataKind kind);

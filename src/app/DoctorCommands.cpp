@@ -1,5 +1,6 @@
 #include "app/DoctorCommands.h"
 
+#include "app/Messages.h"
 #include "doctor/Messages.h"
 
 namespace walrim {
@@ -33,6 +34,9 @@ Outcome DoctorCommands::Examine() {
   return Run(doctor_messages::Examining(port), [&] {
     report_ = exam_.Examine(
         port, [this](ExamStep step, const LineReport& so_far) { Tell(doctor_messages::StepLine(step, so_far)); });
+    // What is said of the receiver beside the port is no longer true of one that answers.
+    if (report_->product_id > 0)
+      state_.SetReceiverText(messages::ReceiverText(report_->description, report_->product_id));
     ShowHeadline(doctor_messages::Headline(*report_));
     return report_->Healthy() ? Outcome::Done : Outcome::NoReceiver;
   });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "app/FileStore.h"
 #include "app/ImportText.h"
@@ -162,7 +163,17 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
   }
   const auto problem = file.Finish();
   if (problem) desktop_.ShowMessage(messages::WriteProblem(path, problem->detail));
+  if (!problem && path != StandardStream) NoteDeed(Deed::Kind::Saved, path, written.report);
   return problem ? Outcome::Refused : Outcome::Done;
+}
+
+void ExportCommands::NoteDeed(Deed::Kind kind, const std::string& path, const WriteReport& report) {
+  Deed deed{kind, 0, path, {}, {}};
+  for (const DataKind of : AllDataKinds) {
+    if (state_.WantedKinds()[IndexOf(of)]) deed.records += ChosenCount(state_.Data(), of);
+  }
+  deed.records -= std::min(deed.records, static_cast<std::size_t>(report.skipped));
+  state_.Done().Add(std::move(deed));
 }
 
 /// What was written, as it is read; nothing where it cannot be.
@@ -268,14 +279,16 @@ Outcome ExportCommands::CopySelected() {
   state_.Told().Clear();
   std::string text;
   const bool wanted = Prepare();
-  bool written = false;
-  if (wanted) written = Told(Write(TextEncoding::Utf8, true, {}, [&text](std::string_view lines) { text += lines; }));
+  Written written;
+  if (wanted) written = Write(TextEncoding::Utf8, true, {}, [&text](std::string_view lines) { text += lines; });
+  const bool something = wanted && Told(written);
   ShowNotices();
-  if (!written) {
+  if (!something) {
     if (wanted) desktop_.ShowMessage(messages::NothingWritten);
     return Outcome::Refused;
   }
   desktop_.SetClipboardText(text);
+  NoteDeed(Deed::Kind::Copied, {}, written.report);
   state_.SetSomethingLost(state_.Settings().auto_delete && !GivesBack(ReadBack(ImportText::OfUtf8(std::move(text)))));
   return Outcome::Done;
 }

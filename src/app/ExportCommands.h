@@ -58,6 +58,7 @@ class ExportCommands {
   /// What behind a go tells of it; false where there was nothing to write.
   [[nodiscard]] bool Told(const Written& written);
   Outcome WriteFile(const std::string& path);
+  void NoteDeed(Deed::Kind kind, const std::string& path, const WriteReport& report);
   [[nodiscard]] std::optional<DataSet> ReadBack(ImportText text);
   /// Whether that is all that was to be written.
   [[nodiscard]] bool GivesBack(const std::optional<DataSet>& back);

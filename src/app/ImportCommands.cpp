@@ -82,20 +82,31 @@ Outcome ImportCommands::ImportFile(const std::string& path) {
 Outcome ImportCommands::Read(ImportText text, const Format* format, std::string_view shown_name) {
   if (format == nullptr) return Refuse(messages::UnsupportedFile(shown_name));
   LineSource lines = text.Lines();
-  const std::size_t first_log = state_.Data().Logs().size();
+  const RecordCounts held_before = CountsOf(state_.Data());
   DataKinds held{};
   for (const DataKind kind : AllDataKinds)
     held[IndexOf(kind)] = state_.Data().Holds(kind);
   last_import_ = format->read(lines, state_.Data(), {state_.Settings().utc_offset_hours});
   if (!last_import_.refusal.empty()) return Refuse(messages::RefusedFile(shown_name, last_import_.refusal));
-  dates_.ExamineFile(first_log, text.Modified());
+  dates_.ExamineFile(held_before[IndexOf(DataKind::TrackLog)], text.Modified());
   const bool in_file = text.Modified() && !text.Problem();
   for (const DataKind kind : AllDataKinds) {
     if (!last_import_.Received(kind)) continue;
     state_.SetHeldCount(kind, static_cast<int>(state_.Data().Count(kind)));
     state_.SetInFile(kind, in_file && !held[IndexOf(kind)]);
   }
+  NoteDeed(held_before);
   return text.Problem() ? Refuse(messages::ReadProblem(shown_name, text.Problem()->detail)) : Outcome::Done;
+}
+
+void ImportCommands::NoteDeed(const RecordCounts& held_before) {
+  Deed deed;
+  for (const DataKind kind : AllDataKinds) {
+    deed.records += static_cast<std::size_t>(last_import_.stored[IndexOf(kind)]);
+    deed.kinds[IndexOf(kind)] = last_import_.Received(kind);
+  }
+  if (state_.KeepsSteps()) deed.already_held = DuplicatesBehind(state_.Data(), held_before);
+  if (deed.records > 0) state_.Done().Add(std::move(deed));
 }
 
 /// With the dates that are behind, where they are repaired by a command of its own.
@@ -218,6 +229,7 @@ Outcome ImportCommands::AskForPoint() {
 
 /// What the dialog does not ask for is unknown: a height of 0 would be one.
 Outcome ImportCommands::TakePoint(const ClipWaypoint& clip) {
+  const RecordCounts held_before = CountsOf(state_.Data());
   Waypoint waypoint;
   waypoint.ident = UpperCase(clip.ident);
   waypoint.cmnt = UpperCase(clip.cmnt);
@@ -230,6 +242,7 @@ Outcome ImportCommands::TakePoint(const ClipWaypoint& clip) {
   }
   state_.SetHeldCount(DataKind::Waypoint, static_cast<int>(state_.Data().Count(DataKind::Waypoint)));
   last_import_.stored[IndexOf(DataKind::Waypoint)] = 1;
+  NoteDeed(held_before);
   return Outcome::Done;
 }
 

@@ -51,6 +51,7 @@ class ImportCommands {
  private:
   Outcome Read(ImportText text, const Format* format, std::string_view shown_name);
   [[nodiscard]] std::string ReportText(const ImportResult& result) const;
+  void NoteDeed(const RecordCounts& held_before);
   Outcome ShowResult(Outcome outcome);
   Outcome Refuse(std::string_view message);
   Outcome ImportTextOrLink(const std::string& text, std::string_view link_status);

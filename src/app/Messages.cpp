@@ -148,6 +148,23 @@ std::string DayText(GarminSeconds time, int utc_offset_hours) {
 
 }  // namespace
 
+std::string DeedLine(const Deed& deed) {
+  const std::string records = std::to_string(deed.records) + "件を";
+  const std::size_t already_held = CountOf(deed.already_held);
+  switch (deed.kind) {
+    case Deed::Kind::Imported:
+      return Joined({records, "取り込みました",
+                     already_held > 0 ? "（重複 " + std::to_string(already_held) + "件）" : std::string(), "．"});
+    case Deed::Kind::Saved:
+      return Joined({records, " ", deed.path, " に保存しました．"});
+    case Deed::Kind::Copied:
+      return records + "コピーしました．";
+    case Deed::Kind::Sent:
+      return records + "送信しました．";
+  }
+  return {};
+}
+
 std::string Counting(DataKind kind) {
   return Joined({"Get Data Num of ", DataKindName(kind)});
 }
@@ -158,6 +175,12 @@ std::string Downloading(DataKind kind) {
 
 std::string Uploading(DataKind kind) {
   return Joined({"UpLoading : ", DataKindName(kind)});
+}
+
+std::string TransferPart(TransferWay way, DataKind kind, int number, int count) {
+  const std::string text = Joined({way == TransferWay::ToReceiver ? "送信中：" : "受信中：", DataKindName(kind)});
+  if (count < 2) return text;
+  return Joined({text, "（", std::to_string(number), "/", std::to_string(count), "）"});
 }
 
 std::string LinkInUse(bool checked, bool chosen_automatically) {

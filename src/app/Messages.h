@@ -7,14 +7,19 @@
 #include <string_view>
 #include <vector>
 
+#include "app/Deed.h"
 #include "app/DownloadResult.h"
 #include "app/History.h"
+#include "app/TransferParts.h"
 #include "formats/ImportResult.h"
 #include "platform/Desktop.h"
 #include "records/DataKind.h"
 #include "walks/RollOver.h"
 
 namespace walrim::messages {
+
+/// What a command has done.
+[[nodiscard]] std::string DeedLine(const Deed& deed);
 
 // ---- The receiver
 
@@ -30,6 +35,8 @@ inline constexpr std::string_view Initializing = "Initializing Device";
 [[nodiscard]] std::string Counting(DataKind kind);
 [[nodiscard]] std::string Downloading(DataKind kind);
 [[nodiscard]] std::string Uploading(DataKind kind);
+/// Which of the kinds of a transfer is on its way, beside the status line.
+[[nodiscard]] std::string TransferPart(TransferWay way, DataKind kind, int number, int count);
 /// Which link the transfers use, in the status line.
 [[nodiscard]] std::string LinkInUse(bool checked, bool chosen_automatically);
 /// A name and the product number behind it.

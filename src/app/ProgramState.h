@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/Deed.h"
 #include "app/History.h"
 #include "app/Notices.h"
 #include "app/UserSettings.h"
@@ -27,6 +28,8 @@ class ProgramState {
   [[nodiscard]] UserSettings& Settings() { return settings_; }
   /// What the command that ran last had to tell.
   [[nodiscard]] Notices& Told() { return notices_; }
+  /// What it has done, until whoever shows that clears it.
+  [[nodiscard]] Deeds& Done() { return deeds_; }
 
   // ---- Counts
 
@@ -115,6 +118,7 @@ class ProgramState {
   DataSet data_;
   UserSettings settings_;
   Notices notices_;
+  Deeds deeds_;
   HeldMarks marks_;
   std::array<std::optional<int>, DataKindCount> in_receiver_;
   bool keeps_steps_ = false;

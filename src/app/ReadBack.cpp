@@ -57,13 +57,16 @@ bool WaypointsReadBack(const DataSet& data, const DataSet& back, const Format& f
   });
 }
 
-bool RoutesReadBack(const DataSet& data, const DataSet& back, const Format& format) {
+bool SameRoute(const Route& route, const Route& back, const Format& format) {
   const auto same_point = [&format](const RoutePoint& held, const RoutePoint& read) {
     return SameWaypoint(held.waypoint, read.waypoint, format);
   };
-  return std::ranges::equal(data.Routes(), back.Routes(), [&](const Route& held, const Route& read) {
-    return SameText(held.cmnt, read.cmnt) && std::ranges::equal(held.points, read.points, same_point);
-  });
+  return SameText(route.cmnt, back.cmnt) && std::ranges::equal(route.points, back.points, same_point);
+}
+
+bool RoutesReadBack(const DataSet& data, const DataSet& back, const Format& format) {
+  return std::ranges::equal(data.Routes(), back.Routes(),
+                            [&format](const Route& held, const Route& read) { return SameRoute(held, read, format); });
 }
 
 struct PlacedPoint {
@@ -107,6 +110,21 @@ bool ReadsBack(const DataSet& data, const DataSet& back, const DataKinds& kinds,
   return (!kinds[IndexOf(DataKind::Waypoint)] || WaypointsReadBack(data, back, format)) &&
          (!kinds[IndexOf(DataKind::Route)] || RoutesReadBack(data, back, format)) &&
          (!kinds[IndexOf(DataKind::TrackLog)] || TracksReadBack(data, back, format));
+}
+
+bool SameRecord(const Waypoint& one, const Waypoint& other) {
+  return SameWaypoint(one, other, FormatOf(FormatId::Standard));
+}
+
+bool SameRecord(const Route& one, const Route& other) {
+  return SameRoute(one, other, FormatOf(FormatId::Standard));
+}
+
+bool SameRecord(const TrackLog& one, const TrackLog& other) {
+  return SameText(one.trk_ident, other.trk_ident) &&
+         std::ranges::equal(one.points, other.points, [](const TrackPoint& point, const TrackPoint& same) {
+           return SamePosition(point, same) && point.time == same.time;
+         });
 }
 
 }  // namespace walrim

@@ -12,4 +12,9 @@ namespace walrim {
 /// case, as reading capitalises them.
 [[nodiscard]] bool ReadsBack(const DataSet& data, const DataSet& back, const DataKinds& kinds, const Format& format);
 
+/// Whether two records are the same, by what a standard text holds of them and in the way of ReadsBack.
+[[nodiscard]] bool SameRecord(const Waypoint& one, const Waypoint& other);
+[[nodiscard]] bool SameRecord(const Route& one, const Route& other);
+[[nodiscard]] bool SameRecord(const TrackLog& one, const TrackLog& other);
+
 }  // namespace walrim

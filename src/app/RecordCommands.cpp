@@ -40,9 +40,13 @@ std::map<std::size_t, Indices> PointsByRecord(const std::vector<RecordPlace>& pl
   return points;
 }
 
-bool DeleteRecords(DataSet& data, DataKind kind, const std::vector<RecordPlace>& places) {
+Indices RecordsOf(const std::vector<RecordPlace>& places) {
   Indices indices(places.size());
   std::ranges::transform(places, indices.begin(), &RecordPlace::record);
+  return indices;
+}
+
+bool DeleteAt(DataSet& data, DataKind kind, const Indices& indices) {
   switch (kind) {
     case DataKind::Waypoint:
       return data.Edit(Erasure<Waypoint>(indices));
@@ -184,7 +188,17 @@ Outcome RecordCommands::Delete(DataKind kind, const std::vector<RecordPlace>& pl
   if (places.empty()) return Outcome::Refused;
   const bool points = places.front().point.has_value();
   return edits_.Edit(StepKind::Delete, [&](DataSet& data) {
-    return points ? DeletePoints(data, kind, places) : DeleteRecords(data, kind, places);
+    return points ? DeletePoints(data, kind, places) : DeleteAt(data, kind, RecordsOf(places));
+  });
+}
+
+Outcome RecordCommands::DeleteRecords(const RecordIndices& records) {
+  if (CountOf(records) == 0) return Outcome::Refused;
+  return edits_.Edit(StepKind::Delete, [&records](DataSet& data) {
+    return std::ranges::all_of(AllDataKinds, [&](DataKind kind) {
+      const Indices& of_kind = records[IndexOf(kind)];
+      return of_kind.empty() || DeleteAt(data, kind, of_kind);
+    });
   });
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/CellEdits.h"
+#include "app/Duplicates.h"
 #include "app/EditCommands.h"
 #include "app/Outcome.h"
 #include "app/ProgramState.h"
@@ -40,6 +41,8 @@ class RecordCommands {
 
   /// Takes records out, or points.
   Outcome Delete(DataKind kind, const std::vector<RecordPlace>& places);
+  /// Takes records of all kinds out, in one step.
+  Outcome DeleteRecords(const RecordIndices& records);
   /// Moves points of a route one place to its begin, or to its end.
   Outcome MovePoints(std::size_t route, const std::vector<std::size_t>& points, bool to_begin);
   /// Makes one log of two or more, in the place of the first.

@@ -28,8 +28,8 @@ constexpr Model Models[] = {
     {"GPS 48 ", Old(WaypointType::D103), OldLimits},
     {"GPS II+ ", Old(WaypointType::D103), OldLimits},
     {"GPS 12CX ", Old(WaypointType::D107), ReceiverLimits{1000, 6, false, 20, 30, 2000}},
-    // and "GPS III+"
     {"GPS III", Old(WaypointType::D104), ReceiverLimits{500, 6, false, 20, 30, 1900}},
+    {"GPS III+", Old(WaypointType::D104), ReceiverLimits{500, 6, false, 20, 30, 1900}},
     {"eMap ", RichestProtocols, ReceiverLimits{500, 10, true, 20, 50, 2048}},
     {"eTrex ", RichestProtocols, ReceiverLimits{500, 6, true, 20, 50, 1535}},
 };
@@ -53,6 +53,15 @@ std::optional<DeviceProtocols> KnownProtocolsOf(std::string_view description) {
   const Model* model = ModelOf(description);
   if (model == nullptr || model->protocols == Unfamiliar) return std::nullopt;
   return model->protocols;
+}
+
+std::vector<std::string_view> KnownModels() {
+  std::vector<std::string_view> names;
+  for (const Model& model : Models) {
+    if (model.protocols == Unfamiliar) continue;
+    names.push_back(model.name.substr(0, model.name.find_last_not_of(' ') + 1));
+  }
+  return names;
 }
 
 std::optional<ReceiverLimits> LimitsOf(std::string_view description) {

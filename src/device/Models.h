@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "records/Route.h"
 #include "records/TrackLog.h"
@@ -42,6 +43,9 @@ struct DeviceProtocols {
 [[nodiscard]] DeviceProtocols ProtocolsOf(std::string_view description);
 /// The same of models whose types are known for certain; nothing for others.
 [[nodiscard]] std::optional<DeviceProtocols> KnownProtocolsOf(std::string_view description);
+
+/// The names of those models.
+[[nodiscard]] std::vector<std::string_view> KnownModels();
 
 /// What a model has room for, by its manual and by what owners report. Sources disagree: a limit is worth a warning and
 /// never forbids.

@@ -177,7 +177,9 @@ void LineExam::TakeFigures(LineReport& report) {
     if (answer.ack) acks.push_back(*answer.ack);
     round_trips.push_back(answer.end);
     try {
-      report.description = WithoutControlCharacters(ReadProduct(answer.product).description);
+      const ProductInfo product = ReadProduct(answer.product);
+      report.description = WithoutControlCharacters(product.description);
+      report.product_id = product.product_id;
     } catch (const std::out_of_range&) {
       ++figures.damaged_frames;
     }

@@ -49,6 +49,7 @@ struct LineReport {
   int baud = 9600;          ///< at which the finding was made
   bool answered = false;    ///< the first request
   std::string description;  ///< of the receiver that answered
+  int product_id = 0;       ///< of the same
   LineFigures figures;
   SentenceFacts sentences;
   std::vector<PortHolder> holders;

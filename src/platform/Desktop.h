@@ -52,6 +52,10 @@ class Desktop {
 
   /// How far the running operation has come: done of total steps; a total of 0 ends the showing.
   virtual void SetProgress(std::int64_t done, std::int64_t total) = 0;
+  /// What SetProgress tells from now on is a part of an operation: the one from begin to end of the whole, which is 1.
+  virtual void BeginPart(std::string_view /*text*/, double /*begin*/, double /*end*/) {}
+  /// The operation of which BeginPart told is over.
+  virtual void EndParts() {}
 
   /// A control's value, background or enabled state was changed by the program.
   virtual void ControlsChanged() = 0;

@@ -41,6 +41,16 @@ TEST(AppMessages, OfDownloadsAreWordedSo) {
   EXPECT_EQ(DownloadResultLines({{DataKind::Route, 36, 0, 0, false, false}}), Strings{"Route：受け取れませんでした．"});
 }
 
+TEST(AppMessages, OfDeedsAreWordedSo) {
+  EXPECT_EQ(DeedLine({Deed::Kind::Imported, 3, {}, {}, {}}), "3件を取り込みました．");
+  EXPECT_EQ(DeedLine({Deed::Kind::Imported, 3, {}, {}, {{{0, 1}, {}, {4}}}}), "3件を取り込みました（重複 3件）．");
+  EXPECT_EQ(DeedLine({Deed::Kind::Saved, 19, "/tmp/x.grc", {}, {}}), "19件を /tmp/x.grc に保存しました．");
+  EXPECT_EQ(DeedLine({Deed::Kind::Copied, 1, {}, {}, {}}), "1件をコピーしました．");
+  EXPECT_EQ(DeedLine({Deed::Kind::Sent, 2, {}, {}, {}}), "2件を送信しました．");
+  EXPECT_EQ(TransferPart(TransferWay::FromReceiver, DataKind::Route, 2, 3), "受信中：Route（2/3）");
+  EXPECT_EQ(TransferPart(TransferWay::ToReceiver, DataKind::Waypoint, 1, 1), "送信中：Waypoint");
+}
+
 TEST(AppMessages, OfEditsAreWordedSo) {
   EXPECT_EQ(LineBreakInText, "改行やタブは入力できません．");
   EXPECT_EQ(NoSuchSymbol, "そのシンボルは一覧にありません．");
