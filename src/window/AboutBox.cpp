@@ -5,11 +5,7 @@
 
 #include "app/ProgramName.h"
 #include "window/Messages.h"
-
-/// Resources of a static library have to be called in by name, outside any namespace.
-static void CallInResources() {
-  Q_INIT_RESOURCE(walrim);
-}
+#include "window/Resources.h"
 
 namespace walrim {
 

@@ -18,6 +18,9 @@ namespace walrim {
 
 namespace {
 
+/// What a position has in either notation.
+constexpr int PositionLetters = 22;
+
 void Fill(QComboBox& box, const std::vector<CodeEntry>& entries, std::optional<int> chosen) {
   box.clear();
   for (const CodeEntry& entry : entries)
@@ -41,6 +44,7 @@ ClipDialog::ClipDialog(ClipProAtlas& clip, QWidget* parent)
       clip_(clip),
       lat_(MakeLine("ClipLat", "緯度")),
       lon_(MakeLine("ClipLon", "経度")),
+      form_(new QLabel),
       notation_(MakeButton("ClipPnt", "D ⇔ DMS(&P)", "度と度分秒を切り替えます")),
       ident_(MakeLine("ClipIdent", "ウェイポイントの名前")),
       cmnt_(MakeLine("ClipCmnt", "コメント")),
@@ -50,6 +54,10 @@ ClipDialog::ClipDialog(ClipProAtlas& clip, QWidget* parent)
   setWindowTitle(QString::fromUtf8(clip.is_new ? "新しいウェイポイント" : "地図からの地点"));
   NameControl(*smbl_, "SmblType");
   smbl_->setToolTip(QString::fromUtf8("シンボル．日本語・英語の名前の一部を入力すると，探せます"));
+  NameControl(*form_, "ClipForm");
+  form_->setToolTip(QString::fromUtf8("緯度と経度の表記"));
+  for (QLineEdit* line : {lat_, lon_})
+    line->setMinimumWidth(line->fontMetrics().averageCharWidth() * PositionLetters);
   Build();
   ShowClip();
   QLineEdit* first = clip.lat.empty() ? lat_ : ident_;
@@ -64,6 +72,7 @@ void ClipDialog::Build() {
   position->addWidget(lat_);
   position->addWidget(MakeCaption("経度(&L)", *lon_));
   position->addWidget(lon_);
+  position->addWidget(form_);
   position->addWidget(notation_);
   form->addRow(MakeCaption("緯度(&B)", *lat_), position);
   form->addRow(MakeCaption("名前(&N)", *ident_), ident_);
@@ -89,11 +98,21 @@ void ClipDialog::Build() {
   }
 }
 
-void ClipDialog::ShowClip() {
+/// Whatever is longer than its field is seen from its beginning.
+void ClipDialog::ShowPosition() {
   lat_->setText(QString::fromStdString(clip_.lat));
   lon_->setText(QString::fromStdString(clip_.lon));
+  for (QLineEdit* line : {lat_, lon_})
+    line->setCursorPosition(0);
+  form_->setText(QString::fromUtf8(clip_.notation == AngleNotation::D ? "度" : "度分秒"));
+}
+
+void ClipDialog::ShowClip() {
+  ShowPosition();
   ident_->setText(QString::fromStdString(clip_.ident));
   cmnt_->setText(QString::fromStdString(clip_.cmnt));
+  for (QLineEdit* line : {ident_, cmnt_})
+    line->setCursorPosition(0);
   for (const CodeEntry& entry : clip_.smbl_entries)
     smbl_->Offer(clip_.type, entry.code, QString::fromStdString(entry.text));
   smbl_->setCurrentIndex(clip_.smbl ? smbl_->findData(*clip_.smbl) : -1);
@@ -113,8 +132,7 @@ void ClipDialog::SwitchNotation() {
   ReadControls();
   const std::string refusal = SwitchClipNotation(clip_);
   if (!refusal.empty()) ShowWarning(*this, QString::fromStdString(refusal));
-  lat_->setText(QString::fromStdString(clip_.lat));
-  lon_->setText(QString::fromStdString(clip_.lon));
+  ShowPosition();
 }
 
 void ClipDialog::Finish() {

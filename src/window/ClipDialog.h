@@ -7,6 +7,7 @@
 #include "dialogs/ClipProAtlas.h"
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -29,6 +30,7 @@ class ClipDialog : public QDialog {
  private:
   void Build();
   void ShowClip();
+  void ShowPosition();
   void ReadControls();
   void SwitchNotation();
   void Finish();
@@ -39,6 +41,7 @@ class ClipDialog : public QDialog {
   std::optional<ClipWaypoint> waypoint_;
   QLineEdit* lat_;
   QLineEdit* lon_;
+  QLabel* form_;  ///< says which notation lat and lon are in
   QPushButton* notation_;
   QLineEdit* ident_;
   QLineEdit* cmnt_;

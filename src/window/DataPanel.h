@@ -1,7 +1,7 @@
-// The grid of the three kinds: what the receiver holds, what is held here, and the ways between.
+// The three kinds: what the receiver holds, what is held here, and what can be done with that.
 #pragma once
 
-#include <QGroupBox>
+#include <QWidget>
 #include <array>
 #include <vector>
 
@@ -13,44 +13,53 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QToolButton;
 
 namespace walrim {
 
-/// One row a kind, read from left to right: the receiver's records, download and upload, the records held here, what
-/// can be done with them. The buttons do nothing by themselves.
-class DataPanel : public QGroupBox {
+/// A column a kind, under its name: the receiver's records above those held here. Beside them the commands, and what
+/// unfolds the settings. The buttons do nothing by themselves.
+class DataPanel : public QWidget {
+  Q_OBJECT
+
  public:
   DataPanel(ProgramState& state, ControlBinder& binder);
 
-  QPushButton* const down_load;
-  QPushButton* const up_load;
-  QPushButton* const cancel;
+  QPushButton* const file_import;
+  QPushButton* const paste;
+  QToolButton* const settings;
   QPushButton* const file_export;
   QPushButton* const copy;
   QPushButton* const remove;
-  QPushButton* const file_import;
-  QPushButton* const paste;
 
-  /// Shows counts, backgrounds and whether Cancel is enabled. While a command runs nothing but Cancel can be used.
+  /// Shows counts and backgrounds. While a command runs nothing can be used.
   void ShowState(bool command_runs);
   /// The panel's widgets in reading order.
   [[nodiscard]] std::vector<QWidget*> TabOrder() const;
 
+ Q_SIGNALS:
+  /// The user has ticked a kind, or taken a tick away.
+  void Ticked();
+
+ protected:
+  /// A click on a kind's name ticks both its boxes, or takes both ticks away where there are two.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
-  struct Row {
-    QCheckBox* down_check = nullptr;
+  struct Column {
     QLabel* data_type = nullptr;
+    QCheckBox* down_check = nullptr;
     QLineEdit* receiver_count = nullptr;
     QCheckBox* do_check = nullptr;
     QLineEdit* held_count = nullptr;
   };
 
-  void BuildHeadings(QGridLayout& grid);
-  void BuildRow(QGridLayout& grid, DataKind kind, ControlBinder& binder);
-  void ShowRow(DataKind kind, bool command_runs);
+  void BuildKind(QGridLayout& grid, DataKind kind, ControlBinder& binder);
+  void BuildButtons(QGridLayout& grid);
+  void ShowKind(DataKind kind, bool command_runs);
 
   ProgramState& state_;
-  std::array<Row, DataKindCount> rows_;
+  std::array<Column, DataKindCount> columns_;
 };
 
 }  // namespace walrim

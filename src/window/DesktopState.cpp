@@ -7,11 +7,13 @@ namespace {
 constexpr const char* Geometry = "window/geometry";
 constexpr const char* Columns = "window/columns";
 constexpr const char* Map = "window/map";
+constexpr const char* SettingsUnfolded = "window/settings_unfolded";
 constexpr const char* OpenFolder = "folders/open";
 constexpr const char* SaveFolder = "folders/save";
 constexpr const char* Files = "files/recent";
 constexpr const char* PortDevice = "port/device";
 constexpr const char* PortSerial = "port/serial_number";
+constexpr const char* PortTyped = "port/typed";
 constexpr const char* CheckedLink = "port/checked_link";
 constexpr const char* KeepSettings = "settings/keep";
 constexpr const char* Settings = "settings/values";
@@ -29,11 +31,13 @@ DesktopState LoadDesktopState(const QSettings& store) {
   state.geometry = store.value(Geometry).toByteArray();
   state.columns = store.value(Columns).toMap();
   state.map = store.value(Map).toMap();
+  state.settings_unfolded = store.value(SettingsUnfolded).toBool();
   state.open_folder = store.value(OpenFolder).toString();
   state.save_folder = store.value(SaveFolder).toString();
   state.files = store.value(Files).toStringList().mid(0, MostRecentFiles);
   state.port_device = store.value(PortDevice).toString();
   state.port_serial = store.value(PortSerial).toString();
+  state.port_typed = store.value(PortTyped).toBool();
   state.checked_link = store.value(CheckedLink);
   state.keep_settings = store.value(KeepSettings).toBool();
   if (state.keep_settings) state.settings = store.value(Settings).toMap();
@@ -44,11 +48,13 @@ void SaveDesktopState(QSettings& store, const DesktopState& state) {
   store.setValue(Geometry, state.geometry);
   store.setValue(Columns, state.columns);
   store.setValue(Map, state.map);
+  store.setValue(SettingsUnfolded, state.settings_unfolded);
   store.setValue(OpenFolder, state.open_folder);
   store.setValue(SaveFolder, state.save_folder);
   store.setValue(Files, state.files);
   store.setValue(PortDevice, state.port_device);
   store.setValue(PortSerial, state.port_serial);
+  store.setValue(PortTyped, state.port_typed);
   store.setValue(CheckedLink, state.checked_link);
   store.setValue(KeepSettings, state.keep_settings);
   if (state.keep_settings) {

@@ -25,7 +25,8 @@ QLabel* MakeText(const char* control) {
   NameControl(*label, control);
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  label->setFocusPolicy(Qt::StrongFocus);
   return label;
 }
 

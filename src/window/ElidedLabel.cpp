@@ -1,20 +1,24 @@
 #include "window/ElidedLabel.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOption>
 
 namespace walrim {
 
 ElidedLabel::ElidedLabel(const QString& object_name, Qt::TextElideMode mode, QWidget* parent)
     : QLabel(parent), mode_(mode) {
   setObjectName(object_name);
-  setAccessibleName(object_name);
   setTextFormat(Qt::PlainText);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void ElidedLabel::ShowText(const QString& text) {
   setText(text);
+  setFocusPolicy(text.isEmpty() ? Qt::NoFocus : Qt::StrongFocus);
   setToolTip(text.toHtmlEscaped());
   before_hint_.reset();
 }
@@ -48,6 +52,15 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   const QString shown = fontMetrics().elidedText(text(), mode_, area.width());
   style()->drawItemText(&painter, area, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), palette(), isEnabled(),
                         shown, foregroundRole());
+  if (!hasFocus()) return;
+  QStyleOptionFocusRect focus;
+  focus.initFrom(this);
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+}
+
+void ElidedLabel::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Copy)) return QLabel::keyPressEvent(event);
+  QGuiApplication::clipboard()->setText(text());
 }
 
 }  // namespace walrim

@@ -6,6 +6,7 @@
 
 namespace walrim {
 
+/// While it says something it can have the focus.
 class ElidedLabel : public QLabel {
  public:
   ElidedLabel(const QString& object_name, Qt::TextElideMode mode, QWidget* parent = nullptr);
@@ -23,6 +24,8 @@ class ElidedLabel : public QLabel {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  /// Copies the whole text.
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   [[nodiscard]] QRect TextArea() const;

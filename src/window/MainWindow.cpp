@@ -1,14 +1,11 @@
 #include "window/MainWindow.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QIcon>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -16,11 +13,14 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <chrono>
 #include <exception>
@@ -31,16 +31,21 @@
 #include "app/ProgramName.h"
 #include "doctor/Messages.h"
 #include "window/AboutBox.h"
+#include "window/AccessibleCombo.h"
 #include "window/DataPanel.h"
 #include "window/DoctorPanel.h"
 #include "window/ElidedLabel.h"
+#include "window/HelpDialog.h"
 #include "window/MapMenu.h"
 #include "window/MapSplitter.h"
 #include "window/Messages.h"
+#include "window/ReceiverBar.h"
 #include "window/RecordTables.h"
 #include "window/RecoveryBar.h"
 #include "window/RowMenu.h"
 #include "window/SettingsPanel.h"
+#include "window/StallOffer.h"
+#include "window/StatusLine.h"
 #include "window/TransferPanel.h"
 #include "window/UndoMenu.h"
 #include "window/Widgets.h"
@@ -51,15 +56,10 @@ namespace {
 
 /// Fits a screen of 1024 x 768 with the desktop's own bars.
 constexpr QSize StartSize{1024, 680};
-constexpr int ProgressWidth = 160;
-
-QComboBox* MakeLinkChoice() {
-  return MakeChoice<LinkChoice>(
-      "CheckedLink",
-      "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります．"
-      "「自動」は，受信機の最初の応答が正しい形であればそうします",
-      {{LinkChoice::Automatic, "自動"}, {LinkChoice::Checked, "する"}, {LinkChoice::Plain, "しない"}});
-}
+/// What the tables keep at least while the settings are unfolded.
+constexpr int LinesBesideSettings = 3;
+/// What most links to files are not longer than.
+constexpr int LinkLetters = 90;
 
 std::vector<std::string> ToStrings(const QStringList& texts) {
   std::vector<std::string> strings;
@@ -71,20 +71,23 @@ std::vector<std::string> ToStrings(const QStringList& texts) {
 }  // namespace
 
 MainWindow::MainWindow(const WindowParts& parts, Contents contents)
-    : status_(new ElidedLabel("Status", Qt::ElideMiddle, this)),
-      progress_(new QProgressBar(this)),
-      desktop_(*this, *status_, *progress_,
+    : status_line_(new StatusLine(*this, parts.clock)),
+      event_loop_(parts.event_loop, [this] { status_line_->stall_offer->Look(); }),
+      desktop_(*this, *status_line_,
                {[this] { ShowControls(); }, [this] { RefreshRecords(); },
                 [this](const std::string& path) { FileUsed(path); }}),
       dialogs_(*this),
-      main_(parts.port, parts.clock, parts.event_loop, desktop_, &dialogs_, &parts.inet, parts.facts),
+      main_(parts.port, parts.clock, event_loop_, desktop_, &dialogs_, &parts.inet, parts.facts),
       uploads_(main_, parts.clock, *this),
       binder_([this] { SettingsChanged(); }),
+      ticks_(main_.State()),
+      areas_(*this),
       ports_(parts.ports),
       store_(parts.store),
       port_given_(parts.port_given),
       state_(store_ != nullptr ? LoadDesktopState(*store_) : DesktopState{}) {
   setObjectName("WalrimMain");
+  NameCombosByCaption();
   setWindowTitle(QString::fromStdString(WindowTitle() + "[*]"));
   main_.State().KeepSteps();
   recovery_timer_.setSingleShot(true);
@@ -93,48 +96,27 @@ MainWindow::MainWindow(const WindowParts& parts, Contents contents)
   resize(StartSize);
   restoreGeometry(state_.geometry);
   resize(size().boundedTo(screen()->availableSize()));
-  status_->hide();
-  progress_->hide();
-  if (contents == Contents::AtOnce) Build();
+  if (contents == Contents::Later) return;
+  Build();
+  BuildSettings();
 }
 
 void MainWindow::Build() {
   setAcceptDrops(true);
   BuildCentre();
-  BuildStatusBar();
+  status_line_->FillBar(*statusBar());
   BuildMenus();
   ConnectButtons();
   ConnectRecords();
   SetTabOrder();
   ShowControls();
   Restore();
-  get_gps_info_->setFocus();
+  receiver_bar_->get_info->setFocus();
 }
 
 MainWindow::~MainWindow() = default;
 
 // ---- Building
-
-QGroupBox* MainWindow::MakeDeviceGroup() {
-  auto* group = new QGroupBox(QString::fromUtf8("受信機"));
-  auto* line = new QHBoxLayout(group);
-  port_box_ = new PortBox(ports_);
-  get_gps_info_ = MakeButton("Get_GpsInfo", "情報取得(&I)", "受信機の機種と件数を調べます（F5）");
-  gps_info_ = new ElidedLabel("GpsInfo", Qt::ElideRight);
-  port_box_->setToolTip(QString::fromUtf8("受信機をつないだシリアルポート"));
-  binder_.Bind(*port_box_, main_.State().Settings().port);
-  checked_link_ = MakeLinkChoice();
-  binder_.Bind(*checked_link_, main_.State().Settings().link);
-  gps_info_->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
-  gps_info_->setMargin(gps_info_->fontMetrics().averageCharWidth() / 2);
-  line->addWidget(MakeCaption("ポート(&P)", *port_box_));
-  line->addWidget(port_box_);
-  line->addWidget(MakeCaption("誤り検査(&K)", *checked_link_));
-  line->addWidget(checked_link_);
-  line->addWidget(get_gps_info_);
-  line->addWidget(gps_info_, 1);
-  return group;
-}
 
 /// What the last command had to tell beyond its messages, where the status line has no room for all of it.
 QLabel* MainWindow::MakeNotices() {
@@ -142,7 +124,8 @@ QLabel* MainWindow::MakeNotices() {
   NameControl(*label, "Notices");
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  label->setFocusPolicy(Qt::StrongFocus);
   label->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
   label->setMargin(label->fontMetrics().averageCharWidth() / 2);
   label->hide();
@@ -154,43 +137,50 @@ void MainWindow::ShowNotices(const std::vector<std::string>& notices) {
   for (const std::string& notice : notices)
     lines.append(QString::fromStdString(notice));
   notices_->setText(lines.join(QLatin1Char('\n')));
-  notices_->setVisible(!lines.isEmpty() && !status_->ShowsAll());
+  notices_->setVisible(!lines.isEmpty() && !status_line_->ShowsWholeStatus());
 }
 
 void MainWindow::BuildCentre() {
   auto* centre = new QWidget;
-  auto* grid = new QGridLayout(centre);
+  auto* column = new QVBoxLayout(centre);
+  receiver_bar_ = new ReceiverBar(ports_);
+  binder_.Bind(*receiver_bar_->port, main_.State().Settings().port);
   data_panel_ = new DataPanel(main_.State(), binder_);
-  output_group_ = MakeOutputGroup(main_.State().Settings(), binder_, settings_order_);
-  auto_action_group_ = MakeAutoActionGroup(main_.State().Settings(), binder_, settings_order_);
   centre_ = new QStackedWidget;
   records_ = new RecordTables(main_.State().Data());
   doctor_panel_ = new DoctorPanel;
   tables_and_map_ = new MapSplitter(main_.State(), records_);
   centre_->addWidget(tables_and_map_);
   centre_->addWidget(doctor_panel_);
-  grid->addWidget(MakeDeviceGroup(), 0, 0);
-  grid->addWidget(data_panel_, 1, 0);
-  grid->addWidget(auto_action_group_, 0, 1, 2, 1);
-  grid->addWidget(output_group_, 2, 0, 1, 2);
-  grid->addWidget(centre_, 3, 0, 1, 2);
   transfer_panel_ = new TransferPanel;
-  grid->addWidget(transfer_panel_, 4, 0, 1, 2);
   notices_ = MakeNotices();
-  grid->addWidget(notices_, 5, 0, 1, 2);
-  grid->setColumnStretch(0, 1);
-  grid->setRowStretch(3, 1);
+  for (QWidget* widget : std::initializer_list<QWidget*>{receiver_bar_, data_panel_, centre_, status_line_->stall_offer,
+                                                         transfer_panel_, notices_})
+    column->addWidget(widget);
+  column->setStretchFactor(centre_, 1);
   setCentralWidget(centre);
 }
 
-void MainWindow::BuildStatusBar() {
-  NameControl(*progress_, "Progress");
-  progress_->setMaximumWidth(ProgressWidth);
-  progress_->setTextVisible(false);
-  progress_->hide();
-  statusBar()->addWidget(status_, 1);
-  status_->show();
-  statusBar()->addPermanentWidget(progress_);
+/// The settings are folded away most of the time, and nobody waits for them at the start.
+void MainWindow::BuildSettings() {
+  if (settings_panel_ != nullptr) return;
+  settings_panel_ = new SettingsPanel(main_.State().Settings(), binder_);
+  settings_panel_->setVisible(data_panel_->settings->isChecked());
+  auto* column = qobject_cast<QVBoxLayout*>(centralWidget()->layout());
+  column->insertWidget(column->indexOf(centre_), settings_panel_);
+  areas_.InsertBehind(data_panel_, settings_panel_);
+  RestoreSettings();
+  ShowControls();
+}
+
+void MainWindow::UnfoldSettings(bool unfolded) {
+  BuildSettings();
+  const bool by_key = data_panel_->settings->hasFocus();
+  data_panel_->settings->setArrowType(unfolded ? Qt::DownArrow : Qt::RightArrow);
+  settings_panel_->setVisible(unfolded);
+  // On a low screen the settings take the room of the tables while they are needed.
+  centre_->setMinimumHeight(unfolded ? fontMetrics().lineSpacing() * LinesBesideSettings : 0);
+  if (unfolded && by_key) settings_panel_->TabOrder().front()->setFocus(Qt::TabFocusReason);
 }
 
 QAction* MainWindow::AddAction(QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button) {
@@ -215,6 +205,9 @@ void MainWindow::BuildMenus() {
   BuildViewMenu();
   BuildDeviceMenu();
   QMenu* help = menuBar()->addMenu(QString::fromUtf8("ヘルプ(&H)"));
+  QAction* use = help->addAction(QString::fromUtf8("使い方(&H)"), this, [this] { ShowHelp(*this); });
+  use->setObjectName("ShowHelp");
+  use->setShortcut(QKeySequence("F1"));
   QAction* about = help->addAction(QString::fromUtf8("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
   about->setObjectName("About");
 }
@@ -262,9 +255,9 @@ void MainWindow::BuildViewMenu() {
 
 void MainWindow::BuildDeviceMenu() {
   QMenu* device = menuBar()->addMenu(QString::fromUtf8("受信機(&R)"));
-  AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *get_gps_info_);
-  AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *data_panel_->down_load);
-  AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *data_panel_->up_load);
+  AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *receiver_bar_->get_info);
+  AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *receiver_bar_->down_load);
+  AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *receiver_bar_->up_load);
   AddCommand(*device, "SendSafely", "受信機へ安全に送る(&S)...",
              [this] { RunTransfer([this] { return uploads_.SendSafely(); }); });
   send_backup_ = AddCommand(*device, "SendBackup", "受信機を送る前に戻す(&B)",
@@ -276,7 +269,7 @@ void MainWindow::BuildDeviceMenu() {
   AddCommand(*device, "SetClock", "受信機の時計を合わせる(&T)...",
              [this] { RunWithReceiver([this] { return main_.Device().SetClock(); }); });
   device->addSeparator();
-  cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *data_panel_->cancel);
+  cancel_action_ = AddAction(*device, "中止(&C)", QKeySequence(Qt::Key_Escape), *receiver_bar_->cancel);
   command_actions_.pop_back();
 }
 
@@ -285,15 +278,16 @@ void MainWindow::ConnectButtons() {
     connect(button, &QPushButton::clicked, this,
             [this, &room, command] { Run([&room, command] { (room.*command)(); }); });
   };
-  connect(get_gps_info_, &QPushButton::clicked, this, [this] { RunWithReceiver([this] { return GetInfo(); }); });
+  connect(receiver_bar_->get_info, &QPushButton::clicked, this,
+          [this] { RunWithReceiver([this] { return GetInfo(); }); });
   const auto connect_download = [this](QPushButton* button, Outcome (DeviceCommands::*command)()) {
     connect(button, &QPushButton::clicked, this,
             [this, command] { RunTransfer([this, command] { return (main_.Device().*command)(); }); });
   };
-  connect_download(data_panel_->down_load, &DeviceCommands::Download);
+  connect_download(receiver_bar_->down_load, &DeviceCommands::Download);
   connect_download(transfer_panel_->again, &DeviceCommands::DownloadChecked);
   connect_command(transfer_panel_->remove_missing, main_.Edits(), &EditCommands::RemoveMissing);
-  connect(data_panel_->up_load, &QPushButton::clicked, this,
+  connect(receiver_bar_->up_load, &QPushButton::clicked, this,
           [this] { RunTransfer([this] { return uploads_.Upload(); }); });
   connect(doctor_panel_->again, &QPushButton::clicked, this, [this] { RunDoctor(&DoctorCommands::Examine); });
   connect(doctor_panel_->find_receiver, &QPushButton::clicked, this,
@@ -305,7 +299,15 @@ void MainWindow::ConnectButtons() {
   connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);
   connect_command(data_panel_->file_import, main_.Imports(), &ImportCommands::ImportChosen);
   connect_command(data_panel_->paste, main_.Imports(), &ImportCommands::Paste);
-  connect(data_panel_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
+  connect(receiver_bar_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
+  connect(data_panel_, &DataPanel::Ticked, this, [this] { ticks_.Leave(); });
+  connect(status_line_->stall_offer->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
+  connect(status_line_->open_folder, &QPushButton::clicked, this, [this] { OpenFolder(); });
+  connect(status_line_->remove_duplicates, &QPushButton::clicked, this, [this] {
+    const RecordIndices duplicates = status_line_->AlreadyHeld();
+    Run([&] { main_.Records().DeleteRecords(duplicates); });
+  });
+  connect(data_panel_->settings, &QToolButton::toggled, this, [this](bool unfolded) { UnfoldSettings(unfolded); });
   drop_timer_.setSingleShot(true);
   connect(&drop_timer_, &QTimer::timeout, this, [this] { ImportDropped(); });
 }
@@ -329,13 +331,27 @@ void MainWindow::ConnectRecords() {
 }
 
 void MainWindow::SetTabOrder() {
-  std::vector<QWidget*> order{port_box_, checked_link_, get_gps_info_};
-  for (QWidget* widget : data_panel_->TabOrder())
-    order.push_back(widget);
-  order.insert(order.end(), settings_order_.begin(), settings_order_.end());
-  for (std::size_t i = 1; i < order.size(); ++i)
-    setTabOrder(order[i - 1], order[i]);
-  setTabOrder(order.back(), records_);
+  for (const auto& order : {receiver_bar_->TabOrder(), data_panel_->TabOrder()}) {
+    for (std::size_t i = 1; i < order.size(); ++i)
+      setTabOrder(order[i - 1], order[i]);
+  }
+  // The map is what is left of the splitter beside the tables.
+  for (QWidget* area :
+       std::initializer_list<QWidget*>{receiver_bar_, data_panel_, records_, tables_and_map_, doctor_panel_,
+                                       status_line_->stall_offer, transfer_panel_, notices_, statusBar()})
+    areas_.Append(area);
+  const auto add_key = [this](const QKeySequence& keys, bool forward) {
+    auto* key = new QShortcut(keys, this);
+    connect(key, &QShortcut::activated, this, [this, forward] { areas_.Move(forward); });
+  };
+  add_key(QKeySequence("F6"), true);
+  add_key(QKeySequence("Shift+F6"), false);
+}
+
+/// Tables and settings are made when they are needed: their place in the order is found then.
+bool MainWindow::focusNextPrevChild(bool next) {
+  areas_.OrderTabs();
+  return QMainWindow::focusNextPrevChild(next);
 }
 
 // ---- Running commands
@@ -371,6 +387,7 @@ void MainWindow::RunTransfer(const std::function<Outcome()>& command) {
 Outcome MainWindow::GetInfo() {
   const Outcome outcome = main_.Device().GetInfo();
   if (outcome == Outcome::Done) main_.Dates().TellReceiverClock();
+  if (outcome == Outcome::Done) ticks_.ReceiverCounted();
   return outcome;
 }
 
@@ -390,6 +407,7 @@ void MainWindow::ExamineLine() {
 void MainWindow::BeginCommand() {
   focus_before_ = focusWidget();
   command_runs_ = true;
+  main_.State().Done().Clear();
   ShowNotices({});
   ShowControls();
 }
@@ -397,10 +415,11 @@ void MainWindow::BeginCommand() {
 void MainWindow::EndCommand() {
   command_runs_ = false;
   desktop_.SetProgress(0, 0);
-  ShowControls();
-  RefreshRecords();
   const std::vector<DownloadResult> results = main_.Device().TakeDownloadResults();
   if (!results.empty()) transfer_panel_->ShowResults(results, main_.State());
+  ShowDeeds(results);
+  ShowControls();
+  RefreshRecords();
   ShowNotices(main_.State().Told().Take());
   if (focus_before_ != nullptr) focus_before_->setFocus();
   KeepRecovery();
@@ -408,6 +427,21 @@ void MainWindow::EndCommand() {
     desktop_.Speak();
     close();
   }
+}
+
+/// What has come in is to be saved next; other programs say themselves what is.
+void MainWindow::ShowDeeds(const std::vector<DownloadResult>& results) {
+  const Deeds& deeds = main_.State().Done();
+  DataKinds came{};
+  for (const DownloadResult& result : results)
+    came[IndexOf(result.kind)] = result.received;
+  for (const Deed& deed : deeds.All()) {
+    for (const DataKind kind : AllDataKinds)
+      came[IndexOf(kind)] = came[IndexOf(kind)] || deed.kinds[IndexOf(kind)];
+  }
+  if (!external_) ticks_.CameIn(came);
+  status_line_->ShowDeeds(deeds);
+  revisions_told_ = deeds.All().empty() ? revisions_told_ : main_.State().Revisions();
 }
 
 void MainWindow::KeepRecovery() {
@@ -442,9 +476,9 @@ bool MainWindow::MayClose() {
 
 void MainWindow::CancelTransfer() {
   main_.Cancel();
-  data_panel_->cancel->setEnabled(false);
+  receiver_bar_->cancel->setEnabled(false);
   cancel_action_->setEnabled(false);
-  status_->ShowText(QString::fromUtf8(window_messages::Cancelling));
+  status_line_->ShowStatus(QString::fromUtf8(window_messages::Cancelling));
 }
 
 void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
@@ -454,11 +488,21 @@ void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
 std::int32_t MainWindow::RunExternalCommand(const std::string& command, const std::string& argument1,
                                             const std::string& argument2) {
   std::int32_t result = CommandBusy;
+  const DataKinds chosen = main_.State().Settings().chosen_kinds;
+  external_ = true;
   Run([&] {
     result = CommandRefused;  // what a call that fails midway comes to
     result = main_.External().Run(command, argument1, argument2);
   });
+  external_ = false;
+  if (main_.State().Settings().chosen_kinds != chosen) ticks_.Leave();
   return result;
+}
+
+/// Nothing is changed by it: it may come amid a command.
+void MainWindow::OpenFolder() {
+  const QString link = QUrl::fromLocalFile(status_line_->Folder()).toString(QUrl::FullyEncoded);
+  if (!desktop_.OpenLink(link.toStdString())) desktop_.ShowMessage(messages::LinkNotOpened(link.toStdString()));
 }
 
 // ---- Showing
@@ -470,17 +514,13 @@ void MainWindow::ShowControls() {
   doctor_panel_->ShowState(main_.Doctor(), command_runs_);
   transfer_panel_->ShowState(main_.State(), command_runs_);
   if (recovery_bar_ != nullptr) recovery_bar_->ShowState(command_runs_);
-  gps_info_->ShowText(QString::fromStdString(main_.State().ReceiverText()));
-  if (!main_.State().ReceiverClock().empty()) {
-    const QString clock = QString::fromStdString(main_.State().ReceiverClock());
-    gps_info_->setToolTip(gps_info_->text().toHtmlEscaped() + "<br>" + clock.toHtmlEscaped());
-  }
-  for (QWidget* widget :
-       std::initializer_list<QWidget*>{port_box_, checked_link_, get_gps_info_, output_group_, auto_action_group_}) {
-    widget->setEnabled(!command_runs_);
-  }
+  receiver_bar_->ShowReceiver(main_.State().ReceiverText(), main_.State().ReceiverClock());
+  receiver_bar_->ShowState(command_runs_, main_.State().CancelEnabled());
+  if (settings_panel_ != nullptr) settings_panel_->setEnabled(!command_runs_);
   for (QAction* action : command_actions_)
     action->setEnabled(!command_runs_);
+  if (main_.State().Revisions() != revisions_told_) status_line_->ForgetDuplicates();
+  status_line_->ShowState(command_runs_);
   undo_menu_->ShowState(command_runs_);
   row_menu_->ShowState(command_runs_);
   setWindowModified(AnyOf(main_.State().UnsavedKinds()));
@@ -501,8 +541,8 @@ void MainWindow::RefreshRecords() {
 }
 
 void MainWindow::LookAtPorts() {
-  port_box_->Refresh();
-  const std::vector<NumberedPort> before = std::exchange(known_ports_, port_box_->Known());
+  receiver_bar_->port->Refresh();
+  const std::vector<NumberedPort> before = std::exchange(known_ports_, receiver_bar_->port->Known());
   const auto is_in = [](const std::vector<NumberedPort>& ports, const auto& is_it) {
     return std::ranges::find_if(ports, is_it) != ports.end();
   };
@@ -511,7 +551,7 @@ void MainWindow::LookAtPorts() {
     if (command_runs_ || is_in(before, [&](const auto& each) { return each.device == port.device; })) continue;
     const bool usable = is_in(known_ports_, [&](const auto& each) { return PortName(each) == chosen; });
     const bool remembered = !ports_known_ && !port_given_ && IsRememberedPort(state_, port);
-    if (remembered || (!usable && chosen != DemoPortName)) chosen = PortName(port);
+    if (remembered || (!usable && chosen != DemoPortName && !IsPortPath(chosen))) chosen = PortName(port);
     if (ports_known_) ShowStatus(doctor_messages::PortAppeared(port.device, port.description));
   }
   ports_known_ = true;
@@ -551,9 +591,11 @@ QString MainWindow::TypedLink() {
   QInputDialog dialog(this);
   dialog.setObjectName("LinkDialog");
   dialog.setWindowTitle(QString::fromUtf8("リンクから取り込み"));
-  dialog.setLabelText(QString::fromUtf8("取り込むファイルのリンク（http://かfile://），または地図のページのアドレス"));
+  dialog.setLabelText(
+      QString::fromUtf8("取り込むファイルのリンク（https://，http://，file://），または地図のページのアドレス"));
   dialog.setOkButtonText("OK");
   dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+  dialog.resize(dialog.fontMetrics().averageCharWidth() * LinkLetters, dialog.sizeHint().height());
   return dialog.exec() == QDialog::Accepted ? dialog.textValue().trimmed() : QString();
 }
 
@@ -602,30 +644,44 @@ void MainWindow::Restore() {
   tables_and_map_->Restore(state_.map, width());
   keep_settings_->setChecked(state_.keep_settings);
   keep_settings_->setEnabled(store_ != nullptr);
-  binder_.Choose(state_.settings);
   TakeScriptOptions(main_.State().Settings().script, state_.settings);
-  if (state_.checked_link.isValid()) binder_.Choose({{checked_link_->objectName(), state_.checked_link}});
-  if (!port_given_ && state_.port_device == DemoPortName) binder_.Choose({{port_box_->objectName(), DemoPortName}});
+  if (!port_given_ && state_.port_device == DemoPortName) binder_.Choose({{PortBox::Name, DemoPortName}});
+  if (!port_given_ && state_.port_typed) receiver_bar_->port->ChoosePath(state_.port_device);
+  data_panel_->settings->setChecked(state_.settings_unfolded);
+}
+
+/// Ticks that were kept are the user's.
+void MainWindow::RestoreSettings() {
+  if (!state_.settings.isEmpty()) ticks_.Leave();
+  binder_.Choose(state_.settings);
+  if (state_.checked_link.isValid()) binder_.Choose({{SettingsPanel::LinkName, state_.checked_link}});
 }
 
 void MainWindow::Remember() {
-  if (store_ == nullptr || records_ == nullptr) return;
+  if (store_ == nullptr || settings_panel_ == nullptr) return;
   state_.geometry = saveGeometry();
   state_.columns = records_->ColumnWidths();
   state_.map = tables_and_map_->State();
   state_.open_folder = desktop_.LastFolders().open;
   state_.save_folder = desktop_.LastFolders().save;
+  state_.settings_unfolded = data_panel_->settings->isChecked();
   state_.keep_settings = keep_settings_->isChecked();
   state_.settings = binder_.Values();
-  state_.checked_link = state_.settings.take(checked_link_->objectName());
-  state_.settings.remove(port_box_->objectName());
+  state_.checked_link = state_.settings.take(SettingsPanel::LinkName);
+  state_.settings.remove(PortBox::Name);
   AddScriptOptions(state_.settings, main_.State().Settings().script);
-  const std::string& chosen = main_.State().Settings().port;
-  if (!port_given_ && chosen == DemoPortName) RememberPort(state_, {0, DemoPortName, {}, {}});
-  for (const NumberedPort& port : known_ports_) {
-    if (!port_given_ && PortName(port) == chosen) RememberPort(state_, port);
-  }
+  if (!port_given_) RememberChosenPort();
   StoreState();
+}
+
+void MainWindow::RememberChosenPort() {
+  const std::string& chosen = main_.State().Settings().port;
+  const auto known =
+      std::ranges::find_if(known_ports_, [&](const NumberedPort& port) { return PortName(port) == chosen; });
+  const bool is_known = known != known_ports_.end();
+  state_.port_typed = !is_known && IsPortPath(chosen);
+  if (is_known) RememberPort(state_, *known);
+  if (chosen == DemoPortName || state_.port_typed) RememberPort(state_, {0, chosen, {}, {}});
 }
 
 void MainWindow::StoreState() {
@@ -650,9 +706,9 @@ void MainWindow::dragLeaveEvent(QDragLeaveEvent* event) {
 void MainWindow::ShowDropHint(bool shown) {
   data_panel_->file_import->setDown(shown);
   if (shown) {
-    status_->ShowHint(QString::fromUtf8(window_messages::DropHint));
+    status_line_->ShowHint(QString::fromUtf8(window_messages::DropHint));
   } else {
-    status_->EndHint();
+    status_line_->EndHint();
   }
 }
 
@@ -679,7 +735,8 @@ void MainWindow::ImportDropped() {
 
 /// Return presses the button that has the focus, as in a dialog.
 void MainWindow::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QPushButton*>(focusWidget());
+  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+  if (qobject_cast<QCheckBox*>(button) != nullptr) button = nullptr;
   const bool is_return = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (is_return && button != nullptr) {
     button->click();

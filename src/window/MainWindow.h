@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -11,19 +12,19 @@
 
 #include "app/WalrimMain.h"
 #include "window/ControlBinder.h"
+#include "window/DefaultTicks.h"
 #include "window/DesktopState.h"
 #include "window/DropTarget.h"
+#include "window/FocusAreas.h"
+#include "window/ObservedLoop.h"
 #include "window/PortBox.h"
 #include "window/UploadActions.h"
 #include "window/WindowDesktop.h"
 #include "window/WindowDialogs.h"
 
 class QAction;
-class QComboBox;
-class QGroupBox;
 class QLabel;
 class QMenu;
-class QProgressBar;
 class QPushButton;
 class QStackedWidget;
 
@@ -31,11 +32,13 @@ namespace walrim {
 
 class DataPanel;
 class DoctorPanel;
-class ElidedLabel;
 class MapSplitter;
+class ReceiverBar;
 class RecordTables;
 class RecoveryBar;
 class RowMenu;
+class SettingsPanel;
+class StatusLine;
 class TransferPanel;
 class UndoMenu;
 
@@ -65,6 +68,8 @@ class MainWindow : public QMainWindow {
 
   /// Makes the contents; nothing else but showing and closing may come before.
   void Build();
+  /// Makes what is folded away at first, unless it was unfolded before. To be called once all else can be used.
+  void BuildSettings();
 
   void ShowStatus(std::string_view text) { desktop_.SetStatusCaption(text); }
   /// Shows controls that the program itself has changed.
@@ -85,6 +90,7 @@ class MainWindow : public QMainWindow {
   /// cancelled for it.
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -92,8 +98,7 @@ class MainWindow : public QMainWindow {
  private:
   void BuildCentre();
   [[nodiscard]] QLabel* MakeNotices();
-  [[nodiscard]] QGroupBox* MakeDeviceGroup();
-  void BuildStatusBar();
+  void UnfoldSettings(bool unfolded);
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
@@ -115,6 +120,8 @@ class MainWindow : public QMainWindow {
   void BeginCommand();
   void EndCommand();
   [[nodiscard]] bool MayClose();
+  void ShowDeeds(const std::vector<DownloadResult>& results);
+  void OpenFolder();
   void KeepRecovery();
   void AwaitRecovery();
   /// Shows them below the tables, a line each, when the status line cuts them off.
@@ -134,38 +141,37 @@ class MainWindow : public QMainWindow {
   void ForgetFiles();
   /// Shows what the last start left behind.
   void Restore();
+  void RestoreSettings();
   /// Leaves it for the next one.
   void Remember();
+  void RememberChosenPort();
   void StoreState();
 
-  ElidedLabel* status_;
-  QProgressBar* progress_;
+  StatusLine* status_line_;
+  ObservedLoop event_loop_;
   WindowDesktop desktop_;
   WindowDialogs dialogs_;
   WalrimMain main_;
   UploadActions uploads_;
   ControlBinder binder_;
+  DefaultTicks ticks_;
+  FocusAreas areas_;
   PortBox::Ports ports_;
   QSettings* store_;
   bool port_given_;
   DesktopState state_;
   std::vector<NumberedPort> known_ports_;
   bool ports_known_ = false;
-  PortBox* port_box_ = nullptr;
-  QComboBox* checked_link_ = nullptr;
-  QPushButton* get_gps_info_ = nullptr;
-  ElidedLabel* gps_info_ = nullptr;
+  ReceiverBar* receiver_bar_ = nullptr;
   DataPanel* data_panel_ = nullptr;
-  QGroupBox* output_group_ = nullptr;
-  QGroupBox* auto_action_group_ = nullptr;
-  QStackedWidget* centre_ = nullptr;  ///< the tables, or the connection assistant
+  SettingsPanel* settings_panel_ = nullptr;  ///< null until it is unfolded, or the start is over
+  QStackedWidget* centre_ = nullptr;         ///< the tables, or the connection assistant
   RecordTables* records_ = nullptr;
   MapSplitter* tables_and_map_ = nullptr;
   DoctorPanel* doctor_panel_ = nullptr;
   TransferPanel* transfer_panel_ = nullptr;
   RecoveryBar* recovery_bar_ = nullptr;  ///< where something is left
   QLabel* notices_ = nullptr;
-  std::vector<QWidget*> settings_order_;
   std::vector<QAction*> command_actions_;
   UndoMenu* undo_menu_ = nullptr;
   RowMenu* row_menu_ = nullptr;
@@ -174,8 +180,10 @@ class MainWindow : public QMainWindow {
   QMenu* recent_files_ = nullptr;
   QAction* keep_settings_ = nullptr;
   QAction* cancel_action_ = nullptr;
-  QWidget* focus_before_ = nullptr;  ///< what had the focus when the command began
+  std::array<std::uint64_t, DataKindCount> revisions_told_{};  ///< what was held when it was told what came in
+  QWidget* focus_before_ = nullptr;                            ///< what had the focus when the command began
   bool command_runs_ = false;
+  bool external_ = false;  ///< the command that runs is another program's
   bool close_wanted_ = false;
   bool asks_to_close_ = false;
   Dropped dropped_;  ///< waits for the event loop to turn

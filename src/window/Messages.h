@@ -9,6 +9,9 @@ namespace walrim::window_messages {
 
 inline constexpr std::string_view DropHint = "ここにドロップすると，内部データに取り込みます．";
 inline constexpr std::string_view Cancelling = "中止しています...";
+/// Beside the button that ends it.
+inline constexpr std::string_view Stalled =
+    "30秒間，データが進んでいません．待っても進まないときは，「中止」を押して，電源とケーブルを確かめてください．";
 /// Over the number of records of a kind that are held.
 inline constexpr std::string_view HeldCount = "内部データの件数";
 inline constexpr std::string_view UnsavedCount = "内部データの件数（保存されていない変更があります）";

@@ -125,6 +125,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   // What nobody sees comes once the window can be used.
   const auto finish = [&] {
     if (hooks.complete) hooks.complete();
+    window.BuildSettings();
     window.setWindowIcon(ProgramIcon());
     LoadTranslation(translator);
     TakeCommands(socket, window);

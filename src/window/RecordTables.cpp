@@ -1,5 +1,6 @@
 #include "window/RecordTables.h"
 
+#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QSplitter>
@@ -41,7 +42,7 @@ QSplitter* NewSplitter(Qt::Orientation orientation, int share, QWidget* records,
 RecordTables::RecordTables(const DataSet& data_set, QWidget* parent)
     : QWidget(parent), data_set_(data_set), tabs_(new QTabWidget) {
   tabs_->setObjectName(QStringLiteral("Records"));
-  tabs_->setAccessibleName(tabs_->objectName());
+  tabs_->setAccessibleName(QStringLiteral("記録の表"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(tabs_);
@@ -101,6 +102,8 @@ void RecordTables::ConnectView(DataKind kind, RecordView& view) {
   const bool of_points = &view == PageOf(kind).point_view;
   view.SetWithHeader(with_header_);
   view.SetUserWidths(widths_.value(view.objectName()).toMap());
+  view.setAccessibleName(PageOf(kind).title + (of_points ? QStringLiteral("のポイント") : QString()));
+  view.setMinimumHeight(view.horizontalHeader()->sizeHint().height() + view.verticalHeader()->defaultSectionSize());
   view.addActions(row_actions_);
   view.SetEditCell([this, kind, of_points](RowRef ref, EditField field, const std::string& text) {
     return edit_cell_ ? edit_cell_(kind, PlaceOf(kind, ref, of_points), field, text) : std::string();

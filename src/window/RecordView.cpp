@@ -42,7 +42,6 @@ RecordView::RecordView(RecordModel* model, const QString& name, QWidget* parent)
       fitted_widths_(static_cast<std::size_t>(model->columnCount())) {
   model->setParent(this);
   setObjectName(name);
-  setAccessibleName(name);
   SetUpRows();
   SetUpTitles();
   setModel(model);

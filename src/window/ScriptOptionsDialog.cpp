@@ -80,6 +80,8 @@ void ScriptOptionsDialog::Show(const ScriptOptionControls& controls) {
   destination_name_->setText(QString::fromStdString(controls.destination_name));
   numbering_down_->setChecked(controls.numbering_down);
   track_log_step_->setText(QString::fromStdString(controls.track_log_step));
+  for (QLineEdit* line : {origin_name_, destination_name_})
+    line->setCursorPosition(0);
 }
 
 ScriptOptionControls ScriptOptionsDialog::Controls() const {

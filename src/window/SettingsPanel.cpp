@@ -3,11 +3,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
-#include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSpinBox>
+#include <QVBoxLayout>
 
 #include "window/Widgets.h"
 
@@ -36,11 +35,12 @@ QSpinBox* MakeUtcOffset() {
   return box;
 }
 
-void Append(QHBoxLayout& line, const char* caption, QWidget* widget, std::vector<QWidget*>& tab_order) {
-  line.addWidget(MakeCaption(caption, *widget));
-  line.addWidget(widget);
-  line.addSpacing(line.spacing());
-  tab_order.push_back(widget);
+QComboBox* MakeLinkChoice() {
+  return MakeChoice<LinkChoice>(
+      SettingsPanel::LinkName,
+      "データの誤りを検査し，誤りがあれば送り直します．待ち時間が減り，通信が速くなります．"
+      "「自動」は，受信機の最初の応答が正しい形であればそうします",
+      {{LinkChoice::Automatic, "自動"}, {LinkChoice::Checked, "する"}, {LinkChoice::Plain, "しない"}});
 }
 
 /// The frame of what a copy, and a file, has beyond the data.
@@ -55,9 +55,30 @@ QFrame* InCopyOption(QCheckBox& header) {
 
 }  // namespace
 
-QGroupBox* MakeOutputGroup(UserSettings& settings, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
-  auto* group = new QGroupBox(QString::fromUtf8("出力の設定"));
-  auto* line = new QHBoxLayout(group);
+SettingsPanel::SettingsPanel(UserSettings& settings, ControlBinder& binder, QWidget* parent) : QWidget(parent) {
+  setObjectName("SettingsPanel");
+  auto* lines = new QVBoxLayout(this);
+  lines->setContentsMargins({});
+  const auto add_line = [lines] {
+    auto* line = new QHBoxLayout;
+    lines->addLayout(line);
+    return line;
+  };
+  BuildOutput(*add_line(), settings, binder);
+  BuildLink(*add_line(), settings, binder);
+  BuildAutoActions(*add_line(), settings, binder);
+  for (std::size_t i = 1; i < tab_order_.size(); ++i)
+    setTabOrder(tab_order_[i - 1], tab_order_[i]);
+}
+
+void SettingsPanel::Append(QHBoxLayout& line, const char* caption, QWidget* widget) {
+  line.addWidget(MakeCaption(caption, *widget));
+  line.addWidget(widget);
+  line.addSpacing(line.spacing());
+  tab_order_.push_back(widget);
+}
+
+void SettingsPanel::BuildOutput(QHBoxLayout& line, UserSettings& settings, ControlBinder& binder) {
   QComboBox* type = MakeOutputTypes();
   QComboBox* degree = MakeChoice<AngleNotation>(
       "DegreeType", "緯度・経度の表記",
@@ -65,29 +86,34 @@ QGroupBox* MakeOutputGroup(UserSettings& settings, ControlBinder& binder, std::v
   QComboBox* datum = MakeChoice<Datum>("Datum", "緯度・経度の測地系",
                                        {{Datum::Wgs84, "WGS84"}, {Datum::Tokyo, "Tokyo（日本測地系）"}});
   QSpinBox* offset = MakeUtcOffset();
-  QCheckBox* header = MakeCheckBox("WithHeader", "見出し行(&N)", "種類ごとに列の名前の行を付けます");
-  QCheckBox* auto_name =
-      MakeCheckBox("AutoFileName", "AutoFileName(%date%_%time%.)", "保存するファイルの名前を日付と時刻から付けます");
   binder.Bind(*type, settings.format);
   binder.Bind(*degree, settings.notation);
   binder.Bind(*datum, settings.datum);
   binder.Bind(*offset, settings.utc_offset_hours);
-  binder.Bind(*header, settings.with_header);
-  binder.Bind(*auto_name, settings.auto_file_name);
-  Append(*line, "形式(&T)", type, tab_order);
-  Append(*line, "表記(&G)", degree, tab_order);
-  Append(*line, "測地系(&M)", datum, tab_order);
-  Append(*line, "時差(&Z)", offset, tab_order);
-  line->addWidget(InCopyOption(*header));
-  line->addWidget(auto_name);
-  tab_order.insert(tab_order.end(), {header, auto_name});
-  line->addStretch(1);
-  return group;
+  Append(line, "形式(&T)", type);
+  Append(line, "表記(&G)", degree);
+  Append(line, "測地系(&M)", datum);
+  Append(line, "時差(&Z)", offset);
+  line.addStretch(1);
 }
 
-QGroupBox* MakeAutoActionGroup(UserSettings& settings, ControlBinder& binder, std::vector<QWidget*>& tab_order) {
-  auto* group = new QGroupBox(QString::fromUtf8("自動処理"));
-  auto* column = new QVBoxLayout(group);
+void SettingsPanel::BuildLink(QHBoxLayout& line, UserSettings& settings, ControlBinder& binder) {
+  QCheckBox* header = MakeCheckBox("WithHeader", "見出し行(&N)", "種類ごとに列の名前の行を付けます");
+  QCheckBox* auto_name =
+      MakeCheckBox("AutoFileName", "AutoFileName(%date%_%time%.)", "保存するファイルの名前を日付と時刻から付けます");
+  QComboBox* link = MakeLinkChoice();
+  binder.Bind(*header, settings.with_header);
+  binder.Bind(*auto_name, settings.auto_file_name);
+  binder.Bind(*link, settings.link);
+  line.addWidget(InCopyOption(*header));
+  line.addWidget(auto_name);
+  line.addSpacing(line.spacing());
+  tab_order_.insert(tab_order_.end(), {header, auto_name});
+  Append(line, "誤り検査(&K)", link);
+  line.addStretch(1);
+}
+
+void SettingsPanel::BuildAutoActions(QHBoxLayout& line, UserSettings& settings, ControlBinder& binder) {
   struct Row {
     const char* control;
     const char* caption;
@@ -107,11 +133,10 @@ QGroupBox* MakeAutoActionGroup(UserSettings& settings, ControlBinder& binder, st
   for (const Row& row : rows) {
     QCheckBox* box = MakeCheckBox(row.control, row.caption, row.tool_tip);
     binder.Bind(*box, row.value);
-    column->addWidget(box);
-    tab_order.push_back(box);
+    line.addWidget(box);
+    tab_order_.push_back(box);
   }
-  column->addStretch(1);
-  return group;
+  line.addStretch(1);
 }
 
 }  // namespace walrim

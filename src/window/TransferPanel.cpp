@@ -30,7 +30,8 @@ TransferPanel::TransferPanel(QWidget* parent)
   NameControl(*text_, "DownloadResults");
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
-  text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  text_->setFocusPolicy(Qt::StrongFocus);
   setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
   auto* line = new QHBoxLayout(this);
   line->addWidget(text_, 1);

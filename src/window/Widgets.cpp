@@ -11,8 +11,15 @@ namespace walrim {
 
 namespace {
 
-/// Digits that a count box has room for, with some air.
-constexpr int CountDigits = 8;
+/// What a count box has room for.
+const QString WidestCount = QStringLiteral("1998 / 1999");
+
+/// "保存(&S)..." is "保存...", "&OK" is "OK".
+QString WithoutMnemonic(QString caption) {
+  const qsizetype bracket = caption.indexOf(QLatin1String("(&"));
+  if (bracket >= 0 && caption.indexOf(QLatin1Char(')'), bracket) == bracket + 3) caption.remove(bracket, 4);
+  return caption.remove(QLatin1Char('&'));
+}
 
 }  // namespace
 
@@ -22,12 +29,12 @@ QString IndexedName(const char* control, std::size_t index) {
 
 void NameControl(QWidget& widget, const QString& control) {
   widget.setObjectName(control);
-  widget.setAccessibleName(control);
 }
 
 QPushButton* MakeButton(const char* control, const char* caption, const char* tool_tip) {
   auto* button = new QPushButton(QString::fromUtf8(caption));
   NameControl(*button, control);
+  button->setAccessibleName(WithoutMnemonic(button->text()));
   button->setToolTip(QString::fromUtf8(tool_tip));
   button->setAutoDefault(true);
   return button;
@@ -36,6 +43,7 @@ QPushButton* MakeButton(const char* control, const char* caption, const char* to
 QCheckBox* MakeCheckBox(const QString& control, const char* caption, const char* tool_tip) {
   auto* box = new QCheckBox(QString::fromUtf8(caption));
   NameControl(*box, control);
+  box->setAccessibleName(WithoutMnemonic(box->text()));
   box->setToolTip(QString::fromUtf8(tool_tip));
   return box;
 }
@@ -57,9 +65,11 @@ QLineEdit* MakeLine(const QString& control, const char* tool_tip) {
 QLineEdit* MakeCountBox(const QString& control, const char* tool_tip) {
   QLineEdit* box = MakeLine(control, tool_tip);
   box->setReadOnly(true);
-  box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  box->setFocusPolicy(Qt::ClickFocus);
-  box->setMaximumWidth(box->fontMetrics().horizontalAdvance('0') * CountDigits + box->sizeHint().height());
+  box->setFrame(false);
+  QPalette seen_through;
+  seen_through.setColor(QPalette::Base, Qt::transparent);
+  box->setPalette(seen_through);
+  box->setMinimumWidth(box->fontMetrics().horizontalAdvance(WidestCount) + box->fontMetrics().averageCharWidth());
   return box;
 }
 
@@ -79,6 +89,7 @@ void ShowWarning(QWidget& parent, const QString& text) {
 QLabel* MakeCaption(const char* caption, QWidget& buddy) {
   auto* label = new QLabel(QString::fromUtf8(caption));
   label->setBuddy(&buddy);
+  buddy.setAccessibleName(WithoutMnemonic(label->text()));
   return label;
 }
 

@@ -16,7 +16,7 @@ namespace walrim {
 /// A name with a kind's number: "DownCheck_0".
 [[nodiscard]] QString IndexedName(const char* control, std::size_t index);
 
-/// Gives a widget a control's name, which is its accessible name too.
+/// Gives a widget a control's name. What a screen reader says of it is its caption.
 void NameControl(QWidget& widget, const QString& control);
 
 [[nodiscard]] QPushButton* MakeButton(const char* control, const char* caption, const char* tool_tip);
@@ -41,7 +41,7 @@ template <typename Choice>
 }
 /// Tells that an input cannot be used; plain text, OK alone.
 void ShowWarning(QWidget& parent, const QString& text);
-/// A caption whose mnemonic leads to a widget.
+/// A caption whose mnemonic leads to a widget, and which is the widget's accessible name.
 [[nodiscard]] QLabel* MakeCaption(const char* caption, QWidget& buddy);
 
 }  // namespace walrim

@@ -7,19 +7,15 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
-#include <QProgressBar>
 #include <QUrl>
-#include <algorithm>
 
 #include "window/DialogFilters.h"
 #include "window/ElidedLabel.h"
+#include "window/StatusLine.h"
 
 namespace walrim {
 
 namespace {
-
-/// Steps of the progress bar; counts of any size are brought to it.
-constexpr int ProgressSteps = 1000;
 
 QString FromUtf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -51,8 +47,8 @@ class Box : public QMessageBox {
 
 }  // namespace
 
-WindowDesktop::WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, Hooks hooks)
-    : window_(window), status_(status), progress_(progress), hooks_(std::move(hooks)) {}
+WindowDesktop::WindowDesktop(QWidget& window, StatusLine& status_line, Hooks hooks)
+    : window_(window), status_line_(status_line), hooks_(std::move(hooks)) {}
 
 void WindowDesktop::ShowMessage(std::string_view text) {
   if (silent_) return;
@@ -127,18 +123,23 @@ bool WindowDesktop::OpenLink(std::string_view link) {
 }
 
 void WindowDesktop::SetStatusCaption(std::string_view text) {
-  status_.ShowText(FromUtf8(text));
+  status_line_.ShowStatus(FromUtf8(text));
 }
 
 std::string WindowDesktop::StatusCaption() const {
-  return status_.text().toStdString();
+  return status_line_.status->text().toStdString();
 }
 
 void WindowDesktop::SetProgress(std::int64_t done, std::int64_t total) {
-  progress_.setVisible(total > 0);
-  if (total <= 0) return;
-  progress_.setRange(0, ProgressSteps);
-  progress_.setValue(static_cast<int>(std::clamp<std::int64_t>(done, 0, total) * ProgressSteps / total));
+  status_line_.SetProgress(done, total);
+}
+
+void WindowDesktop::BeginPart(std::string_view text, double begin, double end) {
+  status_line_.BeginPart(text, begin, end);
+}
+
+void WindowDesktop::EndParts() {
+  status_line_.EndParts();
 }
 
 }  // namespace walrim

@@ -12,12 +12,11 @@
 
 class QFileDialog;
 class QMessageBox;
-class QProgressBar;
 class QWidget;
 
 namespace walrim {
 
-class ElidedLabel;
+class StatusLine;
 
 class WindowDesktop : public Desktop {
  public:
@@ -35,7 +34,7 @@ class WindowDesktop : public Desktop {
   };
 
   /// All must outlive this object.
-  WindowDesktop(QWidget& window, ElidedLabel& status, QProgressBar& progress, Hooks hooks);
+  WindowDesktop(QWidget& window, StatusLine& status_line, Hooks hooks);
 
   [[nodiscard]] const Folders& LastFolders() const { return folders_; }
   void SetLastFolders(Folders folders) { folders_ = std::move(folders); }
@@ -53,6 +52,8 @@ class WindowDesktop : public Desktop {
   [[nodiscard]] std::string StatusCaption() const override;
   void FileUsed(std::string_view path) override { hooks_.file_used(std::string(path)); }
   void SetProgress(std::int64_t done, std::int64_t total) override;
+  void BeginPart(std::string_view text, double begin, double end) override;
+  void EndParts() override;
   void ControlsChanged() override { hooks_.controls_changed(); }
   void RecordsChanged() override { hooks_.records_changed(); }
 
@@ -64,8 +65,7 @@ class WindowDesktop : public Desktop {
   [[nodiscard]] std::optional<std::string> RunFileDialog(QFileDialog& dialog, std::string_view filter);
 
   QWidget& window_;
-  ElidedLabel& status_;
-  QProgressBar& progress_;
+  StatusLine& status_line_;
   Hooks hooks_;
   Folders folders_;
   bool silent_ = false;

@@ -1,6 +1,7 @@
 // A point from a map on its way into the data set, with keys alone.
 #include <QAbstractItemDelegate>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QStyleOptionViewItem>
 
 #include "app/Messages.h"
@@ -335,11 +336,14 @@ TEST_F(ClipDialogTest, TabFollowsTheReadingOrderAndNoKeyStandsTwice) {
 
 TEST_F(ClipDialogTest, TheControlsAreNamedForAssistiveTools) {
   Paste([](QDialog& dialog) {
-    for (const char* name :
-         {"ClipLat", "ClipLon", "ClipPnt", "ClipIdent", "ClipCmnt", "SmblType", "DsplType", "Ok", "Cancel"}) {
-      const auto* widget = dialog.findChild<QWidget*>(name);
+    const std::pair<const char*, const char*> captions[] = {
+        {"ClipLat", "緯度"},      {"ClipLon", "経度"},      {"ClipPnt", "D ⇔ DMS"}, {"ClipIdent", "名前"},
+        {"ClipCmnt", "コメント"}, {"SmblType", "シンボル"}, {"DsplType", "表示"},   {"Ok", "OK"},
+        {"Cancel", "キャンセル"}};
+    for (const auto& [name, caption] : captions) {
+      auto* widget = dialog.findChild<QWidget*>(name);
       ASSERT_NE(widget, nullptr) << name;
-      EXPECT_EQ(widget->accessibleName(), name);
+      EXPECT_EQ(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).toStdString(), caption);
     }
     Press(dialog, Qt::Key_Escape);
   });

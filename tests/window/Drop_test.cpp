@@ -87,6 +87,7 @@ TEST_F(DropTest, AFileIsImportedFromTheButtonAndFromAnywhere) {
 TEST_F(DropTest, EveryPlaceOfTheWindowTakesAFileWhateverElseItWouldTake) {
   const Dragged file({FileUrl("a.grc")}, folder.Path("a.grc"));
   std::size_t drops = 0;
+  Unfold();
   for (QWidget* widget : window->findChildren<QWidget*>()) {
     if (!widget->isVisible() || widget->window() != window.get()) continue;
     EXPECT_TRUE(Drop(*widget, file)) << widget->metaObject()->className() << widget->objectName().toStdString();

@@ -19,6 +19,9 @@ TEST(WindowMessages, AreWordedSo) {
   EXPECT_EQ(CheckedRow("3", false), "3 チェックなし");
   EXPECT_EQ(Dismiss, "閉じる");
   EXPECT_EQ(
+      Stalled,
+      "30秒間，データが進んでいません．待っても進まないときは，「中止」を押して，電源とケーブルを確かめてください．");
+  EXPECT_EQ(
       TilesTellWhere("example.org"),
       "この背景では，地図に見えている場所の画像を example.org から取り寄せます．どこを見ているかがそのサーバーに伝わ"
       "ります．よろしいですか？");

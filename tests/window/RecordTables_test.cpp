@@ -604,9 +604,14 @@ TEST_F(RecordTablesTest, TablesAreNamedForAssistiveTools) {
   AddTwoRoutes();
   AddTwoLogs();
   Refresh();
-  for (const char* name : {"WaypointTable", "RouteTable", "RoutePointTable", "TrackTable", "TrackPointTable"})
-    EXPECT_EQ(Table(name).accessibleName(), name);
-  EXPECT_EQ(Tabs().accessibleName(), "Records");
+  const std::pair<const char*, const char*> captions[] = {{"WaypointTable", "ウェイポイント"},
+                                                          {"RouteTable", "ルート"},
+                                                          {"RoutePointTable", "ルートのポイント"},
+                                                          {"TrackTable", "トラックログ"},
+                                                          {"TrackPointTable", "トラックログのポイント"}};
+  for (const auto& [name, caption] : captions)
+    EXPECT_EQ(Table(name).accessibleName().toStdString(), caption);
+  EXPECT_EQ(Tabs().accessibleName().toStdString(), "記録の表");
 }
 
 TEST_F(RecordTablesTest, DataThatGoWhileTheTablesAreUsedLeaveEmptyRows) {

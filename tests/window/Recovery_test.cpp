@@ -103,6 +103,7 @@ TEST_F(RecoveryWindow, AnEditIsKeptOnceThirtySecondsAreOver) {
   PasteText(OneWaypoint);
   EXPECT_EQ(FileContents(folder.Path("state/recovery-1.txt")), first);
   clock.Advance(std::chrono::seconds(30));
+  Check("DoCheck_0", false);
   Check("DoCheck_1");
   Click("Delete");  // nothing of that kind is held
   EXPECT_NE(FileContents(folder.Path("state/recovery-1.txt")), first);

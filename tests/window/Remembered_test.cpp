@@ -178,6 +178,19 @@ TEST_F(Remembered, TheDemonstrationReceiverButNoPortThatTheStartNamed) {
   EXPECT_EQ(Port(), "demo");
 }
 
+TEST_F(Remembered, APortThatWasTyped) {
+  auto& box = Get<QComboBox>("CommPort");
+  box.setFocus();
+  box.lineEdit()->selectAll();
+  QTest::keyClicks(&box, "/dev/rfcomm0");
+  ports = {{1, "/dev/ttyUSB0", "FT232R", "A1"}};
+  StartAgain();
+  EXPECT_EQ(Port(), "/dev/rfcomm0");
+  ChoosePort("1");
+  StartAgain();
+  EXPECT_EQ(Port(), "1");
+}
+
 TEST_F(Remembered, FilesThatWereUsedTheLastOneFirst) {
   const std::string one = WaypointFile("one.grc");
   const std::string two = WaypointFile("R&B.grc");

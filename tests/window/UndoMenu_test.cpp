@@ -121,7 +121,7 @@ TEST_F(ClosingTest, WhatIsUnsavedIsMarked) {
   EXPECT_TRUE(window->isWindowModified());
   EXPECT_EQ(Get<QLineEdit>("GpsNum_0").toolTip().toStdString(), window_messages::UnsavedCount);
   EXPECT_EQ(Get<QLineEdit>("GpsNum_2").toolTip().toStdString(), window_messages::HeldCount);
-  Check("DoCheck_0");
+  Check("DoCheck_1", false);
   answerer.ChooseFile(folder.Path("out.grc").c_str());
   Click("FileExport");
   EXPECT_TRUE(window->isWindowModified()) << "the route is in no file";
@@ -191,6 +191,7 @@ TEST_F(ClosingTest, NotSavingCloses) {
 }
 
 TEST_F(ClosingTest, SavingSavesAllThatIsUnsavedAndCloses) {
+  Check("DoCheck_0", false);
   Check("DoCheck_2");
   answerer.Answer(QMessageBox::Yes);
   answerer.ChooseFile(folder.Path("out.grc").c_str());

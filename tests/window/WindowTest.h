@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
+#include <QToolButton>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -54,8 +55,11 @@ class WindowTestBase : public testing::Test {
     return *widget;
   }
   void Click(const QString& name) const { QTest::mouseClick(&Get<QPushButton>(name), Qt::LeftButton); }
+  /// Shows the settings.
+  void Unfold() const { QTest::mouseClick(&Get<QToolButton>("Settings"), Qt::LeftButton); }
   void Check(const QString& name, bool checked = true) const {
     auto& box = Get<QCheckBox>(name);
+    if (!box.isVisible()) Unfold();
     if (box.isChecked() != checked) {
       QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(box.height() / 2, box.height() / 2));
     }
