@@ -102,7 +102,9 @@ void NameCommands::RememberOne(const Waypoint& held, const Waypoint& sent) {
   const NamePlace place = PlaceOf(held);
   if (IsAscii(long_name) || short_name.empty() || !IsAscii(short_name)) return;
   if (book_.LongOf(short_name, place) == long_name) return;
-  book_.Remember({long_name, std::move(short_name), place, DateTimeText(clock_.LocalTime()).substr(0, 10)});
+  std::string date = DateTimeText(clock_.LocalTime()).substr(0, 10);
+  std::ranges::replace(date, '/', '-');
+  book_.Remember({long_name, std::move(short_name), place, std::move(date)});
   changed_ = true;
 }
 

@@ -1,6 +1,7 @@
 // What an upload would lose, and what it lost, over a pseudo-terminal with receivers as strict as their models are.
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
@@ -141,6 +142,16 @@ TEST_P(PreflightCli, AJapaneseNameComesBack) {
   EXPECT_EQ(download.Wait(), 0) << download.Err();
   EXPECT_NE(download.Out().find("=\"きたほだか岳\"\t35.0"), std::string::npos) << download.Out();
   EXPECT_NE(download.Err().find("元の名前に戻しました"), std::string::npos) << download.Err();
+}
+
+// A short name that the user wrote into the file is proposed.
+TEST_P(PreflightCli, AShortNameFromTheFileIsSent) {
+  std::filesystem::create_directories(folder.Path("data/walrim"));
+  PutFile(folder.Path("data/walrim/names.tsv"), "# mine\n高尾山\tTKO\n");
+  static_cast<void>(Upload({"--fit", "--kinds", "waypoint"}));
+  const std::string names = FileContents(folder.Path("data/walrim/names.tsv"));
+  EXPECT_NE(names.find("# mine\n"), std::string::npos) << names;
+  EXPECT_NE(names.find("高尾山\tTKO\t"), std::string::npos) << names;
 }
 
 class BackupCli : public PreflightCli {};

@@ -1,7 +1,13 @@
 // The window in front of walrim-receiver on a pseudo-terminal, as a person with a cable has it.
+#include <QListWidget>
+#include <QTableWidget>
+#include <QTimer>
+#include <set>
+
 #include "app/Messages.h"
 #include "qt/QtClock.h"
 #include "qt/QtSerialPort.h"
+#include "text/Scan.h"
 #include "window/WindowTest.h"
 
 namespace walrim {
@@ -151,6 +157,70 @@ TEST_F(LineFlow, TheCapacityMessageComesOnceWithADownload) {
   Click("GpsDownLoad");
   EXPECT_EQ(answerer.boxes.size(), 2U) << "the question alone";
 }
+
+class UploadToEveryModel : public LineFlow, public testing::WithParamInterface<const char*> {
+ protected:
+  UploadToEveryModel() { answerer.leaves_proposals = false; }
+
+  /// Does something in the dialog of a name as soon as it stands.
+  void When(const QString& name, const std::function<void(QDialog&)>& act) {
+    QTimer::singleShot(0, window.get(), [this, name, act] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr || dialog->objectName() != name) return When(name, act);
+      act(*dialog);
+    });
+  }
+};
+
+/// The names that the page shows are those that the receiver holds then.
+TEST_P(UploadToEveryModel, WhatThePageShowsIsWhatIsHeld) {
+  qputenv("XDG_STATE_HOME", folder.Path("state").c_str());
+  Plug({"--strict", "--model", GetParam()});
+  PutFile(folder.Path("walk.grc"),
+          "WPT\tD\tWGS84\t=\"CAMPSITE NUMBER 1\"\t35\t139\t=\"\"\r\n"
+          "WPT\tD\tWGS84\t=\"CAMPSITE NUMBER 2\"\t35.1\t139\t=\"\"\r\n"
+          "WPT\tD\tWGS84\t=\"たかお山\"\t35.2\t139\t=\"\"\r\n"
+          "WPT\tD\tWGS84\t=\"HUT\"\t35.3\t139\t=\"\"\r\n"
+          "WPT\tD\tWGS84\t=\"HUT\"\t35.4\t139\t=\"\"\r\n");
+  window->ImportFiles({folder.Path("walk.grc")});
+  Check("DoCheck_0");
+  std::vector<std::string> shown;
+  When("UploadCheck", [&](QDialog& dialog) {
+    const auto& table = *dialog.findChild<QTableWidget*>("UploadFindings");
+    for (int row = 0; row < table.rowCount(); ++row) {
+      if (!table.item(row, 0)->text().startsWith("Waypoint ")) continue;
+      EXPECT_EQ(table.item(row, 3)->text(), "");
+      shown.push_back(table.item(row, 2)->text().toStdString());
+    }
+    dialog.findChild<QPushButton*>("Send")->click();
+  });
+  std::vector<std::string> differ;
+  When("UploadDifferences", [&](QDialog& dialog) {
+    const auto& list = *dialog.findChild<QListWidget*>("Differences");
+    for (int row = 0; row < list.count(); ++row)
+      differ.push_back(list.item(row)->text().toStdString());
+    dialog.accept();
+  });
+  Get<QAction>("SendSafely").trigger();
+  EXPECT_EQ(Messages(), "");
+  for (const std::string& difference : differ)
+    EXPECT_EQ(difference.find("名前"), std::string::npos) << difference;
+  std::set<std::string> held;
+  DataSet in_receiver;
+  window->Main().Receiver().ClearCancel();
+  static_cast<void>(window->Main().Receiver().Download(in_receiver, DataKind::Waypoint,
+                                                       window->Main().State().Settings().port, TransferMode::Transfer));
+  for (const Waypoint& waypoint : in_receiver.Waypoints())
+    held.insert(std::string(TrimBlanks(waypoint.ident)));
+  EXPECT_GE(shown.size(), 4U);
+  for (const std::string& name : shown)
+    EXPECT_TRUE(held.contains(name)) << name;
+  EXPECT_TRUE(held.contains("HUT") && held.contains("HUT2"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, UploadToEveryModel,
+                         testing::Values("GPS 12", "GPS 12XL", "GPS 12CX", "GPS 48", "GPS II+", "GPS III", "GPS III+",
+                                         "eMap", "eTrex"));
 
 }  // namespace
 }  // namespace walrim

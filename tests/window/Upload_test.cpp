@@ -200,5 +200,27 @@ TEST_F(UploadWindowTest, SentSafelyItIsBackedUpComparedAndTakenBack) {
   EXPECT_EQ(InReceiver(), before);
 }
 
+TEST_F(UploadWindowTest, ShortNamesAreWrittenToAFileAndReadFromOne) {
+  window->Main().Names().Use(folder.Path("data/names.tsv"));
+  PutFile(folder.Path("mine.tsv"), "高尾山\tTKSAN\t35.00000 139.00000\t2026-11-22\nnot a pair\n");
+  answerer.ChooseFile(QString::fromStdString(folder.Path("mine.tsv")));
+  Get<QAction>("ImportNames").trigger();
+  EXPECT_EQ(Status(), messages::NamesImported(1));
+  EXPECT_EQ(Messages(), messages::NamesLeftOut(folder.Path("mine.tsv")));
+  Hold("高尾山", 35);
+  When("UploadCheck", [](QDialog& dialog) {
+    EXPECT_EQ(TableOf(dialog).item(0, 2)->text(), "TKSAN");
+    TableOf(dialog).item(0, 2)->setText("TAKAO");
+    Press(dialog, "Send");
+  });
+  Upload();
+  EXPECT_EQ(InReceiver(), Strings{"TAKAO"});
+  answerer.ChooseFile(QString::fromStdString(folder.Path("out.tsv")));
+  Get<QAction>("ExportNames").trigger();
+  const std::string written = FileContents(folder.Path("out.tsv"));
+  EXPECT_NE(written.find("高尾山\tTAKAO\t"), std::string::npos) << written;
+  EXPECT_EQ(written, FileContents(folder.Path("data/names.tsv")));
+}
+
 }  // namespace
 }  // namespace walrim
