@@ -522,6 +522,19 @@ std::string_view NameOf(std::span<const NamedCode> names, int code) {
   return row != names.end() && row->code == code ? row->name : std::string_view{};
 }
 
+std::string_view JapaneseDisplayName(WaypointType type, int code) {
+  constexpr std::pair<std::string_view, std::string_view> Names[] = {
+      {"Display symbol non", "表示しない"},
+      {"Display symbol by itself", "シンボルだけ"},
+      {"Display symbol with waypoint name", "シンボルと名前"},
+      {"Display symbol with comment", "シンボルとコメント"}};
+  const std::string_view english = NameOf(DisplayNames(type), code);
+  for (const auto& [name, japanese] : Names) {
+    if (name == english) return japanese;
+  }
+  return {};
+}
+
 std::string_view JapaneseSymbolName(WaypointType type, int code) {
   const LargeRow* const row = FindShown(type, code);
   return row != nullptr ? row->japanese : std::string_view{};

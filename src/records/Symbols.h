@@ -120,6 +120,8 @@ struct SymbolPicture {
 
 /// A symbol's name in Japanese; empty for a code without a row.
 [[nodiscard]] std::string_view JapaneseSymbolName(WaypointType type, int code);
+/// A display mode's name in Japanese; empty for a code without a row.
+[[nodiscard]] std::string_view JapaneseDisplayName(WaypointType type, int code);
 /// What its picture shows; a dot for a code without a row.
 [[nodiscard]] SymbolPicture SymbolPictureOf(WaypointType type, int code);
 

@@ -26,7 +26,7 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   if (model_.FieldOf(index.column()) == EditField::Symbol) return NewSymbolBox(parent, index);
   auto* line = new QLineEdit(parent);
   line->setObjectName("CellLine");
-  line->setAccessibleName(model_.headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString());
+  line->setAccessibleName(model_.Title(index.column()));
   line->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
   return line;
 }

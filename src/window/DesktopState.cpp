@@ -8,6 +8,7 @@ constexpr const char* Geometry = "window/geometry";
 constexpr const char* Columns = "window/columns";
 constexpr const char* Map = "window/map";
 constexpr const char* SettingsUnfolded = "window/settings_unfolded";
+constexpr const char* HideEmptyColumns = "window/hide_empty_columns";
 constexpr const char* OpenFolder = "folders/open";
 constexpr const char* SaveFolder = "folders/save";
 constexpr const char* Files = "files/recent";
@@ -32,6 +33,7 @@ DesktopState LoadDesktopState(const QSettings& store) {
   state.columns = store.value(Columns).toMap();
   state.map = store.value(Map).toMap();
   state.settings_unfolded = store.value(SettingsUnfolded).toBool();
+  state.hide_empty_columns = store.value(HideEmptyColumns, true).toBool();
   state.open_folder = store.value(OpenFolder).toString();
   state.save_folder = store.value(SaveFolder).toString();
   state.files = store.value(Files).toStringList().mid(0, MostRecentFiles);
@@ -49,6 +51,7 @@ void SaveDesktopState(QSettings& store, const DesktopState& state) {
   store.setValue(Columns, state.columns);
   store.setValue(Map, state.map);
   store.setValue(SettingsUnfolded, state.settings_unfolded);
+  store.setValue(HideEmptyColumns, state.hide_empty_columns);
   store.setValue(OpenFolder, state.open_folder);
   store.setValue(SaveFolder, state.save_folder);
   store.setValue(Files, state.files);

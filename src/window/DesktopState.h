@@ -14,16 +14,17 @@
 namespace walrim {
 
 struct DesktopState {
-  QByteArray geometry;      ///< of the window, as QWidget::saveGeometry has it
-  QVariantMap columns;      ///< of each table, by its name: widths in pixels by the titles of the columns
-  QVariantMap map;          ///< as MapSplitter has it
-  QString open_folder;      ///< where the last file was chosen to be read
-  QString save_folder;      ///< and to be written
-  QStringList files;        ///< used lately, the last one first
-  QString port_device;      ///< of the port that was chosen, or the demonstration receiver's name
-  QString port_serial;      ///< the serial number of its adapter; empty where it has none
-  bool port_typed = false;  ///< it was typed as a path, and is no port of the list
-  QVariant checked_link;    ///< the choice in CheckedLink
+  QByteArray geometry;             ///< of the window, as QWidget::saveGeometry has it
+  QVariantMap columns;             ///< of each table, by its name: widths in pixels by the titles of the columns
+  QVariantMap map;                 ///< as MapSplitter has it
+  bool hide_empty_columns = true;  ///< in the tables
+  QString open_folder;             ///< where the last file was chosen to be read
+  QString save_folder;             ///< and to be written
+  QStringList files;               ///< used lately, the last one first
+  QString port_device;             ///< of the port that was chosen, or the demonstration receiver's name
+  QString port_serial;             ///< the serial number of its adapter; empty where it has none
+  bool port_typed = false;         ///< it was typed as a path, and is no port of the list
+  QVariant checked_link;           ///< the choice in CheckedLink
   bool settings_unfolded = false;
   bool keep_settings = false;
   QVariantMap settings;  ///< the values of the other controls, by their names; empty unless they are kept

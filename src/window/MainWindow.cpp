@@ -251,6 +251,10 @@ void MainWindow::BuildViewMenu() {
   QMenu* view = menuBar()->addMenu(QString::fromUtf8("表示(&L)"));
   view->setObjectName("View");
   new MapMenu(*view, *tables_and_map_, [this](const std::string& question) { return desktop_.AskOkCancel(question); });
+  QAction* filter = view->addAction(QString::fromUtf8("表を検索(&F)"), records_, &RecordTables::OpenFilter);
+  filter->setObjectName("Filter");
+  filter->setShortcut(QKeySequence::Find);
+  view->addAction(records_->HideEmptyColumns());
 }
 
 void MainWindow::BuildDeviceMenu() {
@@ -642,6 +646,7 @@ void MainWindow::Restore() {
   desktop_.SetLastFolders({state_.open_folder, state_.save_folder});
   records_->SetColumnWidths(state_.columns);
   tables_and_map_->Restore(state_.map, width());
+  records_->HideEmptyColumns()->setChecked(state_.hide_empty_columns);
   keep_settings_->setChecked(state_.keep_settings);
   keep_settings_->setEnabled(store_ != nullptr);
   TakeScriptOptions(main_.State().Settings().script, state_.settings);
@@ -662,6 +667,7 @@ void MainWindow::Remember() {
   state_.geometry = saveGeometry();
   state_.columns = records_->ColumnWidths();
   state_.map = tables_and_map_->State();
+  state_.hide_empty_columns = records_->HideEmptyColumns()->isChecked();
   state_.open_folder = desktop_.LastFolders().open;
   state_.save_folder = desktop_.LastFolders().save;
   state_.settings_unfolded = data_panel_->settings->isChecked();

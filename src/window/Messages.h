@@ -86,8 +86,20 @@ inline constexpr std::string_view FigureLength = "長さ";
       .append("   平均 ")
       .append(speed);
 }
-/// In front of the code of a named symbol.
-inline constexpr std::string_view Code = "コード ";
+/// Over a symbol or a display mode. english may be empty.
+[[nodiscard]] inline std::string CodeTip(std::string_view english, int code) {
+  const std::string number = "コード " + std::to_string(code);
+  return english.empty() ? number : std::string(english).append("（").append(number).append("）");
+}
+/// Beside the text that tables are filtered by.
+[[nodiscard]] inline std::string Matching(int shown, int held) {
+  return std::to_string(shown) + " / " + std::to_string(held) + "件 が一致";
+}
+[[nodiscard]] inline std::string MatchingPoints(int shown, int held) {
+  return "（ポイント " + std::to_string(shown) + " / " + std::to_string(held) + "）";
+}
+inline constexpr std::string_view HiddenRowsCount =
+    "隠れている行も，チェックがあれば保存・コピー・アップロード・削除されます．";
 /// In front of what was typed.
 inline constexpr std::string_view NumberTooLarge = "数値が範囲（-32768～32767）を超えています：";
 [[nodiscard]] inline std::string About(std::string_view qt_version) {

@@ -56,6 +56,16 @@ bool EndsColumn(char c) {
   return c == '\t' || c == '\r' || c == '\n' || c == '\0';
 }
 
+QString OneLine(std::string text) {
+  std::ranges::replace_if(text, EndsColumn, ' ');
+  return QString::fromStdString(WithoutControlCharacters(TrimBlanks(text)));
+}
+
+/// Letters and kana of either width and case are the same.
+QString Folded(const QString& text) {
+  return text.normalized(QString::NormalizationForm_KC).toCaseFolded();
+}
+
 }  // namespace
 
 int RecordModel::rowCount(const QModelIndex& parent) const {
@@ -65,28 +75,29 @@ int RecordModel::rowCount(const QModelIndex& parent) const {
 QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   const RowRef ref = RefOf(index.row());
-  if (Holds(ref) && IsMissing(ref)) {
+  if (role == Qt::TextAlignmentRole) return static_cast<int>(AlignmentOf(Head(index.column()).kind));
+  if (!Holds(ref)) return {};
+  if (IsMissing(ref)) {
     const QVariant mark = MissingMark(role);
     if (mark.isValid()) return mark;
   }
-  if (Holds(ref) && IsDamaged(ref)) {
+  if (IsDamaged(ref)) {
     const QVariant mark = DamageMark(role);
     if (mark.isValid()) return mark;
   }
-  if (HasChecks() && Holds(ref)) {
+  if (HasChecks()) {
     const QVariant mark = CheckMark(ref, index.column(), role);
     if (mark.isValid()) return mark;
   }
   switch (role) {
     case Qt::DisplayRole:
-    case Qt::EditRole:
       return ShownText(ref, index.column());
+    case Qt::EditRole:
+      return OneLine(CellEditText(ref, index.column()));
     case Qt::DecorationRole:
       return Picture(ref, index.column());
     case Qt::ToolTipRole:
       return CodeTip(ref, index.column());
-    case Qt::TextAlignmentRole:
-      return static_cast<int>(AlignmentOf(Head(index.column()).kind));
     default:
       return {};
   }
@@ -97,7 +108,8 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
   const ColumnHead head = Head(section);
   switch (role) {
     case Qt::DisplayRole:
-      return QString::fromUtf8(head.title);
+      if (head.kind != CellKind::Angle) return Title(section);
+      return Title(section) + QStringLiteral("（%1）").arg(QLatin1String(DatumName(form_.datum)));
     case Qt::TextAlignmentRole:
       return static_cast<int>(AlignmentOf(head.kind));
     case Qt::ToolTipRole:
@@ -110,10 +122,7 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
 }
 
 QString RecordModel::ShownText(RowRef ref, int column) const {
-  if (!Holds(ref)) return {};
-  std::string text = CellText(ref, column);
-  std::ranges::replace_if(text, EndsColumn, ' ');
-  return QString::fromStdString(WithoutControlCharacters(TrimBlanks(text)));
+  return Holds(ref) ? OneLine(CellText(ref, column)) : QString();
 }
 
 QVariant RecordModel::Picture(RowRef ref, int column) const {
@@ -197,8 +206,53 @@ bool RecordModel::CheckedAt(int row) const {
 
 QVariant RecordModel::CodeTip(RowRef ref, int column) const {
   if (Head(column).kind != CellKind::NamedCode || !Holds(ref)) return {};
-  return QString::fromUtf8(window_messages::Code) +
-         QString::number(static_cast<int>(CellNumber(ref, column).value_or(0)));
+  const int code = static_cast<int>(CellNumber(ref, column).value_or(0));
+  return QString::fromStdString(window_messages::CodeTip(CellOtherName(ref, column), code));
+}
+
+QString RecordModel::Title(int column) const {
+  return QString::fromUtf8(Head(column).title);
+}
+
+bool RecordModel::IsEmpty(int column) const {
+  const bool is_text = IsText(Head(column).kind);
+  return std::ranges::all_of(rows_, [&](RowRef ref) {
+    if (!Holds(ref)) return true;
+    return is_text ? ShownText(ref, column).isEmpty() : !CellNumber(ref, column).has_value();
+  });
+}
+
+// ---- The filter
+
+void RecordModel::SetFilter(const QString& text) {
+  const QString filter = Folded(text.trimmed());
+  if (filter == filter_) return;
+  filter_ = filter;
+  Reset();
+}
+
+/// What ends a cell is in no text that is typed.
+bool RecordModel::Matches(RowRef ref) const {
+  QString all;
+  for (int column = 0; column < columnCount(); ++column) {
+    all += ShownText(ref, column) + QLatin1Char('\n');
+    if (Head(column).kind == CellKind::NamedCode) all += OneLine(CellOtherName(ref, column)) + QLatin1Char('\n');
+  }
+  return Folded(all).contains(filter_);
+}
+
+std::vector<RowRef> RecordModel::MatchingRows() const {
+  std::vector<RowRef> rows = HeldRows();
+  if (IsFiltered()) std::erase_if(rows, [this](RowRef ref) { return !Matches(ref); });
+  return rows;
+}
+
+std::vector<int> RecordModel::HeldRecords() const {
+  std::vector<int> records;
+  for (const RowRef ref : HeldRows()) {
+    if (records.empty() || records.back() != ref.record) records.push_back(ref.record);
+  }
+  return records;
 }
 
 bool RecordModel::Chosen(int record) const {
@@ -214,7 +268,7 @@ void RecordModel::ShowRecords(std::vector<int> records) {
 void RecordModel::Refresh(const ShownForm& form) {
   form_ = form;
   ForgetDerived();
-  if (!AddMissing(HeldRows())) return Reset();
+  if (!AddMissing(MatchingRows())) return Reset();
   if (rows_.empty()) return;
   Reorder();
   Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
@@ -237,7 +291,7 @@ bool RecordModel::AddMissing(const std::vector<RowRef>& held) {
 
 void RecordModel::Reset() {
   beginResetModel();
-  rows_ = Ordered(HeldRows());
+  rows_ = Ordered(MatchingRows());
   endResetModel();
 }
 

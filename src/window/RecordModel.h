@@ -75,6 +75,17 @@ class RecordModel : public QAbstractTableModel {
   /// Takes over what changed in the data and the settings. Rows whose record is still there keep their place in a
   /// selection.
   void Refresh(const ShownForm& form);
+  /// Shows only rows with a text in any of their cells, in any case and width of letters; an empty one shows all.
+  void SetFilter(const QString& text);
+  [[nodiscard]] bool IsFiltered() const { return !filter_.isEmpty(); }
+  /// The rows there are without a filter.
+  [[nodiscard]] int HeldRowCount() const { return static_cast<int>(HeldRows().size()); }
+  /// Whether the cells of a column are empty in all rows that are shown.
+  [[nodiscard]] bool IsEmpty(int column) const;
+  /// A column's title without the datum.
+  [[nodiscard]] QString Title(int column) const;
+  /// The records of all rows, shown or not.
+  [[nodiscard]] std::vector<int> HeldRecords() const;
   /// Of a table of points: chooses the records, in rising order, whose points are shown; all while none is chosen.
   /// Takes effect with the next Refresh.
   void SetRecords(std::vector<int> records) { records_ = std::move(records); }
@@ -120,8 +131,12 @@ class RecordModel : public QAbstractTableModel {
   [[nodiscard]] virtual bool IsDamaged(RowRef ref) const = 0;
   /// Where a record lies, be it off the globe. The record is held.
   [[nodiscard]] virtual std::optional<MapPlace> PlaceOf(RowRef /*ref*/) const { return std::nullopt; }
-  /// Text of a cell as the record has it. The record is held.
+  /// Text of a cell as it is read. The record is held.
   [[nodiscard]] virtual std::string CellText(RowRef ref, int column) const = 0;
+  /// The same as it is edited: with all that the record has.
+  [[nodiscard]] virtual std::string CellEditText(RowRef ref, int column) const = 0;
+  /// What else a NamedCode is called; may be empty.
+  [[nodiscard]] virtual std::string CellOtherName(RowRef ref, int column) const = 0;
   /// What stands beside the text; a null icon for nothing.
   [[nodiscard]] virtual QIcon CellPicture(RowRef ref, int column) const = 0;
   /// What a cell of numbers sorts by; nothing for an empty one.
@@ -138,6 +153,8 @@ class RecordModel : public QAbstractTableModel {
 
  private:
   [[nodiscard]] QString ShownText(RowRef ref, int column) const;
+  [[nodiscard]] bool Matches(RowRef ref) const;
+  [[nodiscard]] std::vector<RowRef> MatchingRows() const;
   [[nodiscard]] QVariant Picture(RowRef ref, int column) const;
   [[nodiscard]] QVariant MissingMark(int role) const;
   [[nodiscard]] QVariant DamageMark(int role) const;
@@ -151,6 +168,7 @@ class RecordModel : public QAbstractTableModel {
 
   std::vector<RowRef> rows_;  ///< in the order they are shown
   std::vector<int> records_;
+  QString filter_;  ///< folded
   int sort_column_ = -1;
   Qt::SortOrder sort_order_ = Qt::AscendingOrder;
 };

@@ -1,11 +1,13 @@
 #include "window/RecordModelKinds.h"
 
 #include <cmath>
+#include <numeric>
 
 #include "geo/Distance.h"
 #include "records/Symbols.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
+#include "window/CellTexts.h"
 #include "window/SymbolPictures.h"
 
 namespace walrim {
@@ -35,6 +37,7 @@ std::string AngleText(double degrees, const ShownForm& form) {
   return text;
 }
 
+/// With all digits.
 std::string MetresText(const std::optional<float>& metres) {
   return metres ? ShortestNumber(*metres) : std::string();
 }
@@ -51,16 +54,15 @@ std::optional<double> TruthNumber(bool truth) {
   return truth ? std::optional(1.0) : std::nullopt;
 }
 
-std::string CodeText(std::span<const NamedCode> names, int code) {
-  const std::string_view name = NameOf(names, code);
+/// The name of a code, or the code itself.
+std::string CodeText(std::string_view name, int code) {
   return name.empty() ? std::to_string(code) : std::string(name);
 }
 
-/// A length with a number of decimals, of which it is given in units.
-std::string LengthText(double units, int decimals) {
-  const auto all = std::llround(units);
-  const long long one = decimals == 1 ? 10 : 100;
-  return PadNumber(all / one, 1) + "." + PadNumber(all % one, decimals);
+/// Tenths of a metre.
+std::string LegText(double km) {
+  const auto tenths = std::llround(km * 10000);
+  return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
 }
 
 double LegKm(const TrackPoint& point, const TrackPoint* before) {
@@ -87,22 +89,33 @@ constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
     {{"番号", CellKind::Number}, [](W row, F) { return row.number; }, [](W row, F) { return Number(row.place); }},
     {{"名前", CellKind::Text, EditField::Name}, [](W row, F) { return row.waypoint.ident; }},
     {{"緯度", CellKind::Angle, EditField::Latitude},
-     [](W row, F form) { return AngleText(Shown(row.waypoint, form).latitude_deg, form); },
-     [](W row, F form) { return Number(Shown(row.waypoint, form).latitude_deg); }},
+     [](W row, F form) { return ShownAngle(Shown(row.waypoint, form).latitude_deg, form.notation); },
+     [](W row, F form) { return Number(Shown(row.waypoint, form).latitude_deg); },
+     nullptr,
+     [](W row, F form) { return AngleText(Shown(row.waypoint, form).latitude_deg, form); }},
     {{"経度", CellKind::Angle, EditField::Longitude},
-     [](W row, F form) { return AngleText(Shown(row.waypoint, form).longitude_deg, form); },
-     [](W row, F form) { return Number(Shown(row.waypoint, form).longitude_deg); }},
+     [](W row, F form) { return ShownAngle(Shown(row.waypoint, form).longitude_deg, form.notation); },
+     [](W row, F form) { return Number(Shown(row.waypoint, form).longitude_deg); },
+     nullptr,
+     [](W row, F form) { return AngleText(Shown(row.waypoint, form).longitude_deg, form); }},
     {{"高度 m", CellKind::Number, EditField::Height},
-     [](W row, F) { return MetresText(row.waypoint.alt_m); },
-     [](W row, F) { return Number(row.waypoint.alt_m); }},
+     [](W row, F) { return ShownMetres(row.waypoint.alt_m); },
+     [](W row, F) { return Number(row.waypoint.alt_m); },
+     nullptr,
+     [](W row, F) { return MetresText(row.waypoint.alt_m); }},
     {{"コメント", CellKind::Text, EditField::Comment}, [](W row, F) { return row.waypoint.cmnt; }},
     {{"シンボル", CellKind::NamedCode, EditField::Symbol},
-     [](W row, F) { return CodeText(SymbolNames(row.waypoint.type), SymbolOf(row)); },
+     [](W row, F) { return CodeText(JapaneseSymbolName(row.waypoint.type, SymbolOf(row)), SymbolOf(row)); },
      [](W row, F) { return Number(SymbolOf(row)); },
-     [](W row) { return SymbolIcon(row.waypoint.type, SymbolOf(row)); }},
+     [](W row) { return SymbolIcon(row.waypoint.type, SymbolOf(row)); },
+     nullptr,
+     [](W row) { return std::string(NameOf(SymbolNames(row.waypoint.type), SymbolOf(row))); }},
     {{"表示", CellKind::NamedCode},
-     [](W row, F) { return CodeText(DisplayNames(row.waypoint.type), row.waypoint.dspl); },
-     [](W row, F) { return Number(row.waypoint.dspl); }},
+     [](W row, F) { return CodeText(JapaneseDisplayName(row.waypoint.type, row.waypoint.dspl), row.waypoint.dspl); },
+     [](W row, F) { return Number(row.waypoint.dspl); },
+     nullptr,
+     nullptr,
+     [](W row) { return std::string(NameOf(DisplayNames(row.waypoint.type), row.waypoint.dspl)); }},
     {{"施設", CellKind::Text}, [](W row, F) { return row.waypoint.details->facility; }},
     {{"市", CellKind::Text}, [](W row, F) { return row.waypoint.details->city; }},
     {{"住所", CellKind::Text}, [](W row, F) { return row.waypoint.details->addr; }},
@@ -114,6 +127,11 @@ constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
 
 using R = const RouteRow&;
 
+double LengthOf(const Route& route) {
+  const std::vector<double> legs = LegsOf(route);
+  return std::accumulate(legs.begin(), legs.end(), 0.0);
+}
+
 constexpr RecordColumn<RouteRow> RouteColumns[] = {
     {{"番号", CellKind::Number},
      [](R row, F) { return std::to_string(row.route.nmbr); },
@@ -121,7 +139,10 @@ constexpr RecordColumn<RouteRow> RouteColumns[] = {
     {{"コメント", CellKind::Text, EditField::Comment}, [](R row, F) { return row.route.cmnt; }},
     {{"点数", CellKind::Number},
      [](R row, F) { return std::to_string(row.route.points.size()); },
-     [](R row, F) { return Number(row.route.points.size()); }}};
+     [](R row, F) { return Number(row.route.points.size()); }},
+    {{"距離 km", CellKind::Number},
+     [](R row, F) { return ShownKilometres(LengthOf(row.route)); },
+     [](R row, F) { return Number(LengthOf(row.route)); }}};
 
 // ---- Track logs
 
@@ -141,9 +162,15 @@ constexpr RecordColumn<TrackRow> TrackColumns[] = {
     {{"終了", CellKind::Time},
      [](T row, F form) { return TimeText(row.summary.last_time, form); },
      [](T row, F) { return Number(row.summary.last_time); }},
+    {{"時間", CellKind::Number},
+     [](T row, F) { return ShownDuration(row.summary.figures.duration_s); },
+     [](T row, F) { return Number(row.summary.figures.duration_s); }},
     {{"距離 km", CellKind::Number},
-     [](T row, F) { return LengthText(row.summary.length_km * 100, 2); },
-     [](T row, F) { return Number(row.summary.length_km); }},
+     [](T row, F) { return ShownKilometres(row.summary.figures.distance_m); },
+     [](T row, F) { return Number(row.summary.figures.distance_m); }},
+    {{"登り m", CellKind::Number},
+     [](T row, F) { return ShownMetres(row.summary.figures.ascent_m); },
+     [](T row, F) { return row.summary.figures.ascent_m; }},
     {{"表示", CellKind::Truth},
      [](T row, F) { return TruthText(row.log.dspl); },
      [](T row, F) { return TruthNumber(row.log.dspl); }}};
@@ -157,22 +184,28 @@ constexpr RecordColumn<TrackPointRow> TrackPointColumns[] = {
      [](P row, F) { return std::to_string(row.log_number) + "-" + std::to_string(row.number); },
      [](P row, F) { return Number(row.log_number * PlacesPerRecord + row.number); }},
     {{"緯度", CellKind::Angle, EditField::Latitude},
-     [](P row, F form) { return AngleText(Shown(row.point, form).latitude_deg, form); },
-     [](P row, F form) { return Number(Shown(row.point, form).latitude_deg); }},
+     [](P row, F form) { return ShownAngle(Shown(row.point, form).latitude_deg, form.notation); },
+     [](P row, F form) { return Number(Shown(row.point, form).latitude_deg); },
+     nullptr,
+     [](P row, F form) { return AngleText(Shown(row.point, form).latitude_deg, form); }},
     {{"経度", CellKind::Angle, EditField::Longitude},
-     [](P row, F form) { return AngleText(Shown(row.point, form).longitude_deg, form); },
-     [](P row, F form) { return Number(Shown(row.point, form).longitude_deg); }},
+     [](P row, F form) { return ShownAngle(Shown(row.point, form).longitude_deg, form.notation); },
+     [](P row, F form) { return Number(Shown(row.point, form).longitude_deg); },
+     nullptr,
+     [](P row, F form) { return AngleText(Shown(row.point, form).longitude_deg, form); }},
     {{"日時", CellKind::Time},
      [](P row, F form) { return TimeText(row.point.time, form); },
      [](P row, F) { return Number(row.point.time); }},
     {{"高度 m", CellKind::Number, EditField::Height},
-     [](P row, F) { return MetresText(row.point.alt_m); },
-     [](P row, F) { return Number(row.point.alt_m); }},
+     [](P row, F) { return ShownMetres(row.point.alt_m); },
+     [](P row, F) { return Number(row.point.alt_m); },
+     nullptr,
+     [](P row, F) { return MetresText(row.point.alt_m); }},
     {{"水深 m", CellKind::Number},
-     [](P row, F) { return MetresText(row.point.dpth_m); },
+     [](P row, F) { return ShownMetres(row.point.dpth_m); },
      [](P row, F) { return Number(row.point.dpth_m); }},
     {{"区間 m", CellKind::Number},
-     [](P row, F) { return row.before == nullptr ? "0" : LengthText(LegKm(row.point, row.before) * 10000, 1); },
+     [](P row, F) { return row.before == nullptr ? "0" : LegText(LegKm(row.point, row.before)); },
      [](P row, F) { return Number(LegKm(row.point, row.before)); }},
     {{"新区間", CellKind::Truth},
      [](P row, F) { return TruthText(row.point.new_trk); },
@@ -213,11 +246,8 @@ const Record* At(const std::vector<Record>& records, int first_number, int numbe
 }
 
 LogSummary Summarise(const TrackLog& log) {
-  LogSummary summary{log.points.data(), log.points.size(), {}, {}, 0};
-  const TrackPoint* before = nullptr;
+  LogSummary summary{log.points.data(), log.points.size(), {}, {}, FiguresOf(log.points)};
   for (const TrackPoint& point : log.points) {
-    summary.length_km += LegKm(point, before);
-    before = &point;
     if (!point.time) continue;
     if (!summary.first_time) summary.first_time = point.time;
     summary.last_time = point.time;

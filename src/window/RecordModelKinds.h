@@ -9,17 +9,21 @@
 #include <string>
 #include <vector>
 
+#include "walks/Figures.h"
 #include "window/RecordModel.h"
 
 namespace walrim {
 
-/// A column of rows of a type: how its texts and numbers are got. The number of a NamedCode is its code.
+/// A column of rows of a type: how its texts and numbers are got. The number of a NamedCode is its code. Without a text
+/// of its own to edit, that which is shown is edited.
 template <typename Row>
 struct RecordColumn {
   ColumnHead head;
   std::string (*text)(const Row& row, const ShownForm& form);
   std::optional<double> (*number)(const Row& row, const ShownForm& form) = nullptr;
   QIcon (*picture)(const Row& row) = nullptr;
+  std::string (*edit_text)(const Row& row, const ShownForm& form) = nullptr;
+  std::string (*other_name)(const Row& row) = nullptr;
 };
 
 /// A model whose rows are of a type.
@@ -42,6 +46,14 @@ class ModelOf : public RecordModel {
   [[nodiscard]] bool Holds(RowRef ref) const override { return RowOf(ref).has_value(); }
   [[nodiscard]] std::string CellText(RowRef ref, int column) const override {
     return ColumnAt(column).text(*RowOf(ref), form_);
+  }
+  [[nodiscard]] std::string CellEditText(RowRef ref, int column) const override {
+    const auto text = ColumnAt(column).edit_text;
+    return text != nullptr ? text(*RowOf(ref), form_) : CellText(ref, column);
+  }
+  [[nodiscard]] std::string CellOtherName(RowRef ref, int column) const override {
+    const auto name = ColumnAt(column).other_name;
+    return name != nullptr ? name(*RowOf(ref)) : std::string();
   }
   [[nodiscard]] std::optional<double> CellNumber(RowRef ref, int column) const override {
     const auto number = ColumnAt(column).number;
@@ -77,7 +89,7 @@ struct LogSummary {
   std::size_t count = 0;
   std::optional<GarminSeconds> first_time;
   std::optional<GarminSeconds> last_time;
-  double length_km = 0;
+  Figures figures;
 };
 
 struct TrackRow {

@@ -1,7 +1,9 @@
 #include "window/RecordTables.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -10,6 +12,7 @@
 #include <algorithm>
 
 #include "window/ChosenCount.h"
+#include "window/FilterBar.h"
 #include "window/Messages.h"
 #include "window/RecordModelKinds.h"
 #include "window/RecordView.h"
@@ -40,13 +43,23 @@ QSplitter* NewSplitter(Qt::Orientation orientation, int share, QWidget* records,
 }  // namespace
 
 RecordTables::RecordTables(const DataSet& data_set, QWidget* parent)
-    : QWidget(parent), data_set_(data_set), tabs_(new QTabWidget) {
+    : QWidget(parent),
+      data_set_(data_set),
+      tabs_(new QTabWidget),
+      hide_empty_(new QAction(QStringLiteral("空の列を隠す(&E)"), this)) {
+  hide_empty_->setObjectName("HideEmptyColumns");
+  hide_empty_->setCheckable(true);
+  hide_empty_->setChecked(true);
+  connect(hide_empty_, &QAction::toggled, this, &RecordTables::ShowColumns);
   tabs_->setObjectName(QStringLiteral("Records"));
   tabs_->setAccessibleName(QStringLiteral("記録の表"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(tabs_);
-  connect(tabs_, &QTabWidget::currentChanged, this, &RecordTables::SelectionMayDiffer);
+  connect(tabs_, &QTabWidget::currentChanged, this, [this] {
+    FilterShownPage();
+    Q_EMIT SelectionMayDiffer();
+  });
 
   AddPage(DataKind::Waypoint, QStringLiteral("ウェイポイント"));
   AddPage(DataKind::Route, QStringLiteral("ルート"));
@@ -105,6 +118,9 @@ void RecordTables::ConnectView(DataKind kind, RecordView& view) {
   view.setAccessibleName(PageOf(kind).title + (of_points ? QStringLiteral("のポイント") : QString()));
   view.setMinimumHeight(view.horizontalHeader()->sizeHint().height() + view.verticalHeader()->defaultSectionSize());
   view.addActions(row_actions_);
+  view.horizontalHeader()->addAction(hide_empty_);
+  view.horizontalHeader()->setContextMenuPolicy(Qt::ActionsContextMenu);
+  view.HideEmptyColumns(hide_empty_->isChecked());
   view.SetEditCell([this, kind, of_points](RowRef ref, EditField field, const std::string& text) {
     return edit_cell_ ? edit_cell_(kind, PlaceOf(kind, ref, of_points), field, text) : std::string();
   });
@@ -176,6 +192,7 @@ void RecordTables::Select(const RecordSelection& selection) {
   const Page& page = PageOf(selection.kind);
   RecordView* view = selection.of_points ? page.point_view : page.record_view;
   if (view == nullptr) return;
+  CloseFilter();
   tabs_->setCurrentIndex(static_cast<int>(IndexOf(selection.kind)));
   std::vector<RowRef> refs;
   for (const RecordPlace& place : selection.places)
@@ -194,6 +211,7 @@ void RecordTables::Select(const RecordSelection& selection) {
 void RecordTables::Show(DataKind kind, const RecordPlace& place) {
   const Page& page = PageOf(kind);
   if (page.record_view == nullptr) return;
+  CloseFilter();
   tabs_->setCurrentIndex(static_cast<int>(IndexOf(kind)));
   page.record_view->ShowRow(RefOf(kind, {place.record, std::nullopt}));
   if (place.point && page.point_view != nullptr) page.point_view->ShowRow(RefOf(kind, place));
@@ -235,6 +253,7 @@ void RecordTables::Refresh(const ShownForm& form) {
     }
     ShowCount(kind);
   }
+  FilterShownPage();
   ShowFirstHeld();
   Q_EMIT SelectionMayDiffer();
 }
@@ -252,20 +271,77 @@ void RecordTables::ShowFirstHeld() {
 
 void RecordTables::ShowCount(DataKind kind) {
   const Page& page = PageOf(kind);
-  const int count = page.records->rowCount();
+  const int count = page.records->HeldRowCount();
   const QString counts = ChosenCountText(data_set_, kind, QString::number(count));
   const QString title = count > 0 ? QStringLiteral("%1 (%2)").arg(page.title, counts) : page.title;
   tabs_->setTabText(static_cast<int>(IndexOf(kind)), title);
   page.stack->setCurrentIndex(count > 0 ? 1 : 0);
 }
 
+// ---- What of them is shown
+
+std::vector<RecordView*> RecordTables::Views() const {
+  std::vector<RecordView*> views;
+  for (const Page& page : pages_) {
+    for (RecordView* view : {page.record_view, page.point_view}) {
+      if (view != nullptr) views.push_back(view);
+    }
+  }
+  return views;
+}
+
 void RecordTables::SetWithHeader(bool on) {
   with_header_ = on;
-  for (const Page& page : pages_) {
-    if (page.record_view == nullptr) continue;
-    page.record_view->SetWithHeader(on);
-    if (page.point_view != nullptr) page.point_view->SetWithHeader(on);
+  for (RecordView* view : Views())
+    view->SetWithHeader(on);
+}
+
+void RecordTables::ShowColumns() {
+  for (RecordView* view : Views())
+    view->HideEmptyColumns(hide_empty_->isChecked());
+}
+
+void RecordTables::OpenFilter() {
+  if (filter_ == nullptr) {
+    filter_ = new FilterBar(this);
+    qobject_cast<QVBoxLayout*>(layout())->insertWidget(0, filter_);
+    connect(filter_, &FilterBar::TextChanged, this, &RecordTables::FilterShownPage);
   }
+  filter_->Open();
+  FilterShownPage();
+}
+
+void RecordTables::CloseFilter() {
+  if (filter_ == nullptr) return;
+  filter_->Close();
+  for (const DataKind kind : AllDataKinds)
+    ApplyFilter(kind, {});
+}
+
+void RecordTables::keyPressEvent(QKeyEvent* event) {
+  const bool closes = event->key() == Qt::Key_Escape && filter_ != nullptr && filter_->isVisible();
+  if (!closes) return QWidget::keyPressEvent(event);
+  CloseFilter();
+  if (RecordView* view = ActiveView()) view->setFocus();
+}
+
+void RecordTables::ApplyFilter(DataKind kind, const QString& text) {
+  const Page& page = PageOf(kind);
+  if (page.records != nullptr) page.records->SetFilter(text);
+  if (page.points != nullptr) page.points->SetFilter(text);
+}
+
+/// The pages behind follow when they come forward: a log may have 30000 points.
+void RecordTables::FilterShownPage() {
+  if (filter_ == nullptr) return;
+  const Page& page = PageOf(CurrentKind());
+  if (page.records == nullptr) return filter_->ShowCounts({});
+  ApplyFilter(CurrentKind(), filter_->Text());
+  std::string counts = window_messages::Matching(page.records->rowCount(), page.records->HeldRowCount());
+  if (page.points != nullptr) {
+    counts += window_messages::MatchingPoints(page.points->rowCount(), page.points->HeldRowCount());
+  }
+  filter_->ShowCounts(page.records->IsFiltered() ? QString::fromStdString(counts) : QString());
 }
 
 QVariantMap RecordTables::ColumnWidths() const {

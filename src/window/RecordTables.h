@@ -14,11 +14,13 @@
 #include "records/DataSet.h"
 #include "window/RecordModel.h"
 
+class QAction;
 class QStackedWidget;
 class QTabWidget;
 
 namespace walrim {
 
+class FilterBar;
 class RecordView;
 
 /// The rows that are chosen in the table that the user works with.
@@ -61,6 +63,13 @@ class RecordTables : public QWidget {
   /// none.
   [[nodiscard]] RecordView* ActiveView() const;
 
+  /// Opens a line in which one types what the rows are to hold. Rows without that are not shown and not chosen; what is
+  /// checked of them stays so.
+  void OpenFilter();
+  void CloseFilter();
+  /// Whether columns that are empty in all rows are hidden, but for those that can be edited; on at first.
+  [[nodiscard]] QAction* HideEmptyColumns() const { return hide_empty_; }
+
   /// Title lines in front of copied lines.
   void SetWithHeader(bool on);
   /// The widths that the user has given columns, by the names of the tables. Those of tables that have not been shown
@@ -76,6 +85,10 @@ class RecordTables : public QWidget {
   void SelectionMayDiffer();
   /// Records, by their indices, are to be checked or not.
   void CheckChosen(DataKind kind, const std::vector<std::size_t>& indices, bool checked);
+
+ protected:
+  /// Escape closes the filter.
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   /// The tables of a kind, made when it first holds records. Waypoints have no points.
@@ -103,6 +116,11 @@ class RecordTables : public QWidget {
   void ConnectPoints(DataKind kind);
   void ShowPointsOf(DataKind kind);
   void ShowCount(DataKind kind);
+  void ApplyFilter(DataKind kind, const QString& text);
+  void FilterShownPage();
+  void ShowColumns();
+  /// Every table that has been made.
+  [[nodiscard]] std::vector<RecordView*> Views() const;
   void ShowFirstHeld();
 
   const DataSet& data_set_;
@@ -110,6 +128,8 @@ class RecordTables : public QWidget {
   std::array<Page, DataKindCount> pages_;
   EditCell edit_cell_;
   QList<QAction*> row_actions_;
+  QAction* hide_empty_;
+  FilterBar* filter_ = nullptr;  ///< made when it is first opened
   bool with_header_ = false;
   bool any_held_ = false;
   QVariantMap widths_;

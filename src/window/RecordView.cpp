@@ -79,9 +79,9 @@ void RecordView::SetUpTitles() {
 }
 
 void RecordView::FollowModel() {
-  connect(&model_, &QAbstractItemModel::modelReset, this, &RecordView::FitColumns);
-  connect(&model_, &QAbstractItemModel::rowsInserted, this, &RecordView::FitColumns);
-  connect(&model_, &QAbstractItemModel::dataChanged, this, &RecordView::FitColumns);
+  connect(&model_, &QAbstractItemModel::modelReset, this, &RecordView::FollowRows);
+  connect(&model_, &QAbstractItemModel::rowsInserted, this, &RecordView::FollowRows);
+  connect(&model_, &QAbstractItemModel::dataChanged, this, &RecordView::FollowRows);
 }
 
 void RecordView::AddCopyAction() {
@@ -219,7 +219,8 @@ void RecordView::CheckAll(bool checked) {
 void RecordView::CheckSelectedOnly() {
   const std::vector<int> rows = SelectedRows();
   if (rows.empty()) return;
-  CheckAll(false);
+  // Those that a filter hides as well.
+  Q_EMIT model_.CheckChosen(model_.HeldRecords(), false);
   CheckRows(rows, true);
 }
 
@@ -366,6 +367,23 @@ std::vector<int> RecordView::NeededWidths() const {
   return widths;
 }
 
+void RecordView::FollowRows() {
+  ShowColumns();
+  FitColumns();
+}
+
+void RecordView::HideEmptyColumns(bool hide) {
+  hides_empty_ = hide;
+  ShowColumns();
+}
+
+/// Columns do not come and go while one types what is to be shown.
+void RecordView::ShowColumns() {
+  if (model_.IsFiltered() || model_.rowCount() == 0) return;
+  for (int column = 0; column < model_.columnCount(); ++column)
+    setColumnHidden(column, hides_empty_ && !model_.FieldOf(column) && model_.IsEmpty(column));
+}
+
 void RecordView::FitColumns() {
   fitted_widths_ = NeededWidths();
   fitting_ = true;
@@ -381,13 +399,13 @@ void RecordView::FitColumns() {
 QVariantMap RecordView::UserWidths() const {
   QVariantMap widths;
   for (const int column : user_columns_)
-    widths.insert(model_.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), columnWidth(column));
+    widths.insert(model_.Title(column), columnWidth(column));
   return widths;
 }
 
 void RecordView::SetUserWidths(const QVariantMap& widths) {
   for (int column = 0; column < model_.columnCount(); ++column) {
-    const auto width = widths.constFind(model_.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+    const auto width = widths.constFind(model_.Title(column));
     if (width == widths.constEnd() || width->toInt() <= 0) continue;
     setColumnWidth(column, width->toInt());
     user_columns_.insert(column);

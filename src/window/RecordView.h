@@ -29,6 +29,8 @@ class RecordView : public QTableView {
   /// The widths that the user has given columns, in pixels, by their titles.
   [[nodiscard]] QVariantMap UserWidths() const;
   void SetUserWidths(const QVariantMap& widths);
+  /// Hides the columns that are empty in all rows and cannot be edited, or shows all.
+  void HideEmptyColumns(bool hide);
   /// Copies the chosen rows, in the order they are shown, as standard lines. Without any the clipboard stays.
   void CopyRows() const;
   /// Takes what is typed into cells.
@@ -89,6 +91,8 @@ class RecordView : public QTableView {
   [[nodiscard]] std::vector<int> SelectedRows() const;
   [[nodiscard]] std::vector<int> NeededWidths() const;
   void FitRows();
+  void FollowRows();
+  void ShowColumns();
   /// Widens the columns to what a sample of the rows needs; those that the user has set stay.
   void FitColumns();
 
@@ -96,6 +100,7 @@ class RecordView : public QTableView {
   CellDelegate* delegate_;
   bool with_header_ = false;
   bool fitting_ = false;
+  bool hides_empty_ = false;
   bool leaving_cell_ = false;
   std::optional<QPoint> refused_at_;  ///< below the cell that was refused since a button went down
   QTimer refusal_timer_;

@@ -22,7 +22,8 @@ class SymbolBox : public QComboBox {
   void Offer(WaypointType type, int code, const QString& text);
   /// Chooses the entry of a code, where there is one, and unfolds the list.
   void Show(int code);
-  /// The code of what is chosen, of the entry with a name as it was typed, or of the only one that holds what was typed.
+  /// The code of what is chosen, of the entry with a name as it was typed, or of the only one that holds what was
+  /// typed.
   [[nodiscard]] std::optional<int> Code() const;
   /// That code as a text; what was typed where there is none.
   [[nodiscard]] QString Choice() const;

@@ -30,7 +30,10 @@ TEST(WindowMessages, AreWordedSo) {
   EXPECT_EQ(AscentNote(10), "登りと下りは，10 m以上の高度の変化だけを数えています．");
   EXPECT_EQ(RangeFigures("1 km", "0:20:00", "5 m", "6 m", "3 km/h"),
             "1 km   0:20:00   登り 5 m   下り 6 m   平均 3 km/h");
-  EXPECT_EQ(Code, "コード ");
+  EXPECT_EQ(CodeTip("flag symbol", 178), "flag symbol（コード 178）");
+  EXPECT_EQ(CodeTip("", 77), "コード 77");
+  EXPECT_EQ(Matching(5, 19) + MatchingPoints(1, 30), "5 / 19件 が一致（ポイント 1 / 30）");
+  EXPECT_EQ(HiddenRowsCount, "隠れている行も，チェックがあれば保存・コピー・アップロード・削除されます．");
   EXPECT_EQ(NumberTooLarge, "数値が範囲（-32768～32767）を超えています：");
   EXPECT_EQ(About("6.4"),
             "ハンディGPS（GARMIN社）用データローダー\n"

@@ -212,6 +212,34 @@ TEST_F(RecordEditsTest, AMapLinkInACellReplacesThePosition) {
   EXPECT_EQ(Data().Waypoints()[0].lon_deg, 140.5);
 }
 
+TEST_F(RecordEditsTest, AMapLinkIsPastedIntoACell) {
+  QGuiApplication::clipboard()->setText("https://maps.gsi.go.jp/#15/36.125/140.5/");
+  QLineEdit& line = Open(Waypoints(), 0, Latitude);
+  line.selectAll();
+  QTest::keyClick(&line, Qt::Key_V, Qt::ControlModifier);
+  Press(line, Qt::Key_Return);
+  EXPECT_EQ(Data().Waypoints()[0].lat_deg, 36.125);
+  EXPECT_EQ(Data().Waypoints()[0].lon_deg, 140.5);
+  EXPECT_EQ(Texts("GpsNum"), "3|1|2") << "it makes no waypoint of its own";
+}
+
+TEST_F(RecordEditsTest, ACellThatIsOpenedAndClosedKeepsAllDigits) {
+  static_cast<void>(Data().Edit(Replacement(0, [this] {
+    Waypoint waypoint = Data().Waypoints()[0];
+    waypoint.lat_deg = 35.123456789012345;
+    waypoint.alt_m = 599.15F;
+    return waypoint;
+  }())));
+  for (const int column : {Latitude, Height}) {
+    QLineEdit& line = Open(Waypoints(), 0, column);
+    Press(line, Qt::Key_Return);
+    EXPECT_FALSE(IsEditing(Waypoints()));
+  }
+  EXPECT_EQ(Open(Waypoints(), 0, Height).text(), "599.15");
+  EXPECT_EQ(Data().Waypoints()[0].lat_deg, 35.123456789012345);
+  EXPECT_EQ(Data().Waypoints()[0].alt_m, 599.15F);
+}
+
 TEST_F(RecordEditsTest, RoutesLogsAndTheirPointsAreEditedToo) {
   Edit(Table("RouteTable", RoutePage), 0, 1, "way home");
   Edit(RoutePoints(), 1, Name, "mid");
@@ -246,7 +274,7 @@ TEST_F(RecordEditsTest, ASymbolIsFoundByAnyOfItsNames) {
   EXPECT_EQ(choose("Skull and Cross"), 14);
   EXPECT_EQ(choose("178"), 178);
   EXPECT_EQ(Data().Waypoints()[0].symbol_set, SymbolSet::Large);
-  EXPECT_EQ(Waypoints().model()->index(0, Symbol).data().toString(), "flag symbol");
+  EXPECT_EQ(Waypoints().model()->index(0, Symbol).data().toString(), "旗");
 }
 
 TEST_F(RecordEditsTest, ASymbolThatIsNotOneAloneIsRefused) {

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -88,7 +89,8 @@ class RecordTablesTest : public testing::Test {
   }
   static int ColumnOf(const QTableView& table, const QString& title) {
     for (int column = 0; column < table.model()->columnCount(); ++column) {
-      if (table.model()->headerData(column, Qt::Horizontal).toString() == title) return column;
+      const QString shown = table.model()->headerData(column, Qt::Horizontal).toString();
+      if (shown.section(QStringLiteral("（"), 0, 0) == title) return column;
     }
     ADD_FAILURE() << "no column " << title.toStdString();
     return 0;
@@ -210,19 +212,21 @@ TEST_F(RecordTablesTest, AWaypointShowsTheColumnsOfItsStandardLine) {
   const QTableView& table = Table("WaypointTable");
   EXPECT_EQ(Cell(table, 0, "番号"), "1");
   EXPECT_EQ(Cell(table, 0, "名前"), "TAKAO");
-  EXPECT_EQ(Cell(table, 0, "緯度"), "35.5");
-  EXPECT_EQ(Cell(table, 0, "経度"), "135.25");
+  EXPECT_EQ(Cell(table, 0, "緯度"), "35.500000");
+  EXPECT_EQ(Cell(table, 0, "緯度", Qt::EditRole), "35.5");
+  EXPECT_EQ(Cell(table, 0, "経度"), "135.250000");
   EXPECT_EQ(Cell(table, 0, "コメント"), "山頂, 茶屋");
-  EXPECT_EQ(Cell(table, 0, "シンボル"), "waypoint dot");
-  EXPECT_EQ(Cell(table, 0, "シンボル", Qt::ToolTipRole), "コード 18");
+  EXPECT_EQ(Cell(table, 0, "シンボル"), "点");
+  EXPECT_EQ(Cell(table, 0, "シンボル", Qt::ToolTipRole), "waypoint dot（コード 18）");
   const auto picture = [&table](const char* title) {
     return table.model()->index(0, ColumnOf(table, title)).data(Qt::DecorationRole);
   };
   EXPECT_FALSE(picture("シンボル").value<QIcon>().isNull());
   EXPECT_FALSE(picture("表示").isValid());
   EXPECT_FALSE(picture("名前").isValid());
-  EXPECT_EQ(Cell(table, 0, "表示"), "Display symbol by itself");
-  EXPECT_EQ(Cell(table, 0, "高度 m"), "599.15");
+  EXPECT_EQ(Cell(table, 0, "表示"), "シンボルだけ");
+  EXPECT_EQ(Cell(table, 0, "高度 m"), "599");
+  EXPECT_EQ(Cell(table, 0, "高度 m", Qt::EditRole), "599.15");
   EXPECT_EQ(Cell(table, 0, "施設"), "HUT");
   EXPECT_EQ(Cell(table, 0, "市"), "八王子");
   EXPECT_EQ(Cell(table, 0, "住所"), "TAKAOMACHI");
@@ -263,8 +267,8 @@ TEST_F(RecordTablesTest, RoutePointsShowTheirWaypointsWithTheNamesOfDisplayModes
   const QTableView& points = Table("RoutePointTable");
   EXPECT_EQ(Column(points, "番号"), (Texts{"4-1", "4-2", "4-3", "7-1", "7-2"}));
   EXPECT_EQ(Column(points, "名前"), (Texts{"N1", "N2", "N3", "S1", "S2"}));
-  EXPECT_EQ(Cell(points, 0, "シンボル"), "waypoint dot");
-  EXPECT_EQ(Cell(points, 0, "表示"), "Display symbol by itself");
+  EXPECT_EQ(Cell(points, 0, "シンボル"), "点");
+  EXPECT_EQ(Cell(points, 0, "表示"), "シンボルだけ");
 }
 
 TEST_F(RecordTablesTest, ALogShowsItsTimesAndItsLength) {
@@ -286,6 +290,135 @@ TEST_F(RecordTablesTest, ALogShowsItsTimesAndItsLength) {
   EXPECT_EQ(Cell(points, 1, "区間 m"), "1113.1");
 }
 
+TEST_F(RecordTablesTest, FiguresOfAWalkAreThoseOfItsPoints) {
+  std::vector<TrackPoint> hill;
+  for (int i = 0; i <= 4; ++i)
+    hill.push_back(
+        PointWith(PointAt(35 + 0.01 * i, 139, 1000 + 1800U * static_cast<GarminSeconds>(i), i == 0 || i == 3),
+                  i < 3 ? 100.4F * static_cast<float>(i) : 0.0F));
+  AddLog("HILL", hill);
+  AddLog("FLAT", {PointAt(35, 139)});
+  AddRoute("WAY", {"A", "B"}, 1);
+  Refresh();
+  const QTableView& logs = Table("TrackTable");
+  EXPECT_EQ(Column(logs, "時間"), (Texts{"2:00:00", ""}));
+  EXPECT_EQ(Column(logs, "距離 km"), (Texts{"3.34", "0.00"})) << "the gap between the segments is no way";
+  EXPECT_EQ(Column(logs, "登り m"), (Texts{"201", ""}));
+  EXPECT_EQ(Column(Table("RouteTable"), "距離 km"), (Texts{"0.00"}));
+}
+
+TEST_F(RecordTablesTest, ColumnsThatAreEmptyAndOnlyShowAreHidden) {
+  Waypoint with_city = Place("A");
+  with_city.details.Set(&WaypointDetails::city, "八王子");
+  AddWaypoints({Place("B"), with_city});
+  AddTwoLogs();
+  Refresh();
+  const auto hidden = [this](const char* table, std::initializer_list<const char*> titles) {
+    std::string all;
+    for (const char* title : titles)
+      all += Table(table).isColumnHidden(ColumnOf(Table(table), title)) ? '-' : '+';
+    return all;
+  };
+  EXPECT_EQ(hidden("WaypointTable", {"名前", "コメント", "高度 m", "施設", "市", "国"}), "+++-+-");
+  EXPECT_EQ(hidden("TrackPointTable", {"日時", "高度 m", "水深 m", "新区間"}), "++-+");
+  tables_.HideEmptyColumns()->setChecked(false);
+  EXPECT_EQ(hidden("WaypointTable", {"施設", "国"}) + hidden("TrackPointTable", {"水深 m"}), "+++");
+  tables_.HideEmptyColumns()->setChecked(true);
+  const auto to_city = [](Waypoint waypoint, std::string_view city) {
+    waypoint.details.Set(&WaypointDetails::city, std::string(city));
+    waypoint.details.Set(&WaypointDetails::facility, "HUT");
+    return waypoint;
+  };
+  ASSERT_TRUE(data_.Edit(Replacement(1, to_city(data_.Waypoints()[1], ""))));
+  Refresh();
+  EXPECT_EQ(hidden("WaypointTable", {"施設", "市"}), "+-");
+}
+
+class TheFilter : public RecordTablesTest {
+ protected:
+  void Filter(const QString& text) {
+    tables_.OpenFilter();
+    tables_.findChild<QLineEdit*>("FilterText")->setText(text);
+  }
+  std::string Counts() { return tables_.findChild<QLabel*>("FilterCounts")->text().toStdString(); }
+};
+
+TEST_F(TheFilter, LooksInAllColumnsWithoutCaseAndWidth) {
+  Waypoint tent = Place("OZE", 36.9);
+  tent.smbl = 151;
+  AddWaypoints({Place("TAKAO"), Place("キャンプ 1"), tent, Summit("B", 599, "ＡＢＣ")});
+  Refresh();
+  EXPECT_EQ(tables_.findChild<QLineEdit*>("FilterText"), nullptr) << "it is made when it is wanted";
+  const QTableView& table = Table("WaypointTable");
+  const std::vector<std::pair<const char*, Texts>> rows{{"takao", {"TAKAO"}},
+                                                        {"ｷｬﾝﾌﾟ", {"キャンプ 1", "OZE"}},
+                                                        {"Campground", {"OZE"}},
+                                                        {"abc", {"B"}},
+                                                        {"36.9000", {"OZE"}},
+                                                        {"599", {"B"}},
+                                                        {" ｔａｋ ", {"TAKAO"}},
+                                                        {"nothing", {}},
+                                                        {"", {"TAKAO", "キャンプ 1", "OZE", "B"}}};
+  for (const auto& [typed, shown] : rows) {
+    Filter(QString::fromUtf8(typed));
+    EXPECT_EQ(Column(table, "名前"), shown) << typed;
+  }
+  Filter("takao");
+  EXPECT_EQ(Counts(), window_messages::Matching(1, 4));
+  EXPECT_EQ(Tabs().tabText(0), "ウェイポイント (4)");
+}
+
+TEST_F(TheFilter, EscapeShowsAllRowsAgain) {
+  AddWaypoints({Place("Q"), Place("B")});
+  AddTwoRoutes();
+  Refresh();
+  Filter("Q");
+  OpenPage(DataKind::Route);
+  EXPECT_EQ(Counts(), window_messages::Matching(0, 2) + window_messages::MatchingPoints(0, 5));
+  OpenPage(DataKind::Waypoint);
+  QTest::keyClick(tables_.findChild<QLineEdit*>("FilterText"), Qt::Key_Escape);
+  EXPECT_FALSE(tables_.findChild<QWidget*>("FilterBar")->isVisible());
+  EXPECT_EQ(Column(Table("WaypointTable"), "名前"), (Texts{"Q", "B"}));
+  EXPECT_EQ(Column(Table("RouteTable"), "コメント"), (Texts{"NORTH", "SOUTH"}));
+}
+
+TEST_F(TheFilter, HiddenRowsAreNotChosenAndKeepTheirChecks) {
+  AddWaypoints({Place("Q1"), Place("B"), Place("Q2")});
+  Refresh();
+  QTableView& table = Table("WaypointTable");
+  table.selectAll();
+  Filter("Q");
+  EXPECT_TRUE(tables_.Selection().places.empty()) << "what was chosen before is not chosen unseen";
+  table.selectAll();
+  EXPECT_EQ(tables_.Selection().Records(), (std::vector<std::size_t>{0, 2}));
+  std::vector<std::pair<std::size_t, bool>> asked;
+  QObject::connect(&tables_, &RecordTables::CheckChosen, [&](DataKind, const auto& indices, bool checked) {
+    for (const std::size_t index : indices)
+      asked.emplace_back(index, checked);
+  });
+  table.setFocus();
+  QTest::keyClick(&table, Qt::Key_Space);
+  EXPECT_EQ(asked, (std::vector<std::pair<std::size_t, bool>>{{0, false}, {2, false}}));
+  asked.clear();
+  for (QAction* action : table.actions()) {
+    if (action->text() == "選択した行だけ") action->trigger();
+  }
+  EXPECT_EQ(asked,
+            (std::vector<std::pair<std::size_t, bool>>{{0, false}, {1, false}, {2, false}, {0, true}, {2, true}}));
+  tables_.Select({DataKind::Waypoint, false, {{1, {}}}});
+  EXPECT_EQ(tables_.Selection().Records(), (std::vector<std::size_t>{1})) << "what is looked for is shown";
+}
+
+TEST_F(TheFilter, WhatComesLaterIsFilteredToo) {
+  AddWaypoints({Place("Q1"), Place("B")});
+  Refresh();
+  Filter("q");
+  AddWaypoints({Place("Q2"), Place("C")});
+  Refresh();
+  EXPECT_EQ(Column(Table("WaypointTable"), "名前"), (Texts{"Q1", "Q2"}));
+  EXPECT_EQ(Counts(), window_messages::Matching(2, 4));
+}
+
 TEST_F(RecordTablesTest, PointsBeforeTheFirstLogAreShownAsLogZero) {
   TrackLog headless;
   headless.headless = true;
@@ -304,11 +437,12 @@ TEST_F(RecordTablesTest, NewSettingsShowTheSameRowsInTheOtherNotationAndDatum) {
   ClickTitle(table, "名前");
   ClickTitle(table, "名前");
   ClickRow(table, 1);
-  EXPECT_EQ(Cell(table, 0, "緯度"), "35.5");
+  EXPECT_EQ(Cell(table, 0, "緯度"), "35.500000");
   form_ = {AngleNotation::DMS, Datum::Tokyo, 0};
   Refresh();
-  const std::string lat = Cell(table, 0, "緯度");
-  EXPECT_TRUE(lat.starts_with("35.29")) << "some 11 seconds less: " << lat;
+  EXPECT_TRUE(Cell(table, 0, "緯度").starts_with("35°29'")) << "some 11 seconds less: " << Cell(table, 0, "緯度");
+  EXPECT_EQ(table.model()->headerData(ColumnOf(table, "緯度"), Qt::Horizontal).toString(), "緯度（Tokyo）");
+  const std::string lat = Cell(table, 0, "緯度", Qt::EditRole);
   EXPECT_NE(WaypointLine(1).find("\t" + lat + "\t"), std::string::npos);
   EXPECT_EQ(Column(table, "名前"), (Texts{"B", "A"}));
   EXPECT_EQ(ChosenRows(table), (std::set<int>{1}));
