@@ -93,9 +93,12 @@ void TileFetcher::Start(const QUrl& url) {
   QNetworkAccessManager& network = Network();
   QNetworkReply* reply = network.get(RequestFor(url, user_agent_, FreshInCache(url)));
   running_.insert(url, reply);
-  connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64 total) {
-    if (std::max(received, total) > MostTileBytes) reply->abort();
-  });
+  const auto end_if_large = [reply] {
+    const qint64 announced = reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    if (std::max(announced, reply->bytesAvailable()) > MostTileBytes) reply->abort();
+  };
+  connect(reply, &QNetworkReply::metaDataChanged, reply, end_if_large);
+  connect(reply, &QNetworkReply::readyRead, reply, end_if_large);
   connect(reply, &QNetworkReply::finished, this, [this, url, reply] { Finish(url, *reply); });
 }
 

@@ -43,7 +43,7 @@ MapView::~MapView() = default;
 
 void MapView::SetScene(MapScene scene) {
   scene_ = std::move(scene);
-  if (follows_records_) camera_.Fit(scene_.box, FitZoom);
+  if (follows_records_) Fit(scene_.box, FitZoom);
   update();
 }
 
@@ -64,7 +64,7 @@ void MapView::Reveal(const MercatorBox& box) {
   for (const double worlds : {0.0, -1.0, 1.0}) {
     if (camera_.Seen(Margin_px).Holds(box.Moved(worlds))) return;
   }
-  camera_.Fit(box, std::max(camera_.Zoom(), 0.0));
+  Fit(box, camera_.Zoom());
   update();
 }
 
@@ -79,7 +79,7 @@ void MapView::SetTiles(MapTiles* tiles) {
   pictures_ = {};
   wheel_steps_ = 0;
   if (tiles_ != nullptr) {
-    camera_.ZoomTo(std::round(camera_.Zoom()), QRectF({0, 0}, camera_.Size()).center());
+    ZoomToTiles();
     connect(tiles_, &MapTiles::Changed, this, qOverload<>(&QWidget::update));
   }
   update();
@@ -87,12 +87,22 @@ void MapView::SetTiles(MapTiles* tiles) {
 
 void MapView::ShowAll() {
   follows_records_ = true;
-  camera_.Fit(scene_.box, FitZoom);
+  Fit(scene_.box, FitZoom);
   update();
 }
 
+void MapView::Fit(const MercatorBox& box, double most_zoom) {
+  camera_.Fit(box, most_zoom);
+  if (tiles_ != nullptr) ZoomToTiles();
+}
+
+/// Tiles are sharp at their own zoom alone.
+void MapView::ZoomToTiles() {
+  constexpr double Rounding = 1e-6;
+  camera_.ZoomTo(std::floor(camera_.Zoom() + Rounding), QRectF({0, 0}, camera_.Size()).center());
+}
+
 double MapView::ZoomStep() const {
-  // Tiles are sharp at their own zoom alone.
   return tiles_ != nullptr ? 1 : WheelStep;
 }
 
@@ -170,7 +180,7 @@ void MapView::PaintZoomFrame(QPainter& painter) const {
 
 void MapView::resizeEvent(QResizeEvent* /*event*/) {
   camera_.SetSize(size());
-  if (follows_records_) camera_.Fit(scene_.box, FitZoom);
+  if (follows_records_) Fit(scene_.box, FitZoom);
   PlaceButtons();
 }
 
@@ -295,7 +305,7 @@ void MapView::mouseReleaseEvent(QMouseEvent* event) {
   MercatorBox box;
   box.Add(camera_.PlaneOf(from));
   box.Add(camera_.PlaneOf(event->position()));
-  camera_.Fit(box, FitZoom + 2);
+  Fit(box, FitZoom + 2);
   MovedByUser();
 }
 

@@ -81,6 +81,8 @@ class MapView : public QWidget {
   void PaintGround(QPainter& painter);
   void PaintZoomFrame(QPainter& painter) const;
   [[nodiscard]] MapStyle Style() const;
+  void Fit(const MercatorBox& box, double most_zoom);
+  void ZoomToTiles();
   [[nodiscard]] double ZoomStep() const;
 
   MapCamera camera_;

@@ -157,7 +157,9 @@ bool ProfileView::HasRoom() const {
 QRectF ProfileView::PlotRect() const {
   const QFontMetricsF metrics(font());
   const double left = metrics.horizontalAdvance(QStringLiteral("0000 m")) + 2 * Margin_px;
-  const double right = metrics.horizontalAdvance(QStringLiteral("00 km/h")) + 2 * Margin_px;
+  const double most = speeds_m_s_ ? speeds_m_s_->most * KilometresPerHour : 0;
+  const double right =
+      metrics.horizontalAdvance(QString::number(std::floor(most)) + QStringLiteral("0 km/h")) + 2 * Margin_px;
   const double top = HasRoom() ? over_distance_->height() + Margin_px : Margin_px;
   const double bottom = HasRoom() ? metrics.height() + Margin_px : Margin_px;
   return QRectF(rect()).adjusted(left, top, -right, -bottom);

@@ -138,8 +138,7 @@ TEST_F(TileFetcherTest, WhatIsLargerThanATileEnds) {
   server_.SetPage([](QTcpSocket& connection, const QString& path) {
     const QByteArray body(static_cast<qsizetype>(TileFetcher::MostTileBytes) + 1, 'x');
     if (path == "/1") return TileServer::Send(connection, body);
-    connection.write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + body);  // without a length
-    connection.disconnectFromHost();
+    connection.write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + body);  // without a length, or an end
   });
   fetcher_->Want(Tiles(1, 2));
   ASSERT_TRUE(WaitForRequests(2) && WaitForEnd());

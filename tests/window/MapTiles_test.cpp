@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <memory>
 #include <set>
@@ -230,6 +231,21 @@ TEST_F(MapTilesTest, SaysWhoseItIsAllTheTime) {
       written += with.pixelColor(x, y).lightness() < style.ink.lightness() + 40 ? 1 : 0;
   }
   EXPECT_GT(written, 20);
+}
+
+TEST_F(MapTilesTest, AllRecordsAreSeenAtAZoomOfTheTiles) {
+  Open(10);
+  DataSet data;
+  for (const double lat_deg : {35.0, 35.3}) {
+    Waypoint waypoint;
+    waypoint.lat_deg = lat_deg;
+    waypoint.lon_deg = 139;
+    ASSERT_EQ(data.Add(waypoint), AddResult::Stored);
+  }
+  map_.SetScene(SceneOf(data));
+  QTest::keyClick(&map_, Qt::Key_0);
+  EXPECT_NEAR(map_.Camera().Zoom(), std::round(map_.Camera().Zoom()), 1e-9);
+  EXPECT_TRUE(map_.Camera().Seen().Holds(map_.Scene().box));
 }
 
 TEST_F(MapTilesTest, TheWheelStopsAtTheTilesOwnZooms) {
