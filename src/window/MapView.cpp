@@ -34,6 +34,7 @@ MapView::MapView(QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   NameControl(*this, "Map");
+  setAccessibleName(QString::fromUtf8("地図"));
   setAccessibleDescription(QString::fromUtf8("矢印キーで動かし，＋と－で拡大・縮小，0で全体を表示します"));
 }
 
@@ -203,6 +204,7 @@ void MapView::AddButtons() {
     NameControl(*button, name);
     button->setText(QString::fromUtf8(text));
     button->setToolTip(QString::fromUtf8(tip));
+    button->setAccessibleName(button->toolTip());
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, run);
     line->addWidget(button);

@@ -65,6 +65,7 @@ ProfileView::ProfileView(QWidget* parent)
       over_distance_(NewAxisButton("ProfileOverDistance", "距離", "距離に沿って見ます", ProfileAxis::Distance)),
       over_time_(NewAxisButton("ProfileOverTime", "時間", "時間に沿って見ます", ProfileAxis::Time)) {
   NameControl(*this, "Profile");
+  setAccessibleName(QString::fromUtf8("断面図"));
   setAccessibleDescription(QString::fromUtf8("左右の矢印キーで点を移り，Shiftと一緒に押すと範囲を選びます"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
@@ -76,6 +77,7 @@ QToolButton* ProfileView::NewAxisButton(const char* name, const char* text, cons
   NameControl(*button, name);
   button->setText(QString::fromUtf8(text));
   button->setToolTip(QString::fromUtf8(tip));
+  button->setAccessibleName(button->toolTip());
   button->setCheckable(true);
   button->setAutoRaise(true);
   connect(button, &QToolButton::clicked, this, [this, axis] { SetAxis(axis); });

@@ -85,6 +85,7 @@ std::vector<std::size_t> AllOf(std::size_t count) {
 WayPanel::WayPanel(const DataSet& data_set, QWidget* parent)
     : QTabWidget(parent), data_(data_set), profile_(new ProfileView), figures_text_(new QLabel) {
   NameControl(*this, "WayPanel");
+  setAccessibleName(QString::fromUtf8("断面図と概要"));
   setDocumentMode(true);
   addTab(profile_, QString::fromUtf8("断面図"));
   NameControl(*figures_text_, "Figures");

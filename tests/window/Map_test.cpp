@@ -6,6 +6,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTableView>
+#include <QToolButton>
 #include <fstream>
 
 #include "support/TileServer.h"
@@ -187,6 +188,16 @@ TEST_F(MapTest, TheSmallestWindowDoesNotGrowForIt) {
   const QSize with = window->minimumSizeHint();
   EXPECT_LE(with.width(), without.width());
   EXPECT_LE(with.height(), without.height());
+}
+
+TEST_F(MapTest, AScreenReaderSaysWhatThingsAre) {
+  OpenWalk();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Map().findChild<QToolButton*>("MapShowAll") != nullptr; }));
+  for (const auto& [control, name] :
+       {std::pair("Map", "地図"), std::pair("MapZoomIn", "拡大（＋）"), std::pair("Profile", "断面図"),
+        std::pair("WayPanel", "断面図と概要"), std::pair("ProfileOverTime", "時間に沿って見ます")}) {
+    EXPECT_EQ(Get<QWidget>(control).accessibleName().toStdString(), name);
+  }
 }
 
 // ---- Profile and figures
