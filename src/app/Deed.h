@@ -18,6 +18,7 @@ struct Deed {
   std::string path{};            ///< of the file that was written
   DataKinds kinds{};             ///< that came in
   RecordIndices already_held{};  ///< those that came in and were there before
+  RecordCounts held_before{};    ///< those that came in stand behind these
 };
 
 /// Those of one command, in their order. Imports one behind the other are one.

@@ -105,6 +105,7 @@ void ImportCommands::NoteDeed(const RecordCounts& held_before) {
     deed.records += static_cast<std::size_t>(last_import_.stored[IndexOf(kind)]);
     deed.kinds[IndexOf(kind)] = last_import_.Received(kind);
   }
+  deed.held_before = held_before;
   if (state_.KeepsSteps()) deed.already_held = DuplicatesBehind(state_.Data(), held_before);
   if (deed.records > 0) state_.Done().Add(std::move(deed));
 }

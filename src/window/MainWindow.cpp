@@ -302,7 +302,7 @@ void MainWindow::ConnectButtons() {
   connect_command(data_panel_->copy, main_.Exports(), &ExportCommands::Copy);
   connect_command(data_panel_->remove, main_.Deletes(), &DeleteCommands::Delete);
   connect_command(data_panel_->file_import, main_.Imports(), &ImportCommands::ImportChosen);
-  connect_command(data_panel_->paste, main_.Imports(), &ImportCommands::Paste);
+  connect(data_panel_->paste, &QPushButton::clicked, this, [this] { Paste(); });
   connect(receiver_bar_->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
   connect(data_panel_, &DataPanel::Ticked, this, [this] { ticks_.Leave(); });
   connect(status_line_->stall_offer->cancel, &QPushButton::clicked, this, [this] { CancelTransfer(); });
@@ -501,6 +501,17 @@ std::int32_t MainWindow::RunExternalCommand(const std::string& command, const st
   external_ = false;
   if (main_.State().Settings().chosen_kinds != chosen) ticks_.Leave();
   return result;
+}
+
+void MainWindow::Paste() {
+  if (command_runs_) return;
+  Run([this] { main_.Imports().Paste(); });
+  for (const Deed& deed : main_.State().Done().All()) {
+    const auto came = std::ranges::find(deed.kinds, true) - deed.kinds.begin();
+    if (came == std::ssize(deed.kinds)) continue;
+    const auto kind = static_cast<std::size_t>(came);
+    records_->SelectFrom(AllDataKinds.at(kind), deed.held_before.at(kind));
+  }
 }
 
 /// Nothing is changed by it: it may come amid a command.

@@ -121,6 +121,7 @@ class MainWindow : public QMainWindow {
   void EndCommand();
   [[nodiscard]] bool MayClose();
   void ShowDeeds(const std::vector<DownloadResult>& results);
+  void Paste();
   void OpenFolder();
   void KeepRecovery();
   void AwaitRecovery();

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "records/Chosen.h"
 #include "window/ChosenCount.h"
 #include "window/FilterBar.h"
 #include "window/Messages.h"
@@ -215,6 +216,17 @@ void RecordTables::Show(DataKind kind, const RecordPlace& place) {
   tabs_->setCurrentIndex(static_cast<int>(IndexOf(kind)));
   page.record_view->ShowRow(RefOf(kind, {place.record, std::nullopt}));
   if (place.point && page.point_view != nullptr) page.point_view->ShowRow(RefOf(kind, place));
+}
+
+void RecordTables::SelectFrom(DataKind kind, std::size_t first) {
+  tabs_->setCurrentIndex(static_cast<int>(IndexOf(kind)));
+  const Page& page = PageOf(kind);
+  if (page.record_view == nullptr) return;
+  std::vector<RowRef> refs;
+  for (std::size_t record = first; record < RecordCount(data_set_, kind); ++record)
+    refs.push_back({static_cast<std::uint16_t>(record + static_cast<std::size_t>(FirstNumber(kind))), 0});
+  page.record_view->SelectRefs(refs);
+  page.record_view->scrollTo(page.record_view->currentIndex());
 }
 
 // ---- Points and counts

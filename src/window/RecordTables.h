@@ -59,6 +59,8 @@ class RecordTables : public QWidget {
   [[nodiscard]] RecordSelection ChosenPoints() const;
   /// Opens the page of a record, or of a point of it, chooses its row and scrolls to it.
   void Show(DataKind kind, const RecordPlace& place);
+  /// Shows the page of a kind and chooses its records from an index on.
+  void SelectFrom(DataKind kind, std::size_t first);
   /// The table that the user works with: the one with the focus, else the records of the page; null while the page has
   /// none.
   [[nodiscard]] RecordView* ActiveView() const;

@@ -80,9 +80,10 @@ void SettingsPanel::Append(QHBoxLayout& line, const char* caption, QWidget* widg
 
 void SettingsPanel::BuildOutput(QHBoxLayout& line, UserSettings& settings, ControlBinder& binder) {
   QComboBox* type = MakeOutputTypes();
-  QComboBox* degree = MakeChoice<AngleNotation>(
-      "DegreeType", "緯度・経度の表記",
-      {{AngleNotation::D, "D（度）"}, {AngleNotation::DMS, "DMS（度分秒）"}, {AngleNotation::MPS, "MPS（度/分/秒）"}});
+  QComboBox* degree = MakeChoice<AngleNotation>("DegreeType", "緯度・経度の表記",
+                                                {{AngleNotation::D, "D（度）"},
+                                                 {AngleNotation::DMS, "DMS（度分秒）"},
+                                                 {AngleNotation::MPS, "MPS（35/37/56.3）"}});
   QComboBox* datum = MakeChoice<Datum>("Datum", "緯度・経度の測地系",
                                        {{Datum::Wgs84, "WGS84"}, {Datum::Tokyo, "Tokyo（日本測地系）"}});
   QSpinBox* offset = MakeUtcOffset();

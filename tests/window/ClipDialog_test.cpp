@@ -334,6 +334,21 @@ TEST_F(ClipDialogTest, TabFollowsTheReadingOrderAndNoKeyStandsTwice) {
   });
 }
 
+TEST_F(ClipDialogTest, ThePositionIsSeenFromItsBeginningWithItsNotation) {
+  Paste([](QDialog& dialog) {
+    const auto* form = dialog.findChild<QLabel*>("ClipForm");
+    EXPECT_EQ(form->text().toStdString(), "度");
+    dialog.findChild<QPushButton*>("ClipPnt")->click();
+    EXPECT_EQ(form->text().toStdString(), "度分秒");
+    for (const char* name : {"ClipLat", "ClipLon"}) {
+      const auto* line = dialog.findChild<QLineEdit*>(name);
+      EXPECT_EQ(line->cursorPosition(), 0) << name;
+      EXPECT_GT(line->width(), line->fontMetrics().horizontalAdvance(line->text())) << name;
+    }
+    Press(dialog, Qt::Key_Escape);
+  });
+}
+
 TEST_F(ClipDialogTest, TheControlsAreNamedForAssistiveTools) {
   Paste([](QDialog& dialog) {
     const std::pair<const char*, const char*> captions[] = {
