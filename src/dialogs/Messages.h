@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/Phrase.h"
+
 namespace walrim::dialog_messages {
 
 // Which of the two a text is.
@@ -17,26 +19,25 @@ inline constexpr std::string_view LatitudeInDms = "度分秒（DMS形式，例 3
 inline constexpr std::string_view LongitudeInDms = "度分秒（DMS形式，例 139.143732）";
 
 [[nodiscard]] inline std::string NoAngle(std::string_view axis, std::string_view text, std::string_view expected) {
-  return std::string(axis).append("「").append(text).append("」は").append(expected).append("として読めません．");
+  return Phrase("%1「%2」は%3として読めません．", Phrase(axis), text, Phrase(expected));
 }
 /// limit is in degrees.
 [[nodiscard]] inline std::string OutOfRange(std::string_view axis, std::string_view text, int limit) {
-  const std::string degrees = std::to_string(limit);
-  return std::string(axis) + "「" + std::string(text) + "」は-" + degrees + "度から" + degrees +
-         "度までの範囲にありません．";
+  return Phrase("%1「%2」は-%3度から%3度までの範囲にありません．", Phrase(axis), text, limit);
 }
 [[nodiscard]] inline std::string NoNegativeDms(std::string_view axis, std::string_view text) {
-  return std::string(axis).append("「").append(text).append("」は南緯・西経のため，度分秒（DMS形式）では扱えません．");
+  return Phrase("%1「%2」は南緯・西経のため，度分秒（DMS形式）では扱えません．", Phrase(axis), text);
 }
 
 // What a cell says of a text that is no position.
 [[nodiscard]] inline std::string NoPosition(std::string_view axis, std::string_view text) {
-  return std::string(axis).append("「").append(text).append(
-      "」は位置として読めません．度（例 35.6252），度分秒（例 "
-      "35°37'30.7\"），地図のリンクのどれかで入力してください．");
+  return Phrase(
+      "%1「%2」は位置として読めません．度（例 35.6252），度分秒（例 35°37'30.7\"），"
+      "地図のリンクのどれかで入力してください．",
+      Phrase(axis), text);
 }
 [[nodiscard]] inline std::string OtherAxis(std::string_view axis, std::string_view text) {
-  return std::string("「").append(text).append("」は").append(axis).append("ではありません．");
+  return Phrase("「%1」は%2ではありません．", text, Phrase(axis));
 }
 inline constexpr std::string_view LinkOffGlobe = "その位置は地球の上にありません．";
 

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "text/Numbers.h"
+#include "text/Phrase.h"
 
 namespace walrim::doctor_messages {
 
@@ -24,25 +25,27 @@ constexpr const char* Brltty =
 /// The aim in the receiver's menu. Older models name both directions of the line.
 std::string GarminMode(std::string_view product) {
   const bool newer = product.starts_with("eTrex") || product.starts_with("eMap");
-  const std::string aim = product.empty() ? "GARMIN（古い機種では GRMN/GRMN）" : newer ? "GARMIN" : "GRMN/GRMN";
-  return "受信機の Setup → Interface を " + aim + " にしてから，もう一度調べてください．";
+  const std::string aim = product.empty() ? Phrase("GARMIN（古い機種では GRMN/GRMN）") : newer ? "GARMIN" : "GRMN/GRMN";
+  return Phrase("受信機の Setup → Interface を %1 にしてから，もう一度調べてください．", aim);
 }
 
 std::string DeviceOf(const LineReport& report) {
-  return report.opened.device.empty() ? "ポート" + report.port : report.opened.device;
+  return report.opened.device.empty() ? Phrase("ポート%1", report.port) : report.opened.device;
 }
 
 std::string HolderText(const PortHolder& holder) {
-  const std::string process = holder.process > 0 ? "（プロセス" + std::to_string(holder.process) + "）" : "";
+  const std::string process = holder.process > 0 ? Phrase("（プロセス%1）", holder.process) : "";
   switch (holder.kind) {
     case PortHolder::Kind::Process:
-      return (holder.name.empty() ? "他のプログラム" : holder.name) + process + "が使っています．終了してください．";
+      return Phrase("%1%2が使っています．終了してください．",
+                    holder.name.empty() ? Phrase("他のプログラム") : holder.name, process);
     case PortHolder::Kind::LockFile:
-      return "ロックファイル" + holder.name + process + "があります．そのプログラムを終了してください．";
+      return Phrase("ロックファイル%1%2があります．そのプログラムを終了してください．", holder.name, process);
     case PortHolder::Kind::Gpsd:
-      return "GPSの常駐プログラムgpsdが使っています．止めるには： sudo systemctl stop gpsd.socket gpsd";
+      return Phrase("GPSの常駐プログラムgpsdが使っています．止めるには： sudo systemctl stop gpsd.socket gpsd");
     case PortHolder::Kind::ModemManager:
-      return "ModemManagerが動いています．つないだ直後の30秒ほどは，モデムかどうかを調べるためにポートを使います．";
+      return Phrase(
+          "ModemManagerが動いています．つないだ直後の30秒ほどは，モデムかどうかを調べるためにポートを使います．");
   }
   return {};
 }
@@ -60,18 +63,24 @@ std::string DegreesText(double degrees) {
   return text;
 }
 
+std::string Listed(const Texts& texts, std::string_view between) {
+  std::string list;
+  for (const std::string& text : texts)
+    list.append(list.empty() ? std::string_view() : between).append(text);
+  return list;
+}
+
 /// What the sentences say proves that the cable is right.
 Texts SentenceTexts(const SentenceFacts& facts) {
-  std::string seen;
+  Texts seen;
   if (facts.lat_deg && facts.lon_deg) {
-    seen += "位置 " + DegreesText(*facts.lat_deg) + "，" + DegreesText(*facts.lon_deg) + "　";
+    seen.push_back(Phrase("位置 %1，%2", DegreesText(*facts.lat_deg), DegreesText(*facts.lon_deg)));
   }
-  if (facts.utc) seen += "時刻 " + DateTimeText(*facts.utc) + " UTC　";
-  if (facts.satellites) seen += "衛星 " + std::to_string(*facts.satellites) + "個　";
-  if (!facts.product.empty()) seen += facts.product + "　";
-  if (seen.empty()) return {"ケーブルは正しくつながっています．"};
-  constexpr std::size_t Gap = 3;  // bytes of the last wide blank
-  return {"ケーブルは正しくつながっています（" + seen.substr(0, seen.size() - Gap) + "）．"};
+  if (facts.utc) seen.push_back(Phrase("時刻 %1 UTC", DateTimeText(*facts.utc)));
+  if (facts.satellites) seen.push_back(Phrase("衛星 %1個", *facts.satellites));
+  if (!facts.product.empty()) seen.push_back(facts.product);
+  if (seen.empty()) return {Phrase("ケーブルは正しくつながっています．")};
+  return {Phrase("ケーブルは正しくつながっています（%1）．", Listed(seen, Phrase("　")))};
 }
 
 Texts WrongSetting(const LineReport& report) {
@@ -82,7 +91,7 @@ Texts WrongSetting(const LineReport& report) {
 }
 
 Texts WithBrltty(const LineReport& report, Texts texts) {
-  if (report.finding == Finding::Vanished || report.adapter.TakenByBrltty()) texts.emplace_back(Brltty);
+  if (report.finding == Finding::Vanished || report.adapter.TakenByBrltty()) texts.push_back(Phrase(Brltty));
   return texts;
 }
 
@@ -96,34 +105,33 @@ Texts Joined(Texts first, Texts second) {
 Texts LatencyTexts(const LineReport& report) {
   constexpr int ShortLatencyMs = 2;
   if (report.adapter.latency_ms.value_or(0) <= ShortLatencyMs) return {};
-  return {"アダプターがデータを" + std::to_string(*report.adapter.latency_ms) +
-          "ミリ秒ためてから渡しています．1ミリ秒にすると速くなります．"};
+  return {Phrase("アダプターがデータを%1ミリ秒ためてから渡しています．1ミリ秒にすると速くなります．",
+                 *report.adapter.latency_ms)};
 }
 
 std::string SettingName(const LineReport& report, std::string_view name) {
-  return "受信機の出力が" + std::string(name) + "（" + std::to_string(report.baud) + "ボー）になっています．";
+  return Phrase("受信機の出力が%1（%2ボー）になっています．", name, report.baud);
 }
 
 std::string FiguresText(const LineFigures& figures) {
-  std::string text =
-      std::to_string(figures.requests) + "回のうち" + std::to_string(figures.answers) + "回，正しい応答がありました";
-  if (figures.damaged_frames > 0) text += "，壊れたフレーム " + std::to_string(figures.damaged_frames) + "個";
-  if (figures.stray_bytes > 0) text += "，余分なバイト " + std::to_string(figures.stray_bytes) + "個";
-  if (figures.ack) text += "，応答まで" + std::to_string(figures.ack->count()) + "ミリ秒";
-  if (figures.round_trip) text += "，往復" + std::to_string(figures.round_trip->count()) + "ミリ秒";
-  return text;
+  Texts texts{Phrase("%1回のうち%2回，正しい応答がありました", figures.requests, figures.answers)};
+  if (figures.damaged_frames > 0) texts.push_back(Phrase("壊れたフレーム %1個", figures.damaged_frames));
+  if (figures.stray_bytes > 0) texts.push_back(Phrase("余分なバイト %1個", figures.stray_bytes));
+  if (figures.ack) texts.push_back(Phrase("応答まで%1ミリ秒", figures.ack->count()));
+  if (figures.round_trip) texts.push_back(Phrase("往復%1ミリ秒", figures.round_trip->count()));
+  return Listed(texts, Phrase("，"));
 }
 
 /// What came unasked.
 std::string HeardText(const LineReport& report) {
-  const std::string speed = std::to_string(report.baud) + "ボーで";
-  if (report.finding == Finding::Nmea) return speed + "NMEAの文が届いています";
-  if (report.finding == Finding::TextOut) return speed + "Text Outの文が届いています";
-  return report.finding == Finding::Rtcm ? "RTCMのデータが届いています" : "知っている文は届きません";
+  if (report.finding == Finding::Nmea) return Phrase("%1ボーでNMEAの文が届いています", report.baud);
+  if (report.finding == Finding::TextOut) return Phrase("%1ボーでText Outの文が届いています", report.baud);
+  return report.finding == Finding::Rtcm ? Phrase("RTCMのデータが届いています") : Phrase("知っている文は届きません");
 }
 
 std::string NotOpenedText(const LineReport& report) {
-  return DeviceOf(report) + "を開けません" + (report.opened.detail.empty() ? "" : "：" + report.opened.detail) + "．";
+  if (report.opened.detail.empty()) return Phrase("%1を開けません．", DeviceOf(report));
+  return Phrase("%1を開けません：%2．", DeviceOf(report), report.opened.detail);
 }
 
 }  // namespace
@@ -131,17 +139,17 @@ std::string NotOpenedText(const LineReport& report) {
 std::string Headline(const LineReport& report) {
   switch (report.finding) {
     case Finding::NoPort:
-      return DeviceOf(report) + "がありません．";
+      return Phrase("%1がありません．", DeviceOf(report));
     case Finding::Vanished:
-      return DeviceOf(report) + "が消えました．";
+      return Phrase("%1が消えました．", DeviceOf(report));
     case Finding::NotPermitted:
-      return DeviceOf(report) + "を開く権限がありません．";
+      return Phrase("%1を開く権限がありません．", DeviceOf(report));
     case Finding::Held:
-      return DeviceOf(report) + "は他のプログラムが使用中です．";
+      return Phrase("%1は他のプログラムが使用中です．", DeviceOf(report));
     case Finding::NotOpened:
       return NotOpenedText(report);
     case Finding::Silent:
-      return "受信機から何も届きません．";
+      return Phrase("受信機から何も届きません．");
     case Finding::Nmea:
       return SettingName(report, "NMEA");
     case Finding::TextOut:
@@ -149,13 +157,13 @@ std::string Headline(const LineReport& report) {
     case Finding::Rtcm:
       return SettingName(report, "RTCM");
     case Finding::Damaged:
-      return "届くデータが壊れています．";
+      return Phrase("届くデータが壊れています．");
     case Finding::Slow:
-      return "正しい応答がありますが，遅れています．";
+      return Phrase("正しい応答がありますが，遅れています．");
     case Finding::Healthy:
-      return "正常です．";
+      return Phrase("正常です．");
     case Finding::Cancelled:
-      return "中止しました．";
+      return Phrase("中止しました．");
   }
   return {};
 }
@@ -163,27 +171,27 @@ std::string Headline(const LineReport& report) {
 std::vector<std::string> Advice(const LineReport& report) {
   switch (report.finding) {
     case Finding::NoPort:
-      return WithBrltty(report, {"ケーブルかUSBアダプターを差し込んでください．", TryOtherPorts});
+      return WithBrltty(report, {Phrase("ケーブルかUSBアダプターを差し込んでください．"), Phrase(TryOtherPorts)});
     case Finding::Vanished:
-      return WithBrltty(report, {"ケーブルかUSBアダプターが抜けかけています．差し直してください．"});
+      return WithBrltty(report, {Phrase("ケーブルかUSBアダプターが抜けかけています．差し直してください．")});
     case Finding::NotPermitted:
-      if (report.opened.group.empty()) return {"管理者に，このポートを使う許可をもらってください．"};
-      return {"グループ" + report.opened.group +
-              "に加わってください．次の命令を実行し，いったんログアウトして，ログインし直します．"};
+      if (report.opened.group.empty()) return {Phrase("管理者に，このポートを使う許可をもらってください．")};
+      return {Phrase("グループ%1に加わってください．次の命令を実行し，いったんログアウトして，ログインし直します．",
+                     report.opened.group)};
     case Finding::Held:
-      return Joined(HolderTexts(report), {"使っているプログラムを終了してから，もう一度調べてください．"});
+      return Joined(HolderTexts(report), {Phrase("使っているプログラムを終了してから，もう一度調べてください．")});
     case Finding::NotOpened:
-      return {"ほかのポートを選ぶか，ケーブルかUSBアダプターを差し直してください．"};
+      return {Phrase("ほかのポートを選ぶか，ケーブルかUSBアダプターを差し直してください．")};
     case Finding::Silent:
-      return Joined({CheckCable, GarminMode({}), TryOtherPorts}, HolderTexts(report));
+      return Joined({Phrase(CheckCable), GarminMode({}), Phrase(TryOtherPorts)}, HolderTexts(report));
     case Finding::Nmea:
     case Finding::TextOut:
     case Finding::Rtcm:
       return WrongSetting(report);
     case Finding::Damaged:
-      return Joined(Joined({UseCheckedLink}, LatencyTexts(report)), HolderTexts(report));
+      return Joined(Joined({Phrase(UseCheckedLink)}, LatencyTexts(report)), HolderTexts(report));
     case Finding::Slow:
-      return Joined(LatencyTexts(report), {OtherAdapter});
+      return Joined(LatencyTexts(report), {Phrase(OtherAdapter)});
     case Finding::Healthy:
       return LatencyTexts(report);
     case Finding::Cancelled:
@@ -202,37 +210,39 @@ std::string ShellCommand(const LineReport& report) {
 std::string StepLine(ExamStep step, const LineReport& report) {
   switch (step) {
     case ExamStep::Port:
-      return "ポート：" + (report.opened.Ok() ? DeviceOf(report) + "を開きました" : Headline(report));
+      return Phrase("ポート：%1", report.opened.Ok() ? Phrase("%1を開きました", DeviceOf(report)) : Headline(report));
     case ExamStep::Answer:
-      return std::string("応答：") + (report.answered ? "受信機が応えました" : "9600ボーで呼んでも応えません");
+      return Phrase("応答：%1",
+                    report.answered ? Phrase("受信機が応えました") : Phrase("9600ボーで呼んでも応えません"));
     case ExamStep::Listening:
-      return "受信：" + HeardText(report);
+      return Phrase("受信：%1", HeardText(report));
     case ExamStep::OtherSpeeds:
-      return "ほかの速さ：" + HeardText(report);
+      return Phrase("ほかの速さ：%1", HeardText(report));
     case ExamStep::Figures:
-      return "品質：" + FiguresText(report.figures);
+      return Phrase("品質：%1", FiguresText(report.figures));
     case ExamStep::Holders:
-      return "他のプログラム：" + (report.holders.empty() ? "見あたりません" : HolderTexts(report).front());
+      return Phrase("他のプログラム：%1",
+                    report.holders.empty() ? Phrase("見あたりません") : HolderTexts(report).front());
   }
   return {};
 }
 
 std::string Examining(std::string_view port) {
-  return "ポート" + std::string(port) + "の接続を調べています";
+  return Phrase("ポート%1の接続を調べています", port);
 }
 
 std::string AskedPort(const PortChoice& port, bool answers) {
-  return port.device + "：" + (answers ? "受信機が応えました" : "応答がありません");
+  return Phrase("%1：%2", port.device, answers ? Phrase("受信機が応えました") : Phrase("応答がありません"));
 }
 
 std::string FoundAt(const PortChoice& port) {
-  return port.device + "で受信機が応えました．このポートを選びました．";
+  return Phrase("%1で受信機が応えました．このポートを選びました．", port.device);
 }
 
 std::string PortAppeared(std::string_view device, std::string_view description) {
   std::string text(device);
   if (!description.empty()) text += " (" + std::string(description) + ")";
-  return text + "がつながれました．情報取得（F5）で受信機を調べられます．";
+  return Phrase("%1がつながれました．情報取得（F5）で受信機を調べられます．", text);
 }
 
 std::string_view FindingWord(Finding finding) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/Phrase.h"
+
 namespace walrim::format_messages {
 
 // Why a line was not stored.
@@ -38,19 +40,19 @@ inline constexpr std::string_view TooLarge = "64MBを超えています";
 inline constexpr std::string_view NoGpx = "GPXではありません";
 /// A reason, and where it was met: line and character of the line, from 1.
 [[nodiscard]] inline std::string AtPlace(std::string_view why, int line, int column) {
-  return std::string(why) + "（" + std::to_string(line) + "行目の" + std::to_string(column) + "文字目）";
+  return Phrase("%1（%2行目の%3文字目）", Phrase(why), line, column);
 }
 
 // What a GPX text brings.
 /// names are the unknown ones, or those of which only something near is there.
 [[nodiscard]] inline std::string UnknownSymbols(std::string_view names) {
-  return "知らないシンボルはWaypointにしました：" + std::string(names) + "．";
+  return Phrase("知らないシンボルはWaypointにしました：%1．", names);
 }
 [[nodiscard]] inline std::string NearestSymbols(std::string_view names) {
-  return "受信機にないシンボルは近いものにしました：" + std::string(names) + "．";
+  return Phrase("受信機にないシンボルは近いものにしました：%1．", names);
 }
 [[nodiscard]] inline std::string SplitRoutes(int count) {
-  return "99点を超えるルートが" + std::to_string(count) + "本あり，続きを別のルートにしました．";
+  return Phrase("99点を超えるルートが%1本あり，続きを別のルートにしました．", count);
 }
 
 // What a KML file calls its folders, and says of a walk.

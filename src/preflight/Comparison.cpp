@@ -13,6 +13,7 @@
 #include "preflight/Sending.h"
 #include "records/Symbols.h"
 #include "text/Cp932.h"
+#include "text/Phrase.h"
 #include "text/Scan.h"
 
 namespace walrim {
@@ -81,7 +82,8 @@ std::string SymbolText(const Waypoint& waypoint, WaypointType type) {
   const int code = waypoint.smbl.value_or(0);
   const std::string_view name = NameOf(SymbolNames(type), code);
   if (name.empty()) return std::to_string(code);
-  return std::string(JapaneseSymbolName(type, code)).append("（").append(name).append("）");
+  const std::string shown = Phrase(JapaneseSymbolName(type, code));
+  return shown == name ? shown : Phrase("%1（%2）", shown, name);
 }
 
 /// A type that has the symbol of a record among its own.

@@ -1,32 +1,25 @@
 #include "preflight/Messages.h"
 
-#include <initializer_list>
 #include <string_view>
 
 #include "preflight/Sending.h"
+#include "text/Phrase.h"
 #include "text/Utf8.h"
 
 namespace walrim::preflight_messages {
 
 namespace {
 
-std::string Joined(std::initializer_list<std::string_view> parts) {
-  std::string text;
-  for (const std::string_view part : parts)
-    text += part;
-  return text;
-}
-
 std::string Quoted(std::string_view text) {
-  return Joined({"「", WithoutControlCharacters(text), "」"});
+  return Phrase("「%1」", WithoutControlCharacters(text));
 }
 
 std::string Became(std::string_view what, const Difference& difference) {
-  return Joined({what, Quoted(difference.was), "→", Quoted(difference.is)});
+  return Phrase("%1%2→%3", Phrase(what), Quoted(difference.was), Quoted(difference.is));
 }
 
 std::string Once(std::string_view what, const Difference& difference) {
-  return Joined({what, "（", std::to_string(difference.count), "件）"});
+  return Phrase("%1（%2件）", Phrase(what), difference.count);
 }
 
 std::string NameOf(const DataSet& data, const Difference& difference) {
@@ -47,22 +40,22 @@ std::string OneProposal(const Proposal& proposal) {
   switch (proposal.change) {
     case Change::Rename:
     case Change::NameRoute:
-      return Joined({"名前", Quoted(proposal.text)});
+      return Phrase("名前%1", Quoted(proposal.text));
     case Change::Number:
-      return "番号" + std::to_string(proposal.number);
+      return Phrase("番号%1", proposal.number);
     case Change::Split:
-      return std::to_string(proposal.number) + "点ずつに分ける";
+      return Phrase("%1点ずつに分ける", proposal.number);
     case Change::Shorten:
-      return "トラックログを短くする";
+      return Phrase("トラックログを短くする");
     case Change::Clean:
       break;
   }
-  return "送れない文字と長すぎる文字列を除く";
+  return Phrase("送れない文字と長すぎる文字列を除く");
 }
 
 std::string Other(const UploadFinding& finding) {
   if (!finding.other) return {};
-  return Joined({DataKindName(finding.difference.kind), " ", std::to_string(*finding.other + 1)});
+  return Phrase("%1 %2", DataKindName(finding.difference.kind), *finding.other + 1);
 }
 
 }  // namespace
@@ -80,9 +73,9 @@ std::string RecordText(const DataSet& data, const Difference& difference) {
 std::string LossText(const Difference& difference) {
   switch (difference.loss) {
     case Loss::Missing:
-      return "受信機に残りません";
+      return Phrase("受信機に残りません");
     case Loss::Points:
-      return Joined({difference.was, "点のうち", difference.is, "点だけが残ります"});
+      return Phrase("%1点のうち%2点だけが残ります", difference.was, difference.is);
     case Loss::Name:
       return Became("名前", difference);
     case Loss::Comment:
@@ -92,13 +85,13 @@ std::string LossText(const Difference& difference) {
     case Loss::Number:
       return Became("番号", difference);
     case Loss::Overwrites:
-      return Joined({"受信機にある", Quoted(difference.is), "を上書きします"});
+      return Phrase("受信機にある%1を上書きします", Quoted(difference.is));
     case Loss::SharedName:
-      return "ほかの場所と同じ名前です";
+      return Phrase("ほかの場所と同じ名前です");
     case Loss::SharedRouteName:
-      return "ほかのルートと同じ名前です";
+      return Phrase("ほかのルートと同じ名前です");
     case Loss::NoRouteName:
-      return "名前がありません";
+      return Phrase("名前がありません");
     case Loss::Capitals:
       return Once("小文字が大文字になります", difference);
     case Loss::Colour:
@@ -125,15 +118,17 @@ std::string FindingText(const UploadFinding& finding) {
     case Cause::Type:
       return lost;
     case Cause::Letters:
-      return "名前に受信機の文字がないため，" + lost;
+      return Phrase("名前に受信機の文字がないため，%1", lost);
     case Cause::Overwritten:
-      return Joined({Other(finding), "と同じ名前か番号になるため，", lost});
+      return Phrase("%1と同じ名前か番号になるため，%2", Other(finding), lost);
     case Cause::NoRoom:
-      return "受信機に入りきらないため，" + lost;
+      return Phrase("受信機に入りきらないため，%1", lost);
     case Cause::TooLong:
-      return Joined({Other(finding), finding.other ? "の" : "", "文字列が長すぎて受信機が受け取らないため，", lost});
+      return finding.other ? Phrase("%1の文字列が長すぎて受信機が受け取らないため，%2", Other(finding), lost)
+                           : Phrase("文字列が長すぎて受信機が受け取らないため，%1", lost);
     case Cause::NotSendable:
-      return Joined({Other(finding), finding.other ? "に" : "", "送れない文字か位置があるため，", lost});
+      return finding.other ? Phrase("%1に送れない文字か位置があるため，%2", Other(finding), lost)
+                           : Phrase("送れない文字か位置があるため，%1", lost);
   }
   return lost;
 }
@@ -142,19 +137,19 @@ std::string ProposalText(const UploadFinding& finding) {
   std::string text;
   for (const Proposal& proposal : finding.proposals) {
     const std::string one = OneProposal(proposal);
-    if (text.find(one) == std::string::npos) text += (text.empty() ? "" : "，") + one;
+    if (text.find(one) == std::string::npos) text += (text.empty() ? "" : Phrase("，")) + one;
   }
   return text;
 }
 
 std::string FindingLine(const DataSet& data, const UploadFinding& finding) {
   const std::string proposal = ProposalText(finding);
-  return Joined({RecordText(data, finding.difference), "：", FindingText(finding), proposal.empty() ? "" : "（提案：",
-                 proposal, proposal.empty() ? "" : "）"});
+  const std::string line = Phrase("%1：%2", RecordText(data, finding.difference), FindingText(finding));
+  return proposal.empty() ? line : Phrase("%1（提案：%2）", line, proposal);
 }
 
 std::string DifferenceLine(const DataSet& data, const Difference& difference) {
-  return Joined({RecordText(data, difference), "：", LossText(difference)});
+  return Phrase("%1：%2", RecordText(data, difference), LossText(difference));
 }
 
 }  // namespace walrim::preflight_messages

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/Phrase.h"
+
 namespace walrim::qt_messages {
 
 // ---- Links
@@ -20,12 +22,12 @@ inline constexpr std::string_view LinkIsRead = "ほかのリンクを読み込�
 inline constexpr std::string_view NoWebLink =
     "このリンクは読み込めません．http://かhttps://で始まるリンクを指定してください．";
 [[nodiscard]] inline std::string TooLarge(long long most_bytes) {
-  return "データが大きすぎます（" + std::to_string(most_bytes) + "バイトまで）．";
+  return Phrase("データが大きすぎます（%1バイトまで）．", most_bytes);
 }
 /// reason is the server's own word for the status; empty where it gives none.
 [[nodiscard]] inline std::string RefusedByServer(int status, const std::string& reason) {
-  return "サーバーがステータス" + std::to_string(status) + (reason.empty() ? "" : "（" + reason + "）") +
-         "を返しました．";
+  if (reason.empty()) return Phrase("サーバーがステータス%1を返しました．", status);
+  return Phrase("サーバーがステータス%1（%2）を返しました．", status, reason);
 }
 
 // What goes wrong between here and a server.
@@ -35,10 +37,10 @@ inline constexpr std::string_view NotConnected = "に接続できません．";
 inline constexpr std::string_view NotSecured = "と安全な接続ができません．";
 inline constexpr std::string_view NotCertified = "の証明書を確認できません．";
 [[nodiscard]] inline std::string NotReadFrom(std::string_view why) {
-  return "から読み込めません（" + std::string(why) + "）．";
+  return Phrase("から読み込めません（%1）．", why);
 }
 [[nodiscard]] inline std::string OfServer(std::string_view host, std::string_view problem) {
-  return std::string("サーバー「").append(host).append("」").append(problem);
+  return Phrase("サーバー「%1」%2", host, Phrase(problem));
 }
 
 // ---- Serial ports
@@ -46,8 +48,8 @@ inline constexpr std::string_view NotCertified = "の証明書を確認できま
 inline constexpr std::string_view NoSerialPort = "シリアルポートではありません";
 /// process is the number of the program that is gone.
 [[nodiscard]] inline std::string LockOutlived(int process, const std::string& path) {
-  return "終了したプログラム（プロセス" + std::to_string(process) + "）のロックファイルが残っています．" + path +
-         " を削除してください．";
+  return Phrase("終了したプログラム（プロセス%1）のロックファイルが残っています．%2 を削除してください．", process,
+                path);
 }
 
 // ---- The socket for commands
@@ -58,13 +60,13 @@ inline constexpr std::string_view WindowBusy = "Walrimは処理中です．";
 inline constexpr std::string_view OtherWindowListens = "別のWalrimのウィンドウがコマンドを受け付けています．";
 inline constexpr std::string_view BadCommandText = "コマンドの文字が正しくないか，長すぎます．";
 [[nodiscard]] inline std::string WindowNotReached(const std::string& why) {
-  return "Walrimのウィンドウに接続できません（" + why + "）．";
+  return Phrase("Walrimのウィンドウに接続できません（%1）．", why);
 }
 [[nodiscard]] inline std::string FolderNotPrivate(const std::string& folder) {
-  return folder + " がこの利用者だけのフォルダーではないため，コマンドを使えません．";
+  return Phrase("%1 がこの利用者だけのフォルダーではないため，コマンドを使えません．", folder);
 }
 [[nodiscard]] inline std::string NotListening(const std::string& name) {
-  return "コマンドを受け付けられません（" + name + "）．";
+  return Phrase("コマンドを受け付けられません（%1）．", name);
 }
 
 }  // namespace walrim::qt_messages

@@ -6,6 +6,7 @@
 #include "app/ProgramName.h"
 #include "window/Messages.h"
 #include "window/Resources.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 
@@ -24,10 +25,10 @@ void ShowAboutBox(QWidget& window) {
   const std::string_view version = ProgramVersion();
   QMessageBox box(&window);
   box.setObjectName("AboutBox");
-  box.setWindowTitle(QString::fromUtf8("Walrimについて"));
+  box.setWindowTitle(Translated("Walrimについて"));
   box.setIconPixmap(ProgramIcon().pixmap(QSize(IconSize, IconSize), window.devicePixelRatioF()));
   box.setTextFormat(Qt::PlainText);
-  box.setText("Walrim " + QString::fromUtf8(version.data(), static_cast<qsizetype>(version.size())));
+  box.setText("Walrim " + Translated(version));
   box.setInformativeText(QString::fromStdString(window_messages::About(qVersion())));
   box.setStandardButtons(QMessageBox::Ok);
   box.button(QMessageBox::Ok)->setText("OK");

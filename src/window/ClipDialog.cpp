@@ -51,11 +51,11 @@ ClipDialog::ClipDialog(ClipProAtlas& clip, QWidget* parent)
       smbl_(new SymbolBox),
       dspl_(MakeComboBox("DsplType", "受信機での表示")) {
   setObjectName("ClipProAtlas");
-  setWindowTitle(QString::fromUtf8(clip.is_new ? "新しいウェイポイント" : "地図からの地点"));
+  setWindowTitle(Translated(clip.is_new ? "新しいウェイポイント" : "地図からの地点"));
   NameControl(*smbl_, "SmblType");
-  smbl_->setToolTip(QString::fromUtf8("シンボル．日本語・英語の名前の一部を入力すると，探せます"));
+  smbl_->setToolTip(Translated("シンボル．日本語・英語の名前の一部を入力すると，探せます"));
   NameControl(*form_, "ClipForm");
-  form_->setToolTip(QString::fromUtf8("緯度と経度の表記"));
+  form_->setToolTip(Translated("緯度と経度の表記"));
   for (QLineEdit* line : {lat_, lon_})
     line->setMinimumWidth(line->fontMetrics().averageCharWidth() * PositionLetters);
   Build();
@@ -87,7 +87,7 @@ void ClipDialog::Build() {
   NameControl(*ok, "Ok");
   NameControl(*cancel, "Cancel");
   ok->setText("OK");
-  cancel->setText(QString::fromUtf8("キャンセル"));
+  cancel->setText(Translated("キャンセル"));
   column->addWidget(buttons);
   connect(notation_, &QPushButton::clicked, this, [this] { SwitchNotation(); });
   connect(ok, &QPushButton::clicked, this, [this] { Finish(); });
@@ -104,7 +104,7 @@ void ClipDialog::ShowPosition() {
   lon_->setText(QString::fromStdString(clip_.lon));
   for (QLineEdit* line : {lat_, lon_})
     line->setCursorPosition(0);
-  form_->setText(QString::fromUtf8(clip_.notation == AngleNotation::D ? "度" : "度分秒"));
+  form_->setText(Translated(clip_.notation == AngleNotation::D ? "度" : "度分秒"));
 }
 
 void ClipDialog::ShowClip() {
@@ -138,7 +138,7 @@ void ClipDialog::SwitchNotation() {
 void ClipDialog::Finish() {
   ReadControls();
   if (!clip_.smbl && smbl_->count() > 0) {
-    ShowWarning(*this, QString::fromUtf8(messages::NoSuchSymbol));
+    ShowWarning(*this, Translated(messages::NoSuchSymbol));
     return smbl_->setFocus(Qt::TabFocusReason);
   }
   const ClipResult result = FinishClip(clip_);

@@ -30,7 +30,7 @@ constexpr const char* HeldCaption = "内部データ";
 
 QString Name(DataKind kind) {
   const std::string_view name = DataKindName(kind);
-  return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+  return Translated(name);
 }
 
 QString CountText(const std::optional<int>& count, const char* unknown) {
@@ -40,8 +40,8 @@ QString CountText(const std::optional<int>& count, const char* unknown) {
 QToolButton* MakeSettingsButton() {
   auto* button = new QToolButton;
   button->setObjectName("Settings");
-  button->setText(QString::fromUtf8("設定"));
-  button->setToolTip(QString::fromUtf8("保存の形式，通信，自動処理の設定を表示します（Ctrl+,）"));
+  button->setText(Translated("設定"));
+  button->setToolTip(Translated("保存の形式，通信，自動処理の設定を表示します（Ctrl+,）"));
   button->setShortcut(QKeySequence("Ctrl+,"));
   button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   button->setArrowType(Qt::RightArrow);
@@ -65,8 +65,8 @@ DataPanel::DataPanel(ProgramState& state, ControlBinder& binder)
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins({});
   grid->setVerticalSpacing(grid->verticalSpacing() / 2);
-  grid->addWidget(new QLabel(QString::fromUtf8(ReceiverCaption)), Receiver, 0);
-  grid->addWidget(new QLabel(QString::fromUtf8(HeldCaption)), Held, 0);
+  grid->addWidget(new QLabel(Translated(ReceiverCaption)), Receiver, 0);
+  grid->addWidget(new QLabel(Translated(HeldCaption)), Held, 0);
   for (const DataKind kind : AllDataKinds)
     BuildKind(*grid, kind, binder);
   BuildButtons(*grid);
@@ -77,7 +77,7 @@ void DataPanel::BuildKind(QGridLayout& grid, DataKind kind, ControlBinder& binde
   const std::size_t index = IndexOf(kind);
   column.data_type = new QLabel(Name(kind));
   column.data_type->setObjectName(IndexedName("DataType", index));
-  column.data_type->setToolTip(QString::fromUtf8("クリックすると，この種類のチェックを付けるか外します"));
+  column.data_type->setToolTip(Translated("クリックすると，この種類のチェックを付けるか外します"));
   column.data_type->setCursor(Qt::PointingHandCursor);
   column.data_type->setAutoFillBackground(true);
   column.data_type->installEventFilter(this);
@@ -87,12 +87,12 @@ void DataPanel::BuildKind(QGridLayout& grid, DataKind kind, ControlBinder& binde
   binder.Bind(*column.do_check, state_.Settings().chosen_kinds[index]);
   column.receiver_count = MakeCountBox(IndexedName("GpsDataNum", index), "受信機にある件数");
   column.held_count = MakeCountBox(IndexedName("GpsNum", index), "内部データの件数");
-  const QString row_names[] = {QString::fromUtf8(ReceiverCaption), QString::fromUtf8(HeldCaption)};
+  const QString row_names[] = {Translated(ReceiverCaption), Translated(HeldCaption)};
   const auto in_row = [&](int row) { return row_names[row] + " " + Name(kind); };
   column.down_check->setAccessibleName(in_row(0));
-  column.receiver_count->setAccessibleName(in_row(0) + QString::fromUtf8(" 件数"));
+  column.receiver_count->setAccessibleName(in_row(0) + Translated(" 件数"));
   column.do_check->setAccessibleName(in_row(1));
-  column.held_count->setAccessibleName(in_row(1) + QString::fromUtf8(" 件数"));
+  column.held_count->setAccessibleName(in_row(1) + Translated(" 件数"));
   for (QCheckBox* check : {column.down_check, column.do_check})
     connect(check, &QCheckBox::clicked, this, &DataPanel::Ticked);
   const int first = FirstKind + 2 * static_cast<int>(index);
@@ -133,7 +133,7 @@ void DataPanel::ShowKind(DataKind kind, bool command_runs) {
   column.receiver_count->setText(CountText(state_.ReceiverCount(kind), ""));
   column.held_count->setText(ChosenCountText(state_.Data(), kind, CountText(state_.HeldCount(kind), "-")));
   column.held_count->setToolTip(
-      QString::fromUtf8(state_.Unsaved(kind) ? window_messages::UnsavedCount : window_messages::HeldCount));
+      Translated(state_.Unsaved(kind) ? window_messages::UnsavedCount : window_messages::HeldCount));
   // A kind that is full looks like a button, others like any caption.
   const bool full = state_.Full(kind);
   column.data_type->setBackgroundRole(full ? QPalette::Button : QPalette::Window);

@@ -20,7 +20,7 @@ QString RangeText(GarminSeconds first, GarminSeconds last, int utc_offset_hours)
   const auto text = [&](GarminSeconds time) {
     return QString::fromStdString(DateTimeText(LocalTimeOfGarminTime(time, utc_offset_hours)));
   };
-  return text(first) + QString::fromUtf8("～") + text(last);
+  return text(first) + Translated("～") + text(last);
 }
 
 /// The name of a log, or its number where it has none.
@@ -36,15 +36,15 @@ DateRepairsDialog::DateRepairsDialog(const DataSet& data_set, const std::vector<
                                      int utc_offset_hours, QWidget* parent)
     : QDialog(parent) {
   setObjectName("DateRepairs");
-  setWindowTitle(QString::fromUtf8("日付を直す"));
+  setWindowTitle(Translated("日付を直す"));
   resize(StartSize);
   auto* column = new QVBoxLayout(this);
-  auto* caption = new QLabel(QString::fromUtf8("次のトラックログの日付は，1024週の単位で遅れています．直しますか？"));
+  auto* caption = new QLabel(Translated("次のトラックログの日付は，1024週の単位で遅れています．直しますか？"));
   column->addWidget(caption);
   column->addWidget(MakeTable(data_set, repairs, utc_offset_hours));
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  buttons->button(QDialogButtonBox::Ok)->setText(QString::fromUtf8("直す(&F)"));
-  buttons->button(QDialogButtonBox::Cancel)->setText(QString::fromUtf8("キャンセル"));
+  buttons->button(QDialogButtonBox::Ok)->setText(Translated("直す(&F)"));
+  buttons->button(QDialogButtonBox::Cancel)->setText(Translated("キャンセル"));
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   column->addWidget(buttons);
@@ -54,8 +54,7 @@ QTableWidget* DateRepairsDialog::MakeTable(const DataSet& data_set, const std::v
                                            int utc_offset_hours) {
   auto* table = new QTableWidget(static_cast<int>(repairs.size()), 3);
   NameControl(*table, "DateRepairTable");
-  table->setHorizontalHeaderLabels(
-      {QString::fromUtf8("トラックログ"), QString::fromUtf8("今の日時"), QString::fromUtf8("直した日時")});
+  table->setHorizontalHeaderLabels({Translated("トラックログ"), Translated("今の日時"), Translated("直した日時")});
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->verticalHeader()->hide();

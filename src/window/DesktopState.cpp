@@ -7,6 +7,7 @@ namespace {
 constexpr const char* Geometry = "window/geometry";
 constexpr const char* Columns = "window/columns";
 constexpr const char* Map = "window/map";
+constexpr const char* LanguageChosen = "window/language";
 constexpr const char* SettingsUnfolded = "window/settings_unfolded";
 constexpr const char* HideEmptyColumns = "window/hide_empty_columns";
 constexpr const char* OpenFolder = "folders/open";
@@ -32,6 +33,7 @@ DesktopState LoadDesktopState(const QSettings& store) {
   state.geometry = store.value(Geometry).toByteArray();
   state.columns = store.value(Columns).toMap();
   state.map = store.value(Map).toMap();
+  state.language = store.value(LanguageChosen).toString();
   state.settings_unfolded = store.value(SettingsUnfolded).toBool();
   state.hide_empty_columns = store.value(HideEmptyColumns, true).toBool();
   state.open_folder = store.value(OpenFolder).toString();
@@ -50,6 +52,7 @@ void SaveDesktopState(QSettings& store, const DesktopState& state) {
   store.setValue(Geometry, state.geometry);
   store.setValue(Columns, state.columns);
   store.setValue(Map, state.map);
+  store.setValue(LanguageChosen, state.language);
   store.setValue(SettingsUnfolded, state.settings_unfolded);
   store.setValue(HideEmptyColumns, state.hide_empty_columns);
   store.setValue(OpenFolder, state.open_folder);

@@ -17,6 +17,7 @@ struct DesktopState {
   QByteArray geometry;             ///< of the window, as QWidget::saveGeometry has it
   QVariantMap columns;             ///< of each table, by its name: widths in pixels by the titles of the columns
   QVariantMap map;                 ///< as MapSplitter has it
+  QString language;                ///< as LanguageCode has it; empty: the desktop\'s
   bool hide_empty_columns = true;  ///< in the tables
   QString open_folder;             ///< where the last file was chosen to be read
   QString save_folder;             ///< and to be written

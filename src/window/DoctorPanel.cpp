@@ -33,7 +33,7 @@ QLabel* MakeText(const char* control) {
 QString Lines(const std::vector<std::string>& texts, const char* bullet) {
   QStringList lines;
   for (const std::string& text : texts)
-    lines.append(QString::fromUtf8(bullet) + QString::fromStdString(text));
+    lines.append(Translated(bullet) + QString::fromStdString(text));
   return lines.join(QLatin1Char('\n'));
 }
 

@@ -16,9 +16,9 @@ FilterBar::FilterBar(QWidget* parent)
       counts_(new QLabel) {
   setObjectName("FilterBar");
   NameControl(*counts_, "FilterCounts");
-  counts_->setToolTip(QString::fromUtf8(window_messages::HiddenRowsCount));
+  counts_->setToolTip(Translated(window_messages::HiddenRowsCount));
   text_->setClearButtonEnabled(true);
-  text_->setPlaceholderText(QString::fromUtf8("名前・コメント・シンボルなど"));
+  text_->setPlaceholderText(Translated("名前・コメント・シンボルなど"));
   QPushButton* close = MakeButton("CloseFilter", "閉じる", "すべての行を表示します");
   auto* line = new QHBoxLayout(this);
   line->setContentsMargins(0, 0, 0, 0);

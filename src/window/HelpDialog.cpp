@@ -10,6 +10,7 @@
 
 #include "device/Models.h"
 #include "window/Resources.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 
@@ -38,8 +39,8 @@ QString HelpPage() {
   QString page = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
   QStringList models;
   for (const std::string_view model : KnownModels())
-    models.append(QString::fromUtf8(model.data(), static_cast<qsizetype>(model.size())));
-  page.replace("%MODELS%", models.join(QString::fromUtf8("，")));
+    models.append(Translated(model));
+  page.replace("%MODELS%", models.join(Translated("，")));
   page.replace("%STATE%", StateFolder());
   page.replace("%DATA%", FolderOf(QStandardPaths::GenericDataLocation));
   page.replace("%CONFIG%", FolderOf(QStandardPaths::GenericConfigLocation));
@@ -55,7 +56,7 @@ void ShowHelp(QWidget& window) {
   auto* dialog = new QDialog(&window);
   dialog->setObjectName(DialogName);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setWindowTitle(QString::fromUtf8("Walrimの使い方"));
+  dialog->setWindowTitle(Translated("Walrimの使い方"));
   dialog->resize(StartSize);
   auto* page = new QTextBrowser;
   page->setObjectName("HelpPage");
@@ -63,7 +64,7 @@ void ShowHelp(QWidget& window) {
   page->setOpenExternalLinks(true);
   page->setMarkdown(HelpPage());
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-  buttons->button(QDialogButtonBox::Close)->setText(QString::fromUtf8("閉じる"));
+  buttons->button(QDialogButtonBox::Close)->setText(Translated("閉じる"));
   QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
   auto* column = new QVBoxLayout(dialog);
   column->addWidget(page);

@@ -36,6 +36,7 @@
 #include "window/DoctorPanel.h"
 #include "window/ElidedLabel.h"
 #include "window/HelpDialog.h"
+#include "window/LanguageMenu.h"
 #include "window/MapMenu.h"
 #include "window/MapSplitter.h"
 #include "window/Messages.h"
@@ -184,7 +185,7 @@ void MainWindow::UnfoldSettings(bool unfolded) {
 }
 
 QAction* MainWindow::AddAction(QMenu& menu, const char* text, const QKeySequence& keys, QPushButton& button) {
-  QAction* action = menu.addAction(QString::fromUtf8(text));
+  QAction* action = menu.addAction(Translated(text));
   action->setShortcut(keys);
   connect(action, &QAction::triggered, &button, [&button] { button.click(); });
   command_actions_.push_back(action);
@@ -193,7 +194,7 @@ QAction* MainWindow::AddAction(QMenu& menu, const char* text, const QKeySequence
 
 /// A command that has no button.
 QAction* MainWindow::AddCommand(QMenu& menu, const char* name, const char* text, const std::function<void()>& command) {
-  QAction* action = menu.addAction(QString::fromUtf8(text), this, command);
+  QAction* action = menu.addAction(Translated(text), this, command);
   action->setObjectName(name);
   command_actions_.push_back(action);
   return action;
@@ -204,35 +205,35 @@ void MainWindow::BuildMenus() {
   BuildEditMenu();
   BuildViewMenu();
   BuildDeviceMenu();
-  QMenu* help = menuBar()->addMenu(QString::fromUtf8("ヘルプ(&H)"));
-  QAction* use = help->addAction(QString::fromUtf8("使い方(&H)"), this, [this] { ShowHelp(*this); });
+  QMenu* help = menuBar()->addMenu(Translated("ヘルプ(&H)"));
+  QAction* use = help->addAction(Translated("使い方(&H)"), this, [this] { ShowHelp(*this); });
   use->setObjectName("ShowHelp");
   use->setShortcut(QKeySequence("F1"));
-  QAction* about = help->addAction(QString::fromUtf8("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
+  QAction* about = help->addAction(Translated("Walrimについて(&A)"), this, [this] { ShowAboutBox(*this); });
   about->setObjectName("About");
 }
 
 void MainWindow::BuildFileMenu() {
-  QMenu* file = menuBar()->addMenu(QString::fromUtf8("ファイル(&F)"));
+  QMenu* file = menuBar()->addMenu(Translated("ファイル(&F)"));
   AddAction(*file, "取り込み(&O)...", QKeySequence::Open, *data_panel_->file_import);
-  QAction* link = file->addAction(QString::fromUtf8("リンクから取り込み(&L)..."), this, [this] { AskForLink(); });
+  QAction* link = file->addAction(Translated("リンクから取り込み(&L)..."), this, [this] { AskForLink(); });
   link->setObjectName("ImportLink");
   link->setShortcut(QKeySequence("Ctrl+L"));
   command_actions_.push_back(link);
   AddAction(*file, "保存(&S)...", QKeySequence::Save, *data_panel_->file_export);
   BuildRecentFiles(*file);
   file->addSeparator();
-  keep_settings_ = file->addAction(QString::fromUtf8("設定を覚える(&K)"), this, [this] { Remember(); });
+  keep_settings_ = file->addAction(Translated("設定を覚える(&K)"), this, [this] { Remember(); });
   keep_settings_->setObjectName("KeepSettings");
   keep_settings_->setCheckable(true);
-  keep_settings_->setToolTip(QString::fromUtf8("形式・測地系・自動処理などの設定を，次に起動したときにも使います"));
-  QAction* exit = file->addAction(QString::fromUtf8("終了(&Q)"), this, [this] { close(); });
+  keep_settings_->setToolTip(Translated("形式・測地系・自動処理などの設定を，次に起動したときにも使います"));
+  QAction* exit = file->addAction(Translated("終了(&Q)"), this, [this] { close(); });
   exit->setObjectName("Exit");
   exit->setShortcut(QKeySequence("Ctrl+Q"));
 }
 
 void MainWindow::BuildEditMenu() {
-  QMenu* edit = menuBar()->addMenu(QString::fromUtf8("編集(&E)"));
+  QMenu* edit = menuBar()->addMenu(Translated("編集(&E)"));
   undo_menu_ = new UndoMenu(*edit, main_, [this](const auto& command) { Run(command); });
   AddAction(*edit, "コピー(&C)", QKeySequence("Ctrl+Shift+C"), *data_panel_->copy);
   AddAction(*edit, "貼り付け(&V)", QKeySequence::Paste, *data_panel_->paste);
@@ -248,17 +249,18 @@ void MainWindow::BuildEditMenu() {
 }
 
 void MainWindow::BuildViewMenu() {
-  QMenu* view = menuBar()->addMenu(QString::fromUtf8("表示(&L)"));
+  QMenu* view = menuBar()->addMenu(Translated("表示(&L)"));
   view->setObjectName("View");
   new MapMenu(*view, *tables_and_map_, [this](const std::string& question) { return desktop_.AskOkCancel(question); });
-  QAction* filter = view->addAction(QString::fromUtf8("表を検索(&F)"), records_, &RecordTables::OpenFilter);
+  AddLanguageMenu(*view, state_.language, [this](const QString& code) { ChooseLanguage(code); });
+  QAction* filter = view->addAction(Translated("表を検索(&F)"), records_, &RecordTables::OpenFilter);
   filter->setObjectName("Filter");
   filter->setShortcut(QKeySequence::Find);
   view->addAction(records_->HideEmptyColumns());
 }
 
 void MainWindow::BuildDeviceMenu() {
-  QMenu* device = menuBar()->addMenu(QString::fromUtf8("受信機(&R)"));
+  QMenu* device = menuBar()->addMenu(Translated("受信機(&R)"));
   AddAction(*device, "情報取得(&I)", QKeySequence("F5"), *receiver_bar_->get_info);
   AddAction(*device, "ダウンロード(&D)", QKeySequence("Ctrl+D"), *receiver_bar_->down_load);
   AddAction(*device, "アップロード(&U)", QKeySequence("Ctrl+U"), *receiver_bar_->up_load);
@@ -482,7 +484,7 @@ void MainWindow::CancelTransfer() {
   main_.Cancel();
   receiver_bar_->cancel->setEnabled(false);
   cancel_action_->setEnabled(false);
-  status_line_->ShowStatus(QString::fromUtf8(window_messages::Cancelling));
+  status_line_->ShowStatus(Translated(window_messages::Cancelling));
 }
 
 void MainWindow::ImportFiles(const std::vector<std::string>& paths) {
@@ -605,11 +607,11 @@ void MainWindow::AskForLink() {
 QString MainWindow::TypedLink() {
   QInputDialog dialog(this);
   dialog.setObjectName("LinkDialog");
-  dialog.setWindowTitle(QString::fromUtf8("リンクから取り込み"));
+  dialog.setWindowTitle(Translated("リンクから取り込み"));
   dialog.setLabelText(
-      QString::fromUtf8("取り込むファイルのリンク（https://，http://，file://），または地図のページのアドレス"));
+      Translated("取り込むファイルのリンク（https://，http://，file://），または地図のページのアドレス"));
   dialog.setOkButtonText("OK");
-  dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+  dialog.setCancelButtonText(Translated("キャンセル"));
   dialog.resize(dialog.fontMetrics().averageCharWidth() * LinkLetters, dialog.sizeHint().height());
   return dialog.exec() == QDialog::Accepted ? dialog.textValue().trimmed() : QString();
 }
@@ -617,7 +619,7 @@ QString MainWindow::TypedLink() {
 // ---- What is remembered
 
 void MainWindow::BuildRecentFiles(QMenu& file) {
-  recent_files_ = file.addMenu(QString::fromUtf8("最近使ったファイル(&R)"));
+  recent_files_ = file.addMenu(Translated("最近使ったファイル(&R)"));
   recent_files_->setObjectName("RecentFiles");
   recent_files_->setToolTipsVisible(true);
   recent_files_->menuAction()->setVisible(!state_.files.isEmpty());
@@ -636,8 +638,7 @@ void MainWindow::ShowRecentFiles() {
     action->setToolTip(path);
   }
   recent_files_->addSeparator();
-  recent_files_->addAction(QString::fromUtf8("一覧を消す(&X)"), this, [this] { ForgetFiles(); })
-      ->setObjectName("ForgetFiles");
+  recent_files_->addAction(Translated("一覧を消す(&X)"), this, [this] { ForgetFiles(); })->setObjectName("ForgetFiles");
 }
 
 void MainWindow::FileUsed(const std::string& path) {
@@ -701,6 +702,12 @@ void MainWindow::RememberChosenPort() {
   if (chosen == DemoPortName || state_.port_typed) RememberPort(state_, {0, chosen, {}, {}});
 }
 
+void MainWindow::ChooseLanguage(const QString& code) {
+  state_.language = code;
+  StoreState();
+  ShowStatus(window_messages::LanguageFromNextStart);
+}
+
 void MainWindow::StoreState() {
   if (store_ != nullptr) SaveDesktopState(*store_, state_);
 }
@@ -723,7 +730,7 @@ void MainWindow::dragLeaveEvent(QDragLeaveEvent* event) {
 void MainWindow::ShowDropHint(bool shown) {
   data_panel_->file_import->setDown(shown);
   if (shown) {
-    status_line_->ShowHint(QString::fromUtf8(window_messages::DropHint));
+    status_line_->ShowHint(Translated(window_messages::DropHint));
   } else {
     status_line_->EndHint();
   }

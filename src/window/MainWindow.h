@@ -146,6 +146,7 @@ class MainWindow : public QMainWindow {
   /// Leaves it for the next one.
   void Remember();
   void RememberChosenPort();
+  void ChooseLanguage(const QString& code);
   void StoreState();
 
   StatusLine* status_line_;

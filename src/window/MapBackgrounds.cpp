@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "window/Widgets.h"
+
 namespace walrim {
 namespace {
 
@@ -42,9 +44,9 @@ std::optional<TileSource> TileSourceOf(MapBackground background, const QString& 
     case MapBackground::None:
       return std::nullopt;
     case MapBackground::Gsi:
-      return TileSource{QString::fromUtf8(GsiAddress), QStringLiteral("国土地理院"), 5, 18};
+      return TileSource{Translated(GsiAddress), Translated("国土地理院"), 5, 18};
     case MapBackground::OpenStreetMap:
-      return TileSource{QString::fromUtf8(OsmAddress), QStringLiteral("© OpenStreetMap contributors")};
+      return TileSource{Translated(OsmAddress), QStringLiteral("© OpenStreetMap contributors")};
     case MapBackground::Own:
       if (!IsTileAddress(own_address)) return std::nullopt;
       return TileSource{own_address, QUrl(TileSource{own_address, {}}.UrlOf({})).host()};

@@ -18,13 +18,13 @@ namespace {
 QString BackgroundCaption(MapBackground background) {
   switch (background) {
     case MapBackground::None:
-      return QString::fromUtf8("なし（海岸線だけ）(&N)");
+      return Translated("なし（海岸線だけ）(&N)");
     case MapBackground::Gsi:
-      return QString::fromUtf8("地理院地図(&G)");
+      return Translated("地理院地図(&G)");
     case MapBackground::OpenStreetMap:
       return QStringLiteral("OpenStreetMap(&O)");
     case MapBackground::Own:
-      return QString::fromUtf8("ほかのタイル(&T)...");
+      return Translated("ほかのタイル(&T)...");
   }
   return {};
 }
@@ -34,7 +34,7 @@ QString BackgroundCaption(MapBackground background) {
 MapMenu::MapMenu(QMenu& menu, MapSplitter& split, Ask ask)
     : QObject(&menu), split_(split), ask_(std::move(ask)), backgrounds_(new QActionGroup(this)) {
   constexpr double Steps = 2;
-  shown_ = menu.addAction(QString::fromUtf8("地図(&M)"));
+  shown_ = menu.addAction(Translated("地図(&M)"));
   shown_->setObjectName("ShowMap");
   shown_->setCheckable(true);
   shown_->setShortcut(QKeySequence("Ctrl+M"));
@@ -48,7 +48,7 @@ MapMenu::MapMenu(QMenu& menu, MapSplitter& split, Ask ask)
 }
 
 void MapMenu::AddBackgrounds(QMenu& menu) {
-  QMenu* backgrounds = menu.addMenu(QString::fromUtf8("地図の背景(&B)"));
+  QMenu* backgrounds = menu.addMenu(Translated("地図の背景(&B)"));
   of_map_.push_back(backgrounds->menuAction());
   for (const MapBackground background : AllMapBackgrounds) {
     QAction* action = backgrounds->addAction(BackgroundCaption(background));
@@ -80,21 +80,21 @@ void MapMenu::ChooseBackground(MapBackground background) {
 std::optional<QString> MapMenu::TypedAddress(const QString& address) const {
   QInputDialog dialog(split_.window());
   dialog.setObjectName("TileAddressDialog");
-  dialog.setWindowTitle(QString::fromUtf8("タイルのアドレス"));
-  dialog.setLabelText(QString::fromUtf8("地図のタイルのアドレス（{z}，{x}，{y}を含むもの）"));
+  dialog.setWindowTitle(Translated("タイルのアドレス"));
+  dialog.setLabelText(Translated("地図のタイルのアドレス（{z}，{x}，{y}を含むもの）"));
   dialog.setOkButtonText("OK");
-  dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+  dialog.setCancelButtonText(Translated("キャンセル"));
   dialog.setTextValue(address);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   const QString typed = dialog.textValue().trimmed();
   if (IsTileAddress(typed)) return typed;
-  ShowWarning(*split_.window(), QString::fromUtf8(window_messages::NoTileAddress));
+  ShowWarning(*split_.window(), Translated(window_messages::NoTileAddress));
   return std::nullopt;
 }
 
 QAction* MapMenu::Add(QMenu& menu, const char* name, const char* text, const QKeySequence& keys,
                       const std::function<void(MapView& map)>& command) {
-  QAction* action = menu.addAction(QString::fromUtf8(text), this, [this, command] { command(split_.Panel()->Map()); });
+  QAction* action = menu.addAction(Translated(text), this, [this, command] { command(split_.Panel()->Map()); });
   action->setObjectName(name);
   action->setShortcut(keys);
   of_map_.push_back(action);

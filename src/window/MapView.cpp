@@ -34,8 +34,8 @@ MapView::MapView(QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   NameControl(*this, "Map");
-  setAccessibleName(QString::fromUtf8("地図"));
-  setAccessibleDescription(QString::fromUtf8("矢印キーで動かし，＋と－で拡大・縮小，0で全体を表示します"));
+  setAccessibleName(Translated("地図"));
+  setAccessibleDescription(Translated("矢印キーで動かし，＋と－で拡大・縮小，0で全体を表示します"));
 }
 
 MapView::~MapView() = default;
@@ -202,8 +202,8 @@ void MapView::AddButtons() {
   const auto add = [&](const char* name, const char* text, const char* tip, const std::function<void()>& run) {
     auto* button = new QToolButton;
     NameControl(*button, name);
-    button->setText(QString::fromUtf8(text));
-    button->setToolTip(QString::fromUtf8(tip));
+    button->setText(Translated(text));
+    button->setToolTip(Translated(tip));
     button->setAccessibleName(button->toolTip());
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, run);

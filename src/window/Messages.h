@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/Phrase.h"
+
 namespace walrim::window_messages {
 
 inline constexpr std::string_view DropHint = "ここにドロップすると，内部データに取り込みます．";
@@ -23,7 +25,7 @@ inline constexpr std::string_view RecordDamaged = "破損して届いた記録�
 /// Over a record's check, and what a screen reader says of it.
 inline constexpr std::string_view CheckTip = "チェックのある記録だけを，保存・コピー・アップロード・削除します";
 [[nodiscard]] inline std::string CheckedRow(std::string_view number, bool checked) {
-  return std::string(number).append(checked ? " チェックあり" : " チェックなし");
+  return checked ? Phrase("%1 チェックあり", number) : Phrase("%1 チェックなし", number);
 }
 /// On the button below a file that could not be restored.
 inline constexpr std::string_view Dismiss = "閉じる";
@@ -32,24 +34,25 @@ inline constexpr std::string_view WouldBeLost =
     "れます）．";
 /// Beside a name before an upload. record: "Waypoint 3「CAMP」".
 [[nodiscard]] inline std::string SameNameAs(std::string_view record) {
-  return std::string(record).append("と同じ名前になります");
+  return Phrase("%1と同じ名前になります", record);
 }
 [[nodiscard]] inline std::string FittedFrom(std::string_view typed, std::string_view name) {
-  return std::string("「").append(typed).append("」は，受信機では「").append(name).append("」になります．");
+  return Phrase("「%1」は，受信機では「%2」になります．", typed, name);
 }
 [[nodiscard]] inline std::string NoLettersOf(std::string_view typed) {
-  return std::string("「").append(typed).append("」には受信機の文字がないため，もとの提案に戻しました．");
+  return Phrase("「%1」には受信機の文字がないため，もとの提案に戻しました．", typed);
 }
 inline constexpr std::string_view NothingWouldBeLost = "失われるものはありません．";
 inline constexpr std::string_view AllThere = "送信したデータは，すべて受信機にあります．";
 [[nodiscard]] inline std::string Differ(std::size_t count) {
-  return "受信機のデータは，送信したものと" + std::to_string(count) + "件違います．";
+  return Phrase("受信機のデータは，送信したものと%1件違います．", count);
 }
 /// In front of the choice of a background, with the name of its server.
 [[nodiscard]] inline std::string TilesTellWhere(std::string_view host) {
-  return std::string("この背景では，地図に見えている場所の画像を ")
-      .append(host)
-      .append(" から取り寄せます．どこを見ているかがそのサーバーに伝わります．よろしいですか？");
+  return Phrase(
+      "この背景では，地図に見えている場所の画像を %1 から取り寄せます．どこを見ているかがそのサーバーに伝わります．"
+      "よろしいですか？",
+      host);
 }
 inline constexpr std::string_view NoTileAddress =
     "タイルのアドレスは，http://かhttps://で始まり，{z}，{x}，{y}を含むものにしてください．";
@@ -70,46 +73,39 @@ inline constexpr std::string_view FigureLowest = "最低高度";
 inline constexpr std::string_view FigureHighest = "最高高度";
 inline constexpr std::string_view FigureLength = "長さ";
 [[nodiscard]] inline std::string AscentNote(int threshold_m) {
-  return "登りと下りは，" + std::to_string(threshold_m) + " m以上の高度の変化だけを数えています．";
+  return Phrase("登りと下りは，%1 m以上の高度の変化だけを数えています．", threshold_m);
 }
 /// Of a part of a log. A speed is the average.
 [[nodiscard]] inline std::string RangeFigures(std::string_view distance, std::string_view duration,
                                               std::string_view ascent, std::string_view descent,
                                               std::string_view speed) {
-  return std::string(distance)
-      .append("   ")
-      .append(duration)
-      .append("   登り ")
-      .append(ascent)
-      .append("   下り ")
-      .append(descent)
-      .append("   平均 ")
-      .append(speed);
+  return Phrase("%1   %2   登り %3   下り %4   平均 %5", distance, duration, ascent, descent, speed);
 }
 /// Over a symbol or a display mode. english may be empty.
 [[nodiscard]] inline std::string CodeTip(std::string_view english, int code) {
-  const std::string number = "コード " + std::to_string(code);
-  return english.empty() ? number : std::string(english).append("（").append(number).append("）");
+  return english.empty() ? Phrase("コード %1", code) : Phrase("%1（コード %2）", english, code);
 }
 /// Beside the text that tables are filtered by.
 [[nodiscard]] inline std::string Matching(int shown, int held) {
-  return std::to_string(shown) + " / " + std::to_string(held) + "件 が一致";
+  return Phrase("%1 / %2件 が一致", shown, held);
 }
 [[nodiscard]] inline std::string MatchingPoints(int shown, int held) {
-  return "（ポイント " + std::to_string(shown) + " / " + std::to_string(held) + "）";
+  return Phrase("（ポイント %1 / %2）", shown, held);
 }
 inline constexpr std::string_view HiddenRowsCount =
     "隠れている行も，チェックがあれば保存・コピー・アップロード・削除されます．";
+/// In both languages: who has chosen one may not read the other.
+inline constexpr std::string_view LanguageFromNextStart =
+    "次に起動したときから変わります．／The next start will speak it.";
 /// In front of what was typed.
 inline constexpr std::string_view NumberTooLarge = "数値が範囲（-32768～32767）を超えています：";
 [[nodiscard]] inline std::string About(std::string_view qt_version) {
-  return std::string(
-             "ハンディGPS（GARMIN社）用データローダー\n"
-             "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
-             "受け取り，保存し，送り返します．\n\n"
-             "MITライセンスで配布されています．\nQt ")
-      .append(qt_version)
-      .append(" を使っています．");
+  return Phrase(
+      "ハンディGPS（GARMIN社）用データローダー\n"
+      "GPS 12からeTrexまでの受信機のウェイポイント，ルート，トラックログを\n"
+      "受け取り，保存し，送り返します．\n\n"
+      "MITライセンスで配布されています．\nQt %1 を使っています．",
+      qt_version);
 }
 
 }  // namespace walrim::window_messages

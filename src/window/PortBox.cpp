@@ -9,6 +9,8 @@
 #include <QStyleOptionFrame>
 #include <algorithm>
 
+#include "window/Widgets.h"
+
 namespace walrim {
 
 namespace {
@@ -49,13 +51,13 @@ PortBox::PortBox(Ports ports, QWidget* parent) : QComboBox(parent), ports_(std::
   lineEdit()->setAcceptDrops(false);
   setInsertPolicy(QComboBox::NoInsert);
   setCompleter(nullptr);
-  lineEdit()->setPlaceholderText(QString::fromUtf8("ポートなし"));
+  lineEdit()->setPlaceholderText(Translated("ポートなし"));
   for (int number = 1; number <= MaxPortNumber; ++number) {
     addItem(QString(), QString::number(number));
     Show(number - 1, {});
   }
   insertSeparator(count());
-  addItem(QString::fromUtf8("デモ受信機（実機不要）"), DemoPortName);
+  addItem(Translated("デモ受信機（実機不要）"), DemoPortName);
   connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
     const int cursor = lineEdit()->cursorPosition();
     if (IsPortPath(text.toStdString())) ChoosePath(text);
@@ -119,7 +121,7 @@ void PortBox::TakeTyped() {
 
 void PortBox::ShowWholeText() {
   const QString hint =
-      QString::fromUtf8("受信機をつないだシリアルポート．一覧にないポートは，/dev/で始まるパスを入力して選べます");
+      Translated("受信機をつないだシリアルポート．一覧にないポートは，/dev/で始まるパスを入力して選べます");
   const QString text = lineEdit()->text();
   setToolTip(text.isEmpty() ? hint : text.toHtmlEscaped() + "<br>" + hint);
   if (!hasFocus()) lineEdit()->setCursorPosition(0);

@@ -65,8 +65,8 @@ ProfileView::ProfileView(QWidget* parent)
       over_distance_(NewAxisButton("ProfileOverDistance", "距離", "距離に沿って見ます", ProfileAxis::Distance)),
       over_time_(NewAxisButton("ProfileOverTime", "時間", "時間に沿って見ます", ProfileAxis::Time)) {
   NameControl(*this, "Profile");
-  setAccessibleName(QString::fromUtf8("断面図"));
-  setAccessibleDescription(QString::fromUtf8("左右の矢印キーで点を移り，Shiftと一緒に押すと範囲を選びます"));
+  setAccessibleName(Translated("断面図"));
+  setAccessibleDescription(Translated("左右の矢印キーで点を移り，Shiftと一緒に押すと範囲を選びます"));
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   ShowAxis();
@@ -75,8 +75,8 @@ ProfileView::ProfileView(QWidget* parent)
 QToolButton* ProfileView::NewAxisButton(const char* name, const char* text, const char* tip, ProfileAxis axis) {
   auto* button = new QToolButton(this);
   NameControl(*button, name);
-  button->setText(QString::fromUtf8(text));
-  button->setToolTip(QString::fromUtf8(tip));
+  button->setText(Translated(text));
+  button->setToolTip(Translated(tip));
   button->setAccessibleName(button->toolTip());
   button->setCheckable(true);
   button->setAutoRaise(true);
@@ -324,7 +324,7 @@ void ProfileView::PaintMarks(QPainter& painter) const {
 
 QString ProfileView::Headline() const {
   if (range_ && !range_text_.isEmpty()) return range_text_;
-  if (!cursor_) return heights_m_ ? QString() : QString::fromUtf8(window_messages::NoHeights);
+  if (!cursor_) return heights_m_ ? QString() : Translated(window_messages::NoHeights);
   const ProfilePoint& point = profile_[*cursor_];
   QStringList parts{DistanceText(point.distance_m)};
   if (point.time_s) parts.append(DurationText(static_cast<std::int64_t>(*point.time_s)));

@@ -21,7 +21,9 @@
 #include "qt/SystemPortFacts.h"
 #include "receiver/DemoSerialPort.h"
 #include "window/AboutBox.h"
+#include "window/DesktopState.h"
 #include "window/FirstFrame.h"
+#include "window/Language.h"
 #include "window/MainWindow.h"
 #include "window/WindowArguments.h"
 
@@ -34,8 +36,9 @@ bool IsDemoPort(std::string_view name) {
 }
 
 /// The words of Qt's own dialogs in the language of the window.
-void LoadTranslation(QTranslator& translator) {
-  if (translator.load(QLocale(QLocale::Japanese), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+void LoadTranslation(QTranslator& translator, Language language) {
+  const QLocale locale(LanguageCode(language));
+  if (translator.load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QCoreApplication::installTranslator(&translator);
     // Dialogs that open next have words of their own, which must not be translated behind them.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
@@ -114,6 +117,8 @@ class Surroundings {
 
 int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
   Surroundings surroundings(arguments);
+  const Language language = LanguageOf(LoadDesktopState(*surroundings.Parts().store).language, QLocale());
+  Speak(language);
   MainWindow window(surroundings.Parts(), Contents::Later);
   window.Main().Names().Use(NamesPath(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")));
   if (arguments.demo) window.Main().State().Settings().port = DemoPortName;
@@ -127,7 +132,7 @@ int RunWindow(const WindowArguments& arguments, const StartHooks& hooks) {
     if (hooks.complete) hooks.complete();
     window.BuildSettings();
     window.setWindowIcon(ProgramIcon());
-    LoadTranslation(translator);
+    LoadTranslation(translator, language);
     TakeCommands(socket, window);
     port_watch.Start(window);
     window.OfferRecovery();

@@ -14,6 +14,7 @@
 #include "text/Scan.h"
 #include "text/Utf8.h"
 #include "window/Messages.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 namespace {
@@ -109,7 +110,7 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
   switch (role) {
     case Qt::DisplayRole:
       if (head.kind != CellKind::Angle) return Title(section);
-      return Title(section) + QStringLiteral("（%1）").arg(QLatin1String(DatumName(form_.datum)));
+      return Title(section) + Translated("（%1）").arg(QLatin1String(DatumName(form_.datum)));
     case Qt::TextAlignmentRole:
       return static_cast<int>(AlignmentOf(head.kind));
     case Qt::ToolTipRole:
@@ -143,7 +144,7 @@ QVariant RecordModel::MissingMark(int role) const {
       return QGuiApplication::palette().brush(QPalette::PlaceholderText);
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return QString::fromUtf8(window_messages::RecordNeverCame);
+      return Translated(window_messages::RecordNeverCame);
     default:
       return {};
   }
@@ -157,7 +158,7 @@ QVariant RecordModel::DamageMark(int role) const {
       return QBrush(Ground);
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return QString::fromUtf8(window_messages::RecordDamaged);
+      return Translated(window_messages::RecordDamaged);
     default:
       return {};
   }
@@ -174,7 +175,7 @@ QVariant RecordModel::CheckMark(RowRef ref, int column, int role) const {
     case Qt::AccessibleTextRole:
       return QString::fromStdString(window_messages::CheckedRow(CellText(ref, column), checked));
     case Qt::ToolTipRole:
-      return QString::fromUtf8(window_messages::CheckTip);
+      return Translated(window_messages::CheckTip);
     default:
       return {};
   }
@@ -211,7 +212,7 @@ QVariant RecordModel::CodeTip(RowRef ref, int column) const {
 }
 
 QString RecordModel::Title(int column) const {
-  return QString::fromUtf8(Head(column).title);
+  return Translated(Head(column).title);
 }
 
 bool RecordModel::IsEmpty(int column) const {

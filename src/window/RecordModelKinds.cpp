@@ -7,6 +7,7 @@
 #include "records/Symbols.h"
 #include "text/Dates.h"
 #include "text/Numbers.h"
+#include "text/Phrase.h"
 #include "window/CellTexts.h"
 #include "window/SymbolPictures.h"
 
@@ -105,13 +106,15 @@ constexpr RecordColumn<WaypointRow> WaypointColumns[] = {
      [](W row, F) { return MetresText(row.waypoint.alt_m); }},
     {{"コメント", CellKind::Text, EditField::Comment}, [](W row, F) { return row.waypoint.cmnt; }},
     {{"シンボル", CellKind::NamedCode, EditField::Symbol},
-     [](W row, F) { return CodeText(JapaneseSymbolName(row.waypoint.type, SymbolOf(row)), SymbolOf(row)); },
+     [](W row, F) { return CodeText(Phrase(JapaneseSymbolName(row.waypoint.type, SymbolOf(row))), SymbolOf(row)); },
      [](W row, F) { return Number(SymbolOf(row)); },
      [](W row) { return SymbolIcon(row.waypoint.type, SymbolOf(row)); },
      nullptr,
      [](W row) { return std::string(NameOf(SymbolNames(row.waypoint.type), SymbolOf(row))); }},
     {{"表示", CellKind::NamedCode},
-     [](W row, F) { return CodeText(JapaneseDisplayName(row.waypoint.type, row.waypoint.dspl), row.waypoint.dspl); },
+     [](W row, F) {
+       return CodeText(Phrase(JapaneseDisplayName(row.waypoint.type, row.waypoint.dspl)), row.waypoint.dspl);
+     },
      [](W row, F) { return Number(row.waypoint.dspl); },
      nullptr,
      nullptr,

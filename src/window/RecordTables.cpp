@@ -17,12 +17,13 @@
 #include "window/Messages.h"
 #include "window/RecordModelKinds.h"
 #include "window/RecordView.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 namespace {
 
 QLabel* NewHint() {
-  auto* hint = new QLabel(QString::fromUtf8(window_messages::NoRecords));
+  auto* hint = new QLabel(Translated(window_messages::NoRecords));
   hint->setAlignment(Qt::AlignCenter);
   hint->setWordWrap(true);
   hint->setMargin(12);
@@ -47,13 +48,13 @@ RecordTables::RecordTables(const DataSet& data_set, QWidget* parent)
     : QWidget(parent),
       data_set_(data_set),
       tabs_(new QTabWidget),
-      hide_empty_(new QAction(QStringLiteral("空の列を隠す(&E)"), this)) {
+      hide_empty_(new QAction(Translated("空の列を隠す(&E)"), this)) {
   hide_empty_->setObjectName("HideEmptyColumns");
   hide_empty_->setCheckable(true);
   hide_empty_->setChecked(true);
   connect(hide_empty_, &QAction::toggled, this, &RecordTables::ShowColumns);
   tabs_->setObjectName(QStringLiteral("Records"));
-  tabs_->setAccessibleName(QStringLiteral("記録の表"));
+  tabs_->setAccessibleName(Translated("記録の表"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(tabs_);
@@ -62,9 +63,9 @@ RecordTables::RecordTables(const DataSet& data_set, QWidget* parent)
     Q_EMIT SelectionMayDiffer();
   });
 
-  AddPage(DataKind::Waypoint, QStringLiteral("ウェイポイント"));
-  AddPage(DataKind::Route, QStringLiteral("ルート"));
-  AddPage(DataKind::TrackLog, QStringLiteral("トラックログ"));
+  AddPage(DataKind::Waypoint, Translated("ウェイポイント"));
+  AddPage(DataKind::Route, Translated("ルート"));
+  AddPage(DataKind::TrackLog, Translated("トラックログ"));
 }
 
 void RecordTables::AddPage(DataKind kind, const QString& title) {
@@ -116,7 +117,7 @@ void RecordTables::ConnectView(DataKind kind, RecordView& view) {
   const bool of_points = &view == PageOf(kind).point_view;
   view.SetWithHeader(with_header_);
   view.SetUserWidths(widths_.value(view.objectName()).toMap());
-  view.setAccessibleName(PageOf(kind).title + (of_points ? QStringLiteral("のポイント") : QString()));
+  view.setAccessibleName(PageOf(kind).title + (of_points ? Translated("のポイント") : QString()));
   view.setMinimumHeight(view.horizontalHeader()->sizeHint().height() + view.verticalHeader()->defaultSectionSize());
   view.addActions(row_actions_);
   view.horizontalHeader()->addAction(hide_empty_);

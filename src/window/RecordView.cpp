@@ -14,6 +14,9 @@
 #include <string>
 #include <utility>
 
+#include "text/Phrase.h"
+#include "window/Widgets.h"
+
 namespace walrim {
 namespace {
 
@@ -85,7 +88,7 @@ void RecordView::FollowModel() {
 }
 
 void RecordView::AddCopyAction() {
-  auto* copy = new QAction(QStringLiteral("行をコピー"), this);
+  auto* copy = new QAction(Translated("行をコピー"), this);
   copy->setShortcut(QKeySequence::Copy);
   copy->setShortcutContext(Qt::WidgetShortcut);
   connect(copy, &QAction::triggered, this, &RecordView::CopyRows);
@@ -191,9 +194,9 @@ void RecordView::SelectRowNear(int row) {
 
 /// In the menus of the rows and of the titles.
 void RecordView::AddCheckActions() {
-  auto* check_all = new QAction(QStringLiteral("すべて選ぶ"), this);
-  auto* check_none = new QAction(QStringLiteral("すべて外す"), this);
-  auto* check_selected = new QAction(QStringLiteral("選択した行だけ"), this);
+  auto* check_all = new QAction(Translated("すべて選ぶ"), this);
+  auto* check_none = new QAction(Translated("すべて外す"), this);
+  auto* check_selected = new QAction(Translated("選択した行だけ"), this);
   connect(check_all, &QAction::triggered, this, [this] { CheckAll(true); });
   connect(check_none, &QAction::triggered, this, [this] { CheckAll(false); });
   connect(check_selected, &QAction::triggered, this, &RecordView::CheckSelectedOnly);
@@ -257,12 +260,11 @@ void RecordView::AddPlaceActions(QMenu& menu, const std::optional<MapPlace>& pla
   const MapPlace at = place.value_or(MapPlace{});
   for (const MapPage& page : MapPages()) {
     if (page.write == nullptr) continue;
-    const QString name = QString::fromUtf8(page.name.data(), static_cast<qsizetype>(page.name.size()));
-    QAction* open = menu.addAction(name + QStringLiteral("で開く"));
+    QAction* open = menu.addAction(QString::fromStdString(Phrase("%1で開く", Phrase(page.name))));
     connect(open, &QAction::triggered, this, [this, &page, at] { Q_EMIT MapChosen(page, at); });
     open->setEnabled(place.has_value());
   }
-  QAction* copy = menu.addAction(QStringLiteral("geo: リンクをコピー"));
+  QAction* copy = menu.addAction(Translated("geo: リンクをコピー"));
   connect(copy, &QAction::triggered, this, [this, at] { Q_EMIT GeoLinkChosen(at); });
   copy->setEnabled(place.has_value());
 }
@@ -349,7 +351,7 @@ void RecordView::FitRows() {
 std::vector<int> RecordView::NeededWidths() const {
   const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1) + 8;
   const int check = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) + margin;
-  const int widest = WidestColumn * fontMetrics().horizontalAdvance(QStringLiteral("国"));
+  const int widest = WidestColumn * fontMetrics().horizontalAdvance(Translated("国"));
   std::vector<int> widths = fitted_widths_;
   const int rows = model_.rowCount();
   const int sampled = std::min(rows, SampledRows);

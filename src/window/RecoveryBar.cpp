@@ -43,7 +43,7 @@ void RecoveryBar::ShowState(bool command_runs) {
   text_->setText(QString::fromStdString(question->text));
   restore_->setVisible(!question->damaged);
   discard_->setVisible(!question->damaged);
-  later_->setText(QString::fromUtf8(question->damaged ? window_messages::Dismiss : messages::RecoveryAnswers.back));
+  later_->setText(Translated(question->damaged ? window_messages::Dismiss : messages::RecoveryAnswers.back));
   for (QPushButton* button : {restore_, discard_, later_})
     button->setEnabled(!command_runs);
 }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "window/RecordView.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 
@@ -64,7 +65,7 @@ RowMenu::RowMenu(QMenu& menu, WalrimMain& main, RecordTables& tables, Run run)
 
 QAction* RowMenu::Add(QMenu& menu, const char* name, const char* text, const QKeySequence& keys, Applies applies,
                       const std::function<void()>& command) {
-  QAction* action = menu.addAction(QString::fromUtf8(text), this, command);
+  QAction* action = menu.addAction(Translated(text), this, command);
   action->setObjectName(name);
   action->setShortcut(keys);
   // In a table alone: elsewhere the same keys edit texts.
@@ -178,10 +179,10 @@ void RowMenu::SplitByGap() {
   run_([&] {
     QInputDialog dialog(tables_.window());
     dialog.setObjectName("SplitDialog");
-    dialog.setWindowTitle(QString::fromUtf8("トラックログを時間の空きで分ける"));
-    dialog.setLabelText(QString::fromUtf8("次のポイントまでに空いた時間（時間）"));
+    dialog.setWindowTitle(Translated("トラックログを時間の空きで分ける"));
+    dialog.setLabelText(Translated("次のポイントまでに空いた時間（時間）"));
     dialog.setOkButtonText("OK");
-    dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+    dialog.setCancelButtonText(Translated("キャンセル"));
     dialog.setInputMode(QInputDialog::DoubleInput);
     dialog.setDoubleDecimals(1);
     dialog.setDoubleRange(ShortestGap_h, LongestGap_h);
@@ -206,11 +207,11 @@ void RowMenu::Shorten() {
   run_([&] {
     QInputDialog dialog(tables_.window());
     dialog.setObjectName("ShortenDialog");
-    dialog.setWindowTitle(QString::fromUtf8("ポイントを間引く"));
+    dialog.setWindowTitle(Translated("ポイントを間引く"));
     dialog.setLabelText(
-        QString::fromUtf8("トラックログごとに残すポイントの数（曲がりの大きいところと，区間の両端が残ります）"));
+        Translated("トラックログごとに残すポイントの数（曲がりの大きいところと，区間の両端が残ります）"));
     dialog.setOkButtonText("OK");
-    dialog.setCancelButtonText(QString::fromUtf8("キャンセル"));
+    dialog.setCancelButtonText(Translated("キャンセル"));
     dialog.setInputMode(QInputDialog::IntInput);
     dialog.setIntRange(2, static_cast<int>(MaxTrackPoints));
     dialog.setIntValue(UsualPoints);

@@ -26,8 +26,8 @@ QPushButton* AddButton(QDialogButtonBox& box, QDialogButtonBox::StandardButton w
                        const char* caption, const char* tool_tip) {
   QPushButton* button = box.addButton(which);
   NameControl(*button, control);
-  button->setText(QString::fromUtf8(caption));
-  button->setToolTip(QString::fromUtf8(tool_tip));
+  button->setText(Translated(caption));
+  button->setToolTip(Translated(tool_tip));
   return button;
 }
 
@@ -35,7 +35,7 @@ QPushButton* AddButton(QDialogButtonBox& box, QDialogButtonBox::StandardButton w
 
 ScriptOptionsDialog::ScriptOptionsDialog(ScriptOptions& options, QWidget* parent) : QDialog(parent), options_(options) {
   setObjectName("MpsOption");
-  setWindowTitle(QString::fromUtf8("MPS・WPT+出力の設定"));
+  setWindowTitle(Translated("MPS・WPT+出力の設定"));
   auto* column = new QVBoxLayout(this);
   auto* form = new QFormLayout;
   column->addLayout(form);
@@ -93,7 +93,7 @@ bool ScriptOptionsDialog::Update() {
   const ScriptOptionProblem problem = ApplyScriptOptions(Controls(), options_);
   if (problem == ScriptOptionProblem::None) return true;
   QLineEdit* wrong = problem == ScriptOptionProblem::UtcOffsetOverflow ? utc_offset_ : track_log_step_;
-  ShowWarning(*this, QString::fromUtf8(window_messages::NumberTooLarge) + wrong->text());
+  ShowWarning(*this, Translated(window_messages::NumberTooLarge) + wrong->text());
   wrong->setFocus();
   wrong->selectAll();
   return false;

@@ -21,8 +21,7 @@ constexpr int MostUtcOffset = 14;
 QComboBox* MakeOutputTypes() {
   QComboBox* box = MakeComboBox("OutputTypeOption", "保存・コピーの形式");
   for (const Format& format : Formats()) {
-    box->addItem(QString::fromUtf8(format.name.data(), static_cast<qsizetype>(format.name.size())),
-                 static_cast<int>(format.id));
+    box->addItem(Translated(format.name), static_cast<int>(format.id));
   }
   return box;
 }
@@ -30,7 +29,7 @@ QComboBox* MakeOutputTypes() {
 QSpinBox* MakeUtcOffset() {
   auto* box = new QSpinBox;
   NameControl(*box, "UTCOffsetNum");
-  box->setToolTip(QString::fromUtf8("日時に加える協定世界時からの時差（時間）．日本は9"));
+  box->setToolTip(Translated("日時に加える協定世界時からの時差（時間）．日本は9"));
   box->setRange(LeastUtcOffset, MostUtcOffset);
   return box;
 }

@@ -13,7 +13,7 @@ StallOffer::StallOffer(const Clock& clock, QWidget* parent)
     : QFrame(parent), cancel(MakeButton("StallCancel", "中止", "通信を中止します（Esc）")), clock_(clock) {
   setObjectName("StallOffer");
   setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
-  auto* text = new QLabel(QString::fromUtf8(window_messages::Stalled));
+  auto* text = new QLabel(Translated(window_messages::Stalled));
   text->setWordWrap(true);
   auto* line = new QHBoxLayout(this);
   line->addWidget(text, 1);

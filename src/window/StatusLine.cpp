@@ -37,7 +37,7 @@ StatusLine::StatusLine(QWidget& window, const Clock& clock)
     button->setFlat(true);
   }
   progress_->setObjectName("Progress");
-  progress_->setAccessibleName(QString::fromUtf8("進み具合"));
+  progress_->setAccessibleName(Translated("進み具合"));
   progress_->setMaximumWidth(ProgressWidth);
   progress_->setTextVisible(false);
   progress_->setRange(0, ProgressSteps);
@@ -126,7 +126,7 @@ void StatusLine::BeginPart(std::string_view text, double begin, double end) {
   part_begin_ = begin;
   part_end_ = end;
   stall_offer->Moved();
-  told_->ShowText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  told_->ShowText(Translated(text));
   progress_->setValue(static_cast<int>(begin * ProgressSteps));
   ShowState(true);
   ShowWhatFits();

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "window/SymbolPictures.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 
@@ -19,7 +20,7 @@ constexpr int NamesRole = Qt::UserRole + 1;     ///< all names, for the search
 constexpr int ListTextRole = Qt::UserRole + 2;  ///< what a list shows
 
 QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  return Translated(text);
 }
 
 QString NamesOf(WaypointType type, int code) {
@@ -60,7 +61,7 @@ class ListDelegate : public QStyledItemDelegate {
 
 SymbolBox::SymbolBox(QWidget* parent) : QComboBox(parent) {
   setObjectName("SymbolBox");
-  setAccessibleName(QStringLiteral("シンボル"));
+  setAccessibleName(Translated("シンボル"));
   setEditable(true);
   setInsertPolicy(NoInsert);
   setMaxVisibleItems(ShownEntries);
@@ -88,7 +89,7 @@ void SymbolBox::OfferAll(WaypointType type) {
 void SymbolBox::Offer(WaypointType type, int code, const QString& text) {
   addItem(SymbolIcon(type, code), text, code);
   setItemData(count() - 1, NamesOf(type, code), NamesRole);
-  setItemData(count() - 1, text + QStringLiteral("　") + ToQString(JapaneseSymbolName(type, code)), ListTextRole);
+  setItemData(count() - 1, text + Translated("　") + ToQString(JapaneseSymbolName(type, code)), ListTextRole);
 }
 
 void SymbolBox::Show(int code) {

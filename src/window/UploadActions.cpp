@@ -23,7 +23,7 @@ namespace {
 constexpr QSize StartSize{640, 360};
 
 QString Text(std::string_view utf8) {
-  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+  return Translated(utf8);
 }
 
 }  // namespace
@@ -56,7 +56,7 @@ void UploadActions::ShowDifferences(const std::string& about_backup) {
   const UploadCommands& uploads = main_.Uploads();
   QDialog dialog(&window_);
   dialog.setObjectName("UploadDifferences");
-  dialog.setWindowTitle(QString::fromUtf8("受信機と比べた結果"));
+  dialog.setWindowTitle(Translated("受信機と比べた結果"));
   auto* column = new QVBoxLayout(&dialog);
   const auto count = uploads.Differences().size();
   if (count > 0) dialog.resize(StartSize);

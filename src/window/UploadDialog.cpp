@@ -26,7 +26,7 @@ constexpr QSize StartSize{960, 440};
 enum Column { Record, Lost, Proposed, Checked, Columns };
 
 QString Text(std::string_view utf8) {
-  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+  return Translated(utf8);
 }
 
 bool SameRecord(const Proposal& proposal, const Difference& about) {
@@ -53,7 +53,7 @@ bool IsAboutName(const UploadFinding& finding) {
 
 UploadDialog::UploadDialog(const UploadPlan& plan, QWidget* parent) : QDialog(parent), plan_(plan) {
   setObjectName("UploadCheck");
-  setWindowTitle(QString::fromUtf8("アップロードの前に"));
+  setWindowTitle(Translated("アップロードの前に"));
   resize(StartSize);
   auto* column = new QVBoxLayout(this);
   auto* caption =
@@ -63,8 +63,8 @@ UploadDialog::UploadDialog(const UploadPlan& plan, QWidget* parent) : QDialog(pa
   MakeRows();
   table_ = new QTableWidget(static_cast<int>(rows_.size()), Columns);
   NameControl(*table_, "UploadFindings");
-  table_->setHorizontalHeaderLabels({QString::fromUtf8("データ"), QString::fromUtf8("失われるもの"),
-                                     QString::fromUtf8("提案"), QString::fromUtf8("確認")});
+  table_->setHorizontalHeaderLabels(
+      {Translated("データ"), Translated("失われるもの"), Translated("提案"), Translated("確認")});
   table_->verticalHeader()->hide();
   FillTable();
   connect(table_, &QTableWidget::cellChanged, this, &UploadDialog::RowChanged);
@@ -75,7 +75,7 @@ UploadDialog::UploadDialog(const UploadPlan& plan, QWidget* parent) : QDialog(pa
 QWidget* UploadDialog::MakeButtons() {
   auto* buttons = new QDialogButtonBox;
   const auto add = [&](const char* name, const char* text, QDialogButtonBox::ButtonRole role) {
-    QPushButton* button = buttons->addButton(QString::fromUtf8(text), role);
+    QPushButton* button = buttons->addButton(Translated(text), role);
     NameControl(*button, name);
     return button;
   };

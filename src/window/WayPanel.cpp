@@ -18,7 +18,7 @@ namespace walrim {
 namespace {
 
 QString Caption(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  return Translated(text);
 }
 
 QString NameShown(const std::string& name) {
@@ -85,9 +85,9 @@ std::vector<std::size_t> AllOf(std::size_t count) {
 WayPanel::WayPanel(const DataSet& data_set, QWidget* parent)
     : QTabWidget(parent), data_(data_set), profile_(new ProfileView), figures_text_(new QLabel) {
   NameControl(*this, "WayPanel");
-  setAccessibleName(QString::fromUtf8("断面図と概要"));
+  setAccessibleName(Translated("断面図と概要"));
   setDocumentMode(true);
-  addTab(profile_, QString::fromUtf8("断面図"));
+  addTab(profile_, Translated("断面図"));
   NameControl(*figures_text_, "Figures");
   figures_text_->setTextFormat(Qt::RichText);
   figures_text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -98,7 +98,7 @@ WayPanel::WayPanel(const DataSet& data_set, QWidget* parent)
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
   figures_page_ = scroll;
-  addTab(scroll, QString::fromUtf8("概要"));
+  addTab(scroll, Translated("概要"));
   connect(this, &QTabWidget::currentChanged, this, [this] { FillFigures(); });
   connect(profile_, &ProfileView::RangeChosen, this, &WayPanel::TellRange);
 }

@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "text/Phrase.h"
+
 namespace walrim {
 
 namespace {
@@ -23,6 +25,10 @@ QString WithoutMnemonic(QString caption) {
 
 }  // namespace
 
+QString Translated(std::string_view text) {
+  return QString::fromStdString(Phrase(text));
+}
+
 QString IndexedName(const char* control, std::size_t index) {
   return QString("%1_%2").arg(control).arg(index);
 }
@@ -32,33 +38,33 @@ void NameControl(QWidget& widget, const QString& control) {
 }
 
 QPushButton* MakeButton(const char* control, const char* caption, const char* tool_tip) {
-  auto* button = new QPushButton(QString::fromUtf8(caption));
+  auto* button = new QPushButton(Translated(caption));
   NameControl(*button, control);
   button->setAccessibleName(WithoutMnemonic(button->text()));
-  button->setToolTip(QString::fromUtf8(tool_tip));
+  button->setToolTip(Translated(tool_tip));
   button->setAutoDefault(true);
   return button;
 }
 
 QCheckBox* MakeCheckBox(const QString& control, const char* caption, const char* tool_tip) {
-  auto* box = new QCheckBox(QString::fromUtf8(caption));
+  auto* box = new QCheckBox(Translated(caption));
   NameControl(*box, control);
   box->setAccessibleName(WithoutMnemonic(box->text()));
-  box->setToolTip(QString::fromUtf8(tool_tip));
+  box->setToolTip(Translated(tool_tip));
   return box;
 }
 
 QComboBox* MakeComboBox(const char* control, const char* tool_tip) {
   auto* box = new QComboBox;
   NameControl(*box, control);
-  box->setToolTip(QString::fromUtf8(tool_tip));
+  box->setToolTip(Translated(tool_tip));
   return box;
 }
 
 QLineEdit* MakeLine(const QString& control, const char* tool_tip) {
   auto* line = new QLineEdit;
   NameControl(*line, control);
-  line->setToolTip(QString::fromUtf8(tool_tip));
+  line->setToolTip(Translated(tool_tip));
   return line;
 }
 
@@ -87,7 +93,7 @@ void ShowWarning(QWidget& parent, const QString& text) {
 }
 
 QLabel* MakeCaption(const char* caption, QWidget& buddy) {
-  auto* label = new QLabel(QString::fromUtf8(caption));
+  auto* label = new QLabel(Translated(caption));
   label->setBuddy(&buddy);
   buddy.setAccessibleName(WithoutMnemonic(label->text()));
   return label;

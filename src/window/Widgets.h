@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QString>
 #include <initializer_list>
+#include <string_view>
 
 class QCheckBox;
 class QLabel;
@@ -12,6 +13,9 @@ class QPushButton;
 class QWidget;
 
 namespace walrim {
+
+/// A text of the program's own in the language of the window. What is none, such as a name, stays as it is.
+[[nodiscard]] QString Translated(std::string_view text);
 
 /// A name with a kind's number: "DownCheck_0".
 [[nodiscard]] QString IndexedName(const char* control, std::size_t index);
@@ -36,7 +40,7 @@ template <typename Choice>
                                     std::initializer_list<ChoiceEntry<Choice>> entries) {
   QComboBox* box = MakeComboBox(control, tool_tip);
   for (const ChoiceEntry<Choice>& entry : entries)
-    box->addItem(QString::fromUtf8(entry.text), static_cast<int>(entry.value));
+    box->addItem(Translated(entry.text), static_cast<int>(entry.value));
   return box;
 }
 /// Tells that an input cannot be used; plain text, OK alone.

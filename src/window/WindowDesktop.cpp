@@ -12,13 +12,14 @@
 #include "window/DialogFilters.h"
 #include "window/ElidedLabel.h"
 #include "window/StatusLine.h"
+#include "window/Widgets.h"
 
 namespace walrim {
 
 namespace {
 
 QString FromUtf8(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  return Translated(text);
 }
 
 /// A message box; Escape and closing it press the safe button.
@@ -96,13 +97,13 @@ std::optional<std::string> WindowDesktop::RunFileDialog(QFileDialog& dialog, std
 }
 
 std::optional<std::string> WindowDesktop::OpenFileDialog(std::string_view filter) {
-  QFileDialog dialog(&window_, QString::fromUtf8("取り込むファイル"));
+  QFileDialog dialog(&window_, Translated("取り込むファイル"));
   dialog.setFileMode(QFileDialog::ExistingFile);
   return RunFileDialog(dialog, filter);
 }
 
 std::optional<std::string> WindowDesktop::SaveFileDialog(std::string_view filter) {
-  QFileDialog dialog(&window_, QString::fromUtf8("名前を付けて保存"));
+  QFileDialog dialog(&window_, Translated("名前を付けて保存"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(DefaultSuffix(FromUtf8(filter)));
   // The program asks itself, in its own words.

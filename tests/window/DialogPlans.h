@@ -39,7 +39,8 @@ class DialogPlans : public QObject {
     if (event->type() != QEvent::Show) return false;
     auto* dialog = qobject_cast<QDialog*>(watched);
     if (dialog != nullptr &&
-        QStringList{"ClipProAtlas", "MpsOption", "LinkDialog", "ShortenDialog", "SplitDialog"}.contains(dialog->objectName())) {
+        QStringList{"ClipProAtlas", "MpsOption", "LinkDialog", "ShortenDialog", "SplitDialog"}.contains(
+            dialog->objectName())) {
       QTimer::singleShot(0, dialog, [this, dialog] { Run(*dialog); });
     }
     return false;
