@@ -2421,5 +2421,9 @@ Uses Qt %1.</translation>
         <source>%1（コード %2）</source>
         <translation>%1 (code %2)</translation>
     </message>
+    <message>
+        <source>:/help/ja.md</source>
+        <translation>:/help/en.md</translation>
+    </message>
 </context>
 </TS>

@@ -35,7 +35,7 @@ QString StateFolder() {
 
 QString HelpPage() {
   CallInResources();
-  QFile file(":/help/ja.md");
+  QFile file(Translated(":/help/ja.md"));
   QString page = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
   QStringList models;
   for (const std::string_view model : KnownModels())

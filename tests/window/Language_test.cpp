@@ -16,6 +16,7 @@
 #include <sstream>
 
 #include "app/Messages.h"
+#include "window/HelpDialog.h"
 #include "window/Messages.h"
 #include "window/WindowTest.h"
 
@@ -217,6 +218,21 @@ TEST_F(EnglishWindow, SaysWhatItDoesInEnglish) {
   EXPECT_EQ(Get<QAction>("Undo").text().toStdString().find("Undo: Delete (Waypoint: "), 0U)
       << Get<QAction>("Undo").text().toStdString();
   EXPECT_EQ(messages::Shortened(3, 2), "Points thinned out: 3 → 2");
+}
+
+TEST_F(EnglishWindow, TheHelpPageIsEnglishAndHasTheSameKeys) {
+  const std::string english = HelpPage().toStdString();
+  EXPECT_FALSE(IsJapanese(english));
+  const auto rows = [](const std::string& page) {
+    const std::regex row("\n\\|");
+    return std::distance(std::sregex_iterator(page.begin(), page.end(), row), {});
+  };
+  EXPECT_EQ(rows(english), rows(Contents(Top / "share/help/ja.md")));
+  for (const QAction* action : window->findChildren<QAction*>()) {
+    const std::string shortcut = action->shortcut().toString().toStdString();
+    if (!shortcut.starts_with("Ctrl+") || shortcut == "Ctrl+Q") continue;
+    EXPECT_NE(english.find(shortcut), std::string::npos) << shortcut;
+  }
 }
 
 TEST_F(EnglishWindow, MnemonicsOfAMenuLeadToOneEntryEach) {
