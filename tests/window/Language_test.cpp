@@ -130,7 +130,8 @@ TEST(Translation, HasThePartsOfEachTextAndNothingJapanese) {
   const auto parts = [&part](const std::string& text) {
     return std::set<std::string>(std::sregex_token_iterator(text.begin(), text.end(), part), {});
   };
-  for (const auto& [text, translation] : TranslatedTexts(Translation).Texts()) {
+  const TranslatedTexts english(Translation);
+  for (const auto& [text, translation] : english.Texts()) {
     EXPECT_EQ(parts(text), parts(translation)) << text;
     EXPECT_FALSE(IsJapanese(translation)) << translation;
     EXPECT_FALSE(translation.empty()) << text;
