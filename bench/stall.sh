@@ -6,7 +6,7 @@ set -euo pipefail
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=${1:-$top/build/everyday}
-bound_ms=50
+bound_ms=33
 if [[ -z ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}; fi
 
 longest_ms=$("$build/bench/window/walrim_stall" 2>/dev/null)

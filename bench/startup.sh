@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # How long walrim takes to its first frame, and to the frame with all its contents, held against an empty Qt window on
-# the same desktop. The first frame is the window itself, which its contents fill in the next turn of the event loop; the
-# bound is on that one, the other is told. All start in turn, and the quickest of many starts are compared: what else the
-# machine does only ever slows one down. Builds nothing. Exits 1 when the bound is broken.
+# the same desktop. The first frame is the window itself, which its contents fill in the next turn of the event loop; each
+# has its bound. All start in turn, and the quickest of many starts are compared: what else the machine does only ever
+# slows one down. Builds nothing. Exits 1 when a bound is broken.
 #   bench/startup.sh [BUILD_DIR]
 # Without a display both start on one of their own (Xvfb); QT_QPA_PLATFORM chooses another platform.
 set -euo pipefail
@@ -12,7 +12,8 @@ build=${1:-$top/build/everyday}
 empty=$build/bench/window/empty_window
 walrim=$build/bench/window/walrim_start
 starts=15
-bound=1.5
+bound=1.3
+complete_bound=2.0
 
 for program in "$empty" "$walrim"; do
   [[ -x $program ]] || { echo "startup.sh: $program is not there" >&2; exit 1; }
@@ -40,9 +41,10 @@ done
 empty_best=$(printf '%s\n' "${empty_times[@]}" | quickest)
 walrim_best=$(printf '%s\n' "${walrim_times[@]}" | quickest)
 complete_best=$(printf '%s\n' "${complete_times[@]}" | quickest)
-awk -v empty="$empty_best" -v walrim="$walrim_best" -v complete="$complete_best" -v bound="$bound" 'BEGIN {
+awk -v empty="$empty_best" -v walrim="$walrim_best" -v complete="$complete_best" -v bound="$bound" \
+    -v complete_bound="$complete_bound" 'BEGIN {
   ratio = walrim / empty
   printf "empty window %.3f s, walrim %.3f s, ratio %.2f (bound %.2f)\n", empty, walrim, ratio, bound
-  printf "walrim with all contents %.3f s, ratio %.2f\n", complete, complete / empty
-  exit ratio > bound
+  printf "walrim with all contents %.3f s, ratio %.2f (bound %.2f)\n", complete, complete / empty, complete_bound
+  exit ratio > bound || complete / empty > complete_bound
 }'

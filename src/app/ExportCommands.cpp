@@ -161,10 +161,12 @@ Outcome ExportCommands::WriteFile(const std::string& path) {
     if (needs_mark) file.Add(Utf8Mark);
     static_cast<void>(Write(TextEncoding::Utf8, false, path, put));
   }
-  const auto problem = file.Finish();
-  if (problem) desktop_.ShowMessage(messages::WriteProblem(path, problem->detail));
-  if (!problem && path != StandardStream) NoteDeed(Deed::Kind::Saved, path, written.report);
-  return problem ? Outcome::Refused : Outcome::Done;
+  if (const auto problem = file.Finish()) {
+    desktop_.ShowMessage(messages::WriteProblem(path, problem->detail));
+    return Outcome::Refused;
+  }
+  if (path != StandardStream) NoteDeed(Deed::Kind::Saved, path, written.report);
+  return Outcome::Done;
 }
 
 void ExportCommands::NoteDeed(Deed::Kind kind, const std::string& path, const WriteReport& report) {
